@@ -1,0 +1,11 @@
+#!/usr/bin/env bash
+# Checks the formatting of all sources and runs clang-tidy over the product's, by the build in
+# build/clang.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+
+mapfile -t sources < <(git ls-files '*.h' '*.cpp')
+clang-format --dry-run --Werror "${sources[@]}"
+mapfile -t units < <(git ls-files 'src/*.cpp' 'app/*.cpp')
+printf '%s\0' "${units[@]}" |
+  xargs -0 -n 4 -P "$(nproc)" clang-tidy -p build/clang --quiet 2> >(grep -v 'warnings generated' >&2)

@@ -1,0 +1,12 @@
+#!/usr/bin/env bash
+# Builds with a preset (dev by default) and runs all tests.
+set -euo pipefail
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+preset=${1:-dev}
+
+"$root/scripts/setup.sh"
+cd "$root"
+cmake --preset "$preset"
+cmake --build --preset "$preset"
+cmake --build --preset "$preset" --target all_verify_interface_header_sets
+ctest --preset "$preset" -j "$(nproc)"

@@ -1,0 +1,8 @@
+#pragma once
+
+// Marks what a host may call. Everything else is hidden in the libraries.
+#if defined(_WIN32)
+#define PIM_EXPORT
+#else
+#define PIM_EXPORT __attribute__((visibility("default")))
+#endif

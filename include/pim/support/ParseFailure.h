@@ -1,0 +1,10 @@
+#pragma once
+
+namespace pim {
+
+// What an operation that reads a vObject text throws when the text is rejected, by value, after the
+// user has been shown a message: an unsigned short that holds kParseFailure.
+using ParseFailure = unsigned short;
+inline constexpr ParseFailure kParseFailure = 0xFFF9;
+
+}  // namespace pim

@@ -1,0 +1,90 @@
+#pragma once
+
+#include <concepts>
+#include <cstdint>
+#include <cstring>
+#include <ostream>
+#include <utility>
+
+#include "pim/Export.h"
+#include "pim/support/Strings.h"
+
+namespace pim {
+
+class WideText;
+
+// Any other form of wide text: a string, a view, a zero-terminated text.
+template <class T>
+concept WideTextSource = std::convertible_to<T, WideStringView> && !std::same_as<T, WideText>;
+
+// A wide string as records keep it: 16 bytes, with up to six units inside and a longer text in one
+// heap block of its exact size. A contact has some twenty texts, most of them empty or short, and
+// new memory costs an import more than the parsing does: a std::u16string would take 32 bytes each.
+class PIM_EXPORT WideText {
+ public:
+  WideText() noexcept = default;
+  template <WideTextSource T>
+  WideText(const T& text) {
+    Assign(text);
+  }
+  WideText(const WideText& other) { Assign(other.view()); }
+  WideText(WideText&& other) noexcept { Take(other); }
+  ~WideText() { Free(); }
+
+  WideText& operator=(const WideText& other) {
+    if (this != &other) Assign(other.view());
+    return *this;
+  }
+  WideText& operator=(WideText&& other) noexcept {
+    if (this != &other) {
+      Free();
+      Take(other);
+    }
+    return *this;
+  }
+  template <WideTextSource T>
+  WideText& operator=(const T& text) {
+    Assign(text);
+    return *this;
+  }
+
+  WideStringView view() const noexcept { return {IsInside() ? inside_ : Heap(), size_}; }
+  operator WideStringView() const noexcept { return view(); }
+  WideString str() const { return WideString(view()); }
+  std::size_t size() const noexcept { return size_; }
+  bool empty() const noexcept { return size_ == 0; }
+  void clear() noexcept {
+    Free();
+    size_ = 0;
+  }
+
+  template <std::convertible_to<WideStringView> T>
+  friend bool operator==(const WideText& a, const T& b) {
+    return a.view() == static_cast<WideStringView>(b);
+  }
+
+ private:
+  static constexpr std::size_t kInside = 6;
+
+  bool IsInside() const noexcept { return size_ <= kInside; }
+  char16_t* Heap() const noexcept {
+    char16_t* block = nullptr;
+    std::memcpy(&block, inside_ + 2, sizeof block);
+    return block;
+  }
+  // Replaces the text; `text` may be part of this one. Throws std::length_error from 2^32 units on.
+  void Assign(WideStringView text);
+  void Free() noexcept {
+    if (!IsInside()) delete[] Heap();
+  }
+  void Take(WideText& other) noexcept {
+    size_ = std::exchange(other.size_, 0);
+    std::memcpy(inside_, other.inside_, sizeof inside_);
+  }
+
+  alignas(8) std::uint32_t size_ = 0;
+  char16_t inside_[kInside] = {};  // or, from the third unit on, the pointer to the heap block
+};
+static_assert(sizeof(WideText) == 16);
+
+}  // namespace pim

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <string_view>
+
+namespace pim {
+
+// ASCII is the bulk of vObject text and the same in nearly every charset, so runs of it are
+// converted eight characters a step.
+inline constexpr std::size_t kAsciiStep = 8;
+
+// Widens the ASCII characters at the start of `from`, whose size `to` must have room for, and gives
+// their number.
+inline std::size_t WidenAscii(std::string_view from, char16_t* to) noexcept {
+  constexpr std::uint64_t kNotAscii = 0x8080808080808080U;
+  std::size_t done = 0;
+  for (; from.size() - done >= kAsciiStep; done += kAsciiStep) {
+    std::array<unsigned char, kAsciiStep> step;
+    std::memcpy(step.data(), from.data() + done, kAsciiStep);
+    std::uint64_t word = 0;
+    std::memcpy(&word, step.data(), kAsciiStep);
+    if ((word & kNotAscii) != 0) break;
+    for (std::size_t i = 0; i < kAsciiStep; ++i) to[done + i] = step[i];
+  }
+  for (; done < from.size() && static_cast<unsigned char>(from[done]) < 0x80; ++done)
+    to[done] = static_cast<char16_t>(from[done]);
+  return done;
+}
+
+// The other way.
+inline std::size_t NarrowAscii(std::u16string_view from, char* to) noexcept {
+  constexpr std::uint64_t kNotAscii = 0xFF80FF80FF80FF80U;
+  std::size_t done = 0;
+  for (; from.size() - done >= kAsciiStep; done += kAsciiStep) {
+    std::array<char16_t, kAsciiStep> step;
+    std::memcpy(step.data(), from.data() + done, sizeof step);
+    std::array<std::uint64_t, 2> words;
+    std::memcpy(words.data(), step.data(), sizeof step);
+    if (((words[0] | words[1]) & kNotAscii) != 0) break;
+    for (std::size_t i = 0; i < kAsciiStep; ++i) to[done + i] = static_cast<char>(step[i]);
+  }
+  for (; done < from.size() && from[done] < 0x80; ++done) to[done] = static_cast<char>(from[done]);
+  return done;
+}
+
+}  // namespace pim

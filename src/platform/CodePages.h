@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace pim {
+
+// Code page numbers as text carries them; 0 is the default page (SetDefaultCodePage, UTF-8). Any
+// other number is iconv's CP and the number; a page that the system lacks is converted as UTF-8.
+inline constexpr std::uint32_t kCodePageDefault = 0;
+inline constexpr std::uint32_t kCodePageShiftJis = 932;  // iconv's CP932, not SHIFT_JIS
+inline constexpr std::uint32_t kCodePageUtf8 = 65001;
+
+// Replaces `wide` by `bytes` converted as a whole, NUL bytes included. An invalid sequence becomes
+// U+FFFD (for UTF-8, one for each maximal part of a sequence, as Unicode recommends) and the
+// conversion goes on behind it. `wide` keeps its memory, so that one work string can serve many
+// calls.
+void MultiByteToWide(std::uint32_t codePage, std::string_view bytes, std::u16string& wide);
+
+// Replaces `bytes` by `wide` converted as a whole. A lone surrogate becomes U+FFFD, and a character
+// that the page lacks becomes a question mark.
+void WideToMultiByte(std::uint32_t codePage, std::u16string_view wide, std::string& bytes);
+
+// Appends `wide` as UTF-8 to `bytes`; a lone surrogate becomes U+FFFD.
+void AppendUtf8(std::u16string_view wide, std::string& bytes);
+
+// For single uses.
+std::string Utf8FromWide(std::u16string_view wide);
+std::u16string WideFromUtf8(std::string_view bytes);
+
+}  // namespace pim

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+
+#include "pim/support/Strings.h"
+
+namespace pim {
+
+// Files of the caller-ID folder, by their names alone.
+
+// False when the file can't be created; throws FileError when writing fails behind that.
+bool WriteCallerIdPicture(WideStringView name, NarrowStringView bytes);
+// The whole picture, or nothing when it can't be read.
+NarrowString ReadCallerIdPicture(WideStringView name);
+
+// The same by the operating system's own path.
+NarrowString ReadPictureFile(const std::string& path);
+
+}  // namespace pim

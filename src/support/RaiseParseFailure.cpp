@@ -1,0 +1,12 @@
+#include "support/RaiseParseFailure.h"
+
+#include "platform/MessageBox.h"
+
+namespace pim {
+
+void RaiseParseFailure(WideStringView message) {
+  AfxMessageBox(message);
+  throw kParseFailure;
+}
+
+}  // namespace pim

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "pim/support/Strings.h"
+#include "platform/Files.h"
+#include "support/ByteBuffer.h"
+
+namespace pim {
+
+enum class ByteOrderMark { Kept, Skipped };
+
+// Replaces `text` by the whole of an open file. A UTF-8 byte order mark is skipped where told,
+// unless the file holds nothing else. Throws FileError.
+void ReadTextFile(InputFile& file, ByteOrderMark mark, ByteBuffer& text);
+
+// The same by path; false when it can't be opened.
+bool ReadTextFile(WideStringView path, ByteOrderMark mark, ByteBuffer& text);
+
+// Creates or empties the file and writes the text; as platform/Files.h's WriteFile, by wide path.
+bool WriteTextFile(WideStringView path, NarrowStringView text);
+
+inline constexpr NarrowStringView kUtf8Mark = "\xEF\xBB\xBF";
+
+}  // namespace pim

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "stream/VObjectParser.h"
+
+namespace pim {
+
+// The state machine takes the bytes of a line by runs without a real line feed, and the line feed
+// by itself once the next line has shown that it isn't folded away.
+
+// False at a byte that is rejected.
+bool FeedRun(VObjectParser& parser, const char* from, const char* end);
+void FeedLineFeed(VObjectParser& parser);
+
+// The part of it that stands in a value. Takes as much of the run as it can and gives its end, or
+// null when a byte is rejected.
+const char* FeedValue(VObjectParser& parser, const char* from, const char* end);
+void EndValue(VObjectParser& parser);
+
+}  // namespace pim

@@ -1,0 +1,61 @@
+#include "stream/VObjectParser.h"
+
+#include <cstring>
+#include <new>
+
+#include "stream/ParserStates.h"
+#include "stream/ParserStorage.h"
+#include "support/Ascii.h"
+
+namespace pim {
+namespace {
+
+// Takes what may stand ahead of a line's first byte: line feeds, and the one blank that folds.
+const char* SkipLineStart(VObjectParser& parser, const char* from, const char* end) {
+  for (; from != end; ++from) {
+    const char c = *from;
+    if (c == '\n') continue;
+    if (parser.foldSeen != 0 || !IsBlank(c) || c == '\r') break;
+    parser.foldSeen = 1;
+  }
+  return from;
+}
+
+// Decides what the line feed meant, now that the byte behind it is known.
+void StartLine(VObjectParser& parser) {
+  parser.atLineStart = 0;
+  if (parser.foldSeen == 0) {
+    FeedLineFeed(parser);
+  } else if (parser.encoding == TransferEncoding::EncodingQuotedPrintable) {
+    parser.softBreak = 0;
+  }
+}
+
+}  // namespace
+
+std::unique_ptr<VObjectParser> VObjectParser::Create() noexcept {
+  return std::unique_ptr<VObjectParser>(new (std::nothrow) VObjectParser);
+}
+
+bool VObjectParser::Parse(const char* bytes, std::int32_t count, bool final) {
+  const char* from = bytes;
+  const char* const end = bytes + count;
+  while (from != end) {
+    if (atLineStart != 0) {
+      from = SkipLineStart(*this, from, end);
+      if (from == end) break;
+      StartLine(*this);
+    }
+    const auto* lineFeed =
+        static_cast<const char*>(std::memchr(from, '\n', static_cast<std::size_t>(end - from)));
+    if (!FeedRun(*this, from, lineFeed == nullptr ? end : lineFeed)) return false;
+    if (lineFeed == nullptr) break;
+    atLineStart = 1;
+    foldSeen = 0;
+    from = lineFeed + 1;
+  }
+  if (final) FeedLineFeed(*this);
+  return true;
+}
+
+}  // namespace pim

@@ -1,0 +1,88 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <memory>
+
+#include "pim/support/Strings.h"
+
+namespace pim {
+
+enum class ParserState : std::int32_t {
+  StateName = 0,  // at rest, and in a property's name
+  StateParamStart = 1,
+  StateParamName = 2,
+  StateParamValueStart = 3,
+  StateParamValue = 4,
+  StateValue = 5,
+};
+
+enum class TransferEncoding : std::int32_t {
+  EncodingNone = 0,
+  EncodingQuotedPrintable = 1,
+  EncodingBase64 = 2,
+  Encoding8Bit = 3,
+};
+
+// One parameter of a property. While its header is read the words are offsets into the parser's
+// buffer, which may move; the handlers get them as zero-terminated texts, null for none.
+struct ParserParam {
+  union Word {
+    std::size_t offset;
+    const char* text;
+  };
+  Word name;
+  Word value;
+};
+
+// Called once for each logical line that has a colon. `params` ends with a pair of two nulls.
+using PropertyHandler = void (*)(void* userData, const char* name, const ParserParam* params);
+// Called with the value's bytes, unless it is empty, and then with null and 0.
+using DataHandler = void (*)(void* userData, const char* bytes, std::int32_t length);
+
+struct FreeMemory {
+  void operator()(void* block) const noexcept { std::free(block); }
+};
+
+// A push parser for the line grammar of vObject text: logical lines, folding, parameters and
+// transfer encodings. It knows no vCard or vCalendar word and no charset. Base64 is decoded;
+// quoted-printable loses its soft line breaks and keeps its escapes. What the handlers are given
+// lies in the parser's buffer and holds for that call only.
+struct VObjectParser {
+  // Null when memory is out.
+  static std::unique_ptr<VObjectParser> Create() noexcept;
+
+  void SetPropertyHandler(PropertyHandler handler) { propertyHandler = handler; }
+  void SetDataHandler(DataHandler handler) { dataHandler = handler; }
+  void SetUserData(void* data) { userData = data; }
+
+  // Takes the next piece of the text, cut anywhere; `final` ends the last line. False when a byte
+  // was rejected: nothing behind it is read, and what the handlers were given stands.
+  bool Parse(const char* bytes, std::int32_t count, bool final);
+
+  std::int32_t atLineStart = 1;  // the last byte was a line feed, or there was none yet
+  std::int32_t foldSeen = 0;     // a first blank was dropped: the line continues the one before
+  std::unique_ptr<char[], FreeMemory> buffer;
+  std::int32_t capacity = 0;  // grows in steps of 128
+  std::int32_t length = 0;
+  ParserState state = ParserState::StateName;
+  std::int32_t skipBlanks = 1;  // blanks ahead of the value's first byte are being dropped
+  std::unique_ptr<ParserParam[], FreeMemory> params;
+  std::int32_t paramCount = 0;
+  std::int32_t escaped = 0;  // a backslash was taken in a parameter's value
+  TransferEncoding encoding = TransferEncoding::EncodingNone;
+  std::int32_t softBreak = 0;  // in quoted-printable, an equals sign was taken
+  char group[4] = {};          // digits of an escape, or of a base64 group
+  std::int32_t groupCount = 0;
+  void* userData = nullptr;
+  PropertyHandler propertyHandler = nullptr;
+  DataHandler dataHandler = nullptr;
+
+  // What the allocator was asked for, which grows by doubling, so that a long value isn't copied
+  // at each step of `capacity` and a long list of parameters isn't at each entry.
+  std::size_t bufferAllocated = 0;
+  std::size_t paramsAllocated = 0;
+};
+
+}  // namespace pim

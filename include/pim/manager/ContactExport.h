@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "pim/Export.h"
+#include "pim/records/ContactGroups.h"
+#include "pim/records/Contacts.h"
+#include "pim/support/Strings.h"
+
+namespace pim {
+
+// Writes contacts one by one as VObjectMgr::Export_Contact does, for hosts that read them from the
+// store one by one (RecordStore::VisitContacts).
+class PIM_EXPORT ContactExport {
+ public:
+  // `folder` is put in front of the file names as it stands, so it must end with a separator.
+  ContactExport(WideString folder, const CContactGroups& groups, const CContactGroupPairs& pairs);
+  ContactExport(const ContactExport&) = delete;
+  ContactExport& operator=(const ContactExport&) = delete;
+  ~ContactExport();
+
+  // Adds the names of its groups to the contact.
+  void AttachGroupNames(CContact& contact);
+  // Writes the contact's file. False when it can't be created, with errno telling why; throws
+  // FileError when writing fails behind that.
+  bool WriteContactFile(const CContact& contact);
+  // The path of the file that was written, or tried, last.
+  const WideString& LastPath() const noexcept { return lastPath_; }
+
+ private:
+  struct Parts;
+  std::unique_ptr<Parts> parts_;
+  WideString lastPath_;
+};
+
+}  // namespace pim

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <vector>
+
+#include "pim/Export.h"
+#include "pim/support/ParseFailure.h"
+#include "pim/support/Strings.h"
+
+namespace pim {
+
+struct ContactImportCounts {
+  std::int64_t inText = 0;  // cards read
+  std::int64_t stored = 0;  // newly stored or updated; the others are there already
+  bool linked = true;       // false when groups or links to them couldn't be stored
+  // The names of the pictures that the contacts have now, those of equal stored ones included.
+  std::vector<WideString> pictures;
+};
+
+// What VObjectMgr::Import_Contact does with a file's text, for texts that a host holds itself. The
+// text is stored in batches inside one transaction, so that memory doesn't grow with the number of
+// cards. `saveOption` and `saveFlag` are those of Import_Contact.
+//
+// `progress`, where given, is called behind each batch with what has been done so far; what it
+// throws ends the import and passes to the caller. Gives the number newly stored or updated, or -1
+// when the store fails; throws kParseFailure for a rejected text. In all three cases the store is
+// as before, and `counts` tells what was read.
+PIM_EXPORT std::int32_t ImportContactText(
+    std::int32_t db, NarrowStringView text, std::int32_t saveOption, bool saveFlag,
+    ContactImportCounts& counts,
+    const std::function<void(const ContactImportCounts&)>& progress = {});
+
+}  // namespace pim

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstdint>
+
+#include "pim/Export.h"
+#include "pim/records/Collection.h"
+#include "pim/records/Contact.h"
+
+namespace pim {
+
+// The contacts that one operation works on.
+class PIM_EXPORT CContacts : public Collection<CContact> {
+ public:
+  // Appends all stored contacts by ascending contact_id, without their group names. Gives their
+  // number, or -1 when there is no store behind `db` or it fails. `option` must be 0.
+  std::int32_t OpenFromDB(std::int32_t db, std::int32_t option);
+  // Stores the contacts in one transaction and gives each its final contact_id in `tag`.
+  // `saveOption` above 0 links each to the group of that group_id. `saveFlag` false leaves out a
+  // new contact that equals a stored one and gives it the stored one's key. Gives the number newly
+  // stored or updated, or -1, after which store and collection are as before.
+  std::int32_t SaveToDB(std::int32_t db, std::int32_t saveOption, bool saveFlag);
+};
+
+}  // namespace pim

@@ -1,0 +1,109 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+#include "pim/Export.h"
+#include "pim/records/TypeCodes.h"
+#include "pim/support/Strings.h"
+
+namespace pim {
+
+class CCalendar;
+class CCalendars;
+class CContact;
+class CContactGroupPairs;
+class CContactGroups;
+class CContacts;
+
+// Gives the bytes of a contact's picture by the name in its `photo`, or none when there is no such
+// file. A store asks it when two contacts may be the same but for their pictures.
+using PictureReader = std::function<NarrowString(WideStringView name)>;
+
+// Where records are kept. One object is one open store, used by one thread at a time.
+//
+// Each operation gives a number of records, or -1 when the store fails; after -1 the store and the
+// collection are as they were before the call, and LastError tells what was wrong.
+//
+// Keys 0, 65535 and negative ones mean "not stored yet" and are never given out. Saving a record
+// whose key is in the store updates it; any other record is new and gets a fresh key.
+class PIM_EXPORT RecordStore {
+ public:
+  virtual ~RecordStore() = default;
+
+  // Append the stored records by ascending key. A contact comes with an empty list of group names.
+  virtual std::int32_t LoadContacts(CContacts& contacts) = 0;
+  virtual std::int32_t LoadContactGroups(CContactGroups& groups) = 0;
+  virtual std::int32_t LoadContactGroupPairs(CContactGroupPairs& pairs) = 0;
+  virtual std::int32_t LoadCalendars(CalendarType kind, CCalendars& items) = 0;
+
+  // The same records one by one, for stores larger than memory should hold. The record is the
+  // visitor's to read during the call; a visitor that gives false ends the visit early. A visitor
+  // must not call this store. What it throws passes to the caller.
+  virtual std::int32_t VisitContacts(const std::function<bool(CContact&)>& visitor) = 0;
+  virtual std::int32_t VisitCalendars(CalendarType kind,
+                                      const std::function<bool(CCalendar&)>& visitor) = 0;
+
+  // Store the records of a collection in their order, as CContacts::SaveToDB,
+  // CContactGroups::SaveToDB, CContactGroupPairs::SaveToDB and CCalendars::SaveToDB tell.
+  virtual std::int32_t SaveContacts(CContacts& contacts, std::int32_t saveOption,
+                                    bool saveFlag) = 0;
+  virtual std::int32_t SaveContactGroups(CContactGroups& groups, bool saveFlag) = 0;
+  virtual std::int32_t SaveContactGroupPairs(CContactGroupPairs& pairs) = 0;
+  virtual std::int32_t SaveCalendars(CCalendars& items, bool saveFlag) = 0;
+
+  // Transactions nest: an inner one can be rolled back alone. Each gives false when it fails.
+  // Use StoreTransaction, which pairs them.
+  virtual bool Begin() = 0;
+  virtual bool Commit() = 0;
+  virtual bool Rollback() noexcept = 0;
+
+  // What went wrong last, in English, naming the store's file where there is one.
+  virtual std::string LastError() const = 0;
+};
+
+// One transaction that holds several operations together: rolled back unless committed.
+class PIM_EXPORT StoreTransaction {
+ public:
+  explicit StoreTransaction(RecordStore& store) : store_(store), open_(store.Begin()) {}
+  StoreTransaction(const StoreTransaction&) = delete;
+  StoreTransaction& operator=(const StoreTransaction&) = delete;
+  ~StoreTransaction() {
+    if (open_) store_.Rollback();
+  }
+
+  bool IsOpen() const noexcept { return open_; }
+  // False when the store fails; then everything since the beginning is undone.
+  bool Commit() {
+    if (!open_) return false;
+    open_ = false;
+    if (store_.Commit()) return true;
+    store_.Rollback();
+    return false;
+  }
+
+ private:
+  RecordStore& store_;
+  bool open_;
+};
+
+// Binds a store to a handle for the collections' operations, from 1. The store stays the caller's
+// and must outlive the binding.
+class PIM_EXPORT StoreBinding {
+ public:
+  explicit StoreBinding(RecordStore& store);
+  StoreBinding(const StoreBinding&) = delete;
+  StoreBinding& operator=(const StoreBinding&) = delete;
+  ~StoreBinding();
+
+  std::int32_t db() const noexcept { return db_; }
+
+ private:
+  std::int32_t db_;
+};
+
+// The store bound to the handle `db`, or null. Whoever bound it owns it.
+PIM_EXPORT RecordStore* StoreForHandle(std::int32_t db) noexcept;
+
+}  // namespace pim

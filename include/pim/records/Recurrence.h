@@ -1,0 +1,124 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "pim/Export.h"
+#include "pim/records/TypeCodes.h"
+#include "pim/support/DateTime.h"
+
+namespace pim {
+
+class RecurrenceData;
+
+// A new rule record of the kind, or null for a number that is no RecurrenceType.
+struct DeleteRule {
+  void operator()(RecurrenceData* rule) const noexcept;
+};
+using RecurrencePointer = std::unique_ptr<RecurrenceData, DeleteRule>;
+PIM_EXPORT RecurrencePointer MakeRecurrenceData(std::int32_t type);
+
+// A repeat rule in vCalendar 1.0's basic grammar.
+class PIM_EXPORT RecurrenceData {
+ public:
+  virtual bool operator==(const RecurrenceData& other) const;
+  virtual bool operator!=(const RecurrenceData& other) const { return !(*this == other); }
+  RecurrenceData(const RecurrenceData&) = default;
+  RecurrenceData& operator=(const RecurrenceData&) = default;
+
+  std::int32_t type;          // RecurrenceType
+  std::int32_t interval = 0;  // at least 1 when read from text
+  std::int32_t count = 0;     // number of occurrences; 0 when the rule gives none
+  COleDateTimeNull endDate;   // null when the rule gives none
+
+ protected:
+  explicit RecurrenceData(std::int32_t kind) : type(kind) {}
+  virtual ~RecurrenceData() = default;
+  virtual void DeleteThis() = 0;
+
+  friend struct DeleteRule;
+};
+
+inline void DeleteRule::operator()(RecurrenceData* rule) const noexcept { rule->DeleteThis(); }
+
+// The lists stand in ascending order of their values read as unsigned numbers, so that negative
+// ones, which count from the end, stand behind all positive ones; none holds a value twice.
+using RecurrenceList = std::vector<std::int32_t>;
+
+class PIM_EXPORT DailyData : public RecurrenceData {
+ private:
+  DailyData() : RecurrenceData(RECUR_DAILY) {}
+  ~DailyData() override = default;
+  void DeleteThis() override { delete this; }
+  friend PIM_EXPORT RecurrencePointer MakeRecurrenceData(std::int32_t type);
+};
+
+class PIM_EXPORT MonthlyByPosData : public RecurrenceData {
+ public:
+  bool operator==(const RecurrenceData& other) const override;
+
+  RecurrenceList positions;  // weeks of the month: 1 to 5, or -1 to -5 from the end
+  RecurrenceList weekdays;   // 0 Sunday to 6 Saturday
+
+ private:
+  MonthlyByPosData() : RecurrenceData(RECUR_MONTHLY_BY_POS) {}
+  ~MonthlyByPosData() override = default;
+  void DeleteThis() override { delete this; }
+  friend PIM_EXPORT RecurrencePointer MakeRecurrenceData(std::int32_t type);
+};
+
+// What the four rules with one list share.
+class PIM_EXPORT DaysData : public RecurrenceData {
+ public:
+  bool operator==(const RecurrenceData& other) const override;
+
+  RecurrenceList days;
+
+ protected:
+  using RecurrenceData::RecurrenceData;
+  ~DaysData() override = default;
+};
+
+class PIM_EXPORT WeeklyData : public DaysData {  // days: weekdays, 0 Sunday to 6 Saturday
+ private:
+  WeeklyData() : DaysData(RECUR_WEEKLY) {}
+  ~WeeklyData() override = default;
+  void DeleteThis() override { delete this; }
+  friend PIM_EXPORT RecurrencePointer MakeRecurrenceData(std::int32_t type);
+};
+
+class PIM_EXPORT MonthlyByDayData : public DaysData {  // days of the month, negative from its end
+ private:
+  MonthlyByDayData() : DaysData(RECUR_MONTHLY_BY_DAY) {}
+  ~MonthlyByDayData() override = default;
+  void DeleteThis() override { delete this; }
+  friend PIM_EXPORT RecurrencePointer MakeRecurrenceData(std::int32_t type);
+};
+
+class PIM_EXPORT YearlyByMonthData : public DaysData {  // days: months, 1 to 12
+ private:
+  YearlyByMonthData() : DaysData(RECUR_YEARLY_BY_MONTH) {}
+  ~YearlyByMonthData() override = default;
+  void DeleteThis() override { delete this; }
+  friend PIM_EXPORT RecurrencePointer MakeRecurrenceData(std::int32_t type);
+};
+
+class PIM_EXPORT YearlyByDayData : public DaysData {  // days of the year, 1 to 366
+ private:
+  YearlyByDayData() : DaysData(RECUR_YEARLY_BY_DAY) {}
+  ~YearlyByDayData() override = default;
+  void DeleteThis() override { delete this; }
+  friend PIM_EXPORT RecurrencePointer MakeRecurrenceData(std::int32_t type);
+};
+
+// Holds and owns an item's rule, or none.
+class CRecurrence {
+ public:
+  const RecurrenceData* GetRecurrenceData() const { return data.get(); }
+  void ResetRecurrenceData() { data.reset(); }
+
+  RecurrencePointer data;
+};
+
+}  // namespace pim

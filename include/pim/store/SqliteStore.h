@@ -1,0 +1,56 @@
+#pragma once
+
+#include <chrono>
+#include <memory>
+#include <stdexcept>
+#include <string>
+
+#include "pim/Export.h"
+#include "pim/records/RecordStore.h"
+
+namespace pim {
+
+// Why a store can't be opened: "PATH: what is wrong".
+class PIM_EXPORT StoreError : public std::runtime_error {
+ public:
+  StoreError(const std::string& path, const std::string& problem)
+      : std::runtime_error(path + ": " + problem) {}
+};
+
+// Records in one SQLite file. Several programs may have it open: who writes makes the others wait,
+// who reads sees one state of it.
+class PIM_EXPORT SqliteStore final : public RecordStore {
+ public:
+  // Opens the store at `path` (the operating system's own form), or makes one where there is no
+  // file or an empty one; its folder must exist. A file that isn't a store of this program, or that
+  // a newer version has written, is left as it is. `lockWait` is how long all waiting for other
+  // programs may take between two successes. Throws StoreError.
+  explicit SqliteStore(const std::string& path,
+                       std::chrono::milliseconds lockWait = std::chrono::seconds(30));
+  ~SqliteStore() override;
+
+  // Replaces the way to a contact's picture; by default it lies in GetCallerIdPath().
+  void SetPictureReader(PictureReader reader);
+
+  std::int32_t LoadContacts(CContacts& contacts) override;
+  std::int32_t LoadContactGroups(CContactGroups& groups) override;
+  std::int32_t LoadContactGroupPairs(CContactGroupPairs& pairs) override;
+  std::int32_t LoadCalendars(CalendarType kind, CCalendars& items) override;
+  std::int32_t VisitContacts(const std::function<bool(CContact&)>& visitor) override;
+  std::int32_t VisitCalendars(CalendarType kind,
+                              const std::function<bool(CCalendar&)>& visitor) override;
+  std::int32_t SaveContacts(CContacts& contacts, std::int32_t saveOption, bool saveFlag) override;
+  std::int32_t SaveContactGroups(CContactGroups& groups, bool saveFlag) override;
+  std::int32_t SaveContactGroupPairs(CContactGroupPairs& pairs) override;
+  std::int32_t SaveCalendars(CCalendars& items, bool saveFlag) override;
+  bool Begin() override;
+  bool Commit() override;
+  bool Rollback() noexcept override;
+  std::string LastError() const override;
+
+ private:
+  class Impl;
+  std::unique_ptr<Impl> impl_;
+};
+
+}  // namespace pim

@@ -1,0 +1,39 @@
+#include "pim/records/Contact.h"
+
+namespace pim {
+
+CTelephoneNumber& CContact::NewTelephone(WideStringView number, std::uint32_t type,
+                                         bool /*isDefault*/, std::int32_t /*rowId*/) {
+  return telephones_.emplace_back(CTelephoneNumber{type, number});
+}
+
+CEmail& CContact::NewEmail(WideStringView address, std::uint32_t type, std::int32_t /*rowId*/) {
+  return emails_.emplace_back(CEmail{type, address});
+}
+
+CURL& CContact::NewURL(WideStringView url, std::uint32_t type, std::int32_t /*rowId*/) {
+  return urls_.emplace_back(CURL{type, url});
+}
+
+CPostalAddress& CContact::NewAddress(const CPostalAddress* source, std::uint32_t type,
+                                     std::int32_t /*rowId*/) {
+  CPostalAddress address = source != nullptr ? *source : CPostalAddress{};
+  address.address_type = type;
+  return addresses_.emplace_back(std::move(address));
+}
+
+COrganization& CContact::NewOrganization(std::uint32_t type) {
+  COrganization& organization = organizations_.emplace_back();
+  organization.org_type = type;
+  return organization;
+}
+
+CMessenger& CContact::NewMessenger(WideStringView address, std::uint32_t type) {
+  return messengers_.emplace_back(CMessenger{type, address});
+}
+
+CContactEvent& CContact::NewContactEvent(const COleDateTimeNull& date, std::uint32_t type) {
+  return events_.emplace_back(CContactEvent{date, type});
+}
+
+}  // namespace pim

@@ -1,0 +1,49 @@
+#include "records/ContentIndex.h"
+
+namespace pim {
+
+void ContentIndex::Add(std::int32_t key, const Fingerprint& content, WideStringView photo) {
+  ++changes_;
+  const auto replaced = generations_.find(key);
+  const Entry entry{key, replaced == generations_.end() ? 0 : replaced->second};
+  if (photo.empty()) {
+    exact_.emplace(content, entry);
+  } else {
+    unread_.emplace(content, UnreadEntry{entry, photo});
+  }
+}
+
+void ContentIndex::Replace(std::int32_t key, const Fingerprint& content, WideStringView photo) {
+  ++generations_[key];
+  Add(key, content, photo);
+}
+
+std::optional<std::int32_t> ContentIndex::Find(const Fingerprint& content, WideStringView photo) {
+  for (auto unread = unread_.find(content); unread != unread_.end();
+       unread = unread_.find(content)) {
+    if (IsCurrent(unread->second.entry))
+      exact_.emplace(WithPicture(content, unread->second.photo), unread->second.entry);
+    unread_.erase(unread);
+  }
+  const Fingerprint sought = WithPicture(content, photo);
+  for (auto found = exact_.find(sought); found != exact_.end(); found = exact_.find(sought)) {
+    if (IsCurrent(found->second)) return found->second.key;
+    exact_.erase(found);
+  }
+  return std::nullopt;
+}
+
+bool ContentIndex::IsCurrent(const Entry& entry) const {
+  const auto replaced = generations_.find(entry.key);
+  return entry.generation == (replaced == generations_.end() ? 0 : replaced->second);
+}
+
+// A picture that isn't there is none.
+Fingerprint ContentIndex::WithPicture(const Fingerprint& content, WideStringView photo) const {
+  const NarrowString bytes = photo.empty() ? NarrowString{} : pictures_(photo);
+  if (bytes.empty()) return content;
+  const Fingerprint picture = FingerprintOf(bytes);
+  return {content.low ^ picture.low, content.high ^ picture.high};
+}
+
+}  // namespace pim

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <unordered_map>
+
+#include "pim/records/RecordStore.h"
+#include "pim/support/WideText.h"
+#include "records/Fingerprint.h"
+
+namespace pim {
+
+// The stored records by what they hold, for saves that leave out what is there already. A picture
+// is read only when the rest of two contacts is equal, and once.
+class ContentIndex {
+ public:
+  explicit ContentIndex(PictureReader pictures) : pictures_(std::move(pictures)) {}
+
+  void Add(std::int32_t key, const Fingerprint& content, WideStringView photo);
+  // For a record that was stored before, with what it holds now.
+  void Replace(std::int32_t key, const Fingerprint& content, WideStringView photo);
+  // The key of a stored record that holds the same.
+  std::optional<std::int32_t> Find(const Fingerprint& content, WideStringView photo);
+
+  // Grows with each Add and Replace.
+  std::size_t changes() const { return changes_; }
+
+ private:
+  struct Entry {
+    std::int32_t key;
+    std::uint32_t generation;  // of the key's content
+  };
+  struct UnreadEntry {
+    Entry entry;
+    WideText photo;
+  };
+
+  bool IsCurrent(const Entry& entry) const;
+  Fingerprint WithPicture(const Fingerprint& content, WideStringView photo) const;
+
+  PictureReader pictures_;
+  std::unordered_multimap<Fingerprint, Entry, FingerprintHash> exact_;
+  std::unordered_multimap<Fingerprint, UnreadEntry, FingerprintHash> unread_;
+  std::unordered_map<std::int32_t, std::uint32_t> generations_;  // of keys that were replaced
+  std::size_t changes_ = 0;
+};
+
+}  // namespace pim

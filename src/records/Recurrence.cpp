@@ -1,0 +1,41 @@
+#include "pim/records/Recurrence.h"
+
+namespace pim {
+
+RecurrencePointer MakeRecurrenceData(std::int32_t type) {
+  switch (type) {
+    case RECUR_DAILY:
+      return RecurrencePointer(new DailyData);
+    case RECUR_WEEKLY:
+      return RecurrencePointer(new WeeklyData);
+    case RECUR_MONTHLY_BY_POS:
+      return RecurrencePointer(new MonthlyByPosData);
+    case RECUR_MONTHLY_BY_DAY:
+      return RecurrencePointer(new MonthlyByDayData);
+    case RECUR_YEARLY_BY_MONTH:
+      return RecurrencePointer(new YearlyByMonthData);
+    case RECUR_YEARLY_BY_DAY:
+      return RecurrencePointer(new YearlyByDayData);
+    default:
+      return nullptr;
+  }
+}
+
+bool RecurrenceData::operator==(const RecurrenceData& other) const {
+  return type == other.type && interval == other.interval && count == other.count &&
+         endDate == other.endDate;
+}
+
+bool MonthlyByPosData::operator==(const RecurrenceData& other) const {
+  if (!RecurrenceData::operator==(other)) return false;
+  const auto* rule = dynamic_cast<const MonthlyByPosData*>(&other);
+  return rule != nullptr && positions == rule->positions && weekdays == rule->weekdays;
+}
+
+bool DaysData::operator==(const RecurrenceData& other) const {
+  if (!RecurrenceData::operator==(other)) return false;
+  const auto* rule = dynamic_cast<const DaysData*>(&other);
+  return rule != nullptr && days == rule->days;
+}
+
+}  // namespace pim

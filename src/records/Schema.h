@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+namespace pim {
+
+// The store's tables as static rows: whatever a database keeps is made from them. The names are
+// persistent, misspelt ones included.
+
+enum class ColumnType : std::uint8_t {
+  Real = 5,
+  DateTime = 7,  // an OLE automation day number
+  Text = 8,
+  Integer = 22,
+};
+
+enum class KeyMark : std::uint8_t {
+  None = 0,
+  Own = 1,        // the table's own key
+  Reference = 2,  // the key of a row of another table
+};
+
+struct Column {
+  std::string_view name;
+  ColumnType type;
+  KeyMark key = KeyMark::None;
+};
+
+struct Table {
+  std::string_view name;
+  std::span<const Column> columns;
+};
+
+std::span<const Table> ContactTables();
+// Calendars with its lists, then the message side.
+std::span<const Table> CalendarTables();
+// What a to-do and a memo have in `Calendars`; they have no table of their own.
+std::span<const Column> TodoColumns();
+std::span<const Column> MemoColumns();
+// Tables that the schema names and leaves without columns.
+std::span<const std::string_view> TablesWithoutColumns();
+
+}  // namespace pim

@@ -1,0 +1,163 @@
+#include "records/StoreLayout.h"
+
+#include <algorithm>
+#include <stdexcept>
+#include <string>
+
+namespace pim {
+
+namespace {
+
+// Columns named ..._exact hold a time that whole seconds can't: see RecordMap.h.
+constexpr Column kContactsOwn[] = {
+    {"phonetic_prefix", ColumnType::Text},          {"phonetic_suffix", ColumnType::Text},
+    {"created_time_exact", ColumnType::DateTime},   {"modified_time_exact", ColumnType::DateTime},
+    {"xmodified_time_exact", ColumnType::DateTime},
+};
+
+// The name in one letter case, by which groups are found.
+constexpr Column kContactGroupsOwn[] = {{"group_name_folded", ColumnType::Text}};
+
+constexpr Column kContactEventsOwn[] = {{"event_date_exact", ColumnType::DateTime}};
+
+constexpr Column kContactLinksOwn[] = {
+    {"link_id", ColumnType::Integer, KeyMark::Own},
+    {"contact_id", ColumnType::Integer, KeyMark::Reference},
+    {"group_id", ColumnType::Integer, KeyMark::Reference},
+};
+
+constexpr Column kContactXItemsOwn[] = {
+    {"xitem_id", ColumnType::Integer, KeyMark::Own},
+    {"contact_id", ColumnType::Integer, KeyMark::Reference},
+    {"name", ColumnType::Text},
+    {"value", ColumnType::Text},
+    {"params", ColumnType::Integer},
+};
+
+// The names of priority, status and color are those of the to-do and memo lists; color is a text
+// here, as records keep it.
+constexpr Column kCalendarsOwn[] = {
+    {"xmodified_time_exact", ColumnType::DateTime},
+    {"due", ColumnType::DateTime},
+    {"completed", ColumnType::DateTime},
+    {"priority", ColumnType::Integer},
+    {"status", ColumnType::Integer},
+    {"color", ColumnType::Text},
+    {"tz_offset", ColumnType::Real},
+    {"daylight_offset", ColumnType::Real},
+    {"daylight_start", ColumnType::DateTime},
+    {"daylight_end", ColumnType::DateTime},
+    {"standard_name", ColumnType::Text},
+    {"daylight_name", ColumnType::Text},
+};
+
+constexpr Column kCalendarAlarmsOwn[] = {
+    {"reminder_type", ColumnType::Integer}, {"value_type", ColumnType::Integer},
+    {"alarm_type", ColumnType::Integer},    {"snooze", ColumnType::Real},
+    {"repeat_count", ColumnType::Integer},  {"display_text", ColumnType::Text},
+};
+
+constexpr Column kCalendarRecurrencesOwn[] = {
+    {"recurrence_time_exact", ColumnType::DateTime},
+    {"day_list", ColumnType::Text},
+    {"position_list", ColumnType::Text},
+};
+
+constexpr Column kCalendarExceptionRulesOwn[] = {
+    {"exception_rule_id", ColumnType::Integer, KeyMark::Own},
+    {"calendar_id", ColumnType::Integer, KeyMark::Reference},
+    {"recurrence_type", ColumnType::Integer},
+    {"recurrence_count", ColumnType::Integer},
+    {"recurrence_time", ColumnType::Integer},
+    {"recurrence_value", ColumnType::Integer},
+    {"recurrence_time_exact", ColumnType::DateTime},
+    {"day_list", ColumnType::Text},
+    {"position_list", ColumnType::Text},
+};
+
+constexpr Column kCalendarXItemsOwn[] = {
+    {"xitem_id", ColumnType::Integer, KeyMark::Own},
+    {"calendar_id", ColumnType::Integer, KeyMark::Reference},
+    {"name", ColumnType::Text},
+    {"value", ColumnType::Text},
+    {"params", ColumnType::Integer},
+};
+
+constexpr Table kOwnColumns[] = {
+    {"Contacts", kContactsOwn},
+    {"ContactGroups", kContactGroupsOwn},
+    {"ContactEvents", kContactEventsOwn},
+    {"Calendars", kCalendarsOwn},
+    {"CalendarAlarms", kCalendarAlarmsOwn},
+    {"CalendarRecurrences", kCalendarRecurrencesOwn},
+};
+
+constexpr Table kOwnTables[] = {
+    {"Contacts_ContactGroups", kContactLinksOwn},
+    {"ContactXItems", kContactXItemsOwn},
+    {"CalendarExceptionRules", kCalendarExceptionRulesOwn},
+    {"CalendarXItems", kCalendarXItemsOwn},
+};
+
+std::vector<TableLayout> MakeStoreTables() {
+  std::vector<TableLayout> tables;
+  for (const auto schema : {ContactTables(), CalendarTables()}) {
+    for (const Table& table : schema) {
+      const auto own = std::ranges::find(kOwnColumns, table.name, &Table::name);
+      tables.push_back({table.name, table.columns,
+                        own == std::end(kOwnColumns) ? std::span<const Column>{} : own->columns});
+    }
+  }
+  for (const Table& table : kOwnTables) tables.push_back({table.name, {}, table.columns});
+  return tables;
+}
+
+}  // namespace
+
+std::vector<Column> TableLayout::Columns() const {
+  std::vector<Column> all(schema.begin(), schema.end());
+  all.insert(all.end(), own.begin(), own.end());
+  return all;
+}
+
+const std::vector<TableLayout>& StoreTables() {
+  static const std::vector<TableLayout> tables = MakeStoreTables();
+  return tables;
+}
+
+std::vector<IndexLayout> StoreIndexes() {
+  std::vector<IndexLayout> indexes = {
+      {"ContactGroups", {"group_name_folded"}},
+      {"Contacts_ContactGroups", {"contact_id", "group_id"}},
+  };
+  for (const TableLayout& table : StoreTables()) {
+    for (const Column& column : table.Columns()) {
+      if (column.key != KeyMark::Reference || OwnerOf(column).empty()) continue;
+      const auto serves = [&](const IndexLayout& index) {
+        return index.table == table.name && index.columns.front() == column.name;
+      };
+      if (std::ranges::none_of(indexes, serves)) indexes.push_back({table.name, {column.name}});
+    }
+  }
+  return indexes;
+}
+
+const TableLayout& StoreTable(std::string_view name) {
+  const auto found = std::ranges::find(StoreTables(), name, &TableLayout::name);
+  if (found == StoreTables().end())
+    throw std::logic_error("no table is called " + std::string(name));
+  return *found;
+}
+
+std::string_view KeyOf(const TableLayout& table) {
+  const std::span<const Column> columns = table.schema.empty() ? table.own : table.schema;
+  return std::ranges::find(columns, KeyMark::Own, &Column::key)->name;
+}
+
+std::string_view OwnerOf(const Column& reference) {
+  const auto owner = std::ranges::find_if(
+      StoreTables(), [&](const TableLayout& table) { return KeyOf(table) == reference.name; });
+  return owner == StoreTables().end() ? std::string_view{} : owner->name;
+}
+
+}  // namespace pim

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <span>
+#include <string_view>
+#include <vector>
+
+#include "records/Schema.h"
+
+namespace pim {
+
+// One table as a database makes it: the schema's columns, then the store's own, which hold what a
+// record has and the schema has no column for.
+struct TableLayout {
+  std::string_view name;
+  std::span<const Column> schema;
+  std::span<const Column> own;
+
+  std::vector<Column> Columns() const;
+};
+
+// All tables that a database makes, owners before their lists.
+const std::vector<TableLayout>& StoreTables();
+
+// An index speeds up a search by its columns, which are one table's. There is one for each
+// reference to a known owner, and for what the store itself looks up.
+struct IndexLayout {
+  std::string_view table;
+  std::vector<std::string_view> columns;
+};
+std::vector<IndexLayout> StoreIndexes();
+
+// The table of that name, which must be one of them.
+const TableLayout& StoreTable(std::string_view name);
+
+// The column that is the table's own key.
+std::string_view KeyOf(const TableLayout& table);
+
+// The table whose key a reference holds, or empty where the schema tells none: the keys of a
+// contact's default entries and of a profile are other programs' business.
+std::string_view OwnerOf(const Column& reference);
+
+}  // namespace pim

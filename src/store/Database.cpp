@@ -1,0 +1,132 @@
+#include "store/Database.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "pim/store/SqliteStore.h"
+
+namespace pim {
+
+namespace {
+
+// Enough for the upper levels of all tables and indexes of a large store.
+constexpr const char* kSetUp =
+    "PRAGMA foreign_keys=ON; PRAGMA synchronous=FULL; PRAGMA cell_size_check=ON; "
+    "PRAGMA trusted_schema=OFF; PRAGMA cache_size=-16384";
+
+// What SQLite's code means to the user; its own words follow.
+constexpr struct {
+  int code;
+  const char* meaning;
+} kProblems[] = {
+    {SQLITE_BUSY, "locked by another program"},
+    {SQLITE_CORRUPT, "damaged"},
+    {SQLITE_NOTADB, "damaged"},
+    {SQLITE_READONLY, "can't be written"},
+    {SQLITE_CANTOPEN, "can't be opened"},
+    {SQLITE_FULL, "no space left"},
+    {SQLITE_IOERR, "can't be read or written"},
+};
+
+}  // namespace
+
+Database::Database(std::string path, std::chrono::milliseconds lockWait)
+    : path_(std::move(path)), lockWait_(lockWait) {
+  sqlite3* opened = nullptr;
+  // A slash keeps names such as ":memory:" and "file:x" names of files.
+  const std::string name = path_.find('/') == std::string::npos ? "./" + path_ : path_;
+  const int code =
+      sqlite3_open_v2(name.c_str(), &opened,
+                      SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX, nullptr);
+  handle_.reset(opened);
+  if (code != SQLITE_OK) Fail(code);
+  sqlite3_extended_result_codes(opened, 1);
+  sqlite3_busy_handler(opened, Wait, this);
+  if (sqlite3_db_readonly(opened, "main") == 1) Fail("can't be written: the file is read-only");
+  Run(kSetUp);
+}
+
+int Database::Wait(void* database, int attempts) {
+  auto& self = *static_cast<Database*>(database);
+  if (self.waited_ >= self.lockWait_) return 0;
+  const std::chrono::milliseconds pause = std::min(
+      std::chrono::milliseconds(std::min(attempts + 1, 25)), self.lockWait_ - self.waited_);
+  sqlite3_sleep(static_cast<int>(pause.count()));
+  self.waited_ += pause;
+  return 1;
+}
+
+void Database::Run(const char* sql) {
+  const int code = sqlite3_exec(handle_.get(), sql, nullptr, nullptr, nullptr);
+  if (code != SQLITE_OK) Fail(code);
+}
+
+void Database::Begin() {
+  if (reading_) Fail("is being read, so that nothing can be written");
+  if (depth_ == 0) {
+    Run("BEGIN IMMEDIATE");
+    waited_ = {};
+  } else {
+    CheckTransaction();
+    Run("SAVEPOINT inner");
+  }
+  ++depth_;
+}
+
+void Database::Commit() {
+  CheckTransaction();
+  Run(depth_ == 1 ? "COMMIT" : "RELEASE inner");
+  --depth_;
+}
+
+bool Database::Rollback() noexcept {
+  if (depth_ == 0) return false;
+  const bool outermost = --depth_ == 0;
+  if (sqlite3_get_autocommit(handle_.get()) != 0) return true;
+  const char* sql = outermost ? "ROLLBACK" : "ROLLBACK TO inner; RELEASE inner";
+  return sqlite3_exec(handle_.get(), sql, nullptr, nullptr, nullptr) == SQLITE_OK;
+}
+
+void Database::CheckTransaction() {
+  if (depth_ == 0) return;
+  if (sqlite3_get_autocommit(handle_.get()) != 0)
+    Fail("the transaction was undone after a failure");
+}
+
+bool Database::MayTryAgain() {
+  constexpr int kLongPause = 10;
+  return (sqlite3_errcode(handle_.get()) & 0xFF) == SQLITE_BUSY && Wait(this, kLongPause) != 0;
+}
+
+void Database::Fail(int code) {
+  std::string problem;
+  for (const auto& row : kProblems)
+    if (row.code == (code & 0xFF)) problem = row.meaning;
+  const std::string detail =
+      handle_ != nullptr ? sqlite3_errmsg(handle_.get()) : sqlite3_errstr(code);
+  problem += problem.empty() ? detail : " (" + detail + ")";
+  const int systemError = handle_ != nullptr ? sqlite3_system_errno(handle_.get()) : 0;
+  if ((code & 0xFF) == SQLITE_CANTOPEN && systemError != 0)
+    problem += std::string(": ") + std::strerror(systemError);
+  throw StoreError(path_, problem);
+}
+
+void Database::Fail(const std::string& problem) { throw StoreError(path_, problem); }
+
+ReadTransaction::ReadTransaction(Database& db) : db_(db) {
+  if (db.reading_) db.Fail("is being read already");
+  db.CheckTransaction();
+  if (db.depth_ == 0) {
+    db.Run("BEGIN");
+    began_ = true;
+  }
+  db.reading_ = true;
+}
+
+ReadTransaction::~ReadTransaction() {
+  db_.reading_ = false;
+  db_.waited_ = {};
+  if (began_) sqlite3_exec(db_.handle(), "ROLLBACK", nullptr, nullptr, nullptr);
+}
+
+}  // namespace pim

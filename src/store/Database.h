@@ -1,0 +1,71 @@
+#pragma once
+
+#include <sqlite3.h>
+
+#include <chrono>
+#include <memory>
+#include <string>
+
+namespace pim {
+
+// The connection to one SQLite file, with the transactions on it. Operations throw StoreError,
+// which names the file.
+class Database {
+ public:
+  // Opens or creates the file and sets the connection up; looks at none of its content.
+  Database(std::string path, std::chrono::milliseconds lockWait);
+  Database(const Database&) = delete;
+  Database& operator=(const Database&) = delete;
+
+  sqlite3* handle() const noexcept { return handle_.get(); }
+  const std::string& path() const noexcept { return path_; }
+
+  // Runs statements that give no rows.
+  void Run(const char* sql);
+  // Writers wait for each other at the beginning of the outermost transaction, so that none fails
+  // in the middle. Inner ones are savepoints.
+  void Begin();
+  void Commit();
+  bool Rollback() noexcept;
+  int depth() const noexcept { return depth_; }
+  // Throws once SQLite has undone the open transaction by itself, as it does on a full disk: what
+  // comes behind would be outside of any.
+  void CheckTransaction();
+
+  // Whether the last call found the file locked and another try may be made: SQLite waits by itself
+  // for most locks, but not where a file changes its way of logging. Has waited a little then.
+  bool MayTryAgain();
+
+  // Throws what went wrong in SQLite's last call, which gave `code`.
+  [[noreturn]] void Fail(int code);
+  [[noreturn]] void Fail(const std::string& problem);
+
+ private:
+  friend class ReadTransaction;
+  struct Close {
+    void operator()(sqlite3* db) const noexcept { sqlite3_close_v2(db); }
+  };
+  static int Wait(void* database, int attempts);
+
+  std::string path_;
+  std::chrono::milliseconds lockWait_;
+  std::chrono::milliseconds waited_{0};  // since a lock was last had
+  std::unique_ptr<sqlite3, Close> handle_;
+  int depth_ = 0;
+  bool reading_ = false;
+};
+
+// While it lives, all reading sees one state of the store, and nothing may be written.
+class ReadTransaction {
+ public:
+  explicit ReadTransaction(Database& db);
+  ReadTransaction(const ReadTransaction&) = delete;
+  ReadTransaction& operator=(const ReadTransaction&) = delete;
+  ~ReadTransaction();
+
+ private:
+  Database& db_;
+  bool began_ = false;
+};
+
+}  // namespace pim

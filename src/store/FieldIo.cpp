@@ -1,0 +1,140 @@
+#include "store/FieldIo.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "store/StoredForms.h"
+
+namespace pim {
+
+namespace {
+
+constexpr double kInvalid = std::numeric_limits<double>::infinity();
+
+class Binder {
+ public:
+  Binder(Statement& statement, int index) : statement_(statement), index_(index) {}
+
+  void operator()(const WideText* text) { BindText(text->view()); }
+  void operator()(const PictureName& picture) { BindText(picture.name->view()); }
+  void operator()(const std::int32_t* number) { statement_.Bind(index_, std::int64_t{*number}); }
+  void operator()(const std::uint32_t* number) { statement_.Bind(index_, std::int64_t{*number}); }
+  void operator()(const std::uint8_t* number) { statement_.Bind(index_, std::int64_t{*number}); }
+  void operator()(const DESKMATE_IDS::Alarm* kind) { statement_.Bind(index_, std::int64_t{*kind}); }
+
+  void operator()(const COleDateTimeNull* time) {
+    if (time->status == StatusNull) return statement_.BindNull(index_);
+    statement_.Bind(index_, DaysOf(time->value, time->status));
+  }
+  void operator()(const COleDateTimeSpan* span) {
+    if (span->status == StatusValid && span->value == 0.0) return statement_.BindNull(index_);
+    const double days = DaysOf(span->value, span->status);
+    statement_.Bind(index_, span->status == StatusNull ? -days : days);
+  }
+  void operator()(const WholeSeconds& field) {
+    const auto seconds = WholeSecondsOf(*field.time);
+    if (!seconds) return statement_.BindNull(index_);
+    statement_.Bind(index_, *seconds);
+  }
+  void operator()(const ExactDay& field) {
+    if (WholeSecondsOf(*field.time)) return statement_.BindNull(index_);
+    (*this)(field.time);
+  }
+
+  void operator()(const std::vector<WideText>* texts) {
+    texts->empty() ? statement_.BindNull(index_) : BindText(StoredList(*texts));
+  }
+  void operator()(const RecurrenceList* numbers) {
+    if (numbers->empty()) return statement_.BindNull(index_);
+    AppendStoredNumbers(*numbers, statement_.Buffer(index_));
+    statement_.BindBuffer(index_);
+  }
+  void operator()(const DerivedNumber& number) {
+    if (!number.value) return statement_.BindNull(index_);
+    statement_.Bind(index_, std::int64_t{*number.value});
+  }
+
+ private:
+  static double DaysOf(double value, DateTimeStatus status) {
+    if (status == StatusValid && std::isfinite(value)) return value;
+    return kInvalid;
+  }
+  void BindText(WideStringView text) {
+    if (text.empty()) return statement_.BindNull(index_);
+    AppendStoredText(text, statement_.Buffer(index_));
+    statement_.BindBuffer(index_);
+  }
+
+  Statement& statement_;
+  int index_;
+};
+
+template <class Number>
+void Saturate(std::int64_t stored, Number& number) {
+  using Limits = std::numeric_limits<Number>;
+  number = static_cast<Number>(
+      std::clamp(stored, std::int64_t{Limits::min()}, std::int64_t{Limits::max()}));
+}
+
+void ReadDays(double stored, COleDateTimeNull& time) {
+  time.status = std::isfinite(stored) ? StatusValid : StatusInvalid;
+  time.value = std::isfinite(stored) ? stored : 0.0;
+}
+
+class Reader {
+ public:
+  Reader(Statement& statement, int column, WideString& work)
+      : statement_(statement), column_(column), work_(work) {}
+
+  void operator()(WideText* text) { *text = Text(); }
+  void operator()(const PictureName& picture) {
+    const WideStringView name = Text();
+    if (IsPlainFileName(name)) *picture.name = name;
+  }
+  void operator()(std::int32_t* number) { Saturate(statement_.Integer(column_), *number); }
+  void operator()(std::uint32_t* number) { Saturate(statement_.Integer(column_), *number); }
+  void operator()(std::uint8_t* number) { Saturate(statement_.Integer(column_), *number); }
+  void operator()(DESKMATE_IDS::Alarm* kind) {
+    std::int32_t number = 0;
+    (*this)(&number);
+    *kind = static_cast<DESKMATE_IDS::Alarm>(number);
+  }
+  void operator()(COleDateTimeNull* time) { ReadDays(statement_.Real(column_), *time); }
+  void operator()(COleDateTimeSpan* span) {
+    const double stored = statement_.Real(column_);
+    span->status = std::isfinite(stored) ? StatusValid : stored > 0 ? StatusInvalid : StatusNull;
+    span->value = std::isfinite(stored) ? stored : 0.0;
+  }
+  void operator()(const WholeSeconds& field) {
+    *field.time = TimeFromSeconds(statement_.Integer(column_));
+  }
+  void operator()(const ExactDay& field) { (*this)(field.time); }
+  void operator()(std::vector<WideText>* texts) { *texts = ListFromStored(Text()); }
+  void operator()(RecurrenceList* numbers) {
+    *numbers = NumbersFromStored(statement_.Text(column_));
+  }
+  void operator()(const DerivedNumber&) {}
+
+ private:
+  WideStringView Text() {
+    ReadStoredText(statement_.Text(column_), work_);
+    return work_;
+  }
+
+  Statement& statement_;
+  int column_;
+  WideString& work_;
+};
+
+}  // namespace
+
+void BindField(Statement& statement, int index, const FieldRef& field) {
+  std::visit(Binder(statement, index), field);
+}
+
+void FieldReader::Read(Statement& statement, int column, const FieldRef& field) {
+  std::visit(Reader(statement, column, work_), field);
+}
+
+}  // namespace pim

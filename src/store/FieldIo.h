@@ -1,0 +1,24 @@
+#pragma once
+
+#include "records/RecordMap.h"
+#include "store/Statement.h"
+
+namespace pim {
+
+// A field's way into a parameter. What a record holds nothing of becomes NULL: an empty text or
+// list, a null time. A time or span that is invalid is positive infinity, a null span negative
+// infinity, since no number of days is.
+void BindField(Statement& statement, int index, const FieldRef& field);
+
+// A column's way into a field, for any value but NULL, which leaves a field as it is. A number
+// beyond the field's range reads as the nearest that is in it; a name that could lead out of its
+// folder as none.
+class FieldReader {
+ public:
+  void Read(Statement& statement, int column, const FieldRef& field);
+
+ private:
+  WideString work_;
+};
+
+}  // namespace pim

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <cstdint>
+
+#include "pim/records/ContactGroups.h"
+#include "store/FieldIo.h"
+#include "store/Statement.h"
+
+namespace pim {
+
+// The groups. Runs inside the caller's transaction.
+class GroupTable {
+ public:
+  explicit GroupTable(Database& db);
+
+  std::int32_t Load(CContactGroups& groups);
+  // Brings into reach of Find the groups of a program that knows nothing of the column it uses.
+  void FoldUnfolded();
+  std::int32_t HighestKey();
+  bool Holds(std::int32_t key);
+  std::int32_t Find(WideStringView name);
+  void Insert(std::int32_t key, WideStringView name) { Run(insert_, key, name); }
+  void Rename(std::int32_t key, WideStringView name) { Run(update_, key, name); }
+
+ private:
+  static void Run(Statement& statement, std::int64_t key, WideStringView name);
+
+  Statement all_;
+  Statement unfolded_;
+  Statement holds_;
+  Statement find_;
+  Statement highest_;
+  Statement insert_;
+  Statement update_;
+  FieldReader fields_;
+};
+
+// The links of contacts to groups. Runs inside the caller's transaction.
+class LinkTable {
+ public:
+  explicit LinkTable(Database& db);
+
+  std::int32_t Load(CContactGroupPairs& pairs);
+  std::int64_t Count(std::int32_t contact, std::int32_t group);
+  void Insert(std::int32_t contact, std::int32_t group);
+
+ private:
+  Database& db_;
+  Statement all_;
+  Statement count_;
+  Statement insert_;
+  FieldReader fields_;
+};
+
+}  // namespace pim

@@ -1,0 +1,316 @@
+#include "pim/records/MemoryStore.h"
+
+#include <exception>
+#include <map>
+#include <optional>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include "platform/LetterCase.h"
+#include "records/SaveRecords.h"
+#include "support/CallerIdPictures.h"
+
+namespace pim {
+
+namespace {
+
+constexpr std::int32_t kFailure = -1;
+
+// What takes back each change, the last one first.
+class UndoLog {
+ public:
+  void Add(std::function<void()> undo) { undos_.push_back(std::move(undo)); }
+  bool IsOpen() const { return !marks_.empty(); }
+  void Begin() { marks_.push_back(undos_.size()); }
+  void Commit() {
+    marks_.pop_back();
+    if (marks_.empty()) undos_.clear();
+  }
+  void Rollback() {
+    for (; undos_.size() > marks_.back(); undos_.pop_back()) undos_.back()();
+    marks_.pop_back();
+  }
+
+ private:
+  std::vector<std::function<void()>> undos_;
+  std::vector<std::size_t> marks_;
+};
+
+template <class Record>
+class RecordTable {
+ public:
+  RecordTable(const RecordMap& map, UndoLog& log, const PictureReader& pictures)
+      : map_(map), log_(log), pictures_(pictures) {}
+
+  bool Holds(std::int32_t key) const { return records_.contains(key); }
+  void Insert(std::int32_t key, Record& record) {
+    log_.Add([this, key] {
+      records_.erase(key);
+      contents_.reset();
+    });
+    records_[key] = Copy(key, record);
+  }
+  void Update(std::int32_t key, Record& record) {
+    log_.Add([this, key, before = records_[key]] {
+      records_[key] = before;
+      contents_.reset();
+    });
+    records_[key] = Copy(key, record);
+  }
+  std::int32_t HighestKey() const { return records_.empty() ? 0 : records_.rbegin()->first; }
+  ContentIndex* Contents(bool isWanted) {
+    if (!contents_ && isWanted) {
+      contents_.emplace(pictures_);
+      for (const auto& [key, record] : records_)
+        contents_->Add(key, FingerprintOf(map_, record.get()), PhotoOf(*record));
+    }
+    return contents_ ? &*contents_ : nullptr;
+  }
+  void ForgetContents() { contents_.reset(); }
+
+  // Reads copies until `visitor` gives false or there is no other that `isWanted` takes.
+  template <class Wanted, class Visitor>
+  std::int32_t Visit(Wanted isWanted, Visitor visitor) const {
+    std::int32_t visited = 0;
+    for (const auto& [key, record] : records_) {
+      if (!isWanted(*record)) continue;
+      ++visited;
+      if (!visitor(Copy(key, *record))) break;
+    }
+    return visited;
+  }
+
+ private:
+  std::unique_ptr<Record> Copy(std::int32_t key, Record& record) const {
+    auto copy = std::make_unique<Record>();
+    CopyRecord(map_, &record, copy.get());
+    copy->tag = key;
+    return copy;
+  }
+
+  const RecordMap& map_;
+  UndoLog& log_;
+  const PictureReader& pictures_;
+  std::map<std::int32_t, std::shared_ptr<Record>> records_;
+  std::optional<ContentIndex> contents_;
+};
+
+class GroupTable {
+ public:
+  explicit GroupTable(UndoLog& log) : log_(log) {}
+
+  bool Holds(std::int32_t key) const { return names_.contains(key); }
+  std::int32_t Find(WideStringView name) const {
+    const auto found = keys_.find(FoldLetterCase(name));
+    return found == keys_.end() ? 0 : found->second;
+  }
+  std::int32_t HighestKey() const { return names_.empty() ? 0 : names_.rbegin()->first; }
+  void Insert(std::int32_t key, WideStringView name) {
+    log_.Add([this, key] { Erase(key); });
+    Put(key, name);
+  }
+  void Rename(std::int32_t key, WideStringView name) {
+    log_.Add([this, key, before = names_.at(key)] {
+      Erase(key);
+      Put(key, before);
+    });
+    Erase(key);
+    Put(key, name);
+  }
+  const std::map<std::int32_t, WideText>& names() const { return names_; }
+
+ private:
+  void Put(std::int32_t key, WideStringView name) {
+    names_[key] = name;
+    keys_[FoldLetterCase(name)] = key;
+  }
+  void Erase(std::int32_t key) {
+    keys_.erase(FoldLetterCase(names_.at(key)));
+    names_.erase(key);
+  }
+
+  UndoLog& log_;
+  std::map<std::int32_t, WideText> names_;
+  std::unordered_map<WideString, std::int32_t> keys_;  // by the name in one letter case
+};
+
+}  // namespace
+
+class MemoryStore::Impl {
+ public:
+  std::int64_t Count(std::int32_t contact, std::int32_t group) const {
+    const auto found = linkCounts_.find({contact, group});
+    return found == linkCounts_.end() ? 0 : found->second;
+  }
+  void Insert(std::int32_t contact, std::int32_t group) {
+    if (!contacts_.Holds(contact) || !groups_.Holds(group))
+      throw std::runtime_error(NoSuchLink(contact, group));
+    log_.Add([this] {
+      --linkCounts_[links_.back()];
+      links_.pop_back();
+    });
+    links_.emplace_back(contact, group);
+    ++linkCounts_[links_.back()];
+  }
+
+  // Runs `save` in a transaction of its own, after which a failure leaves nothing.
+  template <class Save>
+  std::int32_t Store(Save save) {
+    if (visiting_) return Fail("the store is being read, so that nothing can be written");
+    log_.Begin();
+    try {
+      const std::int32_t result = save();
+      log_.Commit();
+      return result;
+    } catch (const std::exception& error) {
+      log_.Rollback();
+      return Fail(error.what());
+    }
+  }
+  std::int32_t Fail(std::string problem) {
+    problem_ = std::move(problem);
+    return kFailure;
+  }
+
+  template <class Record, class Wanted, class Visitor>
+  std::int32_t Visit(const RecordTable<Record>& table, Wanted isWanted, Visitor visitor) {
+    if (visiting_) return Fail("the store is being read already");
+    struct Scope {
+      bool& flag;
+      ~Scope() { flag = false; }
+    } const scope{visiting_ = true};
+    return table.Visit(isWanted, visitor);
+  }
+
+  UndoLog log_;
+  PictureReader pictures_ = ReadCallerIdPicture;
+  RecordTable<CContact> contacts_{ContactMap(), log_, pictures_};
+  RecordTable<CCalendar> calendars_{CalendarMap(), log_, pictures_};
+  GroupTable groups_{log_};
+  std::vector<std::pair<std::int32_t, std::int32_t>> links_;  // contact and group
+  std::map<std::pair<std::int32_t, std::int32_t>, std::int64_t> linkCounts_;
+  bool visiting_ = false;
+  std::string problem_;
+};
+
+namespace {
+
+constexpr auto kEach = [](const auto&) { return true; };
+
+auto OfKind(CalendarType kind) {
+  return [kind](const CCalendar& item) {
+    return item.calendar_type == static_cast<std::uint8_t>(kind);
+  };
+}
+
+template <class Records>
+auto AppendTo(Records& records) {
+  return [&records](auto record) {
+    records.Add(std::move(record));
+    return true;
+  };
+}
+
+}  // namespace
+
+MemoryStore::MemoryStore() : impl_(std::make_unique<Impl>()) {}
+
+MemoryStore::~MemoryStore() = default;
+
+void MemoryStore::SetPictureReader(PictureReader reader) {
+  impl_->pictures_ = std::move(reader);
+  impl_->contacts_.ForgetContents();
+}
+
+std::int32_t MemoryStore::LoadContacts(CContacts& contacts) {
+  return impl_->Visit(impl_->contacts_, kEach, AppendTo(contacts));
+}
+
+std::int32_t MemoryStore::LoadContactGroups(CContactGroups& groups) {
+  for (const auto& [key, name] : impl_->groups_.names()) {
+    CContactGroup& group = groups.AddNew();
+    group.group_id = key;
+    group.group_name = name;
+  }
+  return static_cast<std::int32_t>(impl_->groups_.names().size());
+}
+
+std::int32_t MemoryStore::LoadContactGroupPairs(CContactGroupPairs& pairs) {
+  for (const auto& [contact, group] : impl_->links_) {
+    CContactGroupPair& pair = pairs.AddNew();
+    pair.contact_id = contact;
+    pair.group_id = group;
+  }
+  return static_cast<std::int32_t>(impl_->links_.size());
+}
+
+std::int32_t MemoryStore::LoadCalendars(CalendarType kind, CCalendars& items) {
+  return impl_->Visit(impl_->calendars_, OfKind(kind), AppendTo(items));
+}
+
+std::int32_t MemoryStore::VisitContacts(const std::function<bool(CContact&)>& visitor) {
+  return impl_->Visit(impl_->contacts_, kEach,
+                      [&](const auto& contact) { return visitor(*contact); });
+}
+
+std::int32_t MemoryStore::VisitCalendars(CalendarType kind,
+                                         const std::function<bool(CCalendar&)>& visitor) {
+  return impl_->Visit(impl_->calendars_, OfKind(kind),
+                      [&](const auto& item) { return visitor(*item); });
+}
+
+std::int32_t MemoryStore::SaveContacts(CContacts& contacts, std::int32_t saveOption,
+                                       bool saveFlag) {
+  KeyGuard keys(contacts);
+  const std::int32_t result = impl_->Store([&] {
+    if (saveOption > 0 && !impl_->groups_.Holds(saveOption))
+      throw std::runtime_error(NoSuchGroup(saveOption));
+    const std::int32_t saved = SaveRecords(contacts, ContactMap(), saveFlag, impl_->contacts_);
+    if (saveOption > 0) LinkContacts(contacts, saveOption, *impl_);
+    return saved;
+  });
+  if (result != kFailure) keys.Keep();
+  return result;
+}
+
+std::int32_t MemoryStore::SaveContactGroups(CContactGroups& groups, bool /*saveFlag*/) {
+  KeyGuard keys(groups);
+  const std::int32_t result = impl_->Store([&] { return SaveGroups(groups, impl_->groups_); });
+  if (result != kFailure) keys.Keep();
+  return result;
+}
+
+std::int32_t MemoryStore::SaveContactGroupPairs(CContactGroupPairs& pairs) {
+  return impl_->Store([&] { return SaveLinks(pairs, *impl_); });
+}
+
+std::int32_t MemoryStore::SaveCalendars(CCalendars& items, bool saveFlag) {
+  KeyGuard keys(items);
+  const std::int32_t result =
+      impl_->Store([&] { return SaveRecords(items, CalendarMap(), saveFlag, impl_->calendars_); });
+  if (result != kFailure) keys.Keep();
+  return result;
+}
+
+bool MemoryStore::Begin() {
+  if (impl_->visiting_) return false;
+  impl_->log_.Begin();
+  return true;
+}
+
+bool MemoryStore::Commit() {
+  if (!impl_->log_.IsOpen()) return false;
+  impl_->log_.Commit();
+  return true;
+}
+
+bool MemoryStore::Rollback() noexcept {
+  if (!impl_->log_.IsOpen()) return false;
+  impl_->log_.Rollback();
+  return true;
+}
+
+std::string MemoryStore::LastError() const { return impl_->problem_; }
+
+}  // namespace pim

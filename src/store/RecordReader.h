@@ -1,0 +1,69 @@
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <limits>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "records/RecordMap.h"
+#include "store/FieldIo.h"
+#include "store/Statement.h"
+
+namespace pim {
+
+// Reads records of one map with their lists. Runs inside the caller's transaction.
+class RecordReader {
+ public:
+  // Makes the record of a key and gives the address of the map's record class. A key that isn't
+  // one of 32 bits comes as the nearest that is.
+  using NewRecord = std::function<void*(std::int32_t key)>;
+
+  // With a `filter`, a column of the record's table, the reader gives the rows whose number there
+  // is the one it is asked for.
+  RecordReader(Database& db, const RecordMap& map, std::string_view filter = {});
+
+  // All records by ascending key.
+  void ReadAll(std::int64_t filter, const NewRecord& newRecord);
+
+  // The next records, not more than `limit`, from where the last call ended. False when there was
+  // none.
+  bool ReadSome(std::int64_t filter, std::int32_t limit, const NewRecord& newRecord);
+  void Restart() { next_ = kFirstKey; }
+
+ private:
+  static constexpr std::int64_t kFirstKey = std::numeric_limits<std::int64_t>::min();
+
+  RecordReader(Database& db, const RecordMap& map, std::string_view key, std::string_view filter);
+
+  // The records of one call by their keys, which ascend.
+  struct Owners {
+    std::vector<std::int64_t> keys;
+    std::vector<void*> records;
+    std::size_t last = 0;
+
+    void* Find(std::int64_t key);
+  };
+  struct ListReader {
+    const ListMap& map;
+    Statement all;      // in the order in which the rows were stored
+    Statement ofRange;  // parameters: first and last owner
+  };
+
+  void ReadRecords(std::int64_t filter, std::int64_t limit, const NewRecord& newRecord);
+  void ReadEntries(const ListMap& list, Statement& rows);
+  void ReadFields(Statement& statement, std::span<const FieldMap> fields, void* entry);
+
+  const RecordMap& map_;
+  bool filtered_;
+  Statement records_;
+  std::deque<ListReader> lists_;
+  std::optional<std::int64_t> next_ = kFirstKey;  // none behind the last key that there can be
+  Owners owners_;
+  RuleRow work_;
+  FieldReader fields_;
+};
+
+}  // namespace pim

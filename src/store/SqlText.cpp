@@ -1,0 +1,121 @@
+#include "store/SqlText.h"
+
+namespace pim {
+
+namespace {
+
+std::string Quoted(std::string_view name) { return '"' + std::string(name) + '"'; }
+
+std::string ColumnSql(const Column& column) {
+  std::string sql = Quoted(column.name);
+  switch (column.type) {
+    case ColumnType::Integer:
+      sql += " INTEGER";
+      break;
+    case ColumnType::Text:
+      sql += " TEXT";
+      break;
+    case ColumnType::Real:
+    case ColumnType::DateTime:
+      sql += " REAL";
+      break;
+  }
+  if (column.key == KeyMark::Own) sql += " PRIMARY KEY";
+  if (column.key != KeyMark::Reference) return sql;
+  if (const std::string_view owner = OwnerOf(column); !owner.empty())
+    sql += " REFERENCES " + Quoted(owner) + " ON DELETE CASCADE";
+  return sql;
+}
+
+std::string JoinedNames(std::string_view key, std::span<const FieldMap> fields) {
+  std::string names = Quoted(key);
+  for (const FieldMap& field : fields) names += ", " + Quoted(field.column);
+  return names;
+}
+
+}  // namespace
+
+std::string CreateTableSql(const TableLayout& table) {
+  std::string sql = "CREATE TABLE IF NOT EXISTS " + Quoted(table.name) + " (";
+  bool first = true;
+  for (const Column& column : table.Columns()) {
+    if (!first) sql += ", ";
+    sql += ColumnSql(column);
+    first = false;
+  }
+  return sql + ")";
+}
+
+std::string AddColumnSql(const TableLayout& table, const Column& column) {
+  return "ALTER TABLE " + Quoted(table.name) + " ADD COLUMN " + ColumnSql(column);
+}
+
+std::string CreateIndexSql(const IndexLayout& index) {
+  std::string name = "Index_" + std::string(index.table);
+  std::string columns;
+  for (const std::string_view column : index.columns) {
+    name += '_' + std::string(column);
+    if (!columns.empty()) columns += ", ";
+    columns += Quoted(column);
+  }
+  return "CREATE INDEX IF NOT EXISTS " + Quoted(name) + " ON " + Quoted(index.table) + " (" +
+         columns + ")";
+}
+
+std::string InsertSql(std::string_view table, std::string_view key,
+                      std::span<const FieldMap> fields) {
+  std::string sql =
+      "INSERT INTO " + Quoted(table) + " (" + JoinedNames(key, fields) + ") VALUES (?";
+  for (std::size_t i = 0; i < fields.size(); ++i) sql += ", ?";
+  return sql + ")";
+}
+
+std::string UpdateSql(std::string_view table, std::string_view key,
+                      std::span<const FieldMap> fields) {
+  std::string sql = "UPDATE " + Quoted(table) + " SET ";
+  for (std::size_t i = 0; i < fields.size(); ++i) {
+    if (i > 0) sql += ", ";
+    sql += Quoted(fields[i].column) + " = ?" + std::to_string(i + 2);
+  }
+  return sql + " WHERE " + Quoted(key) + " = ?1";
+}
+
+std::string SelectSql(std::string_view table, std::string_view key,
+                      std::span<const FieldMap> fields) {
+  return "SELECT " + JoinedNames(key, fields) + " FROM " + Quoted(table);
+}
+
+std::string SelectRecordsSql(std::string_view table, std::string_view key,
+                             std::span<const FieldMap> fields, std::string_view filter) {
+  std::string sql = SelectSql(table, key, fields) + " WHERE " + Quoted(key) + " >= ?1";
+  if (!filter.empty()) sql += " AND " + Quoted(filter) + " = ?3";
+  return sql + " ORDER BY " + Quoted(key) + " LIMIT ?2";
+}
+
+std::string SelectEntriesSql(std::string_view table, std::string_view rowKey,
+                             std::string_view owner, std::span<const FieldMap> fields) {
+  return SelectSql(table, owner, fields) + " ORDER BY " + Quoted(rowKey);
+}
+
+std::string SelectRangeSql(std::string_view table, std::string_view rowKey, std::string_view owner,
+                           std::span<const FieldMap> fields) {
+  return SelectSql(table, owner, fields) + " WHERE " + Quoted(owner) +
+         " BETWEEN ?1 AND ?2 ORDER BY " + Quoted(owner) + ", " + Quoted(rowKey);
+}
+
+std::string SelectColumnNamesSql() { return "SELECT name FROM pragma_table_info(?)"; }
+
+std::string SelectKeysSql(std::string_view table, std::string_view key, std::string_view column) {
+  return SelectSql(table, key, {}) + " WHERE " + Quoted(column) + " = ? ORDER BY 1";
+}
+
+std::string DeleteSql(std::string_view table, std::string_view key) {
+  return "DELETE FROM " + Quoted(table) + " WHERE " + Quoted(key) + " = ?";
+}
+
+std::string HighestKeySql(std::string_view table, std::string_view key) {
+  return SelectSql(table, key, {}) + " WHERE " + Quoted(key) +
+         " BETWEEN 1 AND 2147483647 ORDER BY 1 DESC LIMIT 1";
+}
+
+}  // namespace pim

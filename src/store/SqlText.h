@@ -1,0 +1,45 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "records/RecordMap.h"
+#include "records/StoreLayout.h"
+
+namespace pim {
+
+// All SQL on records' tables, made from the rows that describe them.
+
+std::string CreateTableSql(const TableLayout& table);
+std::string AddColumnSql(const TableLayout& table, const Column& column);
+std::string CreateIndexSql(const IndexLayout& index);
+
+// Parameter 1 is `key`, of the record or of a list's owner; the fields follow.
+std::string InsertSql(std::string_view table, std::string_view key,
+                      std::span<const FieldMap> fields);
+// Parameter 1 is the row's key, the fields follow.
+std::string UpdateSql(std::string_view table, std::string_view key,
+                      std::span<const FieldMap> fields);
+// "SELECT key, fields FROM table", to be continued.
+std::string SelectSql(std::string_view table, std::string_view key,
+                      std::span<const FieldMap> fields);
+
+// Records by ascending key; parameters: the first key, how many at most, and the filter column's
+// number where there is a filter.
+std::string SelectRecordsSql(std::string_view table, std::string_view key,
+                             std::span<const FieldMap> fields, std::string_view filter);
+// A list's rows, the owner's key first: all in the order in which they were stored, or those of the
+// owners from parameter 1 to parameter 2.
+std::string SelectEntriesSql(std::string_view table, std::string_view rowKey,
+                             std::string_view owner, std::span<const FieldMap> fields);
+std::string SelectRangeSql(std::string_view table, std::string_view rowKey, std::string_view owner,
+                           std::span<const FieldMap> fields);
+// The names of the columns that a table has; parameter 1 is the table's name.
+std::string SelectColumnNamesSql();
+// The keys of the rows whose `column` is parameter 1, ascending.
+std::string SelectKeysSql(std::string_view table, std::string_view key, std::string_view column);
+std::string DeleteSql(std::string_view table, std::string_view key);
+// The highest key that fits 32 bits, or NULL.
+std::string HighestKeySql(std::string_view table, std::string_view key);
+
+}  // namespace pim

@@ -1,0 +1,314 @@
+#include "pim/store/SqliteStore.h"
+
+#include <exception>
+#include <optional>
+#include <vector>
+
+#include "pim/records/Calendar.h"
+#include "pim/records/Contacts.h"
+#include "records/SaveRecords.h"
+#include "store/GroupTables.h"
+#include "store/RecordReader.h"
+#include "store/RecordWriter.h"
+#include "store/StoreFile.h"
+#include "support/CallerIdPictures.h"
+
+namespace pim {
+
+namespace {
+
+constexpr std::int32_t kFailure = -1;
+constexpr std::int32_t kVisitedAtOnce = 1024;
+
+// The contents of stored records, as far as this process knows them.
+class ContentCache {
+ public:
+  // The index, or null where none is wanted and there is none. `dataVersion` changes when another
+  // program has changed the store.
+  template <class Fill>
+  ContentIndex* Get(bool isWanted, std::int64_t dataVersion, const PictureReader& pictures,
+                    Fill fill) {
+    if (dataVersion != dataVersion_) index_.reset();
+    if (!index_ && isWanted) {
+      index_.emplace(pictures);
+      try {
+        fill(*index_);
+      } catch (...) {
+        index_.reset();
+        throw;
+      }
+    }
+    dataVersion_ = dataVersion;
+    return index_ ? &*index_ : nullptr;
+  }
+  void Drop() { index_.reset(); }
+
+  std::size_t changes() const { return index_ ? index_->changes() : 0; }
+  // Forgets what is no longer so, if anything was added since `changes` was taken.
+  void Undo(std::size_t changesBefore) {
+    if (changes() != changesBefore) index_.reset();
+  }
+
+ private:
+  std::optional<ContentIndex> index_;
+  std::int64_t dataVersion_ = 0;
+};
+
+}  // namespace
+
+class SqliteStore::Impl {
+ public:
+  Impl(const std::string& path, std::chrono::milliseconds lockWait)
+      : db_(OpenStoreFile(path, lockWait)) {}
+
+  // One kind of record: its tables and what is known of their content.
+  template <class Record, class Records>
+  struct Kind {
+    Kind(Impl& impl, const RecordMap& recordMap)
+        : store(impl), map(recordMap), writer(*impl.db_, recordMap), all(*impl.db_, recordMap) {}
+
+    bool Holds(std::int32_t key) { return writer.Holds(key); }
+    void Insert(std::int32_t key, Record& record) { writer.Insert(key, &record); }
+    void Update(std::int32_t key, Record& record) { writer.Update(key, &record); }
+    std::int32_t HighestKey() { return writer.HighestKey(); }
+    ContentIndex* Contents(bool isWanted) {
+      return contents.Get(isWanted, store.DataVersion(), store.pictures_,
+                          [this](ContentIndex& index) { Fill(index); });
+    }
+    void Fill(ContentIndex& index) {
+      Visit<Record, Records>(all, 0, [&](Record& record) {
+        if (IsStoredKey(record.tag))
+          index.Add(record.tag, FingerprintOf(map, &record), PhotoOf(record));
+        return true;
+      });
+    }
+
+    Impl& store;
+    const RecordMap& map;
+    RecordWriter writer;
+    RecordReader all;
+    ContentCache contents;
+  };
+
+  // Reads on until `visitor` gives false, some records at a time.
+  template <class Record, class Records, class Visitor>
+  static std::int32_t Visit(RecordReader& reader, std::int64_t filter, Visitor visitor) {
+    reader.Restart();
+    std::int32_t visited = 0;
+    for (;;) {
+      Records some;
+      if (!reader.ReadSome(filter, kVisitedAtOnce, NewIn<Record>(some))) return visited;
+      for (std::int32_t i = 0; i < some.GetCount(); ++i) {
+        ++visited;
+        if (!visitor(some[i])) return visited;
+      }
+    }
+  }
+
+  template <class Record, class Records>
+  static RecordReader::NewRecord NewIn(Records& records) {
+    return [&records](std::int32_t key) -> void* {
+      Record& record = records.AddNew();
+      record.tag = key;
+      return &record;
+    };
+  }
+
+  // Appends what `load` reads, or nothing.
+  template <class Records, class Load>
+  std::int32_t Append(Records& records, Load load) {
+    const std::int32_t before = records.GetCount();
+    const std::int32_t result = Try([&] {
+      const ReadTransaction reading(*db_);
+      load();
+      return records.GetCount() - before;
+    });
+    while (result == kFailure && records.GetCount() > before) records.TakeLast();
+    return result;
+  }
+
+  // Runs `save` in a transaction of its own, after which a failure leaves nothing.
+  template <class Save>
+  std::int32_t Store(Save save) {
+    return Try([&] {
+      Begin();
+      try {
+        const std::int32_t result = save();
+        Commit();
+        return result;
+      } catch (...) {
+        Rollback();
+        throw;
+      }
+    });
+  }
+
+  void Begin() {
+    marks_.push_back({contacts_.contents.changes(), calendars_.contents.changes()});
+    try {
+      db_->Begin();
+    } catch (...) {
+      marks_.pop_back();
+      throw;
+    }
+  }
+  void Commit() {
+    db_->Commit();
+    marks_.pop_back();
+  }
+  bool Rollback() noexcept {
+    if (marks_.empty()) return false;
+    contacts_.contents.Undo(marks_.back().contacts);
+    calendars_.contents.Undo(marks_.back().calendars);
+    marks_.pop_back();
+    return db_->Rollback();
+  }
+
+  // What the visitor throws is the caller's, and no failure of the store.
+  template <class Record, class Records>
+  std::int32_t VisitStored(RecordReader& reader, std::int64_t filter,
+                           const std::function<bool(Record&)>& visitor) {
+    std::exception_ptr thrown;
+    const std::int32_t visited = Try([&] {
+      const ReadTransaction reading(*db_);
+      return Visit<Record, Records>(reader, filter, [&](Record& record) {
+        try {
+          return visitor(record);
+        } catch (...) {
+          thrown = std::current_exception();
+          return false;
+        }
+      });
+    });
+    if (thrown) std::rethrow_exception(thrown);
+    return visited;
+  }
+
+  // Gives what `operation` gives, or -1 with the problem kept.
+  template <class Operation>
+  std::int32_t Try(Operation operation) {
+    try {
+      return operation();
+    } catch (const StoreError& error) {
+      problem_ = error.what();
+    } catch (const std::exception& error) {
+      problem_ = db_->path() + ": " + error.what();
+    }
+    return kFailure;
+  }
+
+  std::int64_t DataVersion() {
+    Rows rows(dataVersion_);
+    return rows.Next() ? dataVersion_.Integer(0) : 0;
+  }
+
+  std::unique_ptr<Database> db_;
+  Statement dataVersion_{*db_, "PRAGMA data_version"};
+  PictureReader pictures_ = ReadCallerIdPicture;
+  Kind<CContact, CContacts> contacts_{*this, ContactMap()};
+  Kind<CCalendar, CCalendars> calendars_{*this, CalendarMap()};
+  RecordReader calendarsOfKind_{*db_, CalendarMap(), "calendar_type"};
+  GroupTable groups_{*db_};
+  LinkTable links_{*db_};
+  struct Mark {
+    std::size_t contacts;
+    std::size_t calendars;
+  };
+  std::vector<Mark> marks_;  // one for each open transaction
+  std::string problem_;
+};
+
+SqliteStore::SqliteStore(const std::string& path, std::chrono::milliseconds lockWait)
+    : impl_(std::make_unique<Impl>(path, lockWait)) {}
+
+SqliteStore::~SqliteStore() = default;
+
+void SqliteStore::SetPictureReader(PictureReader reader) {
+  impl_->pictures_ = std::move(reader);
+  impl_->contacts_.contents.Drop();
+}
+
+std::int32_t SqliteStore::LoadContacts(CContacts& contacts) {
+  return impl_->Append(contacts,
+                       [&] { impl_->contacts_.all.ReadAll(0, Impl::NewIn<CContact>(contacts)); });
+}
+
+std::int32_t SqliteStore::LoadContactGroups(CContactGroups& groups) {
+  return impl_->Append(groups, [&] { impl_->groups_.Load(groups); });
+}
+
+std::int32_t SqliteStore::LoadContactGroupPairs(CContactGroupPairs& pairs) {
+  return impl_->Append(pairs, [&] { impl_->links_.Load(pairs); });
+}
+
+std::int32_t SqliteStore::LoadCalendars(CalendarType kind, CCalendars& items) {
+  return impl_->Append(items, [&] {
+    impl_->calendarsOfKind_.ReadAll(static_cast<std::int64_t>(kind), Impl::NewIn<CCalendar>(items));
+  });
+}
+
+std::int32_t SqliteStore::VisitContacts(const std::function<bool(CContact&)>& visitor) {
+  return impl_->VisitStored<CContact, CContacts>(impl_->contacts_.all, 0, visitor);
+}
+
+std::int32_t SqliteStore::VisitCalendars(CalendarType kind,
+                                         const std::function<bool(CCalendar&)>& visitor) {
+  return impl_->VisitStored<CCalendar, CCalendars>(impl_->calendarsOfKind_,
+                                                   static_cast<std::int64_t>(kind), visitor);
+}
+
+std::int32_t SqliteStore::SaveContacts(CContacts& contacts, std::int32_t saveOption,
+                                       bool saveFlag) {
+  KeyGuard keys(contacts);
+  const std::int32_t result = impl_->Store([&] {
+    if (saveOption > 0 && !impl_->groups_.Holds(saveOption))
+      impl_->db_->Fail(NoSuchGroup(saveOption));
+    const std::int32_t saved = SaveRecords(contacts, ContactMap(), saveFlag, impl_->contacts_);
+    if (saveOption > 0) LinkContacts(contacts, saveOption, impl_->links_);
+    return saved;
+  });
+  if (result != kFailure) keys.Keep();
+  return result;
+}
+
+std::int32_t SqliteStore::SaveContactGroups(CContactGroups& groups, bool /*saveFlag*/) {
+  KeyGuard keys(groups);
+  const std::int32_t result = impl_->Store([&] {
+    impl_->groups_.FoldUnfolded();
+    return SaveGroups(groups, impl_->groups_);
+  });
+  if (result != kFailure) keys.Keep();
+  return result;
+}
+
+std::int32_t SqliteStore::SaveContactGroupPairs(CContactGroupPairs& pairs) {
+  return impl_->Store([&] { return SaveLinks(pairs, impl_->links_); });
+}
+
+std::int32_t SqliteStore::SaveCalendars(CCalendars& items, bool saveFlag) {
+  KeyGuard keys(items);
+  const std::int32_t result =
+      impl_->Store([&] { return SaveRecords(items, CalendarMap(), saveFlag, impl_->calendars_); });
+  if (result != kFailure) keys.Keep();
+  return result;
+}
+
+bool SqliteStore::Begin() {
+  return impl_->Try([&] {
+    impl_->Begin();
+    return 0;
+  }) == 0;
+}
+
+bool SqliteStore::Commit() {
+  return impl_->Try([&] {
+    impl_->Commit();
+    return 0;
+  }) == 0;
+}
+
+bool SqliteStore::Rollback() noexcept { return impl_->Rollback(); }
+
+std::string SqliteStore::LastError() const { return impl_->problem_; }
+
+}  // namespace pim

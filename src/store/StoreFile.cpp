@@ -1,0 +1,155 @@
+#include "store/StoreFile.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <set>
+#include <string_view>
+
+#include "pim/store/SqliteStore.h"
+#include "platform/Files.h"
+#include "records/StoreLayout.h"
+#include "store/SqlText.h"
+#include "store/Statement.h"
+
+namespace pim {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// The head of an SQLite file: numbers have their high byte first.
+constexpr std::string_view kMagic{"SQLite format 3\0", 16};
+constexpr std::size_t kHeadSize = 100;
+constexpr std::size_t kVersionAt = 60;
+constexpr std::size_t kApplicationIdAt = 68;
+using Head = std::array<unsigned char, kHeadSize>;
+
+std::int32_t NumberAt(const Head& head, std::size_t at) {
+  std::uint32_t number = 0;
+  for (std::size_t i = 0; i < 4; ++i) number = number << 8 | head[at + i];
+  return static_cast<std::int32_t>(number);
+}
+
+std::string NewerVersion(std::int32_t version) {
+  return "the store has version " + std::to_string(version) + ", newer than this program's " +
+         std::to_string(kStoreVersion);
+}
+
+constexpr const char* kForeign = "not a store of this program";
+
+// SQLite changes even a file that it only looks at (it ends what a killed program began), so
+// whose file it is must be known before.
+void CheckHead(const std::string& path) {
+  const FileHandle file(std::fopen(path.c_str(), "rb"));
+  if (file == nullptr) throw StoreError(path, std::strerror(errno));
+  Head head{};
+  const std::size_t size = std::fread(head.data(), 1, head.size(), file.get());
+  if (std::ferror(file.get()) != 0) throw StoreError(path, std::strerror(errno));
+  if (size == 0) return;
+  const std::size_t compared = std::min(size, kMagic.size());
+  if (std::memcmp(head.data(), kMagic.data(), compared) != 0) throw StoreError(path, kForeign);
+  if (size < kHeadSize) throw StoreError(path, "damaged (cut off)");
+  if (NumberAt(head, kApplicationIdAt) != kApplicationId) throw StoreError(path, kForeign);
+  const std::int32_t version = NumberAt(head, kVersionAt);
+  if (version > kStoreVersion) throw StoreError(path, NewerVersion(version));
+}
+
+void CheckFile(const std::string& path) {
+  if (path.empty()) throw StoreError("store", "its file has no name");
+  if (path.find('\0') != std::string::npos)
+    throw StoreError(path.substr(0, path.find('\0')), "no file can have a NUL in its name");
+  std::error_code error;
+  const fs::file_status status = fs::status(path, error);
+  switch (status.type()) {
+    case fs::file_type::not_found: {
+      const fs::path folder = fs::path(path).parent_path();
+      if (!folder.empty() && !fs::is_directory(folder, error))
+        throw StoreError(path, "its folder doesn't exist");
+      return;
+    }
+    case fs::file_type::regular:
+      return CheckHead(path);
+    case fs::file_type::directory:
+      throw StoreError(path, "is a folder");
+    case fs::file_type::none:
+      throw StoreError(path, error.message());
+    default:
+      throw StoreError(path, "is no regular file");
+  }
+}
+
+std::int32_t NumberOf(Database& db, const char* sql) {
+  Statement statement(db, sql);
+  Rows rows(statement);
+  return rows.Next() ? static_cast<std::int32_t>(statement.Integer(0)) : 0;
+}
+
+// The version, or 0 for a file in which nothing is yet.
+std::int32_t VersionOf(Database& db) {
+  if (NumberOf(db, "PRAGMA application_id") != kApplicationId) {
+    if (NumberOf(db, "SELECT count(*) FROM sqlite_schema") != 0) db.Fail(kForeign);
+    return 0;
+  }
+  const std::int32_t version = NumberOf(db, "PRAGMA user_version");
+  if (version > kStoreVersion) db.Fail(NewerVersion(version));
+  return version;
+}
+
+void AddWhatIsMissing(Database& db) {
+  Statement names(db, SelectColumnNamesSql());
+  for (const TableLayout& table : StoreTables()) {
+    std::set<std::string, std::less<>> present;
+    names.Buffer(1) = table.name;
+    names.BindBuffer(1);
+    for (Rows rows(names); rows.Next();) present.emplace(names.Text(0));
+    if (present.empty()) {
+      db.Run(CreateTableSql(table).c_str());
+      continue;
+    }
+    for (const Column& column : table.Columns())
+      if (!present.contains(column.name)) db.Run(AddColumnSql(table, column).c_str());
+  }
+  for (const IndexLayout& index : StoreIndexes()) db.Run(CreateIndexSql(index).c_str());
+}
+
+// Another program may have done it by the time the lock is had.
+void Upgrade(Database& db) {
+  db.Begin();
+  if (VersionOf(db) < kStoreVersion) {
+    AddWhatIsMissing(db);
+    db.Run(("PRAGMA application_id=" + std::to_string(kApplicationId)).c_str());
+    db.Run(("PRAGMA user_version=" + std::to_string(kStoreVersion)).c_str());
+  }
+  db.Commit();
+}
+
+// Only behind the first transaction, so that the file bears our mark as soon as it isn't empty.
+void UseWriteAheadLog(Database& db) {
+  Statement mode(db, "PRAGMA journal_mode=WAL");
+  Rows rows(mode);
+  if (!rows.Next() || mode.Text(0) != "wal") db.Fail("its folder can't hold a write-ahead log");
+}
+
+}  // namespace
+
+std::unique_ptr<Database> OpenStoreFile(const std::string& path,
+                                        std::chrono::milliseconds lockWait) {
+  CheckFile(path);
+  auto db = std::make_unique<Database>(path, lockWait);
+  for (;;) {
+    try {
+      if (VersionOf(*db) < kStoreVersion) Upgrade(*db);
+      UseWriteAheadLog(*db);
+      return db;
+    } catch (const StoreError&) {
+      if (!db->MayTryAgain()) throw;
+      db->Rollback();
+    }
+  }
+}
+
+}  // namespace pim

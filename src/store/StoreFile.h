@@ -1,0 +1,23 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "store/Database.h"
+
+namespace pim {
+
+// What tells our files from others, and which form of the tables they have. A new form is made from
+// the table rows by adding what an older one lacks; a change of another kind needs a step of its
+// own in StoreFile.cpp.
+inline constexpr std::int32_t kApplicationId = 0x50696D56;  // "PimV"
+inline constexpr std::int32_t kStoreVersion = 1;
+
+// Opens the store and brings it to this version, or makes a new one. Throws StoreError; a file of
+// another program or of a newer version is then as it was, with nothing beside it.
+std::unique_ptr<Database> OpenStoreFile(const std::string& path,
+                                        std::chrono::milliseconds lockWait);
+
+}  // namespace pim

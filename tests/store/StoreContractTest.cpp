@@ -1,0 +1,263 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "pim/records/ContactGroups.h"
+#include "pim/records/MemoryStore.h"
+#include "pim/store/SqliteStore.h"
+#include "tests/store/SampleRecords.h"
+#include "tests/store/TemporaryFolder.h"
+
+namespace pim {
+namespace {
+
+using testing::ExpectContact;
+using testing::ExpectItem;
+using testing::FillContact;
+using testing::FillItem;
+
+// What every store promises, whichever it is.
+class StoreContract : public ::testing::TestWithParam<bool> {
+ protected:
+  StoreContract() {
+    const auto pictures = [](WideStringView name) {
+      return name == u"gone" ? NarrowString{} : NarrowString(1, static_cast<char>(name.back()));
+    };
+    if (GetParam()) {
+      auto sqlite = std::make_unique<SqliteStore>(folder_.File("store.db"));
+      sqlite->SetPictureReader(pictures);
+      store = std::move(sqlite);
+    } else {
+      auto memory = std::make_unique<MemoryStore>();
+      memory->SetPictureReader(pictures);
+      store = std::move(memory);
+    }
+  }
+  std::int32_t CountContacts() {
+    CContacts contacts;
+    return store->LoadContacts(contacts);
+  }
+  std::int32_t CountLinks() {
+    CContactGroupPairs pairs;
+    return store->LoadContactGroupPairs(pairs);
+  }
+  std::int32_t SaveGroup(WideStringView name) {
+    CContactGroups groups;
+    groups.AddNew().group_name = name;
+    EXPECT_GE(store->SaveContactGroups(groups, true), 0);
+    return groups[0].group_id;
+  }
+  static void Link(CContactGroupPairs& pairs, std::int32_t contact, std::int32_t group) {
+    CContactGroupPair& pair = pairs.AddNew();
+    pair.contact_id = contact;
+    pair.group_id = group;
+  }
+
+  testing::TemporaryFolder folder_;
+  std::unique_ptr<RecordStore> store;
+};
+INSTANTIATE_TEST_SUITE_P(Stores, StoreContract, ::testing::Bool(),
+                         [](const auto& store) { return store.param ? "Sqlite" : "Memory"; });
+
+TEST_P(StoreContract, ContactsComeBackWhole) {
+  CContacts saved;
+  FillContact(saved.AddNew());
+  saved.AddNew();
+  FillContact(saved.AddNew());
+  saved[0].NewGroup(u"Friends");
+  for (std::int32_t i = 0; i < 3; ++i) saved[i].tag = kUnsavedTag;
+  ASSERT_EQ(store->SaveContacts(saved, 0, true), 3) << store->LastError();
+  // Now the other way round: what goes away and what grows.
+  saved[1].NewNickname(u"new");
+  saved[1].NewTelephone(u"3", 0, false, -1);
+  CContacts changed;
+  changed.AddNew().tag = saved[2].tag;
+  changed[0].NewTelephone(u"4", 1, false, -1);
+  ASSERT_EQ(store->SaveContacts(saved, 0, true), 3);
+  ASSERT_EQ(store->SaveContacts(changed, 0, false), 1);
+
+  CContacts read;
+  ASSERT_EQ(store->LoadContacts(read), 3);
+  const CContact* expected[] = {&saved[0], &saved[1], &changed[0]};
+  std::int32_t visited = 0;
+  for (std::int32_t i = 0; i < 3; ++i) {
+    SCOPED_TRACE(i);
+    EXPECT_EQ(read[i].tag, i + 1);
+    EXPECT_EQ(read[i].GetGroupCount(), 0);
+    ExpectContact(read[i], *expected[i]);
+  }
+  EXPECT_EQ(store->VisitContacts([&](CContact& contact) {
+    ExpectContact(contact, *expected[visited]);
+    return ++visited < 2;
+  }),
+            2);
+  EXPECT_THROW(store->VisitContacts([](CContact&) -> bool { throw 7; }), int);
+  EXPECT_THROW(store->VisitContacts([](CContact&) -> bool { throw std::runtime_error(""); }),
+               std::runtime_error);
+  EXPECT_EQ(
+      store->VisitContacts([&](CContact&) { return store->SaveContacts(saved, 0, true) > 0; }), 1);
+  EXPECT_TRUE(store->Begin());
+  EXPECT_TRUE(store->Commit());
+}
+
+TEST_P(StoreContract, ItemsComeBackWhole) {
+  CCalendars saved;
+  for (std::int32_t type = 0; type <= 6; ++type) FillItem(saved.AddNew(), type);
+  saved.AddNew().calendar_type = 2;
+  saved.AddNew();
+  ASSERT_EQ(store->SaveCalendars(saved, true), 9) << store->LastError();
+  CCalendars read;
+  ASSERT_EQ(store->LoadCalendars(CalendarType::Event, read), 7);
+  for (std::int32_t i = 0; i < 7; ++i) {
+    SCOPED_TRACE(i);
+    EXPECT_EQ(read[i].tag, saved[i].tag);
+    ExpectItem(read[i], saved[i]);
+  }
+  ASSERT_EQ(store->VisitCalendars(CalendarType::Todo,
+                                  [&](CCalendar& item) {
+                                    ExpectItem(item, saved[7]);
+                                    return true;
+                                  }),
+            1);
+  EXPECT_EQ(store->LoadCalendars(CalendarType::Memo, read), 0);
+  EXPECT_EQ(store->SaveCalendars(read, true), 7);  // the same again, under their keys
+  EXPECT_EQ(store->LoadCalendars(CalendarType::Event, read), 7);
+}
+
+TEST_P(StoreContract, KeysAreGivenOnce) {
+  CContacts contacts;
+  for (const std::int32_t tag : {0, -1, 65535, 77, 2}) contacts.AddNew().tag = tag;
+  ASSERT_EQ(store->SaveContacts(contacts, -1, true), 5);  // 2 was no one's before
+  for (std::int32_t i = 0; i < 5; ++i) EXPECT_EQ(contacts[i].tag, i + 1);
+  CContacts many;
+  for (std::int32_t i = 0; i < 65540; ++i) many.AddNew();
+  ASSERT_EQ(store->SaveContacts(many, -1, true), 65540);
+  EXPECT_EQ(many[65528].tag, 65534);
+  EXPECT_EQ(many[65529].tag, 65536);
+}
+
+TEST_P(StoreContract, LeavesOutWhatIsThere) {
+  const auto contact = [](CContacts& contacts, WideStringView name, WideStringView photo) {
+    contacts.AddNew().formatted_name = name;
+    contacts[contacts.GetCount() - 1].photo = photo;
+  };
+  CContacts first;
+  contact(first, u"Ann", u"1.x");
+  contact(first, u"Ann", u"2.x");  // one name, one picture
+  contact(first, u"Ann", u"2.y");
+  contact(first, u"Ann", u"gone");
+  contact(first, u"Ann", u"");  // a picture that isn't there is none
+  contact(first, u"ann", u"");
+  EXPECT_EQ(store->SaveContacts(first, 0, false), 4);
+  EXPECT_EQ(first[1].tag, first[0].tag);
+  EXPECT_EQ(first[4].tag, first[3].tag);
+
+  CContacts again;
+  contact(again, u"Ann", u"3.y");
+  contact(again, u"Bob", u"");
+  again[0].created_time = testing::Moment(2024, 1, 1);
+  EXPECT_EQ(store->SaveContacts(again, 0, false), 1);
+  EXPECT_EQ(again[0].tag, first[2].tag);
+  again[1].formatted_name = u"Rob";  // stored as Rob, so that Bob is new again
+  EXPECT_EQ(store->SaveContacts(again, 0, true), 2);
+  {
+    StoreTransaction undone(*store);
+    CContacts gone;
+    contact(gone, u"Eve", u"");
+    EXPECT_EQ(store->SaveContacts(gone, 0, false), 1);
+  }
+  CContacts last;
+  for (const char16_t* name : {u"Rob", u"Bob", u"Eve"}) contact(last, name, u"");
+  EXPECT_EQ(store->SaveContacts(last, 0, false), 2);
+  EXPECT_EQ(last[0].tag, again[1].tag);
+
+  CCalendars items;
+  FillItem(items.AddNew(), RECUR_MONTHLY_BY_POS);
+  FillItem(items.AddNew(), RECUR_MONTHLY_BY_POS);
+  FillItem(items.AddNew(), RECUR_WEEKLY);
+  EXPECT_EQ(store->SaveCalendars(items, false), 2);
+  EXPECT_EQ(items[1].tag, items[0].tag);
+}
+
+TEST_P(StoreContract, GroupNamesAreUnique) {
+  CContactGroups groups;
+  for (const char16_t* name : {u"M\u00FCller", u"M\u00DCLLER", u"", u"", u"Work"})
+    groups.AddNew().group_name = name;
+  EXPECT_EQ(store->SaveContactGroups(groups, true), 3);
+  EXPECT_EQ(groups[1].group_id, groups[0].group_id);
+  EXPECT_EQ(groups[3].group_id, groups[2].group_id);
+  CContactGroups renamed;
+  renamed.AddNew().group_name = u"WORK";  // a stored group may change its spelling
+  renamed[0].group_id = groups[4].group_id;
+  EXPECT_EQ(store->SaveContactGroups(renamed, true), 1);
+  renamed[0].group_name = u"m\u00FCller";  // but take no other's name
+  EXPECT_EQ(store->SaveContactGroups(renamed, true), 0);
+  EXPECT_EQ(renamed[0].group_id, groups[0].group_id);
+  CContactGroups read;
+  ASSERT_EQ(store->LoadContactGroups(read), 3);
+  EXPECT_EQ(read[0].group_name, u"M\u00FCller");
+  EXPECT_EQ(read[2].group_name, u"WORK");
+}
+
+TEST_P(StoreContract, LinksKeepTheirNumber) {
+  CContacts contacts;
+  contacts.AddNew();
+  const std::int32_t group = SaveGroup(u"A");
+  ASSERT_EQ(store->SaveContacts(contacts, group, true), 1);  // links it
+  EXPECT_EQ(store->SaveContacts(contacts, group, true), 1);  // once
+  EXPECT_EQ(CountLinks(), 1);
+  CContactGroupPairs pairs;
+  Link(pairs, 1, group);
+  Link(pairs, 1, group);
+  EXPECT_EQ(store->SaveContactGroupPairs(pairs), 1);
+  EXPECT_EQ(store->SaveContactGroupPairs(pairs), 0);
+  EXPECT_EQ(CountLinks(), 2);
+  Link(pairs, 1, group);
+  Link(pairs, 1, 99);
+  EXPECT_EQ(store->SaveContactGroupPairs(pairs), -1);
+  EXPECT_NE(store->LastError().find("99"), std::string::npos) << store->LastError();
+  EXPECT_EQ(CountLinks(), 2);
+
+  contacts.AddNew().tag = -3;
+  EXPECT_EQ(store->SaveContacts(contacts, 77, true), -1);
+  EXPECT_EQ(contacts[1].tag, -3);
+  EXPECT_EQ(CountContacts(), 1);
+}
+
+TEST_P(StoreContract, TransactionsNest) {
+  CContacts contacts;
+  contacts.AddNew();
+  {
+    StoreTransaction outer(*store);
+    EXPECT_EQ(store->SaveContacts(contacts, 0, true), 1);
+    {
+      StoreTransaction inner(*store);
+      contacts[0].tag = 0;
+      EXPECT_EQ(store->SaveContacts(contacts, 0, true), 1);
+      SaveGroup(u"gone");
+    }
+    StoreTransaction kept(*store);
+    SaveGroup(u"kept");
+    EXPECT_TRUE(kept.Commit());
+    EXPECT_TRUE(outer.Commit());
+    EXPECT_FALSE(outer.Commit());
+  }
+  {
+    StoreTransaction outer(*store);
+    StoreTransaction inner(*store);
+    SaveGroup(u"gone with the outer one");
+    contacts[0].hobby = u"gone";
+    contacts[0].tag = 1;
+    EXPECT_EQ(store->SaveContacts(contacts, 0, true), 1);
+    EXPECT_TRUE(inner.Commit());
+  }
+  CContactGroups groups;
+  CContacts read;
+  EXPECT_EQ(store->LoadContactGroups(groups), 1);
+  EXPECT_EQ(store->LoadContacts(read), 1);
+  EXPECT_TRUE(read[0].hobby.empty());
+  EXPECT_FALSE(store->Rollback());
+}
+
+}  // namespace
+}  // namespace pim

@@ -1,0 +1,315 @@
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <memory>
+
+#include "pim/records/ContactGroups.h"
+#include "pim/store/SqliteStore.h"
+#include "tests/store/SampleRecords.h"
+#include "tests/store/TemporaryFolder.h"
+
+namespace pim {
+namespace {
+
+namespace fs = std::filesystem;
+using std::chrono::milliseconds;
+
+// Another program at the store's file.
+class OtherProgram {
+ public:
+  explicit OtherProgram(const std::string& path) {
+    sqlite3* opened = nullptr;
+    EXPECT_EQ(sqlite3_open(path.c_str(), &opened), SQLITE_OK);
+    db_.reset(opened);
+  }
+  void Run(const std::string& sql) {
+    char* problem = nullptr;
+    sqlite3_exec(db_.get(), sql.c_str(), nullptr, nullptr, &problem);
+    EXPECT_STREQ(problem, nullptr) << sql;
+    sqlite3_free(problem);
+  }
+  std::string Ask(const std::string& sql) {
+    std::string answer;
+    const auto take = [](void* to, int, char** values, char**) {
+      *static_cast<std::string*>(to) += values[0] != nullptr ? values[0] : "NULL";
+      return 0;
+    };
+    EXPECT_EQ(sqlite3_exec(db_.get(), sql.c_str(), take, &answer, nullptr), SQLITE_OK) << sql;
+    return answer;
+  }
+
+ private:
+  struct Close {
+    void operator()(sqlite3* db) const { sqlite3_close(db); }
+  };
+  std::unique_ptr<sqlite3, Close> db_;
+};
+
+std::string BytesOf(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+std::string ProblemOf(const std::string& path) {
+  try {
+    SqliteStore store(path, milliseconds(50));
+    return {};
+  } catch (const StoreError& error) {
+    return error.what();
+  }
+}
+
+class StoreFile : public ::testing::Test {
+ protected:
+  void MakeStore(std::int32_t contacts) {
+    SqliteStore store(path_);
+    CContacts records;
+    for (std::int32_t i = 0; i < contacts; ++i) testing::FillContact(records.AddNew());
+    ASSERT_EQ(store.SaveContacts(records, 0, true), contacts);
+  }
+  void Write(const std::string& bytes) { std::ofstream(path_, std::ios::binary) << bytes; }
+
+  testing::TemporaryFolder folder_;
+  std::string path_ = folder_.File("pim.db");
+};
+
+TEST_F(StoreFile, FilesThatAreNoStoreStayAsTheyAre) {
+  MakeStore(1);
+  const std::string ours = BytesOf(path_);
+  std::string newer = ours;
+  newer[63] = 2;
+  std::string foreign = ours;
+  foreign[68] = 0;
+  std::string magic = ours.substr(0, 100);
+  magic[5] = 'X';
+  const struct {
+    std::string bytes;
+    const char* problem;
+  } rows[] = {
+      {"BEGIN:VCARD\r\n", "not a store of this program"},
+      {foreign, "not a store of this program"},
+      {magic, "not a store of this program"},
+      {ours.substr(0, 50), "cut off"},
+      {newer, "newer than this program's"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.problem);
+    Write(row.bytes);
+    EXPECT_EQ(ProblemOf(path_).find(path_ + ": "), 0U);
+    EXPECT_NE(ProblemOf(path_).find(row.problem), std::string::npos) << ProblemOf(path_);
+    EXPECT_TRUE(BytesOf(path_) == row.bytes);
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder_.path()), {}), 1);
+  }
+  Write("");
+  EXPECT_EQ(ProblemOf(path_), "");
+
+  EXPECT_NE(ProblemOf(""), "");
+  EXPECT_NE(ProblemOf(folder_.path()).find("is a folder"), std::string::npos);
+  EXPECT_NE(ProblemOf(folder_.File("none/x")).find("folder doesn't exist"), std::string::npos);
+  EXPECT_NE(ProblemOf(path_ + std::string("\0x", 2)).find("NUL"), std::string::npos);
+  EXPECT_NE(ProblemOf("/dev/null").find("no regular file"), std::string::npos);
+}
+
+// A store that lost its end or holds garbage is told; what is read is all or nothing.
+TEST_F(StoreFile, DamageIsTold) {
+  MakeStore(200);
+  const std::string whole = BytesOf(path_);
+  int told = 0;
+  for (std::size_t at = 4096; at < whole.size(); at += 4096) {
+    for (const bool cut : {false, true}) {
+      SCOPED_TRACE(at);
+      std::string bytes = cut ? whole.substr(0, at + 1000) : whole;
+      if (!cut) bytes.replace(at, 4096, 4096, '\xA5');
+      fs::remove(path_ + "-wal");
+      Write(bytes);
+      std::int32_t read = -1;
+      CContacts contacts;
+      contacts.AddNew();
+      try {
+        SqliteStore store(path_);
+        read = store.LoadContacts(contacts);
+        if (read < 0) {
+          EXPECT_NE(store.LastError().find("damaged"), std::string::npos);
+        }
+      } catch (const StoreError&) {
+      }
+      told += read < 0 ? 1 : 0;
+      EXPECT_TRUE(read == 200 || read == -1) << read;
+      EXPECT_EQ(contacts.GetCount(), read < 0 ? 1 : 201);
+    }
+  }
+  EXPECT_GT(told, 10);
+}
+
+TEST_F(StoreFile, AnotherProgramsRowsReadAsTheNearest) {
+  MakeStore(1);
+  OtherProgram other(path_);
+  other.Run(
+      "PRAGMA foreign_keys=OFF;"
+      "INSERT INTO Contacts (contact_id, photo, given_name, favorite, created_time, blood_type) "
+      "VALUES (9, '../../etc/passwd', x'FF00C1', '12 apples', 9e99, -99999999999),"
+      " (9223372036854775807, '..', 3.5, x'31', 'text', NULL), (65535, 'a\\b', NULL, NULL, 1, 1),"
+      " (-9223372036854775807, NULL, NULL, NULL, NULL, NULL);"
+      "INSERT INTO ContactNumbers (number_id, contact_id, number_type, number) VALUES "
+      "(9223372036854775807, 9, 99999999999, NULL), (70, 777, 1, '1'), (71, NULL, 1, '1'),"
+      " (72, 'x', -5, 2);"
+      "INSERT INTO Contacts_ContactGroups (contact_id, group_id) VALUES (5, 6), (NULL, 'x');"
+      "INSERT INTO ContactGroups (group_id, group_name) VALUES (3, 'Ann'), (2147483647, x'00');"
+      "INSERT INTO Calendars (calendar_id, calendar_type, start_time, due, class) VALUES "
+      "(1, 1, 'tomorrow', -9e999, 1.9), (2, 257, 1, 1, 1), (3, 1.0, NULL, 1e99, '2');"
+      "INSERT INTO CalendarRecurrences (calendar_id, recurrence_type, day_list) VALUES "
+      "(1, 99, '1'), (1, 2, '-1,3,3,x'), (1, 1, NULL), (4, 1, NULL);");
+  SqliteStore store(path_);
+  CContacts contacts;
+  ASSERT_EQ(store.LoadContacts(contacts), 5);
+  EXPECT_EQ(contacts[0].tag, -2147483647 - 1);
+  EXPECT_EQ(contacts[4].tag, 2147483647);
+  const CContact& nine = contacts[2];
+  EXPECT_TRUE(nine.photo.empty() && contacts[3].photo.empty() && contacts[4].photo.empty());
+  EXPECT_EQ(nine.favorite, 12);
+  EXPECT_EQ(nine.blood_type, -2147483647 - 1);
+  ASSERT_EQ(nine.GetTelephoneCount(), 1);
+  EXPECT_EQ(nine.GetTelephone(0).GetType(), 0xFFFFFFFF);
+  std::int32_t visited = 0;
+  EXPECT_EQ(store.VisitContacts([&](CContact& contact) {
+    testing::ExpectContact(contact, contacts[visited++]);
+    return true;
+  }),
+            5);
+  CCalendars items;
+  ASSERT_EQ(store.LoadCalendars(CalendarType::Event, items), 2);
+  EXPECT_EQ(items[0].due.status, StatusInvalid);
+  ASSERT_NE(items[0].recurrence.GetRecurrenceData(), nullptr);
+  EXPECT_EQ(dynamic_cast<const WeeklyData&>(*items[0].recurrence.GetRecurrenceData()).days,
+            (RecurrenceList{0, 3, -1}));
+  CContactGroupPairs pairs;
+  EXPECT_EQ(store.LoadContactGroupPairs(pairs), 2);
+
+  CContactGroups groups;  // the other program's group is found; keys go on in the gaps
+  for (const char16_t* name : {u"ANN", u"Bob", u"Eve", u"Joe"}) groups.AddNew().group_name = name;
+  EXPECT_EQ(store.SaveContactGroups(groups, true), 3) << store.LastError();
+  EXPECT_EQ(groups[0].group_id, 3);
+  EXPECT_EQ(groups[1].group_id, 1);
+  EXPECT_EQ(groups[3].group_id, 4);
+  // New records are possible, an update keeps the columns that aren't ours.
+  CContacts more;
+  more.AddNew();
+  EXPECT_EQ(store.SaveContacts(more, 0, false), 1) << store.LastError();
+  other.Run("UPDATE ContactNumbers SET speed_dial = 7 WHERE contact_id = 9");
+  more[0].tag = 9;
+  more[0].NewTelephone(u"5", 1, false, -1);
+  EXPECT_EQ(store.SaveContacts(more, 0, false), 1) << store.LastError();
+  EXPECT_EQ(other.Ask("SELECT number || speed_dial FROM ContactNumbers WHERE contact_id=9"), "57");
+}
+
+// Waiting for a lock ends, and at once for all tries behind the first.
+TEST_F(StoreFile, WaitsForALockOnlySoLong) {
+  MakeStore(1);
+  OtherProgram other(path_);
+  SqliteStore store(path_, milliseconds(200));
+  CContacts contacts;
+  contacts.AddNew();
+  ASSERT_EQ(store.SaveContacts(contacts, 0, false), 1);
+  other.Run("BEGIN EXCLUSIVE; INSERT INTO Contacts (formatted_name) VALUES ('Ann')");
+  contacts.AddNew().formatted_name = u"Ann";
+  EXPECT_FALSE(store.Begin());
+  EXPECT_EQ(store.SaveContacts(contacts, 0, true), -1);
+  EXPECT_NE(store.LastError().find(path_ + ": locked"), std::string::npos) << store.LastError();
+  EXPECT_EQ(contacts[1].tag, 0);
+  EXPECT_EQ(store.LoadContacts(contacts), 2);  // reading goes on
+  other.Run("COMMIT");
+  CContacts again;
+  again.AddNew().formatted_name = u"Ann";
+  EXPECT_EQ(store.SaveContacts(again, 0, false), 0);  // the other program's is known
+  EXPECT_EQ(again[0].tag, 3);
+}
+
+TEST_F(StoreFile, FullDiskLeavesTheStoreAsItWas) {
+  MakeStore(1);
+  SqliteStore store(path_);
+  CContacts contacts;
+  for (int i = 0; i < 2000; ++i) testing::FillContact(contacts.AddNew());
+  OtherProgram(path_).Run(
+      "CREATE TRIGGER t BEFORE INSERT ON ContactComments WHEN NEW.contact_id = "
+      "1500 BEGIN SELECT RAISE(ROLLBACK, 'no space'); END");
+  {
+    StoreTransaction outer(store);
+    EXPECT_EQ(store.SaveContacts(contacts, 0, true), -1);
+    EXPECT_NE(store.LastError().find("no space"), std::string::npos) << store.LastError();
+    EXPECT_EQ(contacts[0].tag, 0);
+    CContactGroups groups;  // SQLite has undone all: nothing may go in outside of a transaction
+    groups.AddNew();
+    EXPECT_EQ(store.SaveContactGroups(groups, true), -1);
+    EXPECT_EQ(store.LoadContacts(contacts), -1);
+    EXPECT_FALSE(outer.Commit());
+  }
+  CContacts read;
+  EXPECT_EQ(store.LoadContacts(read), 1);
+  OtherProgram(path_).Run("DROP TRIGGER t");
+  EXPECT_EQ(store.SaveContacts(contacts, 0, true), 2000) << store.LastError();
+  EXPECT_EQ(OtherProgram(path_).Ask("PRAGMA integrity_check; PRAGMA foreign_key_check"), "ok");
+}
+
+// A list made while another program imports shows one state.
+TEST_F(StoreFile, ReadersSeeOneState) {
+  MakeStore(1100);
+  SqliteStore reader(path_);
+  SqliteStore writer(path_);
+  CContacts more;
+  more.AddNew();
+  std::int32_t seen = 0;
+  EXPECT_EQ(reader.VisitContacts([&](CContact&) {
+    if (seen++ == 0) {
+      EXPECT_EQ(writer.SaveContacts(more, 0, true), 1);
+    }
+    return true;
+  }),
+            1100);
+  CContacts contacts;
+  EXPECT_EQ(reader.LoadContacts(contacts), 1101);
+}
+
+// Each version that was ever released opens, with what it held. Version 1 is this one.
+TEST_F(StoreFile, EarlierVersionsOpen) {
+  int versions = 0;
+  for (const auto& entry : fs::directory_iterator(PIM_TEST_DATA)) {
+    if (entry.path().extension() != ".db") continue;
+    ++versions;
+    SCOPED_TRACE(entry.path().string());
+    fs::copy_file(entry.path(), path_, fs::copy_options::overwrite_existing);
+    SqliteStore store(path_);
+    CContacts contacts;
+    CContact expectedContact;
+    testing::FillContact(expectedContact);
+    ASSERT_EQ(store.LoadContacts(contacts), 1);
+    testing::ExpectContact(contacts[0], expectedContact);
+    CCalendars items;
+    CCalendar expectedItem;
+    testing::FillItem(expectedItem, RECUR_MONTHLY_BY_POS);
+    ASSERT_EQ(store.LoadCalendars(CalendarType::Event, items), 1);
+    testing::ExpectItem(items[0], expectedItem);
+    CContactGroupPairs pairs;
+    EXPECT_EQ(store.LoadContactGroupPairs(pairs), 1);
+  }
+  EXPECT_GE(versions, 1);
+}
+
+// A version that lacks a table, a column and an index grows them and keeps its rows.
+TEST_F(StoreFile, AddsWhatAVersionLacks) {
+  MakeStore(1);
+  OtherProgram(path_).Run(
+      "ALTER TABLE Contacts DROP COLUMN phonetic_suffix; DROP TABLE ContactXItems;"
+      "DROP INDEX Index_ContactNumbers_contact_id; PRAGMA user_version=0");
+  SqliteStore store(path_);
+  CContacts contacts;
+  ASSERT_EQ(store.LoadContacts(contacts), 1);
+  EXPECT_EQ(contacts[0].GetXItemCount(), 0);
+  EXPECT_EQ(store.SaveContacts(contacts, 0, true), 1);
+  EXPECT_EQ(OtherProgram(path_).Ask("PRAGMA user_version"), "1");
+}
+
+}  // namespace
+}  // namespace pim

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "pim/records/Contacts.h"
+#include "stream/VObjectParser.h"
+#include "support/ByteBuffer.h"
+
+namespace pim {
+
+// The tokeniser's user data during one reading: the property whose value comes next.
+struct VCardReadContext {
+  CContacts* contacts = nullptr;  // not owned; the card being read is the last one
+  std::int32_t propertyId = 0;    // VCardPropertyId, 0 outside a property
+  std::int32_t charset = 0;       // CharsetCode
+  std::int32_t encoding = 0;      // EncodingCode
+  std::int32_t mediaType = 0;     // MediaCode
+  std::uint32_t typeFlags = 0;    // a mask or a code, by the property
+  WideString text;                // the value's text; one piece of memory for the whole reading
+};
+
+// Reads one vCard text in pieces into a collection, whose last card stays open between them.
+class VCardReader {
+ public:
+  // `contacts` must outlive the reader. Throws std::bad_alloc when there is no parser.
+  explicit VCardReader(CContacts& contacts);
+
+  // Takes the next piece; `final` ends the text. False when it is rejected.
+  bool Read(NarrowStringView piece, bool final);
+
+ private:
+  VCardReadContext context_;
+  std::unique_ptr<VObjectParser> parser_;
+};
+
+// Shows the message of a rejected vCard text and throws kParseFailure.
+[[noreturn]] void RaiseVCardFailure();
+
+// Reads a whole vCard text of any number of cards into `contacts`, which may hold some already, and
+// gives all of them the key in `tag` of `data`. For a rejected text it shows a message and throws
+// kParseFailure; what was read until then stays in `contacts`.
+void ParseVCard(CContacts& contacts, const VObjectBuffer& data);
+
+// The tokeniser's handlers; `context` is a VCardReadContext.
+void OnVCardProperty(void* context, const char* name, const ParserParam* params);
+void OnVCardData(void* context, const char* bytes, std::int32_t length);
+
+}  // namespace pim

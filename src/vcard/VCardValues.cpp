@@ -1,0 +1,195 @@
+#include "vcard/VCardValues.h"
+
+#include <array>
+#include <span>
+
+#include "support/TextCodec.h"
+#include "vcard/PhotoMedia.h"
+#include "vcard/VCardReader.h"
+#include "vcard/VCardWords.h"
+
+namespace pim {
+namespace {
+
+NarrowStringView ViewOf(const char* bytes, std::int32_t length) {
+  return {bytes, static_cast<std::size_t>(length)};
+}
+
+// Hands each field of a structured value, unescaped but not yet decoded, to `take` with its index,
+// until that gives false.
+template <class Take>
+void ForEachField(NarrowStringView value, Take take) {
+  NarrowString field;
+  std::size_t start = 0;
+  for (std::size_t index = 0;; ++index) {
+    std::size_t end = value.find(';', start);
+    while (end != NarrowStringView::npos && !IsFieldSeparator(value, end))
+      end = value.find(';', end + 1);
+    const bool last = end == NarrowStringView::npos;
+    field.assign(value.substr(start, last ? end : end - start));
+    UnescapeValue(field);
+    if (!take(index, field) || last) return;
+    start = end + 1;
+  }
+}
+
+void DecodeFields(NarrowStringView value, std::int32_t charset, std::int32_t encoding,
+                  std::span<WideText* const> targets) {
+  WideString text;
+  ForEachField(value, [&](std::size_t index, const NarrowString& field) {
+    DecodeText(field.data(), static_cast<std::int32_t>(field.size()), charset, encoding, text);
+    *targets[index] = text;
+    return index + 1 < targets.size();
+  });
+}
+
+const WideString& Decode(VCardReadContext& context, const char* bytes, std::int32_t length) {
+  DecodeText(bytes, length, context.charset, context.encoding, context.text);
+  return context.text;
+}
+
+// Devices write numbers in their own code page whatever the parameters say.
+const WideString& Widen(VCardReadContext& context, const char* bytes, std::int32_t length) {
+  WidenText(ViewOf(bytes, length), context.text);
+  return context.text;
+}
+
+void TakeFormattedName(VCardReadContext& context, const char* bytes, std::int32_t length,
+                       CContact& contact) {
+  const WideString& text = Decode(context, bytes, length);
+  if (contact.name.family_name.empty() && contact.name.given_name.empty())
+    contact.name.given_name = text;
+  contact.formatted_name = text;
+}
+
+void TakeEvent(const char* bytes, std::int32_t length, ContactEventType type, CContact& contact) {
+  COleDateTimeNull date;
+  ParseEventDate(bytes, length, date);
+  contact.NewContactEvent(date, type);  // also without a date: the event is there
+}
+
+void TakePhoto(const VCardReadContext& context, const char* bytes, std::int32_t length,
+               CContact& contact) {
+  WideString photo;
+  SavePhoto(bytes, length, context.mediaType, photo);
+  contact.photo = photo;
+}
+
+}  // namespace
+
+void TakeVCardValue(VCardReadContext& context, const char* bytes, std::int32_t length,
+                    CContact& contact) {
+  const std::uint32_t type = context.typeFlags;
+  switch (context.propertyId) {
+    case VCARD_FN:
+      return TakeFormattedName(context, bytes, length, contact);
+    case VCARD_N:
+      return ParseNameValue(bytes, length, context.charset, context.encoding, contact.name);
+    case VCARD_NICKNAME:
+      return contact.NewNickname(Decode(context, bytes, length));
+    case VCARD_SOUND:
+      return ParseNameValue(bytes, length, context.charset, context.encoding, contact.phonetic);
+    case VCARD_BDAY:
+      return TakeEvent(bytes, length, EVENT_BIRTHDAY, contact);
+    case VCARD_X_BLOOD:
+      return ParseBloodType(bytes, length, contact.blood_type);
+    case VCARD_TEL:
+      contact.NewTelephone(Widen(context, bytes, length), type, false, -1);
+      return;
+    case VCARD_EMAIL:
+      contact.NewEmail(Decode(context, bytes, length), type, -1);
+      return;
+    case VCARD_URL:
+      contact.NewURL(Decode(context, bytes, length), type, -1);
+      return;
+    case VCARD_ADR:
+      return ParseAddressValue(bytes, length, context.charset, context.encoding,
+                               contact.NewAddress(nullptr, type, -1));
+    case VCARD_NOTE:
+      return contact.NewComment(Decode(context, bytes, length));
+    case VCARD_TITLE:
+      contact.org_title = Decode(context, bytes, length);
+      return;
+    case VCARD_ROLE:
+      contact.org_role = Decode(context, bytes, length);
+      return;
+    case VCARD_ORG:
+      return ParseOrganizationValue(bytes, length, context.charset, context.encoding,
+                                    contact.NewOrganization(type));
+    case VCARD_X_HOBBY:
+      contact.hobby = Decode(context, bytes, length);
+      return;
+    case VCARD_PHOTO:
+      return TakePhoto(context, bytes, length, contact);
+    case VCARD_X_GROUP:
+      return contact.NewGroup(Decode(context, bytes, length));
+    case VCARD_X_CHATID:
+      contact.NewMessenger(Decode(context, bytes, length), type);
+      return;
+    case VCARD_X_ANNI:
+      return TakeEvent(bytes, length, EVENT_ANNIVERSARY, contact);
+    case VCARD_X_EVENTDAY:
+      return TakeEvent(bytes, length, EVENT_OTHER, contact);
+    case VCARD_X_FAVORITE:
+      return ParseYesFlag(bytes, length, contact.favorite);
+    default:
+      return;
+  }
+}
+
+void ParseNameValue(const char* bytes, std::int32_t length, std::int32_t charset,
+                    std::int32_t encoding, CName& name) {
+  WideText* const targets[] = {&name.family_name, &name.given_name, &name.additional_name,
+                               &name.prefix_name, &name.suffix_name};
+  DecodeFields(ViewOf(bytes, length), charset, encoding, targets);
+}
+
+void ParseAddressValue(const char* bytes, std::int32_t length, std::int32_t charset,
+                       std::int32_t encoding, CPostalAddress& address) {
+  WideText* const targets[] = {
+      &address.post_office, &address.extended_address, &address.street, &address.locality,
+      &address.region,      &address.postal_code,      &address.country};
+  DecodeFields(ViewOf(bytes, length), charset, encoding, targets);
+}
+
+void ParseOrganizationValue(const char* bytes, std::int32_t length, std::int32_t charset,
+                            std::int32_t encoding, COrganization& organization) {
+  WideString text;
+  ForEachField(ViewOf(bytes, length), [&](std::size_t index, const NarrowString& field) {
+    DecodeText(field.data(), static_cast<std::int32_t>(field.size()), charset, encoding, text);
+    if (index == 0) {
+      organization.org_name = text;
+    } else if (index == 1) {
+      organization.org_position = text;
+    } else if (!text.empty()) {
+      organization.org_additional.emplace_back(text);
+    }
+    return true;
+  });
+}
+
+void ParseEventDate(const char* bytes, std::int32_t length, COleDateTimeNull& date) {
+  if (length != 8 && length != 10) return;
+  if (length == 10 && (bytes[4] != '-' || bytes[7] != '-')) return;
+  std::int32_t digits = 0;
+  for (std::int32_t i = 0; i < length; ++i) {
+    if (bytes[i] == '-' && (i == 4 || i == 7))
+      continue;  // in eight bytes too: 1970-131 is 197-01-31
+    if (!IsDigit(bytes[i])) return;
+    digits = digits * 10 + (bytes[i] - '0');
+  }
+  COleDateTime day;
+  day.SetDateTime(digits / 10000, digits / 100 % 100, digits % 100, 0, 0, 0);
+  if (day.status == StatusValid) date = day;
+}
+
+void ParseYesFlag(const char* bytes, std::int32_t length, std::int32_t& flag) {
+  flag = IsStartOf(kYesWord, ViewOf(bytes, length)) ? 1 : 0;
+}
+
+void ParseBloodType(const char* bytes, std::int32_t length, std::int32_t& code) {
+  code = static_cast<std::int32_t>(
+      CodeOfStart(kBloodWords, ViewOf(bytes, length)).value_or(BLOOD_NONE));
+}
+
+}  // namespace pim

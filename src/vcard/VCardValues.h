@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdint>
+
+#include "pim/records/Contact.h"
+
+namespace pim {
+
+struct VCardReadContext;
+
+// Puts the value of the context's property into the contact. A property without a treatment does
+// nothing, and a value that can't be read leaves its field empty, null or 0.
+void TakeVCardValue(VCardReadContext& context, const char* bytes, std::int32_t length,
+                    CContact& contact);
+
+// Structured values, split at their semicolons before anything is decoded. Fields that the value
+// doesn't reach stay as they were; what stands behind the last one is ignored.
+void ParseNameValue(const char* bytes, std::int32_t length, std::int32_t charset,
+                    std::int32_t encoding, CName& name);
+void ParseAddressValue(const char* bytes, std::int32_t length, std::int32_t charset,
+                       std::int32_t encoding, CPostalAddress& address);
+void ParseOrganizationValue(const char* bytes, std::int32_t length, std::int32_t charset,
+                            std::int32_t encoding, COrganization& organization);
+
+// Reads YYYYMMDD or YYYY-MM-DD; any other text, or a day that doesn't exist, leaves `date` as it
+// was.
+void ParseEventDate(const char* bytes, std::int32_t length, COleDateTimeNull& date);
+
+// 1 for YES or a start of it, else 0.
+void ParseYesFlag(const char* bytes, std::int32_t length, std::int32_t& flag);
+// A BloodType; BLOOD_NONE for any other text.
+void ParseBloodType(const char* bytes, std::int32_t length, std::int32_t& code);
+
+}  // namespace pim

@@ -1,0 +1,43 @@
+#include "pim/manager/ContactExport.h"
+
+#include "manager/GroupLinks.h"
+#include "support/FileNames.h"
+#include "support/TextFiles.h"
+#include "vcard/VCardWriter.h"
+
+namespace pim {
+namespace {
+
+constexpr WideStringView kNameless = u"NoName";
+constexpr WideStringView kExtension = u".vcf";
+constexpr std::size_t kLongestPath = 200;  // without the extension
+
+}  // namespace
+
+struct ContactExport::Parts {
+  WideString folder;
+  GroupNames groupNames;
+  UniqueNames paths;
+  VObjectBuffer text;  // one piece of memory for all contacts
+};
+
+ContactExport::ContactExport(WideString folder, const CContactGroups& groups,
+                             const CContactGroupPairs& pairs)
+    : parts_(new Parts{std::move(folder), GroupNames(groups, pairs), {}, {}}) {}
+ContactExport::~ContactExport() = default;
+
+void ContactExport::AttachGroupNames(CContact& contact) { parts_->groupNames.AttachTo(contact); }
+
+bool ContactExport::WriteContactFile(const CContact& contact) {
+  WideString name =
+      CleanFileName(contact.name.given_name.str().append(contact.name.family_name.view()));
+  if (name.empty()) name = kNameless;
+  WideString path = parts_->folder + name;
+  path.resize(std::min(path.size(), kLongestPath));
+  path.append(kExtension);
+  WriteVCard(contact, parts_->text);
+  lastPath_ = parts_->paths.Next(path);
+  return WriteTextFile(lastPath_, parts_->text.bytes.view());
+}
+
+}  // namespace pim

@@ -1,0 +1,64 @@
+#include "manager/GroupLinks.h"
+
+#include "support/GroupKey.h"
+
+namespace pim {
+
+void GroupsByName::Add(WideStringView name, std::int32_t groupId) {
+  ids_.try_emplace(GroupKey(name), groupId);
+}
+
+const std::int32_t* GroupsByName::Find(WideStringView name) const {
+  const auto found = ids_.find(GroupKey(name));
+  return found == ids_.end() ? nullptr : &found->second;
+}
+
+std::int32_t GroupLinker::GroupIdOf(WideStringView name, bool& done) {
+  if (const std::int32_t* groupId = groups_.Find(name)) return *groupId;
+  CContactGroups created;
+  CContactGroup& group = created.AddNew();
+  group.group_name = name;
+  if (created.SaveToDB(db_, true) < 0) done = false;
+  groups_.Add(name, group.group_id);
+  return group.group_id;
+}
+
+bool GroupLinker::Link(const CContacts& contacts) {
+  bool done = true;
+  if (!loaded_) {
+    CContactGroups stored;
+    done = stored.OpenFromDB(db_) >= 0;
+    for (std::int32_t i = 0; i < stored.GetCount(); ++i)
+      groups_.Add(stored[i].group_name, stored[i].group_id);
+    loaded_ = true;
+  }
+  CContactGroupPairs pairs;
+  for (std::int32_t i = 0; i < contacts.GetCount(); ++i) {
+    for (const WideText& name : contacts[i].groups()) {
+      CContactGroupPair& pair = pairs.AddNew();
+      pair.contact_id = contacts[i].tag;
+      pair.group_id = GroupIdOf(name, done);
+    }
+  }
+  return pairs.SaveToDB() >= 0 && done;
+}
+
+GroupNames::GroupNames(const CContactGroups& groups, const CContactGroupPairs& pairs) {
+  std::unordered_map<std::int32_t, WideStringView> byId;
+  for (std::int32_t i = 0; i < groups.GetCount(); ++i)
+    byId.try_emplace(groups[i].group_id, groups[i].group_name.view());
+  for (std::int32_t i = 0; i < pairs.GetCount(); ++i) {
+    const auto group = byId.find(pairs[i].group_id);
+    names_[pairs[i].contact_id].emplace_back(group == byId.end() ? WideStringView{}
+                                                                 : group->second);
+  }
+}
+
+void GroupNames::AttachTo(CContact& contact) {
+  const auto found = names_.find(contact.tag);
+  if (found == names_.end()) return;
+  for (const WideString& name : found->second) contact.NewGroup(name);
+  names_.erase(found);
+}
+
+}  // namespace pim

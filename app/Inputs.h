@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "support/TextFiles.h"
+
+namespace pim::app {
+
+// The files that a PATH stands for: itself, or what a folder holds, subfolders included, with one
+// of the extensions in any letter case, in order of name. Throws Failure for a folder that can't be
+// read or has none.
+std::vector<std::string> FilesOf(const std::string& path,
+                                 const std::vector<std::string_view>& extensions);
+
+// Replaces `text` by the whole of a file, or of standard input for "-". Throws Failure.
+void ReadInput(const std::string& path, ByteOrderMark mark, ByteBuffer& text);
+
+}  // namespace pim::app

@@ -1,0 +1,15 @@
+#pragma once
+
+namespace pim::app {
+
+// A signal asked the program to end. What is open is rolled back as it passes.
+struct Interrupted {
+  int signal;
+};
+
+// Takes note of SIGINT, SIGTERM and SIGHUP; a second one ends the program as if this didn't stand.
+void WatchSignals();
+// Throws Interrupted once one has come.
+void CheckInterrupt();
+
+}  // namespace pim::app

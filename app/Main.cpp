@@ -1,0 +1,53 @@
+#include <cstdio>
+#include <exception>
+
+#include "app/CommandLine.h"
+#include "app/ContactCommands.h"
+#include "app/Inspect.h"
+#include "app/Interrupt.h"
+#include "app/Output.h"
+#include "pim/platform/FileError.h"
+#include "pim/support/ParseFailure.h"
+
+namespace pim::app {
+namespace {
+
+int RunContacts(const Options& options) {
+  switch (options.action) {
+    case Action::Import:
+      return ImportContacts(options);
+    case Action::Export:
+      return ExportContacts(options);
+    default:
+      return ListContacts(options);
+  }
+}
+
+int Run(const Options& options) {
+  if (options.action == Action::Inspect) return InspectFile(options);
+  return RunContacts(options);
+}
+
+int RunGuarded(const Options& options) {
+  try {
+    WatchSignals();
+    const int status = Run(options);
+    FlushOutput();
+    return status;
+  } catch (const Interrupted& interrupted) {
+    Complain("interrupted; what wasn't stored yet is left out");
+    return 128 + interrupted.signal;
+  } catch (const std::exception& failure) {
+    Complain(failure.what());
+    return kFailed;
+  }
+}
+
+}  // namespace
+}  // namespace pim::app
+
+int main(int argc, char** argv) {
+  int status = 0;
+  const auto options = pim::app::ReadCommandLine(argc, argv, status);
+  return options ? pim::app::RunGuarded(*options) : status;
+}

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace pim::app {
+
+enum class RecordKind : std::uint8_t { Contacts, Calendar, Todo, Memo };
+enum class Action : std::uint8_t { Import, Export, List, Count, Show, Inspect };
+enum class TextForm : std::uint8_t { VCard, VCalendar };
+
+// One command line, read.
+struct Options {
+  Action action = Action::Inspect;
+  RecordKind kind = RecordKind::Contacts;
+  std::vector<std::string> paths;  // or the one file or folder
+  std::optional<std::string> store;
+  std::optional<std::string> group;  // every contact joins it
+  std::optional<std::string> codePage;
+  std::optional<TextForm> form;
+  bool noGroups = false;
+  bool skipDuplicates = false;
+  bool json = false;
+  bool quiet = false;
+};
+
+}  // namespace pim::app

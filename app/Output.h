@@ -1,0 +1,34 @@
+#pragma once
+
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+#include "pim/support/Strings.h"
+
+namespace pim::app {
+
+enum ExitStatus : int { kDone = 0, kFailed = 1, kWrongUsage = 2, kRejected = 3 };
+
+// Ends the command with exit status 1; what() is "FILE: what is wrong".
+class Failure : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+// A file's name as messages show it: with control characters visible, "-" as standard input.
+std::string ShownName(const std::string& path);
+std::string Shown(WideStringView text);
+
+// Standard error, as "pimvobj: MESSAGE".
+void Complain(std::string_view message);
+
+// Standard output. Throws Failure when it can't be written; a pipe that nobody reads any more ends
+// the program quietly.
+void Print(std::string_view text);
+void FlushOutput();
+
+// "1 contact", "2 contacts".
+std::string Counted(long long count, std::string_view noun);
+
+}  // namespace pim::app

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "pim/records/Contacts.h"
+
+namespace pim::bench {
+
+// What the work costs at the very least, to hold the product's own figures against.
+
+// Finds each line's end and its first colon; gives the number of colons.
+std::size_t FindLinesAndColons(std::string_view text);
+
+// Makes one std::u16string of each line's value, byte by byte.
+std::vector<std::u16string> MakeStrings(std::string_view text);
+
+// Decodes base64 lines by tables, four characters a step; gives the number of bytes.
+std::size_t DecodeBase64(std::string_view text, std::string& out);
+
+// Copies all strings of a contact to narrow text.
+void CopyStrings(const CContact& contact, std::string& out);
+
+}  // namespace pim::bench

@@ -36,8 +36,12 @@ bool ContactExport::WriteContactFile(const CContact& contact) {
   path.resize(std::min(path.size(), kLongestPath));
   path.append(kExtension);
   WriteVCard(contact, parts_->text);
-  lastPath_ = parts_->paths.Next(path);
-  return WriteTextFile(lastPath_, parts_->text.bytes.view());
+  NewFile result = NewFile::Taken;
+  lastPath_ = parts_->paths.Next(path, [&](const std::string& native) {
+    result = WriteNewFile(native, parts_->text.bytes.view());
+    return result == NewFile::Taken;
+  });
+  return result == NewFile::Written;
 }
 
 }  // namespace pim

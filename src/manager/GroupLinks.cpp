@@ -13,7 +13,17 @@ const std::int32_t* GroupsByName::Find(WideStringView name) const {
   return found == ids_.end() ? nullptr : &found->second;
 }
 
+bool GroupLinker::LoadGroups() {
+  CContactGroups stored;
+  const bool done = stored.OpenFromDB(db_) >= 0;
+  for (std::int32_t i = 0; i < stored.GetCount(); ++i)
+    groups_.Add(stored[i].group_name, stored[i].group_id);
+  loaded_ = true;
+  return done;
+}
+
 std::int32_t GroupLinker::GroupIdOf(WideStringView name, bool& done) {
+  if (!loaded_ && !LoadGroups()) done = false;  // most cards name no group
   if (const std::int32_t* groupId = groups_.Find(name)) return *groupId;
   CContactGroups created;
   CContactGroup& group = created.AddNew();
@@ -25,13 +35,6 @@ std::int32_t GroupLinker::GroupIdOf(WideStringView name, bool& done) {
 
 bool GroupLinker::Link(const CContacts& contacts) {
   bool done = true;
-  if (!loaded_) {
-    CContactGroups stored;
-    done = stored.OpenFromDB(db_) >= 0;
-    for (std::int32_t i = 0; i < stored.GetCount(); ++i)
-      groups_.Add(stored[i].group_name, stored[i].group_id);
-    loaded_ = true;
-  }
   CContactGroupPairs pairs;
   for (std::int32_t i = 0; i < contacts.GetCount(); ++i) {
     for (const WideText& name : contacts[i].groups()) {

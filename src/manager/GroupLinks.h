@@ -30,6 +30,7 @@ class GroupLinker {
   bool Link(const CContacts& contacts);
 
  private:
+  bool LoadGroups();
   std::int32_t GroupIdOf(WideStringView name, bool& done);
 
   std::int32_t db_;

@@ -2,12 +2,11 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
-#include <memory>
 #include <string>
 #include <string_view>
 
 #include "pim/platform/FileError.h"
+#include "platform/Handles.h"
 
 namespace pim {
 
@@ -20,19 +19,13 @@ std::string NativePath(std::u16string_view path);
 // Whether a file, folder or anything else stands under that name; a link counts by itself.
 bool PathExists(const std::string& path);
 
-// Closes a file that was read. A writer closes it itself and looks at the result.
-struct CloseFile {
-  void operator()(std::FILE* file) const noexcept { std::fclose(file); }
-};
-using FileHandle = std::unique_ptr<std::FILE, CloseFile>;
-
 // A regular file open for reading, with a length that fits 31 bits.
 class InputFile {
  public:
   // A folder, FIFO, device or longer file is not opened; Problem() then says why.
   explicit InputFile(const std::string& path);
 
-  bool IsOpen() const noexcept { return file_ != nullptr; }
+  bool IsOpen() const noexcept { return static_cast<bool>(file_); }
   // Why the file isn't open, in the operating system's words or like them ("is a directory").
   const std::string& Problem() const noexcept { return problem_; }
   std::int32_t Length() const noexcept { return length_; }  // when it was opened, in bytes
@@ -43,7 +36,7 @@ class InputFile {
  private:
   std::string path_;
   std::string problem_;
-  FileHandle file_;
+  Descriptor file_{-1};
   std::int32_t length_ = 0;
 };
 
@@ -52,7 +45,12 @@ class InputFile {
 // with an empty file behind it.
 bool WriteFile(const std::string& path, std::string_view bytes);
 
-// The same over a file that may exist, whose earlier content stays when anything fails: the bytes
+// The same for a name that must be free yet: whether it is shows in the creation itself, so that no
+// second writer can come between. Throws FileError as WriteFile does.
+enum class NewFile { Written, Taken, Failed };  // Failed: errno tells why
+NewFile WriteNewFile(const std::string& path, std::string_view bytes);
+
+// WriteFile over a file that may exist, whose earlier content stays when anything fails: the bytes
 // are written beside it and moved in its place. Where that can't be (a device, a link, a folder in
 // which nothing can be created) the file is written directly.
 bool ReplaceFile(const std::string& path, std::string_view bytes);

@@ -57,6 +57,7 @@ void Discard(const std::string& path, const struct stat& opened) {
 int Fill(const std::string& path, Descriptor file, std::string_view bytes, bool sync) {
   struct stat opened;
   if (fstat(file.get(), &opened) != 0) return errno;
+  if (!S_ISREG(opened.st_mode)) fcntl(file.get(), F_SETFL, 0);  // a slow reader is waited for
   int error = WriteAll(file.get(), bytes) ? 0 : errno;
   // A file system that can't sync says so with EINVAL; that loses nothing.
   if (error == 0 && sync && fsync(file.get()) != 0 && errno != EINVAL) error = errno;
@@ -110,23 +111,17 @@ InputFile::InputFile(const std::string& path) : path_(path) {
   }
   problem_ = Unreadable(status);
   if (!problem_.empty()) return;
-  file_.reset(fdopen(file.get(), "rb"));
-  if (file_ == nullptr) {
-    problem_ = Reason(errno);
-    return;
-  }
-  file.Release();
+  file_ = std::move(file);
   length_ = static_cast<std::int32_t>(status.st_size);
 }
 
 std::size_t InputFile::Read(char* bytes, std::size_t count) {
   std::size_t done = 0;
   while (done < count) {
-    done += std::fread(bytes + done, 1, count - done, file_.get());
-    if (std::feof(file_.get()) != 0) break;
-    if (std::ferror(file_.get()) == 0) continue;
-    if (errno != EINTR) throw FileError(path_, Reason(errno));
-    std::clearerr(file_.get());
+    const ssize_t read_now = Retry([&] { return read(file_.get(), bytes + done, count - done); });
+    if (read_now < 0) throw FileError(path_, Reason(errno));
+    if (read_now == 0) break;
+    done += static_cast<std::size_t>(read_now);
   }
   return done;
 }
@@ -134,10 +129,17 @@ std::size_t InputFile::Read(char* bytes, std::size_t count) {
 bool WriteFile(const std::string& path, std::string_view bytes) {
   Descriptor file = Open(path, O_WRONLY | O_CREAT | O_TRUNC);
   if (!file) return false;
-  fcntl(file.get(), F_SETFL, 0);  // from here on a slow reader is waited for
   const int error = Fill(path, std::move(file), bytes, false);
   if (error != 0) throw FileError(path, Reason(error));
   return true;
+}
+
+NewFile WriteNewFile(const std::string& path, std::string_view bytes) {
+  Descriptor file = Open(path, O_WRONLY | O_CREAT | O_EXCL);
+  if (!file) return errno == EEXIST ? NewFile::Taken : NewFile::Failed;
+  const int error = Fill(path, std::move(file), bytes, false);
+  if (error != 0) throw FileError(path, Reason(error));
+  return NewFile::Written;
 }
 
 bool ReplaceFile(const std::string& path, std::string_view bytes) {

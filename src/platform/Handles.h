@@ -4,6 +4,8 @@
 
 #include <cerrno>
 #include <cstddef>
+#include <cstdio>
+#include <memory>
 #include <string_view>
 #include <utility>
 
@@ -29,6 +31,12 @@ class Descriptor {
  private:
   int number_;
 };
+
+// Closes a file that was read. A writer closes it itself and looks at the result.
+struct CloseFile {
+  void operator()(std::FILE* file) const noexcept { std::fclose(file); }
+};
+using FileHandle = std::unique_ptr<std::FILE, CloseFile>;
 
 // Repeats a system call that a signal interrupted.
 template <class Call>

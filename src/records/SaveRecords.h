@@ -61,6 +61,11 @@ inline WideStringView PhotoOf(const CCalendar&) { return {}; }
 inline std::int32_t& KeyField(CVObject& record) { return record.tag; }
 inline std::int32_t& KeyField(CContactGroup& group) { return group.group_id; }
 
+// A record that equals a stored one leaves the picture to that one.
+inline void ForgetPhoto(CContact& contact) { contact.photo.clear(); }
+inline void ForgetPhoto(CCalendar&) {}
+inline void ForgetPhoto(CContactGroup&) {}
+
 // Puts a collection's keys back unless the save is done.
 template <class Records>
 class KeyGuard {
@@ -75,11 +80,17 @@ class KeyGuard {
     for (std::size_t i = 0; i < keys_.size(); ++i)
       KeyField(records_[static_cast<std::int32_t>(i)]) = keys_[i];
   }
-  void Keep() { keys_.clear(); }
+  void Keep() {
+    keys_.clear();
+    for (const std::int32_t index : duplicates_) ForgetPhoto(records_[index]);
+  }
+  // Takes note of a record that equals a stored one.
+  void AddDuplicate(std::int32_t index) { duplicates_.push_back(index); }
 
  private:
   Records& records_;
   std::vector<std::int32_t> keys_;
+  std::vector<std::int32_t> duplicates_;
 };
 
 // The rules of saving, whatever the storage. Each function gives the number of records stored.
@@ -87,7 +98,8 @@ class KeyGuard {
 // `storage` also has Insert(key, record), Update(key, record) and Contents(wanted), which gives the
 // index of what is stored, or null when none is wanted and there is none.
 template <class Records, class Storage>
-std::int32_t SaveRecords(Records& records, const RecordMap& map, bool saveFlag, Storage& storage) {
+std::int32_t SaveRecords(Records& records, const RecordMap& map, bool saveFlag, Storage& storage,
+                         KeyGuard<Records>& guard) {
   SaveKeys keys(storage);
   ContentIndex* contents = storage.Contents(!saveFlag);
   std::int32_t saved = 0;
@@ -103,6 +115,7 @@ std::int32_t SaveRecords(Records& records, const RecordMap& map, bool saveFlag, 
     const auto stored = saveFlag ? std::nullopt : contents->Find(print, PhotoOf(record));
     if (stored) {
       record.tag = *stored;
+      guard.AddDuplicate(i);
       continue;
     }
     const std::int32_t key = keys.Next();

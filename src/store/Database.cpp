@@ -12,7 +12,8 @@ namespace {
 // Enough for the upper levels of all tables and indexes of a large store.
 constexpr const char* kSetUp =
     "PRAGMA foreign_keys=ON; PRAGMA synchronous=FULL; PRAGMA cell_size_check=ON; "
-    "PRAGMA trusted_schema=OFF; PRAGMA cache_size=-16384";
+    "PRAGMA trusted_schema=OFF; PRAGMA cache_size=-16384; "
+    "PRAGMA temp_store=MEMORY";
 
 // What SQLite's code means to the user; its own words follow.
 constexpr struct {

@@ -263,7 +263,8 @@ std::int32_t SqliteStore::SaveContacts(CContacts& contacts, std::int32_t saveOpt
   const std::int32_t result = impl_->Store([&] {
     if (saveOption > 0 && !impl_->groups_.Holds(saveOption))
       impl_->db_->Fail(NoSuchGroup(saveOption));
-    const std::int32_t saved = SaveRecords(contacts, ContactMap(), saveFlag, impl_->contacts_);
+    const std::int32_t saved =
+        SaveRecords(contacts, ContactMap(), saveFlag, impl_->contacts_, keys);
     if (saveOption > 0) LinkContacts(contacts, saveOption, impl_->links_);
     return saved;
   });
@@ -287,8 +288,8 @@ std::int32_t SqliteStore::SaveContactGroupPairs(CContactGroupPairs& pairs) {
 
 std::int32_t SqliteStore::SaveCalendars(CCalendars& items, bool saveFlag) {
   KeyGuard keys(items);
-  const std::int32_t result =
-      impl_->Store([&] { return SaveRecords(items, CalendarMap(), saveFlag, impl_->calendars_); });
+  const std::int32_t result = impl_->Store(
+      [&] { return SaveRecords(items, CalendarMap(), saveFlag, impl_->calendars_, keys); });
   if (result != kFailure) keys.Keep();
   return result;
 }

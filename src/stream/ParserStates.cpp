@@ -16,8 +16,23 @@ constexpr EncodingWord kEncodingWords[] = {
     {"8BIT", TransferEncoding::Encoding8Bit},
 };
 
+// Whether a parameter's name can be ENCODING or an encoding word, by its first letter alone: few
+// parameters are either, and each property has some.
+bool MayNameEncoding(char first) {
+  switch (ToUpper(first)) {
+    case 'E':
+    case 'Q':
+    case 'B':
+    case '8':
+      return true;
+    default:
+      return false;
+  }
+}
+
 // A word behind ENCODING= or in its place names the encoding; the last one that does counts.
 void TakeEncoding(VObjectParser& parser, const ParserParam& param) {
+  if (!MayNameEncoding(*param.name.text)) return;
   const char* key = param.name.text;
   if (EqualsIgnoringCase(key, "ENCODING")) key = param.value.text;
   if (key == nullptr) return;

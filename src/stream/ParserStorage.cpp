@@ -1,7 +1,6 @@
 #include "stream/ParserStorage.h"
 
 #include <algorithm>
-#include <cstring>
 #include <limits>
 #include <utility>
 
@@ -23,10 +22,9 @@ bool Resize(std::unique_ptr<T[], FreeMemory>& block, std::size_t count) {
 
 }  // namespace
 
-bool ReserveBytes(VObjectParser& parser, std::size_t count) {
+bool GrowBuffer(VObjectParser& parser, std::size_t count) {
   const std::int64_t missing =
       std::int64_t{parser.length} + static_cast<std::int64_t>(count) - parser.capacity;
-  if (missing <= 0) return true;
   const std::int64_t capacity =
       parser.capacity + (missing + kBufferStep - 1) / kBufferStep * kBufferStep;
   const auto wanted = static_cast<std::size_t>(capacity);
@@ -42,36 +40,10 @@ bool ReserveBytes(VObjectParser& parser, std::size_t count) {
   return true;
 }
 
-bool AppendRun(VObjectParser& parser, const char* bytes, std::size_t count) {
-  if (count == 0) return true;
-  if (!ReserveBytes(parser, count)) return false;
-  std::memcpy(parser.buffer.get() + parser.length, bytes, count);
-  parser.length += static_cast<std::int32_t>(count);
-  return true;
-}
-
-bool AppendByte(VObjectParser& parser, char byte) {
-  if (parser.length == parser.capacity && !ReserveBytes(parser, 1)) return false;
-  parser.buffer[static_cast<std::size_t>(parser.length++)] = byte;
-  return true;
-}
-
-bool AddParam(VObjectParser& parser, std::size_t offset) {
-  const auto count = static_cast<std::size_t>(parser.paramCount);
-  if (count == parser.paramsAllocated) {
-    const std::size_t allocated = std::max<std::size_t>(8, 2 * count);
-    if (!Resize(parser.params, allocated)) return false;
-    parser.paramsAllocated = allocated;
-  }
-  parser.params[count].name.offset = offset;
-  parser.params[count].value.offset = 0;
-  ++parser.paramCount;
-  return true;
-}
-
-bool SetParamValue(VObjectParser& parser, std::size_t offset) {
-  if (parser.params == nullptr) return false;
-  parser.params[static_cast<std::size_t>(parser.paramCount) - 1].value.offset = offset;
+bool GrowParams(VObjectParser& parser) {
+  const std::size_t allocated = std::max<std::size_t>(8, 2 * parser.paramsAllocated);
+  if (!Resize(parser.params, allocated)) return false;
+  parser.paramsAllocated = allocated;
   return true;
 }
 

@@ -18,7 +18,8 @@ WideString WithCounter(WideStringView path, std::size_t counter) {
   constexpr std::size_t kPathLimit = 260;  // units, the terminating one included
   const std::size_t dot = std::min(path.rfind(u'.'), path.size());
   const WideStringView extension = path.substr(dot);
-  const WideString suffix = u"(" + WideFromUtf8(std::to_string(counter)) + u")";
+  const WideString suffix =
+      WideString(u"(").append(WideFromUtf8(std::to_string(counter))).append(u")");
   const std::size_t behind_stem = extension.size() + suffix.size() + 1;
   const std::size_t room = kPathLimit - std::min(kPathLimit, behind_stem);
   WideString result(path.substr(0, std::min(dot, room)));
@@ -33,16 +34,16 @@ WideString CleanFileName(WideStringView name) {
   return cleaned;
 }
 
-WideString UniqueFileName(const WideString& path) { return UniqueNames().Next(path); }
+WideString UniqueFileName(const WideString& path) { return UniqueNames().Next(path, PathExists); }
 
-WideString UniqueNames::Next(const WideString& path) {
+WideString UniqueNames::Next(const WideString& path, const Taken& isTaken) {
   constexpr std::size_t kFirstCounter = 2;
   std::string native = NativePath(path);
   const auto known = counters_.find(native);
-  if (known == counters_.end() && !PathExists(native)) return path;
+  if (known == counters_.end() && !isTaken(native)) return path;
   std::size_t counter = known == counters_.end() ? kFirstCounter : known->second;
   WideString candidate = WithCounter(path, counter);
-  while (PathExists(NativePath(candidate))) candidate = WithCounter(path, ++counter);
+  while (isTaken(NativePath(candidate))) candidate = WithCounter(path, ++counter);
   counters_.insert_or_assign(std::move(native), counter);
   return candidate;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <unordered_map>
 
@@ -21,8 +22,11 @@ WideString UniqueFileName(const WideString& path);
 // starts at the last counter that was found for a path, since the ones below it were taken then.
 class UniqueNames {
  public:
+  // Whether a native path can't be had; it may be asked several times, last for the result.
+  using Taken = std::function<bool(const std::string& path)>;
+
   // What UniqueFileName gives, unless a file was removed since an earlier call.
-  WideString Next(const WideString& path);
+  WideString Next(const WideString& path, const Taken& isTaken);
 
  private:
   std::unordered_map<std::string, std::size_t> counters_;  // by native path; of paths once taken

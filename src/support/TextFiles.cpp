@@ -28,8 +28,4 @@ bool ReadTextFile(WideStringView path, ByteOrderMark mark, ByteBuffer& text) {
   return true;
 }
 
-bool WriteTextFile(WideStringView path, NarrowStringView text) {
-  return WriteFile(NativePath(path), text);
-}
-
 }  // namespace pim

@@ -15,9 +15,6 @@ void ReadTextFile(InputFile& file, ByteOrderMark mark, ByteBuffer& text);
 // The same by path; false when it can't be opened.
 bool ReadTextFile(WideStringView path, ByteOrderMark mark, ByteBuffer& text);
 
-// Creates or empties the file and writes the text; as platform/Files.h's WriteFile, by wide path.
-bool WriteTextFile(WideStringView path, NarrowStringView text);
-
 inline constexpr NarrowStringView kUtf8Mark = "\xEF\xBB\xBF";
 
 }  // namespace pim

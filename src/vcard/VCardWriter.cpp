@@ -1,5 +1,6 @@
 #include "vcard/VCardWriter.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <initializer_list>
@@ -125,6 +126,9 @@ void AppendTelephone(CardText& card, const CTelephoneNumber& telephone) {
   if (telephone.IsEmpty()) return;
   NarrowString number;
   NarrowText(telephone.number, number);
+  // A line break would end the property, and what stands behind it would be read as another.
+  std::ranges::replace_if(
+      number, [](char c) { return c == '\r' || c == '\n'; }, ' ');
   card.Append(VCARD_TEL, MaskParameters(kTelephoneWords, telephone.number_type), number);
 }
 

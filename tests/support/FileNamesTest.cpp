@@ -61,7 +61,7 @@ TEST(FileNames, UniqueNearTheLimit) {
   }
   const WideString extension = base + u"x." + WideString(300, u'e');  // no room for a stem
   Take(extension);
-  EXPECT_EQ(UniqueFileName(extension), u"(2)." + WideString(300, u'e'));
+  EXPECT_EQ(UniqueFileName(extension), WideString(u"(2).").append(300, u'e'));
 }
 
 // Long Japanese names, which the file system doesn't take whole: each still gets a file of its own.
@@ -70,10 +70,10 @@ TEST(FileNames, LongNamesStayApart) {
   const WideString base = WideFromUtf8(folder.path()) + u"\\" + WideString(120, u'\u6F22');
   UniqueNames names;
   for (const char16_t* end : {u"A.vcf", u"B.vcf", u"A.vcf", u"C.x y z w.vcf"})
-    Take(names.Next(base + end));
+    Take(names.Next(base + end, PathExists));
   EXPECT_EQ(folder.Count(), 4U);
   const WideString dotted = base + u"." + WideString(120, u'\u6F22');  // the dot lies in the cut
-  for (int i = 0; i < 3; ++i) Take(names.Next(dotted));
+  for (int i = 0; i < 3; ++i) Take(names.Next(dotted, PathExists));
   EXPECT_EQ(folder.Count(), 7U);
 }
 
@@ -86,7 +86,7 @@ TEST(FileNames, UniqueNamesAsSingleCalls) {
   UniqueNames names;
   for (int i = 0; i < 40; ++i) {
     const WideString wanted = base + (i % 7 == 3 ? u"Doe(12).vcf" : u"Doe.vcf");
-    const WideString path = names.Next(wanted);
+    const WideString path = names.Next(wanted, PathExists);
     EXPECT_EQ(path, UniqueFileName(wanted));
     if (i % 5 != 0) Take(path);
   }

@@ -12,6 +12,7 @@ TEST(VCardWriter, LinesOfLists) {
   contact.tag = 0x12345;
   contact.NewTelephone(u"5=5;5", 0xFFFFFFFF, false, -1);
   contact.NewTelephone(u"", TEL_CELL, false, -1);
+  contact.NewTelephone(u"1\r\nNOTE:x", 0, false, -1);
   contact.NewEmail(u"a@b", 99, -1);
   contact.NewURL(u"http://x?a=b", URL_WORK, -1);
   contact.NewMessenger(u"m", MESSENGER_GOOGLE_TALK);
@@ -37,6 +38,7 @@ TEST(VCardWriter, LinesOfLists) {
       "X-EVENTDAY:09870203\r\n"
       "TEL;PREF;WORK;HOME;VOICE;FAX;MSG;CELL;PAGER;BBS;MODEM;CAR;ASSISTANT;VIDEO;INTERNET;PTT;VOIP;"
       "COMPANY;ANDROID_OTHER;CUSTOM;ISDN;CALLBACK;MAIN;TELEX;TTY;MMS;RADIO:5=5;5\r\n"
+      "TEL:1  NOTE:x\r\n"
       "EMAIL:a@b\r\nX-CHATID;GoogleTalk:m\r\n"
       "URL;Work;CHARSET=utf-8;ENCODING=QUOTED-PRINTABLE:http://x?a=3Db\r\n"
       "ADR;PREF;WORK;HOME:;;a\\;b\\\\c;;;;\r\nNOTE:a;b\\c\r\nORG;Unknown:Acme;\r\nX-BLOOD:\r\n"

@@ -14,7 +14,7 @@ struct ContactImportCounts {
   std::int64_t inText = 0;  // cards read
   std::int64_t stored = 0;  // newly stored or updated; the others are there already
   bool linked = true;       // false when groups or links to them couldn't be stored
-  // The names of the pictures that the contacts have now, those of equal stored ones included.
+  // The names of the pictures that the newly stored contacts have.
   std::vector<WideString> pictures;
 };
 

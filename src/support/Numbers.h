@@ -1,0 +1,38 @@
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+
+#include "support/Ascii.h"
+
+namespace pim {
+
+// Numbers of vObject text, which stay within 32 bits: a larger one counts as the nearest that fits.
+constexpr std::int32_t Saturated(std::int64_t number) {
+  return static_cast<std::int32_t>(std::clamp<std::int64_t>(
+      number, std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max()));
+}
+
+// The number with one more decimal digit behind it; both must not be negative.
+constexpr std::int32_t WithDigit(std::int32_t number, char digit) {
+  return Saturated(std::int64_t{number} * 10 + (digit - '0'));
+}
+
+// The decimal number at the start of the text, behind white space and a sign; 0 when there is none.
+// What stands behind its digits isn't looked at.
+constexpr std::int32_t ParseNumber(NarrowStringView text) {
+  text = TrimLeft(text);
+  const bool negative = text.starts_with('-');
+  if (negative || text.starts_with('+')) text.remove_prefix(1);
+  std::int64_t number = 0;
+  for (const char c : text) {
+    if (!IsDigit(c)) break;
+    // One more than the largest number, so that the smallest can be read too.
+    number =
+        std::min(number * 10 + (c - '0'), -std::int64_t{std::numeric_limits<std::int32_t>::min()});
+  }
+  return Saturated(negative ? -number : number);
+}
+
+}  // namespace pim

@@ -39,11 +39,17 @@ class ContactImporter : public Importer {
     std::int32_t saveOption = options().noGroups ? 0 : -1;
     if (options().group) saveOption = GroupIdOf(session(), *options().group);
     ContactImportCounts counts;
-    const auto report = [&](const ContactImportCounts& so_far) {
-      progress({so_far.inText, so_far.stored, {}});
+    const auto report = [&](const ContactImportCounts& soFar) {
+      progress({soFar.inText, soFar.stored, {}});
     };
-    const std::int32_t stored = ImportContactText(session().db(), text, saveOption,
-                                                  !options().skipDuplicates, counts, report);
+    std::int32_t stored = 0;
+    try {
+      stored = ImportContactText(session().db(), text, saveOption, !options().skipDuplicates,
+                                 counts, report);
+    } catch (ParseFailure) {
+      report(counts);  // how many stood ahead of what was rejected
+      throw;
+    }
     if (stored < 0 || !counts.linked) session().Fail();
     return {counts.inText, counts.stored, std::move(counts.pictures)};
   }

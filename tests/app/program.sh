@@ -1,0 +1,100 @@
+#!/usr/bin/env bash
+# Runs pimvobj as a person does and compares exit status and output. Usage: program.sh PIMVOBJ ROOT
+set -u
+program=$1 root=$2
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+cd "$work" || exit 1
+export HOME=$work/home TZ=UTC LC_ALL=C.UTF-8
+unset XDG_DATA_HOME PIMVOBJ_STORE
+failures=0
+
+# check NAME STATUS PATTERN ARGS...: the exit status, and a pattern that all output together matches.
+check() {
+  local name=$1 status=$2 pattern=$3 output actual
+  shift 3
+  output=$("$program" "$@" 2>&1 </dev/null)
+  actual=$?
+  if [ "$actual" -ne "$status" ] || ! grep -Eq -- "$pattern" <<<"$output"; then
+    printf '%s: exit %s (wanted %s), output without /%s/:\n%s\n' "$name" "$actual" "$status" "$pattern" "$output"
+    failures=$((failures + 1))
+  fi
+}
+
+# same NAME WANTED GOT
+same() {
+  [ "$2" = "$3" ] && return
+  printf '%s: wanted\n%s\ngot\n%s\n' "$1" "$2" "$3"
+  failures=$((failures + 1))
+}
+
+records() { "$program" "$@" contacts list --json | jq -S '[.contacts[] | del(.tag, .photo)] | sort_by(.name)'; }
+
+cp "$root"/samples/friends.vcf "$root"/samples/desktop.vcf "$root"/samples/phone-japan.vcf .
+printf 'BEGIN:VCARD\nN:a\nTEL;:1\n' >bad.vcf
+printf 'BEGIN:VCALENDAR\nVERSION:2.0\nBEGIN:VEVENT\nEND:VCALENDAR\n' >new.ics
+printf '\xff\xd8\xff\xe0' >photo.vcf
+: >empty.vcf
+mkdir cards none
+cp friends.vcf cards/A.VCF && mkdir cards/sub && cp desktop.vcf cards/sub/b.vcf && cp bad.vcf cards/c.txt
+printf 'BEGIN:VCARD\nTITLE:\a' >control.vcf
+mkfifo pipe.vcf
+
+# wrong usage
+check usage 2 . contacts
+check usage 2 . contacts import
+check usage 2 . contacts import x --group ''
+check usage 2 . contacts import x --group g --no-groups
+check usage 2 . contacts list --code-page NONSENSE
+check version 0 '^pimvobj [0-9]' --version
+
+# files that can't be imported
+check missing 1 '^pimvobj: missing.vcf: .*No such file' contacts import missing.vcf
+check fifo 1 '^pimvobj: pipe.vcf: ' contacts import pipe.vcf
+check device 1 '^pimvobj: /dev/null: ' contacts import /dev/null
+check folder 1 '^pimvobj: none: no .vcf file' contacts import none
+check rejected 3 '^pimvobj: bad.vcf: Error parsing vCard; nothing' contacts import bad.vcf
+check others-go-on 3 '^1 contact imported: 2 in 2 files, 1 new, 0 already there, 1 refused' contacts import bad.vcf desktop.vcf --store go-on.db
+check calendar 0 'new.ics: no contact begins in it: .*iCalendar 2.0' contacts import new.ics
+check picture 0 'photo.vcf: .*JPEG' contacts import photo.vcf
+check empty 0 'empty.vcf: .*it is empty' contacts import empty.vcf
+same nothing-stored 0 "$(find "$HOME" -name 'zevo*' | wc -l)"
+
+# import, list, again
+check import 0 '^4 contacts imported: 4 in 2 files, 4 new, 0 already there, 0 refused$' contacts import cards
+check again 0 '^0 contacts imported: 4 in 2 files, 0 new, 4 already there' --quiet contacts import cards --skip-duplicates
+check list 0 'Alice Martin .*alice.martin@example.org .*Friends' contacts list
+same picture 1 "$(find "$HOME/.local/share/Tessaly Works/Tessaly Deskmate IV/CallerId" -name 'zevo*.png' | wc -l)"
+same input '田中' "$("$program" --store japan.db contacts import - --group J <phone-japan.vcf >/dev/null &&
+  "$program" contacts list --json --store japan.db | jq -r '.contacts[1] | select(.groups == ["J"]) | .name.family_name')"
+
+# the round trip, pictures too
+check export 0 '^4 contacts exported$' contacts export out
+check export-again 0 '^4 contacts exported$' contacts export out
+same export-files 8 "$(find out -name '*.vcf' | wc -l)"
+rm -f out/*'(2)'*
+before=$(records)
+pictures=$(cat "$HOME"/.local/share/Tessaly*/*/CallerId/* | md5sum)
+export HOME=$work/other
+check back 0 '^4 contacts imported' contacts import out
+same round-trip "$before" "$(records)"
+same round-trip-pictures "$pictures" "$(cat "$HOME"/.local/share/Tessaly*/*/CallerId/* | md5sum)"
+check export-into-file 1 'bad.vcf' contacts export bad.vcf
+
+# inspect leaves nothing behind
+check inspect 3 '^\{"rejected": true, "messages": \["Error parsing vCard"\], "contacts": \[' inspect bad.vcf --json
+check inspect 0 'picture: zevo' inspect friends.vcf
+check inspect-folder 1 '^pimvobj: none: ' inspect none
+same inspect-control '"\u0007"' "$(printf 'BEGIN:VCARD\nTITLE:\a' | "$program" inspect - --json | jq '.contacts[0].org_title')"
+check inspect-control 0 'title: .u0007' inspect control.vcf
+same temporary '' "$(find "${TMPDIR:-/tmp}" -maxdepth 1 -name 'pimvobj-*' -newer bad.vcf)"
+
+# stores that can't be opened
+check no-folder 1 "^pimvobj: none/x/y.db: " --store none/x/y.db contacts list
+check folder-store 1 '^pimvobj: none: is a folder' --store none contacts list
+check foreign 1 '^pimvobj: bad.vcf: not a store' --store bad.vcf contacts import friends.vcf
+same foreign-untouched "$(printf 'BEGIN:VCARD\nN:a\nTEL;:1\n' | md5sum)" "$(md5sum <bad.vcf)"
+[ -e /dev/full ] && { "$program" contacts list >/dev/full 2>/dev/null; same full-output 1 $?; }
+
+[ "$failures" -eq 0 ] && echo "all is as it should be"
+exit "$((failures > 0))"

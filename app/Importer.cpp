@@ -104,9 +104,10 @@ void Importer::TellMessages(const std::string& path, std::string_view consequenc
   const std::vector<std::u16string> texts = messages_.Take();
   if (texts.empty()) return;
   progress_.Clear();
-  for (const std::u16string& text : texts)
+  for (const std::u16string& text : texts) {
     Complain(ShownName(path) + ": " + VisibleUtf8(text, LineFeeds::Kept) +
              (&text == &texts.back() ? std::string(consequence) : ""));
+  }
 }
 
 // A file or a store that fails weighs more than a text that is rejected.

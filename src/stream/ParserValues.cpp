@@ -77,9 +77,10 @@ constexpr std::uint32_t kNoGroup = 0xFFFFFFFF;
 using PlaceTable = std::array<std::uint32_t, 256>;
 constexpr PlaceTable MakePlace(unsigned shift) {
   PlaceTable place{};
-  for (std::size_t i = 0; i < place.size(); ++i)
+  for (std::size_t i = 0; i < place.size(); ++i) {
     place[i] = kBase64Values[i] == kNoDigit ? kNoGroup
                                             : static_cast<std::uint32_t>(kBase64Values[i]) << shift;
+  }
   return place;
 }
 constexpr std::array<PlaceTable, 4> kPlaces = {MakePlace(18), MakePlace(12), MakePlace(6),

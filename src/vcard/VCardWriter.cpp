@@ -142,17 +142,22 @@ void AppendLists(CardText& card, const CContact& contact) {
     card.AppendTextUnlessEmpty(VCARD_NICKNAME, nickname);
   for (const CContactEvent& event : contact.contactEvents()) AppendEvent(card, event);
   for (const CTelephoneNumber& telephone : contact.telephones()) AppendTelephone(card, telephone);
-  for (const CEmail& email : contact.emails())
-    if (!email.IsEmpty())
+  for (const CEmail& email : contact.emails()) {
+    if (!email.IsEmpty()) {
       card.AppendText(VCARD_EMAIL, CodeParameter(kEmailWords, email.email_type),
                       email.email_address);
-  for (const CMessenger& messenger : contact.messengers())
-    if (!messenger.IsEmpty())
+    }
+  }
+  for (const CMessenger& messenger : contact.messengers()) {
+    if (!messenger.IsEmpty()) {
       card.AppendText(VCARD_X_CHATID, CodeParameter(kMessengerWords, messenger.messenger_type),
                       messenger.messenger_address);
-  for (const CURL& url : contact.urls())
+    }
+  }
+  for (const CURL& url : contact.urls()) {
     if (!url.IsEmpty())
       card.AppendText(VCARD_URL, CodeParameter(kUrlWords, url.url_type), url.url_address);
+  }
   for (const CPostalAddress& address : contact.addresses()) AppendAddress(card, address);
   for (const WideText& comment : contact.comments())
     card.AppendTextUnlessEmpty(VCARD_NOTE, comment);

@@ -74,6 +74,25 @@ class PIM_EXPORT VObjectMgr {
   std::int32_t Export_Calendar(std::int32_t db, WideString path);
   std::int32_t Export_Todo(std::int32_t db, WideString path);
   std::int32_t Export_Memo(std::int32_t db, WideString path);
+
+  // Feeds one word of the user's language for the renderings (see LabelKeys.h). The first text of
+  // a key stays.
+  void MakeMapString(WideString key, WideString text);
+  // The text of a key, empty when there is none.
+  WideString GetString(const char16_t* key) const;
+
+  // Renders a vObject as a few lines for a preview, by what the text begins with: BEGIN:VCARD,
+  // BEGIN:VCALENDAR or BEGIN:VTODO, in any letter case. Any other text comes back as it is. Only
+  // the first record shows, with its own date-times (UTC); a date that isn't set shows as none.
+  // Empty when no record begins in the text. The lines end in one line feed. A card's picture
+  // becomes a file, as in an import.
+  WideString VObjectToString(WideString text) const;
+  WideString VCardToString(WideString text) const;
+  WideString VCalendarToString(WideString text) const;
+  WideString VTodoToString(WideString text) const;
+
+ private:
+  std::unique_ptr<std::map<WideString, WideString>> labelMap;  // null until a word is fed
 };
 
 }  // namespace pim

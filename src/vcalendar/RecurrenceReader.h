@@ -1,0 +1,16 @@
+#pragma once
+
+#include <cstdint>
+
+#include "pim/records/Recurrence.h"
+
+namespace pim {
+
+// Reads a repeat rule in vCalendar 1.0's basic grammar, such as "W1 MO FR #4". For any other text
+// it shows a message, and the holder is left without a rule.
+void ParseRecurrence(const char* bytes, std::int32_t length, CRecurrence& holder);
+
+// Puts the value in its place in a rule's list, unless it is there already.
+void AddSorted(RecurrenceList& list, std::int32_t value);
+
+}  // namespace pim

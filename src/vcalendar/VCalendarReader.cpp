@@ -1,0 +1,86 @@
+#include "vcalendar/VCalendarReader.h"
+
+#include <new>
+
+#include "support/ParameterTable.h"
+#include "support/RaiseParseFailure.h"
+#include "vcalendar/VCalendarValues.h"
+#include "vcalendar/VCalendarWords.h"
+
+namespace pim {
+namespace {
+
+constexpr WordIndex kPropertyIndex(kVCalendarProperties);
+
+NarrowStringView ValueOf(const ParserParam& param) {
+  return param.value.text == nullptr ? NarrowStringView{} : param.value.text;
+}
+
+// A parameter of which a known name is the start counts as that one.
+std::uint32_t AlarmBitsOf(NarrowStringView name, NarrowStringView value) {
+  while (!value.empty() && (value.front() == '=' || IsBlank(value.front()))) value.remove_prefix(1);
+  value = Trim(value);
+  if (IsStartOf(name, kAlarmTypeName)) return CodeOf(kAlarmTypeWords, value).value_or(0);
+  if (IsStartOf(name, kAlarmValueName)) return CodeOf(kAlarmValueWords, value).value_or(0);
+  return 0;
+}
+
+}  // namespace
+
+VCalendarReader::VCalendarReader(CCalendars& calendars) : parser_(VObjectParser::Create()) {
+  if (parser_ == nullptr) throw std::bad_alloc();
+  context_.calendars = &calendars;
+  parser_->SetPropertyHandler(OnVCalProperty);
+  parser_->SetDataHandler(OnVCalData);
+  parser_->SetUserData(&context_);
+}
+
+bool VCalendarReader::Read(NarrowStringView piece, bool final) {
+  return parser_->Parse(piece.data(), static_cast<std::int32_t>(piece.size()), final);
+}
+
+void RaiseVCalendarFailure() { RaiseParseFailure(u"Error parsing vCalendar"); }
+
+void ParseVCalendar(CCalendars& calendars, const VObjectBuffer& data) {
+  const bool accepted = VCalendarReader(calendars).Read(data.bytes.view(), true);
+  for (std::int32_t i = 0; i < calendars.GetCount(); ++i) calendars[i].tag = data.tag;
+  if (!accepted) RaiseVCalendarFailure();
+}
+
+void OnVCalProperty(void* user, const char* name, const ParserParam* params) {
+  auto& context = *static_cast<VCalReadContext*>(user);
+  context.charset = CHARSET_NONE;
+  context.encoding = ENCODING_NONE;
+  context.alarmFormat = 0;
+  const auto id = kPropertyIndex.CodeOf(name);
+  context.propertyId = id ? static_cast<std::int32_t>(*id) : VCAL_UNKNOWN;
+  for (const ParserParam* param = params; param->name.text != nullptr; ++param) {
+    TakeTextParameter(param->name.text, ValueOf(*param), context.charset, context.encoding);
+    if (context.propertyId == VCAL_AALARM)
+      context.alarmFormat |= AlarmBitsOf(param->name.text, ValueOf(*param));
+  }
+}
+
+void OnVCalData(void* user, const char* bytes, std::int32_t length) {
+  auto& context = *static_cast<VCalReadContext*>(user);
+  if (bytes == nullptr) {
+    context.propertyId = VCAL_NO_PROPERTY;
+    context.alarmFormat = 0;
+    return;
+  }
+  CCalendars& calendars = *context.calendars;
+  const NarrowStringView value(bytes, static_cast<std::size_t>(length));
+  // The only place where an item begins; none has an end, so what stands behind its END, and in
+  // blocks inside it, is its own.
+  if (context.propertyId == VCAL_BEGIN) {
+    if (const auto type = CodeOfStart(kItemWords, value)) {
+      calendars.AddNew().calendar_type = static_cast<std::uint8_t>(*type);
+      AllDayPending = false;
+    }
+    return;
+  }
+  if (calendars.GetCount() == 0) return;
+  TakeVCalendarValue(context, bytes, length, calendars[calendars.GetCount() - 1]);
+}
+
+}  // namespace pim

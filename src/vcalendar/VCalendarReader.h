@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "pim/records/Calendar.h"
+#include "stream/VObjectParser.h"
+#include "support/ByteBuffer.h"
+
+namespace pim {
+
+// The tokeniser's user data during one reading: the property whose value comes next.
+struct VCalReadContext {
+  CCalendars* calendars = nullptr;  // not owned; the item being read is the last one
+  std::int32_t propertyId = 0;      // VCalPropertyId, 0 outside a property
+  std::int32_t charset = 0;         // CharsetCode
+  std::int32_t encoding = 0;        // EncodingCode
+  std::uint32_t alarmFormat = 0;    // of an AALARM: ReminderType and ReminderValueType bits
+  WideString text;                  // the value's text; one piece of memory for the whole reading
+};
+
+// Reads one vCalendar text in pieces into a collection, whose last item stays open between them.
+// Only one text may be read at a time: AllDayPending is shared by all.
+class VCalendarReader {
+ public:
+  // `calendars` must outlive the reader. Throws std::bad_alloc when there is no parser.
+  explicit VCalendarReader(CCalendars& calendars);
+
+  // Takes the next piece; `final` ends the text. False when it is rejected.
+  bool Read(NarrowStringView piece, bool final);
+
+ private:
+  VCalReadContext context_;
+  std::unique_ptr<VObjectParser> parser_;
+};
+
+// Shows the message of a rejected vCalendar text and throws kParseFailure.
+[[noreturn]] void RaiseVCalendarFailure();
+
+// Reads a whole vCalendar text of any number of items, of all kinds, into `calendars`, which may
+// hold some already, and gives all of them the key in `tag` of `data`. For a rejected text it shows
+// a message and throws kParseFailure; what was read until then stays in `calendars`. A bad repeat
+// rule shows a message of its own and costs its item that rule alone.
+void ParseVCalendar(CCalendars& calendars, const VObjectBuffer& data);
+
+// The tokeniser's handlers; `context` is a VCalReadContext.
+void OnVCalProperty(void* context, const char* name, const ParserParam* params);
+void OnVCalData(void* context, const char* bytes, std::int32_t length);
+
+}  // namespace pim

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstdint>
+
+#include "pim/records/Calendar.h"
+
+namespace pim {
+
+struct VCalReadContext;
+
+// Whether the date property ahead had the all-day form. One for the module: it outlives a text.
+extern bool AllDayPending;
+
+// Puts the value of the context's property into the item. A property without a treatment does
+// nothing, and a value that can't be read leaves its field empty, null, invalid or 0.
+void TakeVCalendarValue(VCalReadContext& context, const char* bytes, std::int32_t length,
+                        CCalendar& item);
+
+// Reads YYYYMMDD, YYYYMMDDTHHMMSS (both local time) and YYYYMMDDTHHMMSSZ (UTC) into UTC. Seconds
+// are dropped, and hour 24 is hour 0 of that day. Null for no date; invalid for one that doesn't
+// exist.
+void ParseDateTime(NarrowStringView text, COleDateTimeNull& value);
+
+// Whether a date has no time, or local midnight at its start or end: two such make an all-day item.
+bool IsAllDayForm(NarrowStringView text);
+
+// Reads +HH or +HH:MM. The sign is that of the hours.
+void ParseUtcOffset(NarrowStringView text, COleDateTimeSpan& span);
+
+// Reads PnYnMnDTnHnMnS, with a year of 365 days and a month of 30; 0 for any other text.
+void ParseDuration(NarrowStringView text, COleDateTimeSpan& span);
+
+// Reads TRUE;offset;start;end;name;name. What was there before is cleared in any case.
+void ParseDaylight(const char* bytes, std::int32_t length, std::int32_t charset,
+                   std::int32_t encoding, CCalendarZone& zone);
+
+// Reads time;snooze;count;text.
+void ParseAlarm(const char* bytes, std::int32_t length, std::int32_t charset, std::int32_t encoding,
+                CReminder& reminder);
+
+// Adds rows for the words that items keep, and makes the item a memo when MEMO is among them.
+void ParseCategories(const char* bytes, std::int32_t length, CCalendar& item);
+
+}  // namespace pim

@@ -4,6 +4,7 @@
 #include <map>
 
 #include "app/Output.h"
+#include "app/labels/Labels.h"
 #include "pim/platform/Host.h"
 
 namespace pim::app {
@@ -48,29 +49,53 @@ void AddContactCommands(CLI::App& program, Options& options) {
   CLI::App* contacts = AddCommand(program, "contacts", "Contacts, as vCard 2.1");
   contacts->require_subcommand(1);
 
-  CLI::App* import = AddAction(*contacts, "import", "Read vCard files into the store",
-                               Action::Import, RecordKind::Contacts, options);
-  import
+  CLI::App* importing = AddAction(*contacts, "import", "Read vCard files into the store",
+                                  Action::Import, RecordKind::Contacts, options);
+  importing
       ->add_option("PATH", options.paths, "A file, a folder of .vcf files, or - for standard input")
       ->required();
   CLI::Option* noGroups =
-      import->add_flag("--no-groups", options.noGroups, "Leave the cards' group names out");
-  import->add_option("--group", options.group, "Put every contact into this group instead")
+      importing->add_flag("--no-groups", options.noGroups, "Leave the cards' group names out");
+  importing->add_option("--group", options.group, "Put every contact into this group instead")
       ->excludes(noGroups)
       ->check([](const std::string& name) {
         return name.empty() ? std::string("a group needs a name") : std::string();
-});
-import->add_flag("--skip-duplicates", options.skipDuplicates,
-                 "Leave out what equals a stored contact");
+      });
+  importing->add_flag("--skip-duplicates", options.skipDuplicates,
+                      "Leave out what equals a stored contact");
 
-AddPath(*AddAction(*contacts, "export", "Write one vCard file for each contact", Action::Export,
-                   RecordKind::Contacts, options),
-        "DIR", "Folder for the files, made if it is missing", options);
+  AddPath(*AddAction(*contacts, "export", "Write one vCard file for each contact", Action::Export,
+                     RecordKind::Contacts, options),
+          "DIR", "Folder for the files, made if it is missing", options);
 
-AddAction(*contacts, "list", "List the stored contacts", Action::List, RecordKind::Contacts,
-          options)
-    ->add_flag("--json", options.json, "Print whole records as JSON");
-}  // namespace
+  AddAction(*contacts, "list", "List the stored contacts", Action::List, RecordKind::Contacts,
+            options)
+      ->add_flag("--json", options.json, "Print whole records as JSON");
+}
+
+// Events, to-dos and memos have the same commands.
+void AddCalendarCommands(CLI::App& program, const char* name, const char* noun, RecordKind kind,
+                         Options& options) {
+  const std::string plural = std::string(noun) + "s";
+  CLI::App* items = AddCommand(program, name, (plural + ", as vCalendar 1.0").c_str());
+  items->require_subcommand(1);
+  CLI::App* importing = AddAction(*items, "import", "Read vCalendar files into the store",
+                                  Action::Import, kind, options);
+  importing
+      ->add_option("PATH", options.paths,
+                   "A file, a folder of .vcs or .ics files, or - for standard input")
+      ->required();
+  importing->add_flag("--skip-duplicates", options.skipDuplicates,
+                      "Leave out what equals a stored item");
+  AddPath(*AddAction(*items, "export", "Write all of them into one vCalendar file", Action::Export,
+                     kind, options),
+          "FILE", "The file; an earlier one is replaced", options);
+  AddAction(*items, "list", "List the stored ones", Action::List, kind, options)
+      ->add_flag("--json", options.json, "Print whole records as JSON");
+  AddPath(*AddAction(*items, "count", "Count the items of a file, of all kinds", Action::Count,
+                     kind, options),
+          "FILE", "A file, or - for standard input", options);
+}
 
 void AddInspect(CLI::App& program, Options& options) {
   static const std::map<std::string, TextForm> kForms = {{"vcard", TextForm::VCard},
@@ -83,15 +108,39 @@ void AddInspect(CLI::App& program, Options& options) {
       ->transform(CLI::CheckedTransformer(kForms));
 }
 
-}  // namespace pim::app
+void AddShow(CLI::App& program, Options& options) {
+  CLI::App* show = AddAction(program, "show", "Show a file's first vObject in a few lines",
+                             Action::Show, RecordKind::Contacts, options);
+  AddPath(*show, "FILE", "A file, or - for standard input", options);
+  show->add_option("--lang", options.language, "Language of the labels, such as de or ja")
+      ->check([](const std::string& name) {
+        return FindLabels(name) != nullptr ? std::string() : "no labels for language " + name;
+      });
+  show->add_option("--labels", options.labels,
+                   "A file of your own labels, as lines \"key = text\"");
+}
+
+std::string TellWrongUsage(const CLI::App*, const CLI::Error& error) {
+  return std::string("pimvobj: ") + error.what() + "\nRun with --help for more information.\n";
+}
+
+}  // namespace
 
 std::optional<Options> ReadCommandLine(int argc, const char* const* argv, int& status) {
   Options options;
-  CLI::App program("Moves contacts between a record store and vCard 2.1 text.", "pimvobj");
+  CLI::App program(
+      "Moves contacts, events, to-dos and memos between a record store and vCard 2.1 or "
+      "vCalendar 1.0 text.",
+      "pimvobj");
   program.require_subcommand(1);
   AddCommonOptions(program, options);
   AddContactCommands(program, options);
+  AddCalendarCommands(program, "calendar", "event", RecordKind::Calendar, options);
+  AddCalendarCommands(program, "todo", "to-do", RecordKind::Todo, options);
+  AddCalendarCommands(program, "memo", "memo", RecordKind::Memo, options);
   AddInspect(program, options);
+  AddShow(program, options);
+  program.failure_message(TellWrongUsage);
   try {
     program.parse(argc, argv);
   } catch (const CLI::ParseError& error) {

@@ -40,7 +40,7 @@ class ContactImporter : public Importer {
     if (options().group) saveOption = GroupIdOf(session(), *options().group);
     ContactImportCounts counts;
     const auto report = [&](const ContactImportCounts& soFar) {
-      progress({soFar.inText, soFar.stored, {}});
+      progress({soFar.inText, soFar.stored});
     };
     std::int32_t stored = 0;
     try {
@@ -51,7 +51,7 @@ class ContactImporter : public Importer {
       throw;
     }
     if (stored < 0 || !counts.linked) session().Fail();
-    return {counts.inText, counts.stored, std::move(counts.pictures)};
+    return {counts.inText, counts.stored, 0, std::move(counts.pictures)};
   }
 };
 

@@ -32,10 +32,13 @@ int Importer::Run() {
   for (const std::string& path : options_.paths) ImportPath(path);
   Commit();
   progress_.Clear();
-  Print(Counted(done_.stored, noun_) + " imported: " + std::to_string(done_.inText) + " in " +
-        Counted(done_.files, "file") + ", " + std::to_string(done_.stored) + " new, " +
-        std::to_string(done_.inText - done_.stored - done_.refused) + " already there, " +
-        std::to_string(done_.refused) + " refused\n");
+  const long long there = done_.inText - done_.stored - done_.otherKind - done_.refused;
+  std::string counts = Counted(done_.stored, noun_) + " imported: " + std::to_string(done_.inText) +
+                       " in " + Counted(done_.files, "file") + ", " + std::to_string(done_.stored) +
+                       " new, " + std::to_string(there) + " already there, " +
+                       std::to_string(done_.refused) + " refused";
+  if (done_.otherKind != 0) counts += ", " + std::to_string(done_.otherKind) + " of another kind";
+  Print(counts + "\n");
   return status_;
 }
 
@@ -77,6 +80,7 @@ void Importer::ImportFile(const std::string& path) {
     if (!savepoint.Commit()) session_.Fail();
     open_.inText += counts.inText;
     open_.stored += counts.stored;
+    open_.otherKind += counts.otherKind;
     std::ranges::move(counts.pictures, std::back_inserter(unpublished_));
     TellMessages(path, {});
     if (counts.inText == 0) {
@@ -127,6 +131,7 @@ void Importer::Commit() {
   done_.files += open_.files;
   done_.inText += open_.inText;
   done_.stored += open_.stored;
+  done_.otherKind += open_.otherKind;
   done_.refused += open_.refused;
   open_ = {};
 }

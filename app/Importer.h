@@ -14,8 +14,9 @@ namespace pim::app {
 // What one file brought.
 struct FileCounts {
   long long inText = 0;
-  long long stored = 0;  // the others are there already
-  std::vector<WideString> pictures;
+  long long stored = 0;     // the others are there already
+  long long otherKind = 0;  // or of a kind that this import leaves out
+  std::vector<WideString> pictures = {};
 };
 
 // Imports files one by one, each wholly or not at all: a savepoint for each in a transaction that
@@ -43,6 +44,7 @@ class Importer {
     long long files = 0;
     long long inText = 0;
     long long stored = 0;
+    long long otherKind = 0;
     long long refused = 0;
   };
 

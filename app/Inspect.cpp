@@ -4,22 +4,17 @@
 #include <span>
 
 #include "app/Inputs.h"
-#include "app/Interrupt.h"
 #include "app/Output.h"
 #include "app/PictureStaging.h"
 #include "app/RecordDump.h"
-#include "app/Session.h"
 #include "app/TextKind.h"
-#include "pim/support/ParseFailure.h"
-#include "platform/Visible.h"
-#include "vcard/VCardReader.h"
+#include "app/TextReading.h"
+#include "vcalendar/RecurrenceWriter.h"
+#include "vcalendar/VCalendarWords.h"
 #include "vcard/VCardWords.h"
 
 namespace pim::app {
 namespace {
-
-// Small enough that an interrupt is seen soon.
-constexpr std::size_t kPieceBytes = std::size_t{1} << 20;
 
 // Lines of one record: a label, the words of a type, a value. Empty values are left out.
 class Lines {
@@ -61,14 +56,15 @@ void AddName(Lines& lines, std::string_view label, const CName& name) {
 
 WideString Ascii(NarrowStringView text) { return {text.begin(), text.end()}; }
 
+std::string Padded(std::int32_t number, std::size_t width) {
+  const std::string digits = std::to_string(number);
+  return std::string(width - std::min(width, digits.size()), '0') + digits;
+}
+
 WideString DateText(const COleDateTime& date) {
   if (date.status != StatusValid) return u"(no date)";
-  const auto padded = [](std::int32_t number, std::size_t width) {
-    const std::string digits = std::to_string(number);
-    return std::string(width - std::min(width, digits.size()), '0') + digits;
-  };
-  return Ascii(padded(date.GetYear(), 4) + "-" + padded(date.GetMonth(), 2) + "-" +
-               padded(date.GetDay(), 2));
+  return Ascii(Padded(date.GetYear(), 4) + "-" + Padded(date.GetMonth(), 2) + "-" +
+               Padded(date.GetDay(), 2));
 }
 
 std::string_view EventLabel(std::uint32_t type) {
@@ -121,67 +117,95 @@ std::string LinesOf(const CContact& contact) {
   return lines.text();
 }
 
-// What came of reading one text.
-struct Outcome {
-  bool rejected = false;
-  std::vector<std::u16string> messages;
-};
-
-Outcome ReadContacts(NarrowStringView text, CContacts& contacts) {
-  Messages messages;
-  VCardReader reader(contacts);
-  Outcome outcome;
-  try {
-    do {
-      CheckInterrupt();
-      const NarrowStringView piece = text.substr(0, kPieceBytes);
-      text.remove_prefix(piece.size());
-      if (!reader.Read(piece, text.empty())) RaiseVCardFailure();
-    } while (!text.empty());
-  } catch (ParseFailure) {
-    outcome.rejected = true;
-  }
-  for (std::int32_t i = 0; i < contacts.GetCount(); ++i) contacts[i].tag = kUnsavedTag;
-  outcome.messages = messages.Take();
-  return outcome;
+// In UTC, as the record has it.
+void AddTime(Lines& lines, std::string_view label, const COleDateTime& time) {
+  if (time.status == StatusNull) return;
+  const WideString clock =
+      time.status != StatusValid
+          ? WideString()
+          : Ascii(" " + Padded(time.GetHour(), 2) + ":" + Padded(time.GetMinute(), 2) + " UTC");
+  lines.Add(label, DateText(time) + clock);
 }
 
-void PrintContacts(const Options& options, const Outcome& outcome, const CContacts& contacts) {
+void AddRule(Lines& lines, std::string_view label, const CRecurrence& holder) {
+  NarrowString text;
+  if (holder.data != nullptr && FormatRule(*holder.data, text)) lines.Add(label, Ascii(text));
+}
+
+std::string LinesOf(const CCalendar& item) {
+  Lines lines;
+  lines.Add("summary", item.summary);
+  lines.Add("description", item.description);
+  lines.Add("location", item.location);
+  AddTime(lines, "start", item.start_time);
+  AddTime(lines, "end", item.end_time);
+  if (item.allday == 1) lines.Add("all day", u"yes");
+  AddTime(lines, "due", item.due);
+  AddTime(lines, "completed", item.completed);
+  AddTime(lines, "alarm", item.reminder.alarm_date);
+  AddRule(lines, "repeats", item.recurrence);
+  AddRule(lines, "but not", item.exceptionRule);
+  for (const CCategory& category : item.categories) lines.Add("category", category.category_name);
+  lines.Add("class", Ascii(TextOf(kClassWords, static_cast<std::uint32_t>(item.class_))));
+  if (item.priority != 0) lines.Add("priority", Ascii(std::to_string(item.priority)));
+  if (item.status != 0)
+    lines.Add("status", Ascii(TextOf(kStatusWords, static_cast<std::uint32_t>(item.status))));
+  lines.Add("colour", item.color);
+  if (item.set_holiday != 0) lines.Add("holiday", u"yes");
+  return lines.text();
+}
+
+std::string_view TitleOf(const CContact&) { return "contact"; }
+std::string_view TitleOf(const CCalendar& item) {
+  switch (static_cast<CalendarType>(item.calendar_type)) {
+    case CalendarType::Todo:
+      return "to-do";
+    case CalendarType::Memo:
+      return "memo";
+    default:
+      return "event";
+  }
+}
+
+// `name` is the list's in JSON, `noun` one record's in words.
+template <class Records>
+void PrintRecords(const Options& options, const Outcome& outcome, const Records& records,
+                  std::string_view name, std::string_view noun) {
   if (options.json) {
-    JsonList list("contacts", outcome.rejected, outcome.messages);
-    for (std::int32_t i = 0; i < contacts.GetCount(); ++i) list.Add(contacts[i]);
+    JsonList list(name, outcome.rejected, outcome.messages);
+    for (std::int32_t i = 0; i < records.GetCount(); ++i) list.Add(records[i]);
     list.End();
     return;
   }
-  for (std::int32_t i = 0; i < contacts.GetCount(); ++i)
-    Print("contact " + std::to_string(i + 1) + "\n" + LinesOf(contacts[i]));
-  Print(Counted(contacts.GetCount(), "contact") + "\n");
-}
-
-void TellOutcome(const Options& options, const Outcome& outcome, std::int32_t count,
-                 NarrowStringView text, TextForm form) {
-  const std::string file = ShownName(options.paths.front());
-  for (const std::u16string& message : outcome.messages)
-    Complain(file + ": " + VisibleUtf8(message, LineFeeds::Kept));
-  if (count == 0 && !outcome.rejected) {
-    const std::string hint = LooksLike(text, form);
-    Complain(file + ": no record begins in it" + (hint.empty() ? "" : ": " + hint));
-  }
+  for (std::int32_t i = 0; i < records.GetCount(); ++i)
+    Print(std::string(TitleOf(records[i])) + " " + std::to_string(i + 1) + "\n" +
+          LinesOf(records[i]));
+  Print(Counted(records.GetCount(), noun) + "\n");
 }
 
 }  // namespace
 
 int InspectFile(const Options& options) {
   const std::string& path = options.paths.front();
-  ByteBuffer text;
-  ReadInput(path, ByteOrderMark::Skipped, text);
-  const TextForm form = options.form.value_or(FormOf(text.view()).value_or(TextForm::VCard));
+  ByteBuffer bytes;
+  ReadInput(path, ByteOrderMark::Kept, bytes);
+  const NarrowStringView text = WithoutMark(bytes.view());
+  const TextForm form = options.form.value_or(FormOf(text).value_or(TextForm::VCard));
   const PrivatePictures pictures(TemporaryFolder());
-  CContacts contacts;
-  const Outcome outcome = ReadContacts(text.view(), contacts);
-  PrintContacts(options, outcome, contacts);
-  TellOutcome(options, outcome, contacts.GetCount(), text.view(), form);
-  return outcome.rejected ? kRejected : kDone;
+  Outcome outcome;
+  std::int32_t count = 0;
+  if (form == TextForm::VCard) {
+    CContacts contacts;
+    outcome = ReadContacts(text, contacts);
+    count = contacts.GetCount();
+    PrintRecords(options, outcome, contacts, "contacts", "contact");
+  } else {
+    CCalendars items;
+    outcome = ReadItems(bytes.view(), items);
+    count = items.GetCount();
+    PrintRecords(options, outcome, items, "calendars", "item");
+  }
+  return TellOutcome(path, outcome, count, text, form);
 }
 
 }  // namespace pim::app

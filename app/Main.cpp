@@ -1,11 +1,13 @@
 #include <cstdio>
 #include <exception>
 
+#include "app/CalendarCommands.h"
 #include "app/CommandLine.h"
 #include "app/ContactCommands.h"
 #include "app/Inspect.h"
 #include "app/Interrupt.h"
 #include "app/Output.h"
+#include "app/Show.h"
 #include "pim/platform/FileError.h"
 #include "pim/support/ParseFailure.h"
 
@@ -23,9 +25,23 @@ int RunContacts(const Options& options) {
   }
 }
 
+int RunItems(const Options& options) {
+  switch (options.action) {
+    case Action::Import:
+      return ImportItems(options);
+    case Action::Export:
+      return ExportItems(options);
+    case Action::Count:
+      return CountItems(options);
+    default:
+      return ListItems(options);
+  }
+}
+
 int Run(const Options& options) {
   if (options.action == Action::Inspect) return InspectFile(options);
-  return RunContacts(options);
+  if (options.action == Action::Show) return ShowFile(options);
+  return options.kind == RecordKind::Contacts ? RunContacts(options) : RunItems(options);
 }
 
 int RunGuarded(const Options& options) {

@@ -20,6 +20,8 @@ struct Options {
   std::optional<std::string> group;  // every contact joins it
   std::optional<std::string> codePage;
   std::optional<TextForm> form;
+  std::optional<std::string> language;  // of the labels that `show` prints
+  std::optional<std::string> labels;    // a file of the user's own
   bool noGroups = false;
   bool skipDuplicates = false;
   bool json = false;

@@ -28,7 +28,8 @@ void RemoveAll(std::string& text, std::string_view part) {
   text = kept.append(text, from);
 }
 
-// The text without blanks, and without lines that hold nothing else.
+// The text without blanks, and without lines that hold nothing else. The N line goes too: where its
+// blanks are lost, the formatted name takes its place.
 std::string WithoutBlanks(std::string text) {
   for (const std::string_view part :
        {pim::TextParameters(), std::string_view("=\r\n"), std::string_view("=20"),
@@ -38,7 +39,8 @@ std::string WithoutBlanks(std::string text) {
   for (std::size_t from = 0; from < text.size();) {
     const std::size_t end = std::min(text.find('\n', from), text.size() - 1) + 1;
     const std::string_view line = std::string_view(text).substr(from, end - from);
-    if (line.find_last_not_of(":;\r\n") > line.find(':')) kept.append(line);
+    const bool isName = line.starts_with("N:") || line.starts_with("N;");
+    if (!isName && line.find_last_not_of(":;\r\n") > line.find(':')) kept.append(line);
     from = end;
   }
   return kept;

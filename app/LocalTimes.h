@@ -1,0 +1,30 @@
+#pragma once
+
+#include <string>
+
+#include "pim/support/DateTime.h"
+#include "platform/ZoneRecord.h"
+
+namespace pim::app {
+
+// Stored times, which are UTC, as the machine's clock shows them. The zone is read once, for lists
+// of many times.
+class LocalTimes {
+ public:
+  LocalTimes() { GetTimeZoneInformation(zone_); }
+
+  // "2010-01-05 21:00 +09:00"; empty for null, "(no such date)" for what isn't valid.
+  std::string Moment(const COleDateTime& utc) const;
+  // "2010-01-05", the local day.
+  std::string Day(const COleDateTime& utc) const;
+
+ private:
+  std::string Text(const COleDateTime& utc, bool withTime) const;
+
+  TIME_ZONE_INFORMATION zone_;
+};
+
+// A time as it is kept, whatever zone it is of: "2010-12-31 23:59".
+std::string PlainMoment(const COleDateTime& date);
+
+}  // namespace pim::app

@@ -1,0 +1,25 @@
+#include <cstdlib>
+#include <string_view>
+
+#include "vcalendar/VCalendarValues.h"
+
+// Date-time texts give a date that exists, or say that they don't; one in UTC comes back from its
+// figures.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const std::string_view text(reinterpret_cast<const char*>(data), size);
+  pim::COleDateTimeNull date;
+  pim::ParseDateTime(text, date);
+  if (date.status == pim::StatusValid && date.GetYear() < 100) std::abort();
+  if (date.status != pim::StatusValid && date.GetYear() != -1) std::abort();
+  if (date.status == pim::StatusValid && text.find('Z') != text.npos && date.GetSecond() != 0)
+    std::abort();
+  pim::COleDateTimeSpan span;
+  pim::ParseDuration(text, span);
+  pim::ParseUtcOffset(text, span);
+  pim::IsAllDayForm(text);
+  pim::CCalendarZone zone;
+  pim::ParseDaylight(text.data(), static_cast<std::int32_t>(size), 0, 1, zone);
+  pim::CReminder reminder;
+  pim::ParseAlarm(text.data(), static_cast<std::int32_t>(size), 0, 1, reminder);
+  return 0;
+}

@@ -1,0 +1,45 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <iterator>
+
+#include "app/labels/Labels.h"
+#include "pim/manager/LabelKeys.h"
+#include "platform/CodePages.h"
+
+namespace pim::app {
+namespace {
+
+// Each language has a word for every key that a rendering asks for, and for no other.
+TEST(Labels, FilesAreComplete) {
+  std::vector<WideString> keys(std::begin(labels::kAll), std::end(labels::kAll));
+  std::ranges::sort(keys);
+  EXPECT_EQ(LabelFiles().size(), 6U);
+  for (const LabelFile& file : LabelFiles()) {
+    SCOPED_TRACE(file.language);
+    std::string bad;
+    std::vector<WideString> found;
+    for (const auto& [key, text] : ReadLabels(file.text, &bad)) {
+      found.push_back(key);
+      EXPECT_NE(text, u"") << Utf8FromWide(key);
+    }
+    std::ranges::sort(found);
+    EXPECT_EQ(found, keys);
+    EXPECT_EQ(bad, "");
+  }
+}
+
+TEST(Labels, Languages) {
+  static constexpr struct {
+    const char* name;
+    const char* language;  // null: none
+  } kRows[] = {
+      {"de", "de"}, {"ja_JP.UTF-8", "ja"}, {"FR@euro", "fr"}, {"C", nullptr}, {"", nullptr}};
+  for (const auto& row : kRows) {
+    const LabelFile* found = FindLabels(row.name);
+    EXPECT_EQ(found == nullptr ? "" : found->language, row.language == nullptr ? "" : row.language);
+  }
+}
+
+}  // namespace
+}  // namespace pim::app

@@ -78,4 +78,22 @@ std::string MakeCardsWithPictures(std::int64_t count) {
   return text;
 }
 
+std::string MakeEvents(std::int64_t count) {
+  std::string text = "BEGIN:VCALENDAR\r\nVERSION:1.0\r\n";
+  for (std::int64_t i = 0; i < count; ++i) {
+    const std::string day = std::to_string(20100101 + i % 28 + i / 28 % 12 * 100);
+    text += i % 4 == 3 ? "BEGIN:VEVENT\r\nSUMMARY;CHARSET=UTF-8;ENCODING=QUOTED-PRINTABLE:"
+                         "Besprechung im gro=C3=9Fen B=C3=BCro "
+                       : "BEGIN:VEVENT\r\nSUMMARY:Budget review with the whole team ";
+    text += std::to_string(i) +
+            "\r\nDESCRIPTION:Bring the figures of the last quarter, and the plan "
+            "for the next one; lunch is served.\r\nLOCATION:Room 4\r\nDCREATED:20100301T090500Z\r\n"
+            "LAST-MODIFIED:20100302T101500Z\r\nDTSTART:" +
+            day + "T113000Z\r\nDTEND:" + day + "T123000Z\r\nAALARM:" + day + "T111500Z;;;\r\n" +
+            (i % 3 == 0 ? "RRULE:W1 FR #4\r\n" : "") +
+            "CATEGORIES:APPOINTMENT\r\nCLASS:PUBLIC\r\nEND:VEVENT\r\n";
+  }
+  return text + "END:VCALENDAR\r\n";
+}
+
 }  // namespace pim::bench

@@ -12,4 +12,7 @@ std::string MakeCards(std::int64_t count);
 // The same with a picture of 15 KB in each.
 std::string MakeCardsWithPictures(std::int64_t count);
 
+// vCalendar text of about 370 bytes an event, every fourth one under quoted-printable.
+std::string MakeEvents(std::int64_t count);
+
 }  // namespace pim::bench

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <string>
+#include <vector>
 
 #include "fuzz/ReadCards.h"
 #include "support/TextCodec.h"
@@ -28,20 +29,33 @@ void RemoveAll(std::string& text, std::string_view part) {
   text = kept.append(text, from);
 }
 
+// The logical lines: soft breaks of encoded properties gone. (A number may end in an equals sign.)
+std::vector<std::string> LinesOf(std::string_view text) {
+  std::vector<std::string> lines;
+  bool continued = false;
+  while (!text.empty()) {
+    const std::string_view line = text.substr(0, text.find("\r\n"));
+    text.remove_prefix(std::min(line.size() + 2, text.size()));
+    if (!continued) lines.emplace_back();
+    lines.back().append(line);
+    continued = lines.back().ends_with('=') &&
+                lines.back().find(pim::TextParameters()) != std::string::npos;
+    if (continued) lines.back().pop_back();
+  }
+  return lines;
+}
+
 // The text without blanks, and without lines that hold nothing else. The N line goes too: where its
 // blanks are lost, the formatted name takes its place.
-std::string WithoutBlanks(std::string text) {
-  for (const std::string_view part :
-       {pim::TextParameters(), std::string_view("=\r\n"), std::string_view("=20"),
-        std::string_view("=09"), std::string_view(" "), std::string_view("\t")})
-    RemoveAll(text, part);
+std::string WithoutBlanks(std::string_view text) {
   std::string kept;
-  for (std::size_t from = 0; from < text.size();) {
-    const std::size_t end = std::min(text.find('\n', from), text.size() - 1) + 1;
-    const std::string_view line = std::string_view(text).substr(from, end - from);
+  for (std::string& line : LinesOf(text)) {
+    for (const std::string_view part :
+         {pim::TextParameters(), std::string_view("=20"), std::string_view("=09"),
+          std::string_view(" "), std::string_view("\t")})
+      RemoveAll(line, part);
     const bool isName = line.starts_with("N:") || line.starts_with("N;");
-    if (!isName && line.find_last_not_of(":;\r\n") > line.find(':')) kept.append(line);
-    from = end;
+    if (!isName && line.find_last_not_of(":;") > line.find(':')) kept.append(line).append("\n");
   }
   return kept;
 }

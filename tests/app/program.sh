@@ -89,6 +89,27 @@ same inspect-control '"\u0007"' "$(printf 'BEGIN:VCARD\nTITLE:\a' | "$program" i
 check inspect-control 0 'title: .u0007' inspect control.vcf
 same temporary '' "$(find "${TMPDIR:-/tmp}" -maxdepth 1 -name 'pimvobj-*' -newer bad.vcf)"
 
+# previews, in the user's language, of text in any form
+same show "$(printf 'Kontakt\n\nName:\nAnn Lee\nNummer #0:\n1\n')" "$(printf 'BEGIN:VCARD\nN:Lee;Ann\nTEL:1\n' | LC_ALL=de_DE.UTF-8 "$program" show -)"
+same show-utf16 'Ann Lée' "$(printf 'BEGIN:VCARD\nN:Lée;Ann\n' | iconv -f UTF-8 -t UTF-16 | "$program" show - --lang fr | sed -n 4p)"
+same show-code-page 'Ann Lée' "$(printf 'BEGIN:VCARD\nN:L\xe9e;Ann\n' | "$program" show - --code-page CP1252 | sed -n 4p)"
+same show-own-labels 'Mine:' "$(printf 'VCARD_Name = Mine\n' >own.labels && "$program" show friends.vcf --labels own.labels | sed -n 3p)"
+check show-language 2 'no labels for language xx' show friends.vcf --lang xx
+check show-bad-labels 1 'friends.vcf: not "key = text"' show desktop.vcf --labels friends.vcf
+check show-rejected 3 'bad.vcf: Error parsing vCard' show bad.vcf
+
+# calendars
+printf 'BEGIN:VCALENDAR\nBEGIN:VEVENT\nSUMMARY:Lunch\nDTSTART:20100305T113000Z\nDTEND:20100305T123000Z\nRRULE:X\nEND:VEVENT\nBEGIN:VTODO\nSUMMARY:Milk\nDUE:20100306T100000Z\nEND:VTODO\nBEGIN:VMEMO\nSUMMARY:Idea\nEND:VMEMO\nEND:VCALENDAR\n' >all.vcs
+check count 0 '^3( |$)' memo count all.vcs
+check bad-rule 0 'Invalid recurrence' calendar import all.vcs --store cal.db
+check todos 0 '^1 to-do imported: 3 in 1 file' todo import all.vcs --store todo.db
+check calendar-again 0 '^0 events imported: 3 in 1 file, 0 new, 2 already there' calendar import all.vcs --skip-duplicates --store cal.db
+check calendar-list 0 '2010-03-05 11:30 .*Lunch' calendar list --store cal.db
+check calendar-export 0 '^1 event' calendar export one.vcs --store cal.db
+same calendar-bytes "$(printf 'BEGIN:VCALENDAR\r\nVERSION:1.0\r\nBEGIN:VEVENT\r\nSUMMARY:Lunch\r\nDTSTART:20100305T113000Z\r\nDTEND:20100305T123000Z\r\nEND:VEVENT\r\nEND:VCALENDAR' | md5sum)" "$(md5sum <one.vcs)"
+check export-none 0 '' memo export one.vcs --store cal.db
+check inspect-calendar 0 '"calendars": \[' inspect all.vcs --json
+
 # stores that can't be opened
 check no-folder 1 "^pimvobj: none/x/y.db: " --store none/x/y.db contacts list
 check folder-store 1 '^pimvobj: none: is a folder' --store none contacts list

@@ -132,8 +132,8 @@ int ExportItems(const Options& options) {
   if (items.OpenFromDB(session.db(), KindOf(options), 0) < 0) session.Fail();
   CheckInterrupt();
   if (items.GetCount() == 0) {
-    Print("the store holds no " + std::string(noun) + "; " + ShownName(file) +
-          " is left as it is\n");
+    Print("the store holds no " + std::string(noun) + "; nothing is written to " + ShownName(file) +
+          "\n");
     return kDone;
   }
   VObjectBuffer text;
@@ -158,7 +158,7 @@ int ListItems(const Options& options) {
     list.End();
     return kDone;
   }
-  constexpr std::size_t kWidestColumn = 40;
+  constexpr std::size_t kWidestColumn = 64;
   const LocalTimes times;
   Table table(TitlesOf(kind), kWidestColumn);
   VisitItems(session, kind,

@@ -39,11 +39,11 @@ class PIM_EXPORT COleDateTime {
 
   // The calendar field, or -1 when the status isn't valid or the value is out of range.
   std::int32_t GetYear() const noexcept;
-  std::int32_t GetMonth() const noexcept;   // 1 to 12
-  std::int32_t GetDay() const noexcept;     // 1 to 31
-  std::int32_t GetHour() const noexcept;    // 0 to 23
-  std::int32_t GetMinute() const noexcept;  // 0 to 59
-  std::int32_t GetSecond() const noexcept;  // 0 to 59
+  std::int32_t GetMonth() const noexcept;      // 1 to 12
+  std::int32_t GetDay() const noexcept;        // 1 to 31
+  std::int32_t GetHour() const noexcept;       // 0 to 23
+  std::int32_t GetMinute() const noexcept;     // 0 to 59
+  std::int32_t GetSecond() const noexcept;     // 0 to 59
   std::int32_t GetDayOfWeek() const noexcept;  // 1 Sunday to 7 Saturday
 
   // Two nulls are equal whatever their values; two invalid ones are not.

@@ -1,0 +1,61 @@
+#!/usr/bin/env bash
+# Kills imports at moments spread over their whole run and looks at what is left: a store that
+# SQLite finds whole, with the import wholly in it or not at all, links and pictures included.
+# Usage: kill.sh PIMVOBJ [ROUNDS=200] [SIGNAL=KILL]
+set -u
+program=$1 rounds=${2:-200} signal=${3:-KILL}
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+cd "$work" || exit 1
+export HOME=$work/home TZ=UTC
+unset XDG_DATA_HOME PIMVOBJ_STORE
+mkdir home
+cards=4000 pictures=200
+
+for ((i = 0; i < cards; ++i)); do
+  printf 'BEGIN:VCARD\r\nN:Doe%d;John\r\nTEL;CELL:%d\r\nX-GROUP:Friends\r\nX-GROUP:Work\r\n' "$i" "$i"
+  ((i % (cards / pictures) == 0)) && printf 'PHOTO;PNG;BASE64:%s\r\n' "$(printf 'picture %d' "$i" | base64)"
+  printf 'END:VCARD\r\n'
+done >cards.vcf
+
+fail() {
+  echo "round $round: $*"
+  exit 1
+}
+
+start=$(date +%s%N)
+"$program" --store timed.db contacts import cards.vcf >/dev/null || exit 1
+whole=$(($(date +%s%N) - start))
+rm -rf home timed.db*
+mkdir home
+
+none=0 all=0 stored=0
+for ((round = 1; round <= rounds; ++round)); do
+  "$program" --store pim.db contacts import cards.vcf >/dev/null 2>&1 &
+  import=$!
+  sleep "$(printf '%d.%09d' 0 $((whole * 12 / 10 * round / rounds)))"
+  kill -"$signal" "$import" 2>/dev/null
+  wait "$import" 2>/dev/null
+  [ -e pim.db ] || { none=$((none + 1)); continue; }
+  [ "$(sqlite3 pim.db 'PRAGMA integrity_check')" = ok ] || fail "the store is damaged"
+  [ -z "$(sqlite3 pim.db 'PRAGMA foreign_key_check')" ] || fail "a reference leads nowhere"
+  "$program" --store pim.db contacts list --json >list.json || fail "the store can't be listed"
+  count=$(jq '.contacts | length' list.json)
+  [ "$count" -eq "$stored" ] || [ "$count" -eq $((stored + cards)) ] || fail "$((count - stored)) of $cards stored"
+  [ "$count" -eq "$stored" ] && none=$((none + 1)) || all=$((all + 1))
+  stored=$count
+  jq -e 'all(.contacts[]; .groups == ["Friends", "Work"])' list.json >/dev/null || fail "links are missing"
+  jq -r '.contacts[].photo | select(. != "")' list.json | sort >named
+  [ "$(wc -l <named)" -eq $((stored / cards * pictures)) ] || fail "pictures are missing from contacts"
+  find home -path '*CallerId/*' -not -path '*incoming*' -type f -printf '%f\n' | sort >there
+  comm -23 named there | grep -q . && fail "a contact names a picture that isn't there"
+  [ "$stored" -gt $((cards * 4)) ] && rm -rf pim.db* home/.local/share/Tessaly* && stored=0
+done
+
+# The next import clears what the killed ones left, and works.
+"$program" --store pim.db contacts import cards.vcf >/dev/null || fail "the next import fails"
+"$program" --store pim.db contacts list --json | jq -r '.contacts[].photo | select(. != "")' | sort >named
+find home -path '*CallerId/*' -not -path '*incoming*' -type f -printf '%f\n' | sort >there
+cmp -s named there || fail "$(comm -13 named there | wc -l) pictures of killed imports stay behind"
+[ -z "$(find home -path '*incoming/*')" ] || fail "the staging folder isn't cleared"
+echo "$rounds kills: $none imports left out, $all wholly in"

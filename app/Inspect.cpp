@@ -88,16 +88,18 @@ std::string LinesOf(const CContact& contact) {
     lines.Add("telephone", entry.number, MaskWords(kTelephoneWords, entry.number_type));
   for (const CEmail& entry : contact.emails())
     lines.Add("e-mail", entry.email_address, CodeWord(kEmailWords, entry.email_type));
-  for (const CMessenger& entry : contact.messengers())
+  for (const CMessenger& entry : contact.messengers()) {
     lines.Add("messenger", entry.messenger_address,
               CodeWord(kMessengerWords, entry.messenger_type));
+  }
   for (const CURL& entry : contact.urls())
     lines.Add("web page", entry.url_address, CodeWord(kUrlWords, entry.url_type));
-  for (const CPostalAddress& entry : contact.addresses())
+  for (const CPostalAddress& entry : contact.addresses()) {
     lines.AddFields("address",
                     {&entry.post_office, &entry.extended_address, &entry.street, &entry.locality,
                      &entry.region, &entry.postal_code, &entry.country},
                     MaskWords(kAddressWords, entry.address_type));
+  }
   for (const COrganization& entry : contact.organizations()) {
     lines.AddFields("organisation", {&entry.org_name, &entry.org_position},
                     CodeWord(kOrganizationWords, entry.org_type));
@@ -177,9 +179,10 @@ void PrintRecords(const Options& options, const Outcome& outcome, const Records&
     list.End();
     return;
   }
-  for (std::int32_t i = 0; i < records.GetCount(); ++i)
+  for (std::int32_t i = 0; i < records.GetCount(); ++i) {
     Print(std::string(TitleOf(records[i])) + " " + std::to_string(i + 1) + "\n" +
           LinesOf(records[i]));
+  }
   Print(Counted(records.GetCount(), noun) + "\n");
 }
 

@@ -51,9 +51,10 @@ void FeedLabels(VObjectMgr& manager, const Options& options) {
     ReadInput(*options.labels, ByteOrderMark::Skipped, own);
     std::string bad;
     ReadLabels(own.view(), &bad);
-    if (!bad.empty())
+    if (!bad.empty()) {
       throw Failure(ShownName(*options.labels) +
                     ": not \"key = text\": " + VisibleUtf8(WideFromUtf8(bad)));
+    }
     Feed(manager, own.view());
   }
   Feed(manager, (options.language ? *FindLabels(*options.language) : UsersLabels()).text);
@@ -61,7 +62,7 @@ void FeedLabels(VObjectMgr& manager, const Options& options) {
 
 // A lone VEVENT or VMEMO has no layout of its own: it shows as one in a calendar does.
 WideString Render(const VObjectMgr& manager, const WideString& text) {
-  const WideString rendering = manager.VObjectToString(text);
+  WideString rendering = manager.VObjectToString(text);
   if (rendering != text) return rendering;
   NarrowString narrow;
   NarrowText(text, narrow);

@@ -17,12 +17,13 @@ void AppendWeekdays(NarrowString& text, const RecurrenceList& weekdays) {
 // A number that counts from the end has its minus sign behind it.
 void AppendFromEitherEnd(NarrowString& text, const RecurrenceList& numbers,
                          NarrowStringView positiveSign) {
-  for (const std::int64_t number : numbers)
+  for (const std::int64_t number : numbers) {
     if (number > 0) {
       text.append(std::to_string(number)).append(positiveSign).append(1, ' ');
     } else {
       text.append(std::to_string(-number)).append("- ");
     }
+  }
 }
 
 void AppendNumbers(NarrowString& text, const RecurrenceList& numbers) {

@@ -47,9 +47,10 @@ WideString Decode(NarrowStringView text, std::int32_t charset, std::int32_t enco
 void JoinLineEnds(WideString& text) {
   std::size_t to = text.find(u"\r\n");
   if (to == WideString::npos) return;
-  for (std::size_t from = to; from < text.size(); ++from)
+  for (std::size_t from = to; from < text.size(); ++from) {
     if (text[from] != u'\r' || from + 1 == text.size() || text[from + 1] != u'\n')
       text[to++] = text[from];
+  }
   text.resize(to);
 }
 

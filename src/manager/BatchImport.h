@@ -1,0 +1,59 @@
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+#include <functional>
+#include <optional>
+
+#include "pim/records/RecordStore.h"
+#include "pim/support/Strings.h"
+
+namespace pim {
+
+// Large enough that a batch's statements outweigh its bookkeeping, small enough that its records
+// stay in the cache and in the same memory.
+inline constexpr std::size_t kBatchBytes = std::size_t{256} * 1024;
+
+// Reads a text into the store in batches, inside one transaction, so that memory doesn't grow with
+// the number of records. `Batches` names its Reader and has records(), the collection being read;
+// Store(), which stores all that is in it and empties it; failed(); and RaiseFailure() for a text
+// that is rejected. Gives the number stored, or -1; the store is as before then, and also when this
+// throws.
+template <class Batches, class Counts>
+std::int32_t ImportInBatches(std::int32_t db, NarrowStringView text, Batches& batches,
+                             Counts& counts, const std::function<void(const Counts&)>& progress) {
+  RecordStore* const store = StoreForHandle(db);
+  std::optional<StoreTransaction> transaction;
+  if (store != nullptr) transaction.emplace(*store);
+
+  auto& records = batches.records();
+  typename Batches::Reader reader(records);
+  bool accepted = true;
+  do {
+    const std::size_t size = std::min(text.size(), kBatchBytes);
+    const std::int32_t before = records.GetCount();
+    accepted = reader.Read(text.substr(0, size), size == text.size());
+    text.remove_prefix(size);
+    counts.inText += records.GetCount() - before;
+    if (!accepted) break;
+    if (records.GetCount() > 1) {  // the last record stays open for the text that follows
+      auto open = records.TakeLast();
+      batches.Store();
+      records.Add(std::move(open));
+    }
+    if (progress) progress(counts);
+  } while (!text.empty());
+  if (!accepted) {
+    transaction.reset();
+    counts.stored = 0;
+    batches.RaiseFailure();
+  }
+  batches.Store();
+  if (batches.failed() || !transaction || !transaction->Commit()) {
+    counts.stored = 0;
+    return -1;
+  }
+  return static_cast<std::int32_t>(counts.stored);
+}
+
+}  // namespace pim

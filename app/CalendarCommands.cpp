@@ -30,10 +30,15 @@ CalendarType KindOf(const Options& options) {
   }
 }
 
+// The import of events takes the to-dos of a file too.
+std::string_view ImportNoun(CalendarType kind) {
+  return kind == CalendarType::Event ? "item" : NounOf(kind);
+}
+
 class CalendarImporter : public Importer {
  public:
   explicit CalendarImporter(const Options& options)
-      : Importer(options, {".vcs", ".ics"}, NounOf(KindOf(options)), TextForm::VCalendar,
+      : Importer(options, {".vcs", ".ics"}, ImportNoun(KindOf(options)), TextForm::VCalendar,
                  ByteOrderMark::Kept) {}
 
  private:

@@ -137,9 +137,12 @@ bool WriteFile(const std::string& path, std::string_view bytes) {
 NewFile WriteNewFile(const std::string& path, std::string_view bytes) {
   Descriptor file = Open(path, O_WRONLY | O_CREAT | O_EXCL);
   if (!file) return errno == EEXIST ? NewFile::Taken : NewFile::Failed;
-  const int error = Fill(path, std::move(file), bytes, false);
-  if (error != 0) throw FileError(path, Reason(error));
-  return NewFile::Written;
+  int error = WriteAll(file.get(), bytes) ? 0 : errno;
+  const int close_error = Close(std::move(file));
+  if (error == 0) error = close_error;
+  if (error == 0) return NewFile::Written;
+  unlink(path.c_str());  // it was made here
+  throw FileError(path, Reason(error));
 }
 
 bool ReplaceFile(const std::string& path, std::string_view bytes) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 
@@ -29,10 +30,17 @@ inline constexpr ParameterRow kTextParameterRows[] = {
     {"BASE64", std::nullopt, ParameterField::Encoding, ENCODING_BASE64},
 };
 
+// Most parameters are type words, and shorter than any name above.
+inline constexpr std::size_t kShortestTextParameter =
+    std::ranges::min(kTextParameterRows, {}, [](const ParameterRow& row) {
+      return row.name.size();
+    }).name.size();
+
 // Sets what the first row that fits the parameter says, in any letter case; false when none does.
 // `value` is empty for a parameter without one: no row asks for an empty value.
 constexpr bool TakeTextParameter(NarrowStringView name, NarrowStringView value,
                                  std::int32_t& charset, std::int32_t& encoding) {
+  if (name.size() < kShortestTextParameter) return false;
   for (const ParameterRow& row : kTextParameterRows) {
     if (!EqualsIgnoringCase(row.name, name)) continue;
     if (row.value && !EqualsIgnoringCase(*row.value, value)) continue;

@@ -103,7 +103,7 @@ printf 'BEGIN:VCALENDAR\nBEGIN:VEVENT\nSUMMARY:Lunch\nDTSTART:20100305T113000Z\n
 check count 0 '^3( |$)' memo count all.vcs
 check bad-rule 0 'Invalid recurrence' calendar import all.vcs --store cal.db
 check todos 0 '^1 to-do imported: 3 in 1 file' todo import all.vcs --store todo.db
-check calendar-again 0 '^0 events imported: 3 in 1 file, 0 new, 2 already there' calendar import all.vcs --skip-duplicates --store cal.db
+check calendar-again 0 '^0 items imported: 3 in 1 file, 0 new, 2 already there' calendar import all.vcs --skip-duplicates --store cal.db
 check calendar-list 0 '2010-03-05 11:30 .*Lunch' calendar list --store cal.db
 check calendar-export 0 '^1 event' calendar export one.vcs --store cal.db
 same calendar-bytes "$(printf 'BEGIN:VCALENDAR\r\nVERSION:1.0\r\nBEGIN:VEVENT\r\nSUMMARY:Lunch\r\nDTSTART:20100305T113000Z\r\nDTEND:20100305T123000Z\r\nEND:VEVENT\r\nEND:VCALENDAR' | md5sum)" "$(md5sum <one.vcs)"

@@ -18,7 +18,7 @@ bool GroupLinker::LoadGroups() {
   const bool done = stored.OpenFromDB(db_) >= 0;
   for (std::int32_t i = 0; i < stored.GetCount(); ++i)
     groups_.Add(stored[i].group_name, stored[i].group_id);
-  loaded_ = true;
+  loaded_ = done;
   return done;
 }
 
@@ -28,8 +28,11 @@ std::int32_t GroupLinker::GroupIdOf(WideStringView name, bool& done) {
   CContactGroups created;
   CContactGroup& group = created.AddNew();
   group.group_name = name;
-  if (created.SaveToDB(db_, true) < 0) done = false;
-  groups_.Add(name, group.group_id);
+  if (created.SaveToDB(db_, true) < 0) {
+    done = false;  // the next contact that names the group tries again
+  } else {
+    groups_.Add(name, group.group_id);
+  }
   return group.group_id;
 }
 

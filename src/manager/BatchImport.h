@@ -24,7 +24,10 @@ std::int32_t ImportInBatches(std::int32_t db, NarrowStringView text, Batches& ba
                              Counts& counts, const std::function<void(const Counts&)>& progress) {
   RecordStore* const store = StoreForHandle(db);
   std::optional<StoreTransaction> transaction;
-  if (store != nullptr) transaction.emplace(*store);
+  if (store != nullptr) {
+    transaction.emplace(*store);
+    if (!transaction->IsOpen()) return -1;  // each batch would be stored for good by itself
+  }
 
   auto& records = batches.records();
   typename Batches::Reader reader(records);

@@ -31,6 +31,7 @@ void ContactExport::AttachGroupNames(CContact& contact) { parts_->groupNames.Att
 bool ContactExport::WriteContactFile(const CContact& contact) {
   WideString name =
       CleanFileName(contact.name.given_name.str().append(contact.name.family_name.view()));
+  std::erase(name, u'\0');  // no file system takes it
   if (name.empty()) name = kNameless;
   WideString path = parts_->folder + name;
   path.resize(std::min(path.size(), kLongestPath));

@@ -41,9 +41,11 @@ bool GroupLinker::Link(const CContacts& contacts) {
   CContactGroupPairs pairs;
   for (std::int32_t i = 0; i < contacts.GetCount(); ++i) {
     for (const WideText& name : contacts[i].groups()) {
+      const std::int32_t groupId = GroupIdOf(name, done);
+      if (groupId <= 0) continue;  // a link to no group would cost the others theirs
       CContactGroupPair& pair = pairs.AddNew();
       pair.contact_id = contacts[i].tag;
-      pair.group_id = GroupIdOf(name, done);
+      pair.group_id = groupId;
     }
   }
   return pairs.SaveToDB() >= 0 && done;

@@ -17,9 +17,13 @@ constexpr char32_t FoldAscii(char32_t character) {
   return character >= U'A' && character <= U'Z' ? character | 0x20 : character;
 }
 
+// Its upper case is the plain I, but it is another letter than i.
+constexpr char32_t kDotlessI = 0x131;
+
 // By way of the upper case, since several small letters may share one: both sigmas give the same.
 char32_t Fold(char32_t character, locale_t locale) {
   if (character < 0x80 || locale == locale_t{}) return FoldAscii(character);
+  if (character == kDotlessI) return character;
   const wint_t upper = towupper_l(static_cast<wint_t>(character), locale);
   return static_cast<char32_t>(towlower_l(upper, locale));
 }

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdio>
 #include <initializer_list>
+#include <limits>
 #include <span>
 
 #include "support/TextCodec.h"
@@ -182,6 +183,8 @@ void WriteVCard(const CContact& contact, VObjectBuffer& data) {
   for (const WideText& group : contact.groups()) card.AppendTextUnlessEmpty(VCARD_X_GROUP, group);
   if (contact.favorite != 0) card.Append(VCARD_X_FAVORITE, {}, kYesWord);
   card.text().append(kTail);
+  if (card.text().size() > static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max()))
+    throw SizeOverflow();
   data.bytes.Assign(card.text().data(), card.text().size());
 }
 

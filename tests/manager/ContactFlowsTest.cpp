@@ -121,6 +121,22 @@ TEST_F(ContactFlows, ImportInBatches) {
   EXPECT_EQ(StoredContacts(), 20000);
 }
 
+// Wherever the store fails, from the transaction's beginning to its commit, nothing is kept.
+TEST_F(ContactFlows, FailedImportsKeepNothing) {
+  std::string text;
+  for (int i = 0; i < 12000; ++i) text += "BEGIN:VCARD\nFN:Number " + std::to_string(i) + "\n";
+  testing::FailingStore failing(store_);
+  const StoreBinding binding(failing);
+  ContactImportCounts counts;
+  for (int i = 0; i < 8; ++i) {
+    SCOPED_TRACE(i);
+    failing.FailAfter(i / 2, i % 2 == 0);
+    EXPECT_EQ(ImportContactText(binding.db(), text, 0, true, counts), -1);
+    EXPECT_EQ(counts.stored, 0);
+    EXPECT_EQ(StoredContacts(), 0);
+  }
+}
+
 TEST_F(ContactFlows, ImportIntoCollections) {
   CContacts contacts;
   contacts.AddNew().NewGroup(u"old");

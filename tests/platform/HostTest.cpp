@@ -74,6 +74,7 @@ TEST(Host, LetterCase) {
       {u"\u03A3\u03C2", u"\u03C3\u03C3"}, {u"\U00010400", u"\U00010428"},   {u"\uFF21", u"\uFF41"}};
   for (const auto& [a, b] : kSame) EXPECT_EQ(FoldLetterCase(a), FoldLetterCase(b));
   EXPECT_NE(FoldLetterCase(u"\u00DF"), FoldLetterCase(u"ss"));
+  EXPECT_NE(FoldLetterCase(u"\u0131"), FoldLetterCase(u"i"));  // dotless i is another letter
   const std::u16string lone{u'A', 0xD801, u'B', 0xDC00};
   EXPECT_EQ(FoldLetterCase(lone), (std::u16string{u'a', 0xD801, u'b', 0xDC00}));
 }

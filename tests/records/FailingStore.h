@@ -11,7 +11,11 @@ namespace pim::testing {
 class FailingStore final : public RecordStore {
  public:
   explicit FailingStore(RecordStore& store) : store_(store) {}
-  void FailAfter(int passing) { passing_ = passing; }
+  // Lets so many operations pass; from then on all fail, or the next one alone.
+  void FailAfter(int passing, bool once = false) {
+    passing_ = passing;
+    once_ = once;
+  }
 
   std::int32_t LoadContacts(CContacts& contacts) override {
     return Fails() ? -1 : store_.LoadContacts(contacts);
@@ -56,11 +60,14 @@ class FailingStore final : public RecordStore {
 
   bool Fails() {
     if (passing_ != kForEver && passing_ >= 0) --passing_;
-    return passing_ < 0;
+    const bool fails = passing_ < 0;
+    if (fails && once_) passing_ = kForEver;
+    return fails;
   }
 
   RecordStore& store_;
   int passing_ = kForEver;
+  bool once_ = false;
 };
 
 }  // namespace pim::testing

@@ -41,27 +41,36 @@ void TakeEncoding(VObjectParser& parser, const ParserParam& param) {
     if (EqualsIgnoringCase(row.text, word)) parser.encoding = row.encoding;
 }
 
+// Offsets become texts, now that the buffer stays where it is, and the encoding is known.
+void ResolveParams(VObjectParser& parser) {
+  const char* const buffer = parser.buffer.get();
+  for (std::int32_t i = 0; i < parser.paramCount; ++i) {
+    ParserParam& param = parser.params[static_cast<std::size_t>(i)];
+    const std::size_t value = param.value.offset;
+    param.name.text = buffer + param.name.offset;
+    param.value.text = value == 0 ? nullptr : buffer + value;
+    TakeEncoding(parser, param);
+  }
+}
+
+}  // namespace
+
 bool EmitProperty(VObjectParser& parser) {
   if (parser.propertyHandler != nullptr) {
     if (!AppendByte(parser, '\0')) return false;
-    const char* const buffer = parser.buffer.get();
-    for (std::int32_t i = 0; i < parser.paramCount; ++i) {
-      ParserParam& param = parser.params[static_cast<std::size_t>(i)];
-      const std::size_t value = param.value.offset;
-      param.name.text = buffer + param.name.offset;
-      param.value.text = value == 0 ? nullptr : buffer + value;
-      TakeEncoding(parser, param);
-    }
+    if (parser.paramCount != 0) ResolveParams(parser);
     if (!AddParam(parser, 0)) return false;
     ParserParam& last = parser.params[static_cast<std::size_t>(parser.paramCount) - 1];
     last.name.text = nullptr;
     last.value.text = nullptr;
-    parser.propertyHandler(parser.userData, buffer, parser.params.get());
+    parser.propertyHandler(parser.userData, parser.buffer.get(), parser.params.get());
   }
   parser.length = 0;
   parser.state = ParserState::StateValue;
   return true;
 }
+
+namespace {
 
 // Ends a name or value in the buffer and goes on in `next`.
 bool EndWord(VObjectParser& parser, ParserState next) {

@@ -11,6 +11,14 @@ namespace pim {
 bool FeedRun(VObjectParser& parser, const char* from, const char* end);
 void FeedLineFeed(VObjectParser& parser);
 
+// Ends the header, which lies in the buffer as zero-terminated words but for the last zero, and
+// hands it on. False when memory is out.
+bool EmitProperty(VObjectParser& parser);
+
+// Quoted-printable text up to the first escape that its line end, a carriage return or a NUL cuts:
+// that escape, or `end`. Escapes stay in the value, so a run goes on across those that stand whole.
+const char* FindSoftBreak(const char* from, const char* end);
+
 // The part of it that stands in a value. Takes as much of the run as it can and gives its end, or
 // null when a byte is rejected.
 const char* FeedValue(VObjectParser& parser, const char* from, const char* end);

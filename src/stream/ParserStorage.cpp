@@ -8,7 +8,6 @@ namespace pim {
 namespace {
 
 constexpr std::int64_t kBufferStep = 128;
-constexpr std::int32_t kKeptCapacity = 1024;
 
 // Resizes an owned block; on failure it stays as it was.
 template <class T>
@@ -47,21 +46,10 @@ bool GrowParams(VObjectParser& parser) {
   return true;
 }
 
-void Reset(VObjectParser& parser) {
-  parser.state = ParserState::StateName;
-  parser.length = 0;
-  if (parser.capacity > kKeptCapacity) {
-    parser.buffer.reset();
-    parser.bufferAllocated = 0;
-    parser.capacity = 0;
-  }
-  parser.skipBlanks = 1;
-  parser.paramCount = 0;
-  parser.escaped = 0;
-  parser.encoding = TransferEncoding::EncodingNone;
-  parser.softBreak = 0;
-  parser.groupCount = 0;
-  std::memset(parser.group, 0, sizeof parser.group);
+void FreeBuffer(VObjectParser& parser) {
+  parser.buffer.reset();
+  parser.bufferAllocated = 0;
+  parser.capacity = 0;
 }
 
 }  // namespace pim

@@ -51,7 +51,21 @@ inline bool SetParamValue(VObjectParser& parser, std::size_t offset) {
   return true;
 }
 
+inline constexpr std::int32_t kKeptCapacity = 1024;
+void FreeBuffer(VObjectParser& parser);
+
 // Back to the rest state for the next property. A buffer that a long value made large is freed.
-void Reset(VObjectParser& parser);
+inline void Reset(VObjectParser& parser) {
+  parser.state = ParserState::StateName;
+  parser.length = 0;
+  if (parser.capacity > kKeptCapacity) FreeBuffer(parser);
+  parser.skipBlanks = 1;
+  parser.paramCount = 0;
+  parser.escaped = 0;
+  parser.encoding = TransferEncoding::EncodingNone;
+  parser.softBreak = 0;
+  parser.groupCount = 0;
+  std::memset(parser.group, 0, sizeof parser.group);
+}
 
 }  // namespace pim

@@ -19,7 +19,8 @@ const char* FeedPlain(VObjectParser& parser, const char* from, const char* end) 
   return stop == end ? end : stop + 1;
 }
 
-// Escapes stay in the value, so a run goes on across those that stand whole in it.
+}  // namespace
+
 const char* FindSoftBreak(const char* from, const char* end) {
   for (;;) {
     from = FindClass(from, end, BYTE_EQUALS | BYTE_RETURN);
@@ -28,6 +29,8 @@ const char* FindSoftBreak(const char* from, const char* end) {
     from += 3;
   }
 }
+
+namespace {
 
 // The two bytes behind an equals sign that stood at a line's end or in front of a carriage return.
 void FeedEscapeDigit(VObjectParser& parser, char c) {

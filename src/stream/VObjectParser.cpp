@@ -5,6 +5,7 @@
 
 #include "stream/ParserStates.h"
 #include "stream/ParserStorage.h"
+#include "stream/WholeLines.h"
 #include "support/Ascii.h"
 
 namespace pim {
@@ -45,6 +46,10 @@ bool VObjectParser::Parse(const char* bytes, std::int32_t count, bool final) {
       from = SkipLineStart(*this, from, end);
       if (from == end) break;
       StartLine(*this);
+      if (foldSeen == 0 && state == ParserState::StateName) {
+        from = FeedWholeLines(*this, from, end);
+        if (from == nullptr) return false;
+      }
     }
     const auto* lineFeed =
         static_cast<const char*>(std::memchr(from, '\n', static_cast<std::size_t>(end - from)));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <initializer_list>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -10,7 +11,7 @@ namespace pim {
 
 // What the handlers were given for a text in one or several pieces, one event a line:
 // "NAME;param=value;param", "[value]", "." for the end of a value, "rejected".
-inline std::string EventsOf(std::initializer_list<std::string_view> pieces) {
+inline std::string EventsOf(std::span<const std::string_view> pieces) {
   std::string events;
   const auto parser = VObjectParser::Create();
   parser->SetUserData(&events);
@@ -40,6 +41,10 @@ inline std::string EventsOf(std::initializer_list<std::string_view> pieces) {
     }
   }
   return events;
+}
+
+inline std::string EventsOf(std::initializer_list<std::string_view> pieces) {
+  return EventsOf(std::span(pieces.begin(), pieces.size()));
 }
 
 }  // namespace pim

@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <string>
+#include <vector>
+
 #include "tests/stream/EventsOf.h"
 
 namespace pim {
@@ -82,6 +85,28 @@ TEST(VObjectParser, CutAnywhere) {
       SCOPED_TRACE(std::string(row.text) + " cut at " + std::to_string(cut));
       EXPECT_EQ(EventsOf({row.text.substr(0, cut), {}, row.text.substr(cut)}), row.events);
     }
+  }
+}
+
+// Lines that stand whole between others are taken a shorter way than the same bytes one by one.
+TEST(VObjectParser, WholeLinesOrBytes) {
+  constexpr std::string_view kMore[] = {
+      "sixteen-letters-:1\nsixteen;letters=:2\nfifteen;letter;:3\nA=B;C=D=E;F:4\n",
+      "N;CHARSET=UTF-8;ENCODING=QUOTED-PRINTABLE:a=C3=BC=\n=3D\nN;QUOTED-PRINTABLE:=3D==4\n",
+      "A:1\r\r\n\r\nB:2\n\n C:3\nD: \r\nE:\r 5\n\x01"
+      "F:6\n",
+  };
+  std::vector<std::string> texts(std::begin(kMore), std::end(kMore));
+  for (const Row& row : kRows) texts.emplace_back(row.text);
+  texts.push_back("X:" + std::string(127, 'a') + "\nX:" + std::string(129, 'b') + "\nY:1\n");
+  for (const std::string& text : texts) {
+    SCOPED_TRACE(text);
+    const std::string lines =
+        "VERSION;OF=LINES:2.1\n" + text + "\nREMARK;BEHIND=IT:long enough\nZ:";
+    std::vector<std::string_view> bytes;
+    for (std::size_t i = 0; i < lines.size(); ++i)
+      bytes.push_back(std::string_view(lines).substr(i, 1));
+    EXPECT_EQ(EventsOf({lines}), EventsOf(bytes));
   }
 }
 

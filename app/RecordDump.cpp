@@ -36,7 +36,8 @@ Json Array(const List& list, ToJson toJson) {
   return array;
 }
 
-Json Texts(const std::vector<WideText>& list) {
+template <class List>
+Json Texts(const List& list) {
   return Array(list, [](const WideText& text) { return Text(text); });
 }
 

@@ -30,6 +30,22 @@ inline std::size_t WidenAscii(std::string_view from, char16_t* to) noexcept {
   return done;
 }
 
+// Whether all bytes are ASCII characters and none is NUL.
+inline bool IsAsciiText(std::string_view text) noexcept {
+  constexpr std::uint64_t kHighBits = 0x8080808080808080U;
+  constexpr std::uint64_t kOnes = 0x0101010101010101U;
+  std::size_t done = 0;
+  for (; text.size() - done >= kAsciiStep; done += kAsciiStep) {
+    std::uint64_t word = 0;
+    std::memcpy(&word, text.data() + done, kAsciiStep);
+    // The lowest zero byte borrows from above, which sets its high bit.
+    if (((word | (word - kOnes)) & kHighBits) != 0) return false;
+  }
+  for (; done < text.size(); ++done)
+    if (text[done] == '\0' || static_cast<unsigned char>(text[done]) >= 0x80) return false;
+  return true;
+}
+
 // The other way.
 inline std::size_t NarrowAscii(std::u16string_view from, char* to) noexcept {
   constexpr std::uint64_t kNotAscii = 0xFF80FF80FF80FF80U;

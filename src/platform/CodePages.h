@@ -18,6 +18,10 @@ inline constexpr std::uint32_t kCodePageUtf8 = 65001;
 // calls.
 void MultiByteToWide(std::uint32_t codePage, std::string_view bytes, std::u16string& wide);
 
+// Whether each ASCII character stands for itself in the page, so that a text of them needs no
+// conversion.
+bool HasAsciiRuns(std::uint32_t codePage);
+
 // Replaces `bytes` by `wide` converted as a whole. A lone surrogate becomes U+FFFD, and a character
 // that the page lacks becomes a question mark.
 void WideToMultiByte(std::uint32_t codePage, std::u16string_view wide, std::string& bytes);

@@ -76,12 +76,13 @@ class Page {
   explicit Page(const std::string& name)
       : name_(name), decoder_(kUtf16, name.c_str()), encoder_(name.c_str(), kUtf16) {
     if (!IsKnown()) return;
-    has_ascii_runs_ = HasAsciiRuns();
+    has_ascii_runs_ = FindAsciiRuns();
     unit_size_ = std::max<std::size_t>(Encoded(u"AA").size() - Encoded(u"A").size(), 1);
   }
 
   const std::string& name() const noexcept { return name_; }
   bool IsKnown() const noexcept { return decoder_ && encoder_; }
+  bool HasAsciiRuns() const noexcept { return has_ascii_runs_; }
 
   void Decode(std::string_view bytes, std::u16string& wide) {
     if (!has_ascii_runs_) {
@@ -148,7 +149,7 @@ class Page {
   // Whether each ASCII character stands for itself at the start of a text and at once. A page with
   // shift states fails by the character that shifts (ESC, SO, the tilde or the plus sign), one that
   // composes characters by holding a letter back.
-  bool HasAsciiRuns() {
+  bool FindAsciiRuns() {
     for (char16_t unit = 0; unit < 0x80; ++unit) {
       const char byte = static_cast<char>(unit);
       std::array<char, 16> wide{};
@@ -240,6 +241,11 @@ void WideToMultiByte(std::uint32_t codePage, std::u16string_view wide, std::stri
     bytes.clear();
     AppendUtf8(wide, bytes);
   }
+}
+
+bool HasAsciiRuns(std::uint32_t codePage) {
+  const Page* page = PageOf(codePage);
+  return page == nullptr || page->HasAsciiRuns();
 }
 
 bool SetDefaultCodePage(std::string_view name) {

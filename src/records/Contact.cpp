@@ -1,18 +1,20 @@
 #include "pim/records/Contact.h"
 
+#include <utility>
+
 namespace pim {
 
-CTelephoneNumber& CContact::NewTelephone(WideStringView number, std::uint32_t type,
-                                         bool /*isDefault*/, std::int32_t /*rowId*/) {
-  return telephones_.emplace_back(CTelephoneNumber{type, number});
+CTelephoneNumber& CContact::NewTelephone(WideText number, std::uint32_t type, bool /*isDefault*/,
+                                         std::int32_t /*rowId*/) {
+  return telephones_.emplace_back(CTelephoneNumber{type, std::move(number)});
 }
 
-CEmail& CContact::NewEmail(WideStringView address, std::uint32_t type, std::int32_t /*rowId*/) {
-  return emails_.emplace_back(CEmail{type, address});
+CEmail& CContact::NewEmail(WideText address, std::uint32_t type, std::int32_t /*rowId*/) {
+  return emails_.emplace_back(CEmail{type, std::move(address)});
 }
 
-CURL& CContact::NewURL(WideStringView url, std::uint32_t type, std::int32_t /*rowId*/) {
-  return urls_.emplace_back(CURL{type, url});
+CURL& CContact::NewURL(WideText url, std::uint32_t type, std::int32_t /*rowId*/) {
+  return urls_.emplace_back(CURL{type, std::move(url)});
 }
 
 CPostalAddress& CContact::NewAddress(const CPostalAddress* source, std::uint32_t type,
@@ -28,8 +30,8 @@ COrganization& CContact::NewOrganization(std::uint32_t type) {
   return organization;
 }
 
-CMessenger& CContact::NewMessenger(WideStringView address, std::uint32_t type) {
-  return messengers_.emplace_back(CMessenger{type, address});
+CMessenger& CContact::NewMessenger(WideText address, std::uint32_t type) {
+  return messengers_.emplace_back(CMessenger{type, std::move(address)});
 }
 
 CContactEvent& CContact::NewContactEvent(const COleDateTimeNull& date, std::uint32_t type) {

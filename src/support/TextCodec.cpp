@@ -2,9 +2,10 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 #include <limits>
+#include <memory>
 
+#include "platform/AsciiRuns.h"
 #include "platform/CodePages.h"
 #include "support/Ascii.h"
 
@@ -38,25 +39,65 @@ std::uint32_t CodePageOf(std::int32_t charset) {
   }
 }
 
-NarrowStringView UpToNul(const char* bytes, std::size_t length) {
-  const void* nul = length == 0 ? nullptr : std::memchr(bytes, 0, length);
-  return {bytes, nul == nullptr ? length
-                                : static_cast<std::size_t>(static_cast<const char*>(nul) - bytes)};
+NarrowStringView UpToNul(NarrowStringView bytes) { return bytes.substr(0, bytes.find('\0')); }
+
+// The bytes behind a transfer encoding. Short ones, which most are, need no memory of their own.
+class Untransferred {
+ public:
+  Untransferred(const char* bytes, std::int32_t length, std::int32_t encoding)
+      : bytes_(bytes, static_cast<std::size_t>(length)) {
+    if (encoding == ENCODING_QUOTED_PRINTABLE) {
+      char* to = short_.data();
+      if (bytes_.size() > short_.size()) {
+        long_.reset(new char[bytes_.size()]);
+        to = long_.get();
+      }
+      std::int32_t written = 0;
+      QuotedPrintableDecode(bytes, length, to, written);  // a bad escape ends the text
+      bytes_ = {to, static_cast<std::size_t>(written)};
+    }
+  }
+  Untransferred(const Untransferred&) = delete;
+  Untransferred& operator=(const Untransferred&) = delete;
+
+  NarrowStringView bytes() const { return bytes_; }
+
+ private:
+  NarrowStringView bytes_;
+  std::array<char, 512> short_;
+  std::unique_ptr<char[]> long_;
+};
+
+void Convert(std::uint32_t codePage, NarrowStringView bytes, WideString& work, WideText& text) {
+  MultiByteToWide(codePage, bytes, work);
+  text = work;
 }
 
 }  // namespace
 
 void DecodeText(const char* bytes, std::int32_t length, std::int32_t charset, std::int32_t encoding,
                 WideString& text) {
+  const Untransferred value(bytes, length, encoding);
+  MultiByteToWide(CodePageOf(charset), UpToNul(value.bytes()), text);
+}
+
+void DecodeText(const char* bytes, std::int32_t length, std::int32_t charset, std::int32_t encoding,
+                WideString& work, WideText& text) {
   const std::uint32_t codePage = CodePageOf(charset);
-  if (encoding != ENCODING_QUOTED_PRINTABLE) {
-    MultiByteToWide(codePage, UpToNul(bytes, static_cast<std::size_t>(length)), text);
-    return;
+  const Untransferred value(bytes, length, encoding);
+  if (IsAsciiText(value.bytes()) && HasAsciiRuns(codePage)) {
+    text.AssignAscii(value.bytes());
+  } else {
+    Convert(codePage, UpToNul(value.bytes()), work, text);
   }
-  NarrowString narrow(static_cast<std::size_t>(length), '\0');
-  std::int32_t written = 0;
-  QuotedPrintableDecode(bytes, length, narrow.data(), written);  // a bad escape ends the text
-  MultiByteToWide(codePage, UpToNul(narrow.data(), static_cast<std::size_t>(written)), text);
+}
+
+void WidenText(NarrowStringView bytes, WideString& work, WideText& text) {
+  if (IsAsciiText(bytes) && HasAsciiRuns(kCodePageDefault)) {
+    text.AssignAscii(bytes);
+  } else {
+    Convert(kCodePageDefault, bytes, work, text);
+  }
 }
 
 void WidenText(NarrowStringView bytes, WideString& text) {

@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "pim/support/Strings.h"
+#include "pim/support/WideText.h"
 
 namespace pim {
 
@@ -35,6 +36,12 @@ class SizeOverflow : public std::length_error {
 // code page is converted. The text ends at the first NUL byte and at a bad escape.
 void DecodeText(const char* bytes, std::int32_t length, std::int32_t charset, std::int32_t encoding,
                 WideString& text);
+
+// The same for a record's text. Most are plain ASCII and go there at once; the others by way of
+// `work`, one piece of memory for many calls.
+void DecodeText(const char* bytes, std::int32_t length, std::int32_t charset, std::int32_t encoding,
+                WideString& work, WideText& text);
+void WidenText(NarrowStringView bytes, WideString& work, WideText& text);
 
 // Conversions by the default code page, as a whole: for what devices write in their own charset
 // whatever the parameters say, and for text that has none.

@@ -22,35 +22,80 @@ constexpr std::optional<std::uint32_t> CodeOf(std::span<const Word> table, Narro
   return std::nullopt;
 }
 
-// CodeOf for a table that every property is looked up in: by length, first and last letter.
+// A text made ready for lookups in several indexes.
+struct WordKey {
+  NarrowStringView text;
+  std::uint64_t head;  // its first eight bytes in upper case, the first one lowest
+};
+
+// Eight bytes at once: the high bit of each small letter, moved to where it differs from the
+// capital.
+constexpr std::uint64_t ToUpperEight(std::uint64_t bytes) {
+  constexpr std::uint64_t kOnes = 0x0101010101010101U;
+  constexpr std::uint64_t kHighBits = 0x80 * kOnes;
+  const std::uint64_t low = bytes & ~kHighBits;
+  const std::uint64_t fromA = low + (0x80 - 'a') * kOnes;
+  const std::uint64_t beyondZ = low + (0x80 - 'z' - 1) * kOnes;
+  return bytes - ((fromA & ~beyondZ & ~bytes & kHighBits) >> 2);
+}
+
+constexpr std::uint64_t HeadOf(NarrowStringView text) {
+  std::uint64_t head = 0;
+  for (std::size_t i = 0; i < text.size() && i < 8; ++i)
+    head |= std::uint64_t{static_cast<unsigned char>(text[i])} << 8 * i;
+  return ToUpperEight(head);
+}
+
+constexpr WordKey KeyOf(NarrowStringView text) { return {text, HeadOf(text)}; }
+// Of a zero-terminated text, measured in the same pass: most are short.
+constexpr WordKey KeyOf(const char* text) {
+  std::uint64_t head = 0;
+  std::size_t size = 0;
+  for (; size < 8 && text[size] != '\0'; ++size)
+    head |= std::uint64_t{static_cast<unsigned char>(text[size])} << 8 * size;
+  if (size == 8) size += NarrowStringView(text + 8).size();
+  return {{text, size}, ToUpperEight(head)};
+}
+
+// CodeOf for a table that every property is looked up in.
 template <std::size_t Count>
 class WordIndex {
  public:
-  constexpr explicit WordIndex(const Word (&table)[Count]) : table_(table) {
+  constexpr explicit WordIndex(const Word (&table)[Count]) {
     for (std::size_t i = Count; i > 0; --i) {  // the first row of a text stands ahead
-      std::size_t& head = heads_[SlotOf(table[i - 1].text)];
-      next_[i - 1] = head;
-      head = i;
+      Row& row = rows_[i - 1];
+      row = {KeyOf(table[i - 1].text), table[i - 1].code, 0};
+      std::size_t& first = heads_[SlotOf(row.key)];
+      row.next = first;
+      first = i;
     }
   }
 
-  constexpr std::optional<std::uint32_t> CodeOf(NarrowStringView text) const {
-    if (text.empty()) return std::nullopt;
-    for (std::size_t i = heads_[SlotOf(text)]; i != 0; i = next_[i - 1])
-      if (EqualsIgnoringCase(table_[i - 1].text, text)) return table_[i - 1].code;
+  constexpr std::optional<std::uint32_t> CodeOf(const WordKey& key) const {
+    for (std::size_t i = heads_[SlotOf(key)]; i != 0; i = rows_[i - 1].next) {
+      const Row& row = rows_[i - 1];
+      if (row.key.head == key.head && row.key.text.size() == key.text.size() &&
+          (key.text.size() <= 8 || EqualsIgnoringCase(row.key.text, key.text)))
+        return row.code;
+    }
     return std::nullopt;
   }
 
  private:
-  static constexpr std::size_t kSlots = 128;
-  static constexpr std::size_t SlotOf(NarrowStringView text) {
-    const auto letter = [](char c) { return static_cast<unsigned char>(ToUpper(c)); };
-    return (text.size() * 5 + letter(text.front()) * 3U + letter(text.back()) * 11U) % kSlots;
+  struct Row {
+    WordKey key{};
+    std::uint32_t code = 0;
+    std::size_t next = 0;  // a row's number, from 1; 0 for none
+  };
+
+  static constexpr unsigned kSlotBits = 7;
+  static constexpr std::size_t SlotOf(const WordKey& key) {
+    constexpr std::uint64_t kGoldenRatio = 0x9E3779B97F4A7C15U;  // Fibonacci hashing
+    return key.head * kGoldenRatio >> (64 - kSlotBits);
   }
 
-  std::span<const Word, Count> table_;
-  std::array<std::size_t, kSlots> heads_{};  // a row's number, from 1; 0 for none
-  std::array<std::size_t, Count> next_{};
+  std::array<Row, Count> rows_{};
+  std::array<std::size_t, std::size_t{1} << kSlotBits> heads_{};
 };
 
 // The code of the first word of which `value` is a start.

@@ -52,7 +52,7 @@ void OnVCalProperty(void* user, const char* name, const ParserParam* params) {
   context.charset = CHARSET_NONE;
   context.encoding = ENCODING_NONE;
   context.alarmFormat = 0;
-  const auto id = kPropertyIndex.CodeOf(name);
+  const auto id = kPropertyIndex.CodeOf(KeyOf(name));
   context.propertyId = id ? static_cast<std::int32_t>(*id) : VCAL_UNKNOWN;
   for (const ParserParam* param = params; param->name.text != nullptr; ++param) {
     TakeTextParameter(param->name.text, ValueOf(*param), context.charset, context.encoding);

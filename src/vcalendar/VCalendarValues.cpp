@@ -37,16 +37,16 @@ NarrowStringView TakeField(NarrowStringView& rest) {
   return field;
 }
 
-WideString Decode(NarrowStringView text, std::int32_t charset, std::int32_t encoding) {
-  WideString decoded;
-  DecodeText(text.data(), static_cast<std::int32_t>(text.size()), charset, encoding, decoded);
+WideText Decoded(NarrowStringView text, std::int32_t charset, std::int32_t encoding) {
+  WideString work;
+  WideText decoded;
+  DecodeText(text.data(), static_cast<std::int32_t>(text.size()), charset, encoding, work, decoded);
   return decoded;
 }
 
 // Replaces each CR LF by its LF.
 void JoinLineEnds(WideString& text) {
   std::size_t to = text.find(u"\r\n");
-  if (to == WideString::npos) return;
   for (std::size_t from = to; from < text.size(); ++from) {
     if (text[from] != u'\r' || from + 1 == text.size() || text[from + 1] != u'\n')
       text[to++] = text[from];
@@ -56,7 +56,9 @@ void JoinLineEnds(WideString& text) {
 
 void TakeText(VCalReadContext& context, NarrowStringView value, WideText& field) {
   DecodeText(value.data(), static_cast<std::int32_t>(value.size()), context.charset,
-             context.encoding, context.text);
+             context.encoding, context.text, field);
+  if (field.view().find(u"\r\n") == WideStringView::npos) return;
+  context.text = field.view();
   JoinLineEnds(context.text);
   field = context.text;
 }
@@ -213,8 +215,8 @@ void ParseDaylight(const char* bytes, std::int32_t length, std::int32_t charset,
   if (const auto offset = TakeToken(rest)) ParseUtcOffset(*offset, zone.daylightOffset);
   if (const auto start = TakeToken(rest)) ParseDateTime(*start, zone.daylightStart);
   if (const auto end = TakeToken(rest)) ParseDateTime(*end, zone.daylightEnd);
-  if (const auto name = TakeToken(rest)) zone.standardName = Decode(*name, charset, encoding);
-  if (const auto name = TakeToken(rest)) zone.daylightName = Decode(*name, charset, encoding);
+  if (const auto name = TakeToken(rest)) zone.standardName = Decoded(*name, charset, encoding);
+  if (const auto name = TakeToken(rest)) zone.daylightName = Decoded(*name, charset, encoding);
 }
 
 void ParseAlarm(const char* bytes, std::int32_t length, std::int32_t charset, std::int32_t encoding,
@@ -223,7 +225,7 @@ void ParseAlarm(const char* bytes, std::int32_t length, std::int32_t charset, st
   ParseDateTime(TakeField(rest), reminder.alarm_date);
   ParseDuration(TakeField(rest), reminder.snooze);
   reminder.repeatCount = ParseNumber(TakeField(rest));
-  reminder.displayText = Decode(Trim(TakeField(rest)), charset, encoding);
+  reminder.displayText = Decoded(Trim(TakeField(rest)), charset, encoding);
 }
 
 void ParseCategories(const char* bytes, std::int32_t length, CCalendar& item) {

@@ -1,7 +1,6 @@
 #include "vcard/VCardReader.h"
 
 #include <new>
-#include <span>
 
 #include "support/ParameterTable.h"
 #include "support/RaiseParseFailure.h"
@@ -18,53 +17,50 @@ NarrowStringView ValueOf(const ParserParam& param) {
 constexpr WordIndex kPropertyIndex(kVCardProperties);
 constexpr WordIndex kTelephoneIndex(kTelephoneWords);
 constexpr WordIndex kAddressIndex(kAddressWords);
+constexpr WordIndex kEmailIndex(kEmailWords);
+constexpr WordIndex kUrlIndex(kUrlWords);
+constexpr WordIndex kOrganizationIndex(kOrganizationWords);
+constexpr WordIndex kMessengerIndex(kMessengerWords);
 constexpr WordIndex kMediaIndex(kMediaWords);
 
-void TakeMedia(VCardReadContext& context, NarrowStringView name, NarrowStringView value) {
-  if (EqualsIgnoringCase(name, "TYPE")) {
-    const auto code = kMediaIndex.CodeOf(value);
+constexpr NarrowStringView kTypeName = "TYPE";
+
+void TakeMedia(VCardReadContext& context, const WordKey& name, NarrowStringView value) {
+  if (EqualsIgnoringCase(name.text, kTypeName)) {
+    const auto code = kMediaIndex.CodeOf(KeyOf(value));
     context.mediaType = code ? static_cast<std::int32_t>(*code) : MEDIA_OTHER;
   } else if (const auto code = kMediaIndex.CodeOf(name)) {
     context.mediaType = static_cast<std::int32_t>(*code);
   }
 }
 
-// The bits of all words: each is a parameter's name, or its value when `typeForm` allows TYPE=.
-template <class Index>
-std::uint32_t MaskOf(const Index& words, const ParserParam* params, bool typeForm) {
-  std::uint32_t mask = 0;
-  for (; params->name.text != nullptr; ++params) {
-    const bool valued =
-        typeForm && params->value.text != nullptr && EqualsIgnoringCase(params->name.text, "TYPE");
-    mask |= words.CodeOf(valued ? params->value.text : params->name.text).value_or(0);
-  }
-  return mask;
-}
-
-// The code of the last known word.
-std::uint32_t LastCodeOf(std::span<const Word> words, const ParserParam* params) {
-  std::uint32_t code = 0;
-  for (; params->name.text != nullptr; ++params)
-    code = CodeOf(words, params->name.text).value_or(code);
-  return code;
-}
-
-std::uint32_t TypeFlagsOf(std::int32_t propertyId, const ParserParam* params) {
-  switch (propertyId) {
-    case VCARD_TEL:
-      return MaskOf(kTelephoneIndex, params, true);
+// Adds what a parameter says of the value's type, by the property: the bits of all words are
+// joined, and of codes the last one holds. Only a telephone's word may stand behind TYPE= too.
+void TakeType(VCardReadContext& context, const WordKey& name, const char* value) {
+  std::uint32_t& type = context.typeFlags;
+  switch (context.propertyId) {
+    case VCARD_TEL: {
+      const bool valued = value != nullptr && EqualsIgnoringCase(name.text, kTypeName);
+      type |= kTelephoneIndex.CodeOf(valued ? KeyOf(value) : name).value_or(0);
+      return;
+    }
     case VCARD_ADR:
-      return MaskOf(kAddressIndex, params, false);
+      type |= kAddressIndex.CodeOf(name).value_or(0);
+      return;
     case VCARD_EMAIL:
-      return LastCodeOf(kEmailWords, params);
+      type = kEmailIndex.CodeOf(name).value_or(type);
+      return;
     case VCARD_URL:
-      return LastCodeOf(kUrlWords, params);
+      type = kUrlIndex.CodeOf(name).value_or(type);
+      return;
     case VCARD_ORG:
-      return LastCodeOf(kOrganizationWords, params);
+      type = kOrganizationIndex.CodeOf(name).value_or(type);
+      return;
     case VCARD_X_CHATID:
-      return LastCodeOf(kMessengerWords, params);
+      type = kMessengerIndex.CodeOf(name).value_or(type);
+      return;
     default:
-      return 0;
+      return;
   }
 }
 
@@ -95,15 +91,16 @@ void OnVCardProperty(void* user, const char* name, const ParserParam* params) {
   context.charset = CHARSET_NONE;
   context.encoding = ENCODING_NONE;
   context.mediaType = MEDIA_NONE;
-  for (const ParserParam* param = params; param->name.text != nullptr; ++param) {
-    const NarrowStringView paramName = param->name.text;
-    const NarrowStringView value = ValueOf(*param);
-    if (!TakeTextParameter(paramName, value, context.charset, context.encoding))
-      TakeMedia(context, paramName, value);
-  }
-  const auto id = kPropertyIndex.CodeOf(name);
+  context.typeFlags = 0;
+  const auto id = kPropertyIndex.CodeOf(KeyOf(name));
   context.propertyId = id ? static_cast<std::int32_t>(*id) : VCARD_UNKNOWN;
-  context.typeFlags = TypeFlagsOf(context.propertyId, params);
+  for (const ParserParam* param = params; param->name.text != nullptr; ++param) {
+    const WordKey paramName = KeyOf(param->name.text);
+    const NarrowStringView value = ValueOf(*param);
+    if (!TakeTextParameter(paramName.text, value, context.charset, context.encoding))
+      TakeMedia(context, paramName, value);
+    TakeType(context, paramName, param->value.text);
+  }
 }
 
 void OnVCardData(void* user, const char* bytes, std::int32_t length) {

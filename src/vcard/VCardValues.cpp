@@ -1,7 +1,7 @@
 #include "vcard/VCardValues.h"
 
-#include <array>
 #include <span>
+#include <utility>
 
 #include "support/TextCodec.h"
 #include "vcard/PhotoMedia.h"
@@ -19,15 +19,20 @@ NarrowStringView ViewOf(const char* bytes, std::int32_t length) {
 // until that gives false.
 template <class Take>
 void ForEachField(NarrowStringView value, Take take) {
-  NarrowString field;
+  const bool hasEscapes = value.find('\\') != NarrowStringView::npos;
+  NarrowString unescaped;
   std::size_t start = 0;
   for (std::size_t index = 0;; ++index) {
     std::size_t end = value.find(';', start);
     while (end != NarrowStringView::npos && !IsFieldSeparator(value, end))
       end = value.find(';', end + 1);
     const bool last = end == NarrowStringView::npos;
-    field.assign(value.substr(start, last ? end : end - start));
-    UnescapeValue(field);
+    NarrowStringView field = value.substr(start, last ? end : end - start);
+    if (hasEscapes) {
+      unescaped = field;
+      UnescapeValue(unescaped);
+      field = unescaped;
+    }
     if (!take(index, field) || last) return;
     start = end + 1;
   }
@@ -35,31 +40,36 @@ void ForEachField(NarrowStringView value, Take take) {
 
 void DecodeFields(NarrowStringView value, std::int32_t charset, std::int32_t encoding,
                   std::span<WideText* const> targets) {
-  WideString text;
-  ForEachField(value, [&](std::size_t index, const NarrowString& field) {
-    DecodeText(field.data(), static_cast<std::int32_t>(field.size()), charset, encoding, text);
-    *targets[index] = text;
+  WideString work;
+  ForEachField(value, [&](std::size_t index, NarrowStringView field) {
+    DecodeText(field.data(), static_cast<std::int32_t>(field.size()), charset, encoding, work,
+               *targets[index]);
     return index + 1 < targets.size();
   });
 }
 
-const WideString& Decode(VCardReadContext& context, const char* bytes, std::int32_t length) {
-  DecodeText(bytes, length, context.charset, context.encoding, context.text);
-  return context.text;
+void Decode(VCardReadContext& context, const char* bytes, std::int32_t length, WideText& text) {
+  DecodeText(bytes, length, context.charset, context.encoding, context.text, text);
+}
+
+WideText Decoded(VCardReadContext& context, const char* bytes, std::int32_t length) {
+  WideText text;
+  Decode(context, bytes, length, text);
+  return text;
 }
 
 // Devices write numbers in their own code page whatever the parameters say.
-const WideString& Widen(VCardReadContext& context, const char* bytes, std::int32_t length) {
-  WidenText(ViewOf(bytes, length), context.text);
-  return context.text;
+WideText Widened(VCardReadContext& context, const char* bytes, std::int32_t length) {
+  WideText text;
+  WidenText(ViewOf(bytes, length), context.text, text);
+  return text;
 }
 
 void TakeFormattedName(VCardReadContext& context, const char* bytes, std::int32_t length,
                        CContact& contact) {
-  const WideString& text = Decode(context, bytes, length);
+  Decode(context, bytes, length, contact.formatted_name);
   if (contact.name.family_name.empty() && contact.name.given_name.empty())
-    contact.name.given_name = text;
-  contact.formatted_name = text;
+    contact.name.given_name = contact.formatted_name;
 }
 
 void TakeEvent(const char* bytes, std::int32_t length, ContactEventType type, CContact& contact) {
@@ -86,7 +96,7 @@ void TakeVCardValue(VCardReadContext& context, const char* bytes, std::int32_t l
     case VCARD_N:
       return ParseNameValue(bytes, length, context.charset, context.encoding, contact.name);
     case VCARD_NICKNAME:
-      return contact.NewNickname(Decode(context, bytes, length));
+      return contact.NewNickname(Decoded(context, bytes, length));
     case VCARD_SOUND:
       return ParseNameValue(bytes, length, context.charset, context.encoding, contact.phonetic);
     case VCARD_BDAY:
@@ -94,37 +104,34 @@ void TakeVCardValue(VCardReadContext& context, const char* bytes, std::int32_t l
     case VCARD_X_BLOOD:
       return ParseBloodType(bytes, length, contact.blood_type);
     case VCARD_TEL:
-      contact.NewTelephone(Widen(context, bytes, length), type, false, -1);
+      contact.NewTelephone(Widened(context, bytes, length), type, false, -1);
       return;
     case VCARD_EMAIL:
-      contact.NewEmail(Decode(context, bytes, length), type, -1);
+      contact.NewEmail(Decoded(context, bytes, length), type, -1);
       return;
     case VCARD_URL:
-      contact.NewURL(Decode(context, bytes, length), type, -1);
+      contact.NewURL(Decoded(context, bytes, length), type, -1);
       return;
     case VCARD_ADR:
       return ParseAddressValue(bytes, length, context.charset, context.encoding,
                                contact.NewAddress(nullptr, type, -1));
     case VCARD_NOTE:
-      return contact.NewComment(Decode(context, bytes, length));
+      return contact.NewComment(Decoded(context, bytes, length));
     case VCARD_TITLE:
-      contact.org_title = Decode(context, bytes, length);
-      return;
+      return Decode(context, bytes, length, contact.org_title);
     case VCARD_ROLE:
-      contact.org_role = Decode(context, bytes, length);
-      return;
+      return Decode(context, bytes, length, contact.org_role);
     case VCARD_ORG:
       return ParseOrganizationValue(bytes, length, context.charset, context.encoding,
                                     contact.NewOrganization(type));
     case VCARD_X_HOBBY:
-      contact.hobby = Decode(context, bytes, length);
-      return;
+      return Decode(context, bytes, length, contact.hobby);
     case VCARD_PHOTO:
       return TakePhoto(context, bytes, length, contact);
     case VCARD_X_GROUP:
-      return contact.NewGroup(Decode(context, bytes, length));
+      return contact.NewGroup(Decoded(context, bytes, length));
     case VCARD_X_CHATID:
-      contact.NewMessenger(Decode(context, bytes, length), type);
+      contact.NewMessenger(Decoded(context, bytes, length), type);
       return;
     case VCARD_X_ANNI:
       return TakeEvent(bytes, length, EVENT_ANNIVERSARY, contact);
@@ -154,15 +161,17 @@ void ParseAddressValue(const char* bytes, std::int32_t length, std::int32_t char
 
 void ParseOrganizationValue(const char* bytes, std::int32_t length, std::int32_t charset,
                             std::int32_t encoding, COrganization& organization) {
-  WideString text;
-  ForEachField(ViewOf(bytes, length), [&](std::size_t index, const NarrowString& field) {
-    DecodeText(field.data(), static_cast<std::int32_t>(field.size()), charset, encoding, text);
+  WideString work;
+  ForEachField(ViewOf(bytes, length), [&](std::size_t index, NarrowStringView field) {
+    WideText text;
+    DecodeText(field.data(), static_cast<std::int32_t>(field.size()), charset, encoding, work,
+               text);
     if (index == 0) {
-      organization.org_name = text;
+      organization.org_name = std::move(text);
     } else if (index == 1) {
-      organization.org_position = text;
+      organization.org_position = std::move(text);
     } else if (!text.empty()) {
-      organization.org_additional.emplace_back(text);
+      organization.org_additional.push_back(std::move(text));
     }
     return true;
   });

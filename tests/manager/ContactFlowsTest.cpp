@@ -201,9 +201,10 @@ TEST_F(ContactFlows, ExportAttachesGroups) {
   EXPECT_EQ(manager_.ExportFromPC_Contact(0, u"", &contacts, &groups, &pairs), -1);
   EXPECT_EQ(manager_.ExportFromPC_Contact(0, Wide("none/"), &contacts, &groups, &pairs), -1);
   EXPECT_EQ(contacts.GetCount(), 3);
-  EXPECT_EQ(contacts[0].groups(), (std::vector<WideText>{u"own", u"B", u"A", u""}));
+  EXPECT_TRUE(
+      std::ranges::equal(contacts[0].groups(), std::vector<WideText>{u"own", u"B", u"A", u""}));
   EXPECT_EQ(contacts[1].GetGroupCount(), 0);
-  EXPECT_EQ(contacts[2].groups(), (std::vector<WideText>{u"A"}));
+  EXPECT_TRUE(std::ranges::equal(contacts[2].groups(), std::vector<WideText>{u"A"}));
   EXPECT_EQ(manager_.ExportFromPC_Contact(0, Wide(""), &contacts, &groups, &pairs), 3);
   EXPECT_EQ(contacts.GetCount(), 0);
   std::ifstream file(folder_ + "/first.vcf", std::ios::binary);

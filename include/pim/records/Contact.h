@@ -1,14 +1,19 @@
 #pragma once
 
 #include <cstdint>
-#include <vector>
+#include <utility>
 
 #include "pim/records/ContactParts.h"
 #include "pim/records/VObject.h"
+#include "pim/support/InlineList.h"
 
 namespace pim {
 
 class PimsDBManager;
+
+// The one entry that most of a contact's lists hold takes no memory of its own, unless it's large.
+template <class T>
+using RecordList = InlineList<T, (sizeof(T) <= 32 ? 1 : 0)>;
 
 // One contact. Lists keep the order in which their entries were made; an entry's reference is good
 // until the next entry of the same list is made. Indexes run from 0 and must lie below the count.
@@ -17,18 +22,18 @@ class CContact : public CVObject {
   // The further arguments of the New... operations say whether the entry is the contact's default
   // one and which row of the store it comes from (-1: none). Records keep neither: a default is
   // told by the type's own bit, and the store numbers its rows itself.
-  CTelephoneNumber& NewTelephone(WideStringView number, std::uint32_t type, bool isDefault,
+  CTelephoneNumber& NewTelephone(WideText number, std::uint32_t type, bool isDefault,
                                  std::int32_t rowId);
-  CEmail& NewEmail(WideStringView address, std::uint32_t type, std::int32_t rowId);
-  CURL& NewURL(WideStringView url, std::uint32_t type, std::int32_t rowId);
+  CEmail& NewEmail(WideText address, std::uint32_t type, std::int32_t rowId);
+  CURL& NewURL(WideText url, std::uint32_t type, std::int32_t rowId);
   // `source` is copied when it isn't null; the type is `type` in any case.
   CPostalAddress& NewAddress(const CPostalAddress* source, std::uint32_t type, std::int32_t rowId);
   COrganization& NewOrganization(std::uint32_t type);
-  CMessenger& NewMessenger(WideStringView address, std::uint32_t type);
+  CMessenger& NewMessenger(WideText address, std::uint32_t type);
   CContactEvent& NewContactEvent(const COleDateTimeNull& date, std::uint32_t type);
-  void NewNickname(WideStringView text) { nicknames_.emplace_back(text); }
-  void NewComment(WideStringView text) { comments_.emplace_back(text); }
-  void NewGroup(WideStringView groupName) { groups_.emplace_back(groupName); }
+  void NewNickname(WideText text) { nicknames_.emplace_back(std::move(text)); }
+  void NewComment(WideText text) { comments_.emplace_back(std::move(text)); }
+  void NewGroup(WideText groupName) { groups_.emplace_back(std::move(groupName)); }
 
   std::int32_t GetTelephoneCount() const { return Count(telephones_); }
   std::int32_t GetEmailCount() const { return Count(emails_); }
@@ -57,16 +62,16 @@ class CContact : public CVObject {
   }
 
   // The whole lists, for loops. The group names are those that the contact's own text held.
-  const std::vector<CTelephoneNumber>& telephones() const { return telephones_; }
-  const std::vector<CEmail>& emails() const { return emails_; }
-  const std::vector<CMessenger>& messengers() const { return messengers_; }
-  const std::vector<CURL>& urls() const { return urls_; }
-  const std::vector<CPostalAddress>& addresses() const { return addresses_; }
-  const std::vector<COrganization>& organizations() const { return organizations_; }
-  const std::vector<CContactEvent>& contactEvents() const { return events_; }
-  const std::vector<WideText>& nicknames() const { return nicknames_; }
-  const std::vector<WideText>& comments() const { return comments_; }
-  const std::vector<WideText>& groups() const { return groups_; }
+  const RecordList<CTelephoneNumber>& telephones() const { return telephones_; }
+  const RecordList<CEmail>& emails() const { return emails_; }
+  const InlineList<CMessenger, 0>& messengers() const { return messengers_; }
+  const RecordList<CURL>& urls() const { return urls_; }
+  const RecordList<CPostalAddress>& addresses() const { return addresses_; }
+  const RecordList<COrganization>& organizations() const { return organizations_; }
+  const RecordList<CContactEvent>& contactEvents() const { return events_; }
+  const RecordList<WideText>& nicknames() const { return nicknames_; }
+  const RecordList<WideText>& comments() const { return comments_; }
+  const RecordList<WideText>& groups() const { return groups_; }
 
   void setDBManager(PimsDBManager* manager) { manager_ = manager; }
   void releaseDB() { manager_ = nullptr; }
@@ -84,26 +89,26 @@ class CContact : public CVObject {
  private:
   friend struct ContactLists;  // the store's view of the lists
 
-  template <class T>
-  static std::int32_t Count(const std::vector<T>& list) {
+  template <class T, std::uint32_t Inside>
+  static std::int32_t Count(const InlineList<T, Inside>& list) {
     return static_cast<std::int32_t>(list.size());
   }
-  template <class T>
-  static const T& At(const std::vector<T>& list, std::int32_t index) {
+  template <class T, std::uint32_t Inside>
+  static const T& At(const InlineList<T, Inside>& list, std::int32_t index) {
     return list[static_cast<std::size_t>(index)];
   }
 
   PimsDBManager* manager_ = nullptr;  // the application's; never followed here
-  std::vector<CTelephoneNumber> telephones_;
-  std::vector<CEmail> emails_;
-  std::vector<CMessenger> messengers_;
-  std::vector<CURL> urls_;
-  std::vector<CPostalAddress> addresses_;
-  std::vector<COrganization> organizations_;
-  std::vector<CContactEvent> events_;
-  std::vector<WideText> nicknames_;
-  std::vector<WideText> comments_;
-  std::vector<WideText> groups_;
+  RecordList<CTelephoneNumber> telephones_;
+  RecordList<CEmail> emails_;
+  InlineList<CMessenger, 0> messengers_;
+  RecordList<CURL> urls_;
+  RecordList<CPostalAddress> addresses_;
+  RecordList<COrganization> organizations_;
+  RecordList<CContactEvent> events_;
+  RecordList<WideText> nicknames_;
+  RecordList<WideText> comments_;
+  RecordList<WideText> groups_;
 };
 
 }  // namespace pim

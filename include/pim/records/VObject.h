@@ -1,9 +1,11 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
 #include "pim/support/DateTime.h"
+#include "pim/support/RecordMemory.h"
 #include "pim/support/WideText.h"
 
 namespace pim {
@@ -36,6 +38,9 @@ class CVObject {
   std::vector<CXItem> xitems;
 
   std::int32_t GetXItemCount() const { return static_cast<std::int32_t>(xitems.size()); }
+
+  static void* operator new(std::size_t size) { return AllocateRecordMemory(size); }
+  static void operator delete(void* record) noexcept { FreeRecordMemory(record); }
 };
 
 }  // namespace pim

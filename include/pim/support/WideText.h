@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "pim/Export.h"
+#include "pim/support/RecordMemory.h"
 #include "pim/support/Strings.h"
 
 namespace pim {
@@ -18,8 +19,9 @@ template <class T>
 concept WideTextSource = std::convertible_to<T, WideStringView> && !std::same_as<T, WideText>;
 
 // A wide string as records keep it: 16 bytes, with up to six units inside and a longer text in one
-// heap block of its exact size. A contact has some twenty texts, most of them empty or short, and
-// new memory costs an import more than the parsing does: a std::u16string would take 32 bytes each.
+// block of record memory of its exact size. A contact has some twenty texts, most of them empty or
+// short, and new memory costs an import more than the parsing does: a std::u16string would take 32
+// bytes each.
 class PIM_EXPORT WideText {
  public:
   WideText() noexcept = default;
@@ -48,6 +50,9 @@ class PIM_EXPORT WideText {
     return *this;
   }
 
+  // Replaces the text by ASCII characters, which nobody checks. Throws as the assignments do.
+  void AssignAscii(NarrowStringView text);
+
   WideStringView view() const noexcept { return {IsInside() ? inside_ : Heap(), size_}; }
   operator WideStringView() const noexcept { return view(); }
   WideString str() const { return WideString(view()); }
@@ -74,8 +79,10 @@ class PIM_EXPORT WideText {
   }
   // Replaces the text; `text` may be part of this one. Throws std::length_error from 2^32 units on.
   void Assign(WideStringView text);
+  template <class Fill>
+  void Replace(std::size_t size, Fill fill);
   void Free() noexcept {
-    if (!IsInside()) delete[] Heap();
+    if (!IsInside()) FreeRecordMemory(Heap());
   }
   void Take(WideText& other) noexcept {
     size_ = std::exchange(other.size_, 0);

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <cstddef>
+
+#include "pim/Export.h"
+
+namespace pim {
+
+// Memory for records, their texts and their lists. An import makes some twenty such blocks a
+// contact, most of them smaller than the general allocator's own overhead pays for, and frees them
+// together: so they are cut one behind the other from chunks, and a chunk is freed with its last
+// block. Any thread may free what another has allocated.
+
+// A block of `size` bytes, aligned for any record. Throws std::bad_alloc.
+PIM_EXPORT void* AllocateRecordMemory(std::size_t size);
+// Frees such a block; null is none.
+PIM_EXPORT void FreeRecordMemory(void* block) noexcept;
+
+}  // namespace pim

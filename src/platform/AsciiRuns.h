@@ -6,11 +6,25 @@
 #include <cstring>
 #include <string_view>
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 namespace pim {
 
 // ASCII is the bulk of vObject text and the same in nearly every charset, so runs of it are
 // converted eight characters a step.
 inline constexpr std::size_t kAsciiStep = 8;
+
+// Widens eight bytes.
+inline void WidenStep(const char* from, char16_t* to) noexcept {
+#if defined(__SSE2__)
+  const __m128i bytes = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(from));
+  _mm_storeu_si128(reinterpret_cast<__m128i*>(to), _mm_unpacklo_epi8(bytes, _mm_setzero_si128()));
+#else
+  for (std::size_t i = 0; i < kAsciiStep; ++i) to[i] = static_cast<unsigned char>(from[i]);
+#endif
+}
 
 // Widens the ASCII characters at the start of `from`, whose size `to` must have room for, and gives
 // their number.
@@ -18,12 +32,10 @@ inline std::size_t WidenAscii(std::string_view from, char16_t* to) noexcept {
   constexpr std::uint64_t kNotAscii = 0x8080808080808080U;
   std::size_t done = 0;
   for (; from.size() - done >= kAsciiStep; done += kAsciiStep) {
-    std::array<unsigned char, kAsciiStep> step;
-    std::memcpy(step.data(), from.data() + done, kAsciiStep);
     std::uint64_t word = 0;
-    std::memcpy(&word, step.data(), kAsciiStep);
+    std::memcpy(&word, from.data() + done, kAsciiStep);
     if ((word & kNotAscii) != 0) break;
-    for (std::size_t i = 0; i < kAsciiStep; ++i) to[done + i] = step[i];
+    WidenStep(from.data() + done, to + done);
   }
   for (; done < from.size() && static_cast<unsigned char>(from[done]) < 0x80; ++done)
     to[done] = static_cast<char16_t>(from[done]);

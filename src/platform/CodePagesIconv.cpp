@@ -180,7 +180,10 @@ class Page {
   std::size_t unit_size_ = 1;  // bytes to skip behind an invalid sequence: 2 for UTF-16
 };
 
-// The name of the default page; empty for UTF-8.
+// Looked at for each text, and so kept beside the name.
+constinit bool defaultIsUtf8 = true;
+
+// The name of the default page when it isn't UTF-8.
 std::string& DefaultPageName() {
   static std::string name;
   return name;
@@ -195,10 +198,13 @@ Page& PageNamed(const std::string& name) {
   return *opened.emplace_back(std::make_unique<Page>(name));
 }
 
+bool IsUtf8Page(std::uint32_t codePage) noexcept {
+  return codePage == kCodePageUtf8 || (codePage == kCodePageDefault && defaultIsUtf8);
+}
+
 // Null for what is converted as UTF-8: UTF-8 itself and a page that this system lacks.
 Page* PageOf(std::uint32_t codePage) {
-  if (codePage == kCodePageUtf8) return nullptr;
-  if (codePage == kCodePageDefault && DefaultPageName().empty()) return nullptr;
+  if (IsUtf8Page(codePage)) return nullptr;
   Page& page =
       PageNamed(codePage == kCodePageDefault ? DefaultPageName() : "CP" + std::to_string(codePage));
   return page.IsKnown() ? &page : nullptr;
@@ -244,18 +250,20 @@ void WideToMultiByte(std::uint32_t codePage, std::u16string_view wide, std::stri
 }
 
 bool HasAsciiRuns(std::uint32_t codePage) {
+  if (IsUtf8Page(codePage)) return true;
   const Page* page = PageOf(codePage);
   return page == nullptr || page->HasAsciiRuns();
 }
 
 bool SetDefaultCodePage(std::string_view name) {
   if (IsUtf8Name(name)) {
-    DefaultPageName().clear();
+    defaultIsUtf8 = true;
     return true;
   }
   std::string kept(name);
   if (!IsPlainName(name) || !PageNamed(kept).IsKnown()) return false;
   DefaultPageName() = std::move(kept);
+  defaultIsUtf8 = false;
   return true;
 }
 

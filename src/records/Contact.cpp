@@ -4,6 +4,9 @@
 
 namespace pim {
 
+// Not in the class: a record would then be zeroed as a whole ahead of its own initialisers.
+CContact::CContact() noexcept = default;
+
 CTelephoneNumber& CContact::NewTelephone(WideText number, std::uint32_t type, bool /*isDefault*/,
                                          std::int32_t /*rowId*/) {
   return telephones_.emplace_back(CTelephoneNumber{type, std::move(number)});

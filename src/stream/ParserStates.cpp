@@ -2,19 +2,17 @@
 
 #include "stream/ByteClasses.h"
 #include "stream/ParserStorage.h"
+#include "support/WordTable.h"
 
 namespace pim {
 namespace {
 
-struct EncodingWord {
-  NarrowStringView text;
-  TransferEncoding encoding;
+constexpr Word kEncodingWords[] = {
+    {"QUOTED-PRINTABLE", static_cast<std::uint32_t>(TransferEncoding::EncodingQuotedPrintable)},
+    {"BASE64", static_cast<std::uint32_t>(TransferEncoding::EncodingBase64)},
+    {"8BIT", static_cast<std::uint32_t>(TransferEncoding::Encoding8Bit)},
 };
-constexpr EncodingWord kEncodingWords[] = {
-    {"QUOTED-PRINTABLE", TransferEncoding::EncodingQuotedPrintable},
-    {"BASE64", TransferEncoding::EncodingBase64},
-    {"8BIT", TransferEncoding::Encoding8Bit},
-};
+constexpr WordIndex kEncodingIndex(kEncodingWords);
 
 // Whether a parameter's name can be ENCODING or an encoding word, by its first letter alone: few
 // parameters are either, and each property has some.
@@ -33,12 +31,13 @@ bool MayNameEncoding(char first) {
 // A word behind ENCODING= or in its place names the encoding; the last one that does counts.
 void TakeEncoding(VObjectParser& parser, const ParserParam& param) {
   if (!MayNameEncoding(*param.name.text)) return;
-  const char* key = param.name.text;
-  if (EqualsIgnoringCase(key, "ENCODING")) key = param.value.text;
-  if (key == nullptr) return;
-  const NarrowStringView word = key;
-  for (const EncodingWord& row : kEncodingWords)
-    if (EqualsIgnoringCase(row.text, word)) parser.encoding = row.encoding;
+  WordKey word = KeyOf(param.name.text);
+  if (EqualsIgnoringCase(word.text, "ENCODING")) {
+    if (param.value.text == nullptr) return;
+    word = KeyOf(param.value.text);
+  }
+  if (const auto encoding = kEncodingIndex.CodeOf(word))
+    parser.encoding = static_cast<TransferEncoding>(*encoding);
 }
 
 // Offsets become texts, now that the buffer stays where it is, and the encoding is known.

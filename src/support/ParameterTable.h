@@ -1,53 +1,47 @@
 #pragma once
 
-#include <algorithm>
 #include <cstdint>
-#include <optional>
 
-#include "support/Ascii.h"
 #include "support/TextCodec.h"
+#include "support/WordTable.h"
 
 namespace pim {
 
-// What a parameter of a property tells both readers about its value's text.
-enum class ParameterField : std::uint8_t { Charset, Encoding };
+// What the parameters of a property tell both readers about its value's text.
 
-struct ParameterRow {
-  NarrowStringView name;
-  std::optional<NarrowStringView> value;  // none: any value, or no value at all
-  ParameterField field;
-  std::int32_t code;
-};
+enum TextParameter : std::uint32_t { PARAMETER_CHARSET, PARAMETER_ENCODING };
 
-inline constexpr ParameterRow kTextParameterRows[] = {
-    {"CHARSET", "utf-8", ParameterField::Charset, CHARSET_UTF8},
-    {"CHARSET", "SHIFT_JIS", ParameterField::Charset, CHARSET_SHIFT_JIS},
-    {"CHARSET", std::nullopt, ParameterField::Charset, CHARSET_OTHER},
-    {"ENCODING", "QUOTED-PRINTABLE", ParameterField::Encoding, ENCODING_QUOTED_PRINTABLE},
-    {"ENCODING", "BASE64", ParameterField::Encoding, ENCODING_BASE64},
-    {"ENCODING", std::nullopt, ParameterField::Encoding, ENCODING_OTHER},
-    {"QUOTED-PRINTABLE", std::nullopt, ParameterField::Encoding, ENCODING_QUOTED_PRINTABLE},
-    {"BASE64", std::nullopt, ParameterField::Encoding, ENCODING_BASE64},
-};
+inline constexpr Word kTextParameters[] = {{"CHARSET", PARAMETER_CHARSET},
+                                           {"ENCODING", PARAMETER_ENCODING}};
 
-// Most parameters are type words, and shorter than any name above.
-inline constexpr std::size_t kShortestTextParameter =
-    std::ranges::min(kTextParameterRows, {}, [](const ParameterRow& row) {
-      return row.name.size();
-    }).name.size();
+inline constexpr Word kCharsets[] = {{"utf-8", CHARSET_UTF8}, {"SHIFT_JIS", CHARSET_SHIFT_JIS}};
 
-// Sets what the first row that fits the parameter says, in any letter case; false when none does.
-// `value` is empty for a parameter without one: no row asks for an empty value.
-constexpr bool TakeTextParameter(NarrowStringView name, NarrowStringView value,
-                                 std::int32_t& charset, std::int32_t& encoding) {
-  if (name.size() < kShortestTextParameter) return false;
-  for (const ParameterRow& row : kTextParameterRows) {
-    if (!EqualsIgnoringCase(row.name, name)) continue;
-    if (row.value && !EqualsIgnoringCase(*row.value, value)) continue;
-    (row.field == ParameterField::Charset ? charset : encoding) = row.code;
+// Also parameters of their own, with or without a value.
+inline constexpr Word kEncodings[] = {{"QUOTED-PRINTABLE", ENCODING_QUOTED_PRINTABLE},
+                                      {"BASE64", ENCODING_BASE64}};
+
+inline constexpr WordIndex kTextParameterIndex(kTextParameters);
+inline constexpr WordIndex kCharsetIndex(kCharsets);
+inline constexpr WordIndex kEncodingIndex(kEncodings);
+
+// Sets what the parameter says, in any letter case; false when it is none of these. `value` is
+// empty for a parameter without one.
+constexpr bool TakeTextParameter(const WordKey& name, NarrowStringView value, std::int32_t& charset,
+                                 std::int32_t& encoding) {
+  if (const auto parameter = kTextParameterIndex.CodeOf(name)) {
+    const WordKey word = KeyOf(value);
+    if (*parameter == PARAMETER_CHARSET) {
+      const auto code = kCharsetIndex.CodeOf(word);
+      charset = code ? static_cast<std::int32_t>(*code) : CHARSET_OTHER;
+    } else {
+      const auto code = kEncodingIndex.CodeOf(word);
+      encoding = code ? static_cast<std::int32_t>(*code) : ENCODING_OTHER;
+    }
     return true;
   }
-  return false;
+  const auto code = kEncodingIndex.CodeOf(name);
+  if (code) encoding = static_cast<std::int32_t>(*code);
+  return code.has_value();
 }
 
 }  // namespace pim

@@ -7,6 +7,8 @@
 #include <limits>
 #include <new>
 
+#include "platform/Pages.h"
+
 namespace pim {
 namespace {
 
@@ -23,9 +25,9 @@ constexpr std::size_t kAlignment = 8;
 #if defined(PIM_WATCHED_MEMORY)
 constexpr std::size_t kChunkSize = 0;  // a chunk for each block, so that its bounds are watched
 #else
-constexpr std::size_t kChunkSize = 8192;
+constexpr std::size_t kChunkSize = 64 * 1024;  // of some forty contacts
 #endif
-constexpr std::size_t kShared = kChunkSize / 8;  // from here on a block has a chunk of its own
+constexpr std::size_t kShared = kChunkSize / 64;  // from here on a block has a chunk of its own
 
 // Stands at a chunk's start; in front of each block stands how far that is away.
 struct Chunk {
@@ -90,6 +92,7 @@ void* AllocateSlowly(std::size_t size) {
   static thread_local ThreadEnd threadEnd;
   LeaveCurrent();
   current.chunk = MakeChunk(kChunkSize, kCredit);
+  MakePagesReady(current.chunk, kChunkSize);
   current.next = kFirstBlock + SpaceFor(size);
   current.blocks = 1;
   return BlockAt(current.chunk, kFirstBlock);

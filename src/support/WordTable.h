@@ -60,14 +60,16 @@ constexpr WordKey KeyOf(const char* text) {
 // CodeOf for a table that every property is looked up in.
 template <std::size_t Count>
 class WordIndex {
+  static_assert(Count < 256);
+
  public:
   constexpr explicit WordIndex(const Word (&table)[Count]) {
     for (std::size_t i = Count; i > 0; --i) {  // the first row of a text stands ahead
       Row& row = rows_[i - 1];
       row = {KeyOf(table[i - 1].text), table[i - 1].code, 0};
-      std::size_t& first = heads_[SlotOf(row.key)];
+      std::uint8_t& first = heads_[SlotOf(row.key)];
       row.next = first;
-      first = i;
+      first = static_cast<std::uint8_t>(i);
     }
   }
 
@@ -85,7 +87,7 @@ class WordIndex {
   struct Row {
     WordKey key{};
     std::uint32_t code = 0;
-    std::size_t next = 0;  // a row's number, from 1; 0 for none
+    std::uint8_t next = 0;  // a row's number, from 1; 0 for none
   };
 
   static constexpr unsigned kSlotBits = 7;
@@ -95,7 +97,7 @@ class WordIndex {
   }
 
   std::array<Row, Count> rows_{};
-  std::array<std::size_t, std::size_t{1} << kSlotBits> heads_{};
+  std::array<std::uint8_t, std::size_t{1} << kSlotBits> heads_{};
 };
 
 // The code of the first word of which `value` is a start.

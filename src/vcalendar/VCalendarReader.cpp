@@ -55,7 +55,7 @@ void OnVCalProperty(void* user, const char* name, const ParserParam* params) {
   const auto id = kPropertyIndex.CodeOf(KeyOf(name));
   context.propertyId = id ? static_cast<std::int32_t>(*id) : VCAL_UNKNOWN;
   for (const ParserParam* param = params; param->name.text != nullptr; ++param) {
-    TakeTextParameter(param->name.text, ValueOf(*param), context.charset, context.encoding);
+    TakeTextParameter(KeyOf(param->name.text), ValueOf(*param), context.charset, context.encoding);
     if (context.propertyId == VCAL_AALARM)
       context.alarmFormat |= AlarmBitsOf(param->name.text, ValueOf(*param));
   }

@@ -97,7 +97,7 @@ void OnVCardProperty(void* user, const char* name, const ParserParam* params) {
   for (const ParserParam* param = params; param->name.text != nullptr; ++param) {
     const WordKey paramName = KeyOf(param->name.text);
     const NarrowStringView value = ValueOf(*param);
-    if (!TakeTextParameter(paramName.text, value, context.charset, context.encoding))
+    if (!TakeTextParameter(paramName, value, context.charset, context.encoding))
       TakeMedia(context, paramName, value);
     TakeType(context, paramName, param->value.text);
   }

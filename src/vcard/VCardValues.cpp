@@ -24,7 +24,7 @@ void ForEachField(NarrowStringView value, Take take) {
   std::size_t start = 0;
   for (std::size_t index = 0;; ++index) {
     std::size_t end = value.find(';', start);
-    while (end != NarrowStringView::npos && !IsFieldSeparator(value, end))
+    while (hasEscapes && end != NarrowStringView::npos && !IsFieldSeparator(value, end))
       end = value.find(';', end + 1);
     const bool last = end == NarrowStringView::npos;
     NarrowStringView field = value.substr(start, last ? end : end - start);

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <utility>
 
+#include "pim/Export.h"
 #include "pim/records/ContactParts.h"
 #include "pim/records/VObject.h"
 #include "pim/support/InlineList.h"
@@ -17,8 +18,10 @@ using RecordList = InlineList<T, (sizeof(T) <= 32 ? 1 : 0)>;
 
 // One contact. Lists keep the order in which their entries were made; an entry's reference is good
 // until the next entry of the same list is made. Indexes run from 0 and must lie below the count.
-class CContact : public CVObject {
+class PIM_EXPORT CContact : public CVObject {
  public:
+  CContact() noexcept;
+
   // The further arguments of the New... operations say whether the entry is the contact's default
   // one and which row of the store it comes from (-1: none). Records keep neither: a default is
   // told by the type's own bit, and the store numbers its rows itself.

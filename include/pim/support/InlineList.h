@@ -129,7 +129,8 @@ class InlineList {
   std::uint32_t size_ = 0;
   std::uint32_t capacity_ = Inside;
   // The entries, or the pointer to their block.
-  alignas(std::uint64_t) unsigned char inside_[std::max(Inside * sizeof(T), sizeof(T*))];
+  alignas(Inside == 0 ? 1
+                      : alignof(T)) unsigned char inside_[std::max(Inside * sizeof(T), sizeof(T*))];
 };
 
 }  // namespace pim

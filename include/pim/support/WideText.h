@@ -89,7 +89,7 @@ class PIM_EXPORT WideText {
     std::memcpy(inside_, other.inside_, sizeof inside_);
   }
 
-  alignas(8) std::uint32_t size_ = 0;
+  std::uint32_t size_ = 0;
   char16_t inside_[kInside] = {};  // or, from the third unit on, the pointer to the heap block
 };
 static_assert(sizeof(WideText) == 16);

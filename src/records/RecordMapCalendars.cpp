@@ -88,6 +88,12 @@ constexpr ListMap kAlarmMap = {
     },
     nullptr};
 
+// The lists of a host, or of another program's row, may stand in any order.
+void Sort(RecurrenceList& list) {
+  std::ranges::sort(list, {}, [](std::int32_t value) { return static_cast<std::uint32_t>(value); });
+  list.erase(std::unique(list.begin(), list.end()), list.end());
+}
+
 RuleRow RowOf(const RecurrenceData& rule) {
   RuleRow row{rule.type, rule.interval, rule.count, rule.endDate, {}, {}};
   if (const auto* days = dynamic_cast<const DaysData*>(&rule)) row.days = days->days;
@@ -95,13 +101,9 @@ RuleRow RowOf(const RecurrenceData& rule) {
     row.days = byPosition->weekdays;
     row.positions = byPosition->positions;
   }
+  Sort(row.days);
+  Sort(row.positions);
   return row;
-}
-
-// Another program's list may stand in any order.
-void Sort(RecurrenceList& list) {
-  std::ranges::sort(list, {}, [](std::int32_t value) { return static_cast<std::uint32_t>(value); });
-  list.erase(std::unique(list.begin(), list.end()), list.end());
 }
 
 RecurrencePointer RuleOf(RuleRow& row) {

@@ -1,11 +1,11 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <limits>
 #include <stdexcept>
 #include <string>
 #include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 #include "pim/records/Calendar.h"
@@ -18,21 +18,13 @@ namespace pim {
 // Whether a record's key can be one that a store gave.
 constexpr bool IsStoredKey(std::int32_t key) { return key > 0 && key != kUnsavedTag; }
 
-// The keys of one save, for any storage that has HighestKey() (0 where there is none) and
-// Holds(key). New records get those behind the highest, or gaps once another program has used the
-// last one.
+// The keys of one save's new records, for any storage that has HighestKey() (0 where there is none)
+// and Holds(key): those behind the highest, or gaps once another program has used the last one.
 template <class Storage>
-class SaveKeys {
+class NewKeys {
  public:
-  explicit SaveKeys(Storage& storage)
-      : storage_(storage), before_(storage.HighestKey()), highest_(before_) {}
+  explicit NewKeys(Storage& storage) : storage_(storage), highest_(storage.HighestKey()) {}
 
-  // Whether the key was in the store before this save: a record that comes with a key which the
-  // save has given to another is a new one.
-  bool Holds(std::int32_t key) const {
-    if (!IsStoredKey(key) || (key > before_ && key <= highest_)) return false;
-    return storage_.Holds(key) && !gaps_.contains(key);
-  }
   // Throws std::length_error when there is none left.
   std::int32_t Next() {
     if (highest_ != kLast) return highest_ = After(highest_);
@@ -40,7 +32,6 @@ class SaveKeys {
       if (gap_ == kLast) throw std::length_error("no key is left for another record");
       gap_ = After(gap_);
     } while (storage_.Holds(gap_));
-    gaps_.insert(gap_);
     return gap_;
   }
 
@@ -49,10 +40,19 @@ class SaveKeys {
   static std::int32_t After(std::int32_t key) { return key + 1 == kUnsavedTag ? key + 2 : key + 1; }
 
   Storage& storage_;
-  std::int32_t before_;
   std::int32_t highest_;
   std::int32_t gap_ = 0;
-  std::unordered_set<std::int32_t> gaps_;
+};
+
+// The highest key that a store has given, so that one whose record was rolled back isn't given
+// again: a collection may still hold it.
+class GivenKeys {
+ public:
+  void Add(std::int32_t key) { highest_ = std::max(highest_, key); }
+  std::int32_t HighestWith(std::int32_t stored) const { return std::max(highest_, stored); }
+
+ private:
+  std::int32_t highest_ = 0;
 };
 
 inline WideStringView PhotoOf(const CContact& contact) { return contact.photo; }
@@ -94,36 +94,57 @@ class KeyGuard {
 };
 
 // The rules of saving, whatever the storage. Each function gives the number of records stored.
+// Records whose key the store holds are updated first, wherever they stand: a new record is left
+// out only for what is still there behind them, and no key given to it can be one of theirs.
+
+// Calls update(index) for each record that the store holds, then insert(index) for the others.
+template <class Records, class Storage, class Update, class Insert>
+void SaveInOrder(Records& records, Storage& storage, Update update, Insert insert) {
+  std::vector<std::int32_t> others;
+  for (std::int32_t i = 0; i < records.GetCount(); ++i) {
+    const std::int32_t key = KeyField(records[i]);
+    if (IsStoredKey(key) && storage.Holds(key)) {
+      update(i);
+    } else {
+      others.push_back(i);
+    }
+  }
+  for (const std::int32_t i : others) insert(i);
+}
 
 // `storage` also has Insert(key, record), Update(key, record) and Contents(wanted), which gives the
 // index of what is stored, or null when none is wanted and there is none.
 template <class Records, class Storage>
 std::int32_t SaveRecords(Records& records, const RecordMap& map, bool saveFlag, Storage& storage,
                          KeyGuard<Records>& guard) {
-  SaveKeys keys(storage);
+  NewKeys keys(storage);
   ContentIndex* contents = storage.Contents(!saveFlag);
+  const auto printOf = [&](auto& record) {
+    return contents != nullptr ? FingerprintOf(map, &record) : Fingerprint{};
+  };
   std::int32_t saved = 0;
-  for (std::int32_t i = 0; i < records.GetCount(); ++i) {
-    auto& record = records[i];
-    const auto print = contents != nullptr ? FingerprintOf(map, &record) : Fingerprint{};
-    if (keys.Holds(record.tag)) {
-      storage.Update(record.tag, record);
-      if (contents != nullptr) contents->Replace(record.tag, print, PhotoOf(record));
-      ++saved;
-      continue;
-    }
+  const auto update = [&](std::int32_t index) {
+    auto& record = records[index];
+    storage.Update(record.tag, record);
+    if (contents != nullptr) contents->Replace(record.tag, printOf(record), PhotoOf(record));
+    ++saved;
+  };
+  const auto insert = [&](std::int32_t index) {
+    auto& record = records[index];
+    const Fingerprint print = printOf(record);
     const auto stored = saveFlag ? std::nullopt : contents->Find(print, PhotoOf(record));
     if (stored) {
       record.tag = *stored;
-      guard.AddDuplicate(i);
-      continue;
+      guard.AddDuplicate(index);
+      return;
     }
     const std::int32_t key = keys.Next();
     storage.Insert(key, record);
     record.tag = key;
     if (contents != nullptr) contents->Add(key, print, PhotoOf(record));
     ++saved;
-  }
+  };
+  SaveInOrder(records, storage, update, insert);
   return saved;
 }
 
@@ -131,25 +152,31 @@ std::int32_t SaveRecords(Records& records, const RecordMap& map, bool saveFlag, 
 // that name in any letter case, or 0.
 template <class Storage>
 std::int32_t SaveGroups(CContactGroups& groups, Storage& storage) {
-  SaveKeys keys(storage);
+  NewKeys keys(storage);
   std::int32_t saved = 0;
-  for (std::int32_t i = 0; i < groups.GetCount(); ++i) {
-    CContactGroup& group = groups[i];
-    const bool isStored = keys.Holds(group.group_id);
+  const auto update = [&](std::int32_t index) {
+    CContactGroup& group = groups[index];
     const std::int32_t namesake = storage.Find(group.group_name);
-    if (namesake != 0 && !(isStored && namesake == group.group_id)) {
+    if (namesake != 0 && namesake != group.group_id) {
       group.group_id = namesake;
-      continue;
+      return;
     }
-    if (isStored) {
-      storage.Rename(group.group_id, group.group_name);
-    } else {
-      const std::int32_t key = keys.Next();
-      storage.Insert(key, group.group_name);
-      group.group_id = key;
-    }
+    storage.Rename(group.group_id, group.group_name);
     ++saved;
-  }
+  };
+  const auto insert = [&](std::int32_t index) {
+    CContactGroup& group = groups[index];
+    const std::int32_t namesake = storage.Find(group.group_name);
+    if (namesake != 0) {
+      group.group_id = namesake;
+      return;
+    }
+    const std::int32_t key = keys.Next();
+    storage.Insert(key, group.group_name);
+    group.group_id = key;
+    ++saved;
+  };
+  SaveInOrder(groups, storage, update, insert);
   return saved;
 }
 

@@ -34,11 +34,11 @@ struct Table {
 };
 
 std::span<const Table> ContactTables();
+// What to-dos and memos have in `Calendars` stands among the tables under this name: they have none
+// of their own.
+inline constexpr std::string_view kNoTable = "";
 // Calendars with its lists, then the message side.
 std::span<const Table> CalendarTables();
-// What a to-do and a memo have in `Calendars`; they have no table of their own.
-std::span<const Column> TodoColumns();
-std::span<const Column> MemoColumns();
 // Tables that the schema names and leaves without columns.
 std::span<const std::string_view> TablesWithoutColumns();
 

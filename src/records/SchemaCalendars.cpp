@@ -114,6 +114,8 @@ constexpr Table kCalendarTables[] = {
     {"CalendarRecurrences", kCalendarRecurrencesColumns},
     {"CalendarAttendees", kCalendarAttendeesColumns},
     {"CalendarCategories", kCalendarCategoriesColumns},
+    {kNoTable, kTodoColumns},
+    {kNoTable, kMemoColumns},
     {"Messages", kMessagesColumns},
     {"MessageNumbers", kMessageNumbersColumns},
     {"MessageEmails", kMessageEmailsColumns},
@@ -122,9 +124,5 @@ constexpr Table kCalendarTables[] = {
 }  // namespace
 
 std::span<const Table> CalendarTables() { return kCalendarTables; }
-
-std::span<const Column> TodoColumns() { return kTodoColumns; }
-
-std::span<const Column> MemoColumns() { return kMemoColumns; }
 
 }  // namespace pim

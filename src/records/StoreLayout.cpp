@@ -103,6 +103,7 @@ std::vector<TableLayout> MakeStoreTables() {
   std::vector<TableLayout> tables;
   for (const auto schema : {ContactTables(), CalendarTables()}) {
     for (const Table& table : schema) {
+      if (table.name == kNoTable) continue;
       const auto own = std::ranges::find(kOwnColumns, table.name, &Table::name);
       tables.push_back({table.name, table.columns,
                         own == std::end(kOwnColumns) ? std::span<const Column>{} : own->columns});

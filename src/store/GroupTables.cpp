@@ -1,12 +1,9 @@
 #include "store/GroupTables.h"
 
-#include <algorithm>
-#include <limits>
 #include <vector>
 
 #include "pim/store/SqliteStore.h"
 #include "platform/LetterCase.h"
-#include "records/SaveRecords.h"
 #include "records/StoreLayout.h"
 #include "store/SqlText.h"
 #include "store/StoredForms.h"
@@ -17,12 +14,6 @@ namespace {
 
 constexpr std::string_view kGroupKey = "group_id";
 constexpr std::string_view kFoldedName = "group_name_folded";
-
-std::int32_t NearestKey(std::int64_t key) {
-  using Limits = std::numeric_limits<std::int32_t>;
-  return static_cast<std::int32_t>(
-      std::clamp(key, std::int64_t{Limits::min()}, std::int64_t{Limits::max()}));
-}
 
 }  // namespace
 
@@ -40,7 +31,7 @@ std::int32_t GroupTable::Load(CContactGroups& groups) {
   std::int32_t count = 0;
   for (Rows rows(all_); rows.Next(); ++count) {
     CContactGroup& group = groups.AddNew();
-    group.group_id = NearestKey(all_.Integer(0));
+    group.group_id = KeyFromStored(all_.Integer(0));
     fields_.Read(all_, 1, FieldRef(&group.group_name));
   }
   return count;
@@ -48,7 +39,7 @@ std::int32_t GroupTable::Load(CContactGroups& groups) {
 
 std::int32_t GroupTable::HighestKey() {
   Rows rows(highest_);
-  return rows.Next() ? NearestKey(highest_.Integer(0)) : 0;
+  return given_.HighestWith(rows.Next() ? KeyFromStored(highest_.Integer(0)) : 0);
 }
 
 void GroupTable::FoldUnfolded() {
@@ -70,7 +61,7 @@ std::int32_t GroupTable::Find(WideStringView name) {
   AppendStoredText(FoldLetterCase(name), find_.Buffer(1));
   find_.BindBuffer(1);
   Rows rows(find_);
-  return rows.Next() ? NearestKey(find_.Integer(0)) : 0;
+  return rows.Next() ? KeyFromStored(find_.Integer(0)) : 0;
 }
 
 // An empty name is an empty text and no NULL, so that it is found again.
@@ -93,10 +84,14 @@ LinkTable::LinkTable(Database& db)
 
 std::int32_t LinkTable::Load(CContactGroupPairs& pairs) {
   std::int32_t count = 0;
-  for (Rows rows(all_); rows.Next(); ++count) {
+  for (Rows rows(all_); rows.Next();) {
+    const std::int32_t contact = KeyFromStored(all_.Integer(1));
+    const std::int32_t group = KeyFromStored(all_.Integer(2));
+    if (contact == 0 || group == 0) continue;  // of records that have no key here either
     CContactGroupPair& pair = pairs.AddNew();
-    fields_.Read(all_, 1, FieldRef(&pair.contact_id));
-    fields_.Read(all_, 2, FieldRef(&pair.group_id));
+    pair.contact_id = contact;
+    pair.group_id = group;
+    ++count;
   }
   return count;
 }

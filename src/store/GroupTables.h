@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "pim/records/ContactGroups.h"
+#include "records/SaveRecords.h"
 #include "store/FieldIo.h"
 #include "store/Statement.h"
 
@@ -19,7 +20,10 @@ class GroupTable {
   std::int32_t HighestKey();
   bool Holds(std::int32_t key);
   std::int32_t Find(WideStringView name);
-  void Insert(std::int32_t key, WideStringView name) { Run(insert_, key, name); }
+  void Insert(std::int32_t key, WideStringView name) {
+    Run(insert_, key, name);
+    given_.Add(key);
+  }
   void Rename(std::int32_t key, WideStringView name) { Run(update_, key, name); }
 
  private:
@@ -33,6 +37,7 @@ class GroupTable {
   Statement insert_;
   Statement update_;
   FieldReader fields_;
+  GivenKeys given_;
 };
 
 // The links of contacts to groups. Runs inside the caller's transaction.

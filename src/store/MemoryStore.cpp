@@ -50,6 +50,7 @@ class RecordTable {
       contents_.reset();
     });
     records_[key] = Copy(key, record);
+    given_.Add(key);
   }
   void Update(std::int32_t key, Record& record) {
     log_.Add([this, key, before = records_[key]] {
@@ -58,7 +59,9 @@ class RecordTable {
     });
     records_[key] = Copy(key, record);
   }
-  std::int32_t HighestKey() const { return records_.empty() ? 0 : records_.rbegin()->first; }
+  std::int32_t HighestKey() const {
+    return given_.HighestWith(records_.empty() ? 0 : records_.rbegin()->first);
+  }
   ContentIndex* Contents(bool isWanted) {
     if (!contents_ && isWanted) {
       contents_.emplace(pictures_);
@@ -94,6 +97,7 @@ class RecordTable {
   const PictureReader& pictures_;
   std::map<std::int32_t, std::shared_ptr<Record>> records_;
   std::optional<ContentIndex> contents_;
+  GivenKeys given_;
 };
 
 class GroupTable {
@@ -105,10 +109,13 @@ class GroupTable {
     const auto found = keys_.find(FoldLetterCase(name));
     return found == keys_.end() ? 0 : found->second;
   }
-  std::int32_t HighestKey() const { return names_.empty() ? 0 : names_.rbegin()->first; }
+  std::int32_t HighestKey() const {
+    return given_.HighestWith(names_.empty() ? 0 : names_.rbegin()->first);
+  }
   void Insert(std::int32_t key, WideStringView name) {
     log_.Add([this, key] { Erase(key); });
     Put(key, name);
+    given_.Add(key);
   }
   void Rename(std::int32_t key, WideStringView name) {
     log_.Add([this, key, before = names_.at(key)] {
@@ -133,6 +140,7 @@ class GroupTable {
   UndoLog& log_;
   std::map<std::int32_t, WideText> names_;
   std::unordered_map<WideString, std::int32_t> keys_;  // by the name in one letter case
+  GivenKeys given_;
 };
 
 }  // namespace
@@ -166,6 +174,9 @@ class MemoryStore::Impl {
     } catch (const std::exception& error) {
       log_.Rollback();
       return Fail(error.what());
+    } catch (...) {  // a picture reader's own
+      log_.Rollback();
+      throw;
     }
   }
   std::int32_t Fail(std::string problem) {

@@ -4,6 +4,7 @@
 
 #include "records/StoreLayout.h"
 #include "store/SqlText.h"
+#include "store/StoredForms.h"
 
 namespace pim {
 
@@ -49,9 +50,7 @@ void RecordReader::ReadRecords(std::int64_t filter, std::int64_t limit,
   if (filtered_) records_.Bind(3, filter);
   for (Rows rows(records_); rows.Next();) {
     const std::int64_t key = records_.Integer(0);
-    using Limits = std::numeric_limits<std::int32_t>;
-    void* record = newRecord(static_cast<std::int32_t>(
-        std::clamp(key, std::int64_t{Limits::min()}, std::int64_t{Limits::max()})));
+    void* record = newRecord(KeyFromStored(key));
     ReadFields(records_, map_.fields, record);
     owners_.keys.push_back(key);
     owners_.records.push_back(record);

@@ -17,8 +17,8 @@ namespace pim {
 // Reads records of one map with their lists. Runs inside the caller's transaction.
 class RecordReader {
  public:
-  // Makes the record of a key and gives the address of the map's record class. A key that isn't
-  // one of 32 bits comes as the nearest that is.
+  // Makes the record of a key, as KeyFromStored gives it, and gives the address of the map's record
+  // class.
   using NewRecord = std::function<void*(std::int32_t key)>;
 
   // With a `filter`, a column of the record's table, the reader gives the rows whose number there

@@ -28,29 +28,34 @@ class ContentCache {
   template <class Fill>
   ContentIndex* Get(bool isWanted, std::int64_t dataVersion, const PictureReader& pictures,
                     Fill fill) {
-    if (dataVersion != dataVersion_) index_.reset();
+    if (dataVersion != dataVersion_) Drop();
     if (!index_ && isWanted) {
       index_.emplace(pictures);
       try {
         fill(*index_);
       } catch (...) {
-        index_.reset();
+        Drop();
         throw;
       }
     }
     dataVersion_ = dataVersion;
     return index_ ? &*index_ : nullptr;
   }
-  void Drop() { index_.reset(); }
+  void Drop() {
+    changesOfDropped_ = changes() + 1;
+    index_.reset();
+  }
 
-  std::size_t changes() const { return index_ ? index_->changes() : 0; }
-  // Forgets what is no longer so, if anything was added since `changes` was taken.
+  // Grows with each change to the contents, the dropping of all of them included.
+  std::size_t changes() const { return changesOfDropped_ + (index_ ? index_->changes() : 0); }
+  // Forgets what is no longer so, if anything has changed since `changes` was taken.
   void Undo(std::size_t changesBefore) {
-    if (changes() != changesBefore) index_.reset();
+    if (changes() != changesBefore) Drop();
   }
 
  private:
   std::optional<ContentIndex> index_;
+  std::size_t changesOfDropped_ = 0;
   std::int64_t dataVersion_ = 0;
 };
 
@@ -68,9 +73,12 @@ class SqliteStore::Impl {
         : store(impl), map(recordMap), writer(*impl.db_, recordMap), all(*impl.db_, recordMap) {}
 
     bool Holds(std::int32_t key) { return writer.Holds(key); }
-    void Insert(std::int32_t key, Record& record) { writer.Insert(key, &record); }
+    void Insert(std::int32_t key, Record& record) {
+      writer.Insert(key, &record);
+      given.Add(key);
+    }
     void Update(std::int32_t key, Record& record) { writer.Update(key, &record); }
-    std::int32_t HighestKey() { return writer.HighestKey(); }
+    std::int32_t HighestKey() { return given.HighestWith(writer.HighestKey()); }
     ContentIndex* Contents(bool isWanted) {
       return contents.Get(isWanted, store.DataVersion(), store.pictures_,
                           [this](ContentIndex& index) { Fill(index); });
@@ -88,6 +96,7 @@ class SqliteStore::Impl {
     RecordWriter writer;
     RecordReader all;
     ContentCache contents;
+    GivenKeys given;
   };
 
   // Reads on until `visitor` gives false, some records at a time.

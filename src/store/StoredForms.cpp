@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 #include "platform/AsciiRuns.h"
 #include "platform/CodePages.h"
@@ -145,6 +146,10 @@ COleDateTime TimeFromSeconds(std::int64_t seconds) {
   COleDateTime time;
   time.value = StoredFromLinear(static_cast<double>(fromDay0) / kSecondsPerDay);
   return time;
+}
+
+std::int32_t KeyFromStored(std::int64_t key) {
+  return std::in_range<std::int32_t>(key) ? static_cast<std::int32_t>(key) : 0;
 }
 
 bool IsPlainFileName(WideStringView name) {

@@ -32,6 +32,9 @@ RecurrenceList NumbersFromStored(std::string_view stored);
 std::optional<std::int64_t> WholeSecondsOf(const COleDateTime& time);
 COleDateTime TimeFromSeconds(std::int64_t seconds);
 
+// A key that no record can bear, beyond 32 bits, reads as 0: not as another record's.
+std::int32_t KeyFromStored(std::int64_t key);
+
 // A file name with a separator, a NUL or only dots could lead out of its folder.
 bool IsPlainFileName(WideStringView name);
 

@@ -21,6 +21,7 @@ class StoreContract : public ::testing::TestWithParam<bool> {
  protected:
   StoreContract() {
     const auto pictures = [](WideStringView name) {
+      if (name == u"broken") throw 7;
       return name == u"gone" ? NarrowString{} : NarrowString(1, static_cast<char>(name.back()));
     };
     if (GetParam()) {
@@ -40,6 +41,12 @@ class StoreContract : public ::testing::TestWithParam<bool> {
   std::int32_t CountLinks() {
     CContactGroupPairs pairs;
     return store->LoadContactGroupPairs(pairs);
+  }
+  // Stores a new contact and gives the result of that.
+  std::int32_t SaveOne(const char16_t* name, bool saveFlag = false) {
+    CContacts contacts;
+    contacts.AddNew().formatted_name = name;
+    return store->SaveContacts(contacts, 0, saveFlag);
   }
   std::int32_t SaveGroup(WideStringView name) {
     CContactGroups groups;
@@ -177,6 +184,56 @@ TEST_P(StoreContract, LeavesOutWhatIsThere) {
   FillItem(items.AddNew(), RECUR_WEEKLY);
   EXPECT_EQ(store->SaveCalendars(items, false), 2);
   EXPECT_EQ(items[1].tag, items[0].tag);
+}
+
+// What a save updates is no longer there for its new records to equal.
+TEST_P(StoreContract, UpdatesComeFirst) {
+  EXPECT_EQ(SaveOne(u"X"), 1);
+  CContacts both;
+  both.AddNew().formatted_name = u"X";
+  both.AddNew().formatted_name = u"Y";
+  both[1].tag = 1;
+  EXPECT_EQ(store->SaveContacts(both, 0, false), 2);
+  EXPECT_EQ(both[0].tag, 2);
+  CContactGroups groups;
+  groups.AddNew().group_name = u"A";
+  groups.AddNew().group_name = u"B";
+  groups[1].group_id = SaveGroup(u"A");
+  EXPECT_EQ(store->SaveContactGroups(groups, true), 2);
+  EXPECT_NE(groups[0].group_id, groups[1].group_id);
+}
+
+// Nothing that was undone is taken for stored, and no key of it for another record's.
+TEST_P(StoreContract, RollbacksAreForgotten) {
+  CContacts stored;
+  for (const char16_t* name : {u"a", u"b", u"c"}) stored.AddNew().formatted_name = name;
+  EXPECT_EQ(store->SaveContacts(stored, 0, false), 3);
+  stored.Delete(2);
+  EXPECT_EQ(store->SaveContacts(stored, 0, false), 2);
+  CContacts undone;
+  undone.AddNew().formatted_name = u"new";
+  {
+    StoreTransaction outer(*store);
+    EXPECT_EQ(store->SaveContacts(undone, 0, false), 1);
+    {
+      StoreTransaction inner(*store);
+      EXPECT_EQ(SaveOne(u"x"), 1);
+    }
+    EXPECT_EQ(SaveOne(u"newer"), 1);
+  }
+  EXPECT_EQ(SaveOne(u"newer"), 1);
+  EXPECT_EQ(store->SaveContacts(undone, 0, false), 1);
+  EXPECT_EQ(CountContacts(), 5);
+
+  CContacts broken;
+  broken.AddNew().photo = u"broken";
+  EXPECT_EQ(store->SaveContacts(broken, 0, true), 1);
+  broken[0].tag = 0;
+  EXPECT_EQ(SaveOne(u"before", true), 1);
+  broken.AddNew().photo = u"broken";
+  EXPECT_THROW(store->SaveContacts(broken, 0, false), int);
+  EXPECT_FALSE(store->Rollback());
+  EXPECT_EQ(CountContacts(), 7);
 }
 
 TEST_P(StoreContract, GroupNamesAreUnique) {

@@ -122,6 +122,21 @@ enum ItemStatus : std::int32_t {
   STATUS_DELEGATED = 7,
 };
 
+// Of the store's attendees, whom no text reads or writes.
+enum AttendeeRole : std::int32_t {
+  ROLE_ATTENDEE = 0,
+  ROLE_ORGANIZER = 1,
+  ROLE_OWNER = 2,
+  ROLE_DELEGATE = 3,
+};
+enum AttendeeReply : std::int32_t { RSVP_NO = 0, RSVP_YES = 1 };
+enum AttendeeExpect : std::int32_t {
+  EXPECT_FYI = 0,
+  EXPECT_REQUIRE = 1,
+  EXPECT_REQUEST = 2,
+  EXPECT_IMMEDIATE = 3,
+};
+
 enum TodoPriority : std::int32_t {
   PRIORITY_NONE = 0,
   PRIORITY_HIGH = 1,

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 
+#include "platform/AsciiRuns.h"
 #include "store/StoredForms.h"
 
 namespace pim {
@@ -87,7 +88,12 @@ class Reader {
   Reader(Statement& statement, int column, WideString& work)
       : statement_(statement), column_(column), work_(work) {}
 
-  void operator()(WideText* text) { *text = Text(); }
+  void operator()(WideText* text) {
+    const std::string_view stored = statement_.Text(column_);
+    if (IsAsciiText(stored)) return text->AssignAscii(stored);
+    ReadStoredText(stored, work_);
+    *text = work_;
+  }
   void operator()(const PictureName& picture) {
     const WideStringView name = Text();
     if (IsPlainFileName(name)) *picture.name = name;

@@ -1,9 +1,9 @@
 #include <benchmark/benchmark.h>
 
-#include <filesystem>
 #include <iterator>
 #include <string>
 
+#include "bench/BareStore.h"
 #include "bench/Floors.h"
 #include "bench/Texts.h"
 #include "pim/manager/CalendarImport.h"
@@ -31,7 +31,7 @@ void ReadEvents(benchmark::State& state) {
   }
   state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) * std::ssize(text));
 }
-BENCHMARK(ReadEvents)->Arg(1000)->Arg(100000);
+BENCHMARK(ReadEvents)->Arg(1000)->Arg(10000)->Arg(100000);
 
 void WriteEvents(benchmark::State& state) {
   CCalendars items;
@@ -46,22 +46,47 @@ void WriteEvents(benchmark::State& state) {
 }
 BENCHMARK(WriteEvents)->Arg(1000)->Arg(10000);
 
-void ImportEvents(benchmark::State& state) {
-  constexpr const char* kPath = "pim_bench_events.db";
-  const std::string text = MakeEvents(state.range(0));
+constexpr const char* kPath = "pim_bench_events.db";
+
+std::int32_t Import(const std::string& text) {
+  SqliteStore store(kPath);
+  const StoreBinding binding(store);
+  CalendarImportCounts counts;
+  return ImportCalendarText(binding.db(), CalendarType::Event, text, true, counts);
+}
+
+// Runs `work` on stores that have their tables and nothing else.
+template <class Work>
+void OnNewStores(benchmark::State& state, Work work) {
   for (auto _ : state) {
     state.PauseTiming();
-    for (const char* tail : {"", "-wal", "-shm"})
-      std::filesystem::remove(std::string(kPath) + tail);
-    SqliteStore store(kPath);
-    const StoreBinding binding(store);
+    RemoveStore(kPath);
+    { const SqliteStore made(kPath); }
     state.ResumeTiming();
-    CalendarImportCounts counts;
-    if (ImportCalendarText(binding.db(), CalendarType::Event, text, true, counts) != state.range(0))
-      state.SkipWithError("not all were stored");
+    work();
   }
-  for (const char* tail : {"", "-wal", "-shm"}) std::filesystem::remove(std::string(kPath) + tail);
+  RemoveStore(kPath);
 }
+
+void BareEventStatements(benchmark::State& state) {
+  RemoveStore(kPath);
+  Import(MakeEvents(state.range(0)));
+  const std::vector<TableRows> rows = StoredRows(kPath);
+  OnNewStores(state, [&] { StoreBare(kPath, rows); });
+}
+
+void ImportEvents(benchmark::State& state) {
+  const std::string text = MakeEvents(state.range(0));
+  OnNewStores(state, [&] {
+    if (Import(text) != state.range(0)) state.SkipWithError("not all were stored");
+  });
+}
+
+BENCHMARK(BareEventStatements)
+    ->Arg(1000)
+    ->Arg(100000)
+    ->Iterations(1)
+    ->Unit(benchmark::kMillisecond);
 BENCHMARK(ImportEvents)->Arg(1000)->Arg(100000)->Iterations(1)->Unit(benchmark::kMillisecond);
 
 }  // namespace

@@ -23,6 +23,9 @@ std::optional<std::chrono::sys_seconds> SecondOf(const COleDateTime& date) {
 
 }  // namespace
 
+// Not in the class: a record would then be zeroed as a whole ahead of its own initialisers.
+CCalendar::CCalendar() noexcept = default;
+
 std::uint32_t CCalendar::GetCategories() const {
   std::uint32_t mask = 0;
   for (const CCategory& category : categories) mask |= CategoryBitOf(category.category_name.view());

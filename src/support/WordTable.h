@@ -77,7 +77,7 @@ class WordIndex {
     for (std::size_t i = heads_[SlotOf(key)]; i != 0; i = rows_[i - 1].next) {
       const Row& row = rows_[i - 1];
       if (row.key.head == key.head && row.key.text.size() == key.text.size() &&
-          (key.text.size() <= 8 || EqualsIgnoringCase(row.key.text, key.text)))
+          (key.text.size() <= 8 || EqualsIgnoringCase(row.key.text.substr(8), key.text.substr(8))))
         return row.code;
     }
     return std::nullopt;

@@ -1,13 +1,14 @@
 #pragma once
 
 #include <cstdint>
-#include <vector>
+#include <utility>
 
 #include "pim/Export.h"
 #include "pim/records/Collection.h"
 #include "pim/records/Recurrence.h"
 #include "pim/records/TypeCodes.h"
 #include "pim/records/VObject.h"
+#include "pim/support/InlineList.h"
 
 namespace pim {
 
@@ -48,7 +49,11 @@ class CCategory {
 // One event, to-do or memo. All its date-times are UTC.
 class PIM_EXPORT CCalendar : public CVObject {
  public:
-  CCategory& NewCategory(WideStringView name) { return categories.emplace_back(CCategory{name}); }
+  CCalendar() noexcept;
+
+  CCategory& NewCategory(WideText name) {
+    return categories.emplace_back(CCategory{std::move(name)});
+  }
   // The category bits of the rows' words, joined; a row with another name adds none.
   std::uint32_t GetCategories() const;
   DESKMATE_IDS::Alarm GetAlarmType() const { return reminder.alarmType; }
@@ -73,7 +78,7 @@ class PIM_EXPORT CCalendar : public CVObject {
   CRecurrence exceptionRule;
   std::int32_t priority = PRIORITY_NONE;
   std::int32_t status = STATUS_NEEDS_ACTION;
-  std::vector<CCategory> categories;
+  InlineList<CCategory, 1> categories;
 };
 
 class PIM_EXPORT CCalendars : public Collection<CCalendar> {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <vector>
@@ -7,6 +8,7 @@
 #include "pim/Export.h"
 #include "pim/records/TypeCodes.h"
 #include "pim/support/DateTime.h"
+#include "pim/support/RecordMemory.h"
 
 namespace pim {
 
@@ -26,6 +28,9 @@ class PIM_EXPORT RecurrenceData {
   virtual bool operator!=(const RecurrenceData& other) const { return !(*this == other); }
   RecurrenceData(const RecurrenceData&) = default;
   RecurrenceData& operator=(const RecurrenceData&) = default;
+
+  static void* operator new(std::size_t size) { return AllocateRecordMemory(size); }
+  static void operator delete(void* rule) noexcept { FreeRecordMemory(rule); }
 
   std::int32_t type;          // RecurrenceType
   std::int32_t interval = 0;  // at least 1 when read from text

@@ -108,6 +108,10 @@ TEST(VCalendarReader, AllDay) {
       {"DTSTART:0\nDTEND:20100105", 0},
   };
   for (const auto& row : kRows) EXPECT_EQ(ReadEvent(row.lines)[0].allday, row.allday) << row.lines;
+  CCalendars items;  // what is pending outlives the text
+  VCalendarReader(items).Read("BEGIN:VEVENT\nDTSTART:20100105", true);
+  VCalendarReader(items).Read("DTEND:20100105", true);
+  EXPECT_EQ(items[0].allday, 1);
 }
 
 TEST(VCalendarReader, Spans) {
@@ -152,6 +156,8 @@ TEST(VCalendarReader, Words) {
       {"CLASS:PUBLICX", &CCalendar::class_, 0},
       {"STATUS:C", &CCalendar::status, 4},
       {"STATUS:COM", &CCalendar::status, 6},
+      {"STATUS:D", &CCalendar::status, 5},
+      {"STATUS:del", &CCalendar::status, 7},
       {"STATUS:NEEDS ACTION", &CCalendar::status, 0},
       {"PRIORITY:2 ", &CCalendar::priority, 2},
       {"PRIORITY:HIGH", &CCalendar::priority, 0},
@@ -163,7 +169,8 @@ TEST(VCalendarReader, Words) {
   const CCalendars items = ReadEvent(
       "CATEGORIES: APPOINTMENT ;;Anniversary;BIRTHDAY\nCATEGORIES:SCHEDULE,MEETING\n"
       "CATEGORIES:SCHEDULE\nDTCREATE:20100105T000000Z\nDCREATED:20110105T000000Z\nATTENDEE:x\n"
-      "SUMMARY;QUOTED-PRINTABLE:a=0D=0Ab=0Dc=0Ad\nDTSTART:20100105T113000Z");
+      "SUMMARY;QUOTED-PRINTABLE:a=0D=0Ab=0Dc=0Ad\n"
+      "LOCATION;CHARSET=SHIFT_JIS;CHARSET=utf-8;QUOTED-PRINTABLE:=C3=BC\nDTSTART:20100105T113000Z");
   const CCalendar& item = items[0];
   ASSERT_EQ(item.categories.size(), 3U);
   EXPECT_EQ(item.categories[1].category_name, u"BIRTHDAY");
@@ -171,12 +178,13 @@ TEST(VCalendarReader, Words) {
   EXPECT_EQ(item.GetCategories(), CATEGORY_APPOINTMENT | CATEGORY_BIRTHDAY);
   EXPECT_EQ(TextOf(item.created_time), "2010-01-05 00:00:00");
   EXPECT_EQ(item.summary, u"a\nb\rc\nd");
+  EXPECT_EQ(item.location, u"\u00FC");
 }
 
 TEST(VCalendarReader, AlarmsAndDaylight) {
   const test::ScopedVariable zone("TZ", "EST5EDT,M3.2.0,M11.1.0");
   const CCalendars items = ReadEvent(
-      "AALARM;TYPE=WAVE;VALUE= =content-id;TYPE=PCM:20100105T100000Z;PT5M;3; Meet ;x\n"
+      "AALARM;TYPE=WAVE;VALUEX= =content-id;TYPES==PCM:20100105T100000Z;PT5M;3; Meet ;x\n"
       "DTSTART:20100105T101559Z\nTZ:-05:30\n"
       "DAYLIGHT:TRUE;;-04;20100314T020000;20101107T020000;EST;EDT\nBEGIN:VEVENT\nAALARM:;;;\n"
       "AALARM:\nDAYLIGHT:TRUE;-04;20100314T020000;20101107T020000;EST;EDT\nDAYLIGHT:true;1");

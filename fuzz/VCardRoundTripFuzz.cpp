@@ -29,6 +29,10 @@ void RemoveAll(std::string& text, std::string_view part) {
   text = kept.append(text, from);
 }
 
+bool IsEncoded(std::string_view line) {
+  return line.substr(0, line.find(':')).find(pim::TextParameters()) != std::string_view::npos;
+}
+
 // The logical lines: soft breaks of encoded properties gone. (A number may end in an equals sign.)
 std::vector<std::string> LinesOf(std::string_view text) {
   std::vector<std::string> lines;
@@ -38,8 +42,7 @@ std::vector<std::string> LinesOf(std::string_view text) {
     text.remove_prefix(std::min(line.size() + 2, text.size()));
     if (!continued) lines.emplace_back();
     lines.back().append(line);
-    continued = lines.back().ends_with('=') &&
-                lines.back().find(pim::TextParameters()) != std::string::npos;
+    continued = lines.back().ends_with('=') && IsEncoded(lines.back());
     if (continued) lines.back().pop_back();
   }
   return lines;

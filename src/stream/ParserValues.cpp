@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 #include <cstring>
 
@@ -89,22 +90,32 @@ constexpr PlaceTable MakePlace(unsigned shift) {
 constexpr std::array<PlaceTable, 4> kPlaces = {MakePlace(18), MakePlace(12), MakePlace(6),
                                                MakePlace(0)};
 
-// Decodes whole groups without padding or white space, by far the most; stops at any other.
+// The 24 bits of the four digits at `from`, or kNoGroup when one is none.
+std::uint32_t GroupBits(const char* from) {
+  const auto digit = [from](std::size_t i) { return static_cast<unsigned char>(from[i]); };
+  return kPlaces[0][digit(0)] | kPlaces[1][digit(1)] | kPlaces[2][digit(2)] | kPlaces[3][digit(3)];
+}
+
+// Decodes whole groups without padding or white space, by far the most; stops at any other. The
+// buffer grows only for a group that is one.
 const char* DecodeGroups(VObjectParser& parser, const char* from, const char* end) {
-  const auto groups = static_cast<std::size_t>(end - from) / 4;
-  if (groups == 0 || !ReserveBytes(parser, groups * 3)) return from;
-  char* to = parser.buffer.get() + parser.length;
-  const char* const start = to;
-  const auto digit = [&from](std::size_t i) { return static_cast<unsigned char>(from[i]); };
-  for (; end - from >= 4; from += 4, to += 3) {
-    const std::uint32_t bits =
-        kPlaces[0][digit(0)] | kPlaces[1][digit(1)] | kPlaces[2][digit(2)] | kPlaces[3][digit(3)];
-    if (bits == kNoGroup) break;
-    to[0] = static_cast<char>(bits >> 16);
-    to[1] = static_cast<char>(bits >> 8);
-    to[2] = static_cast<char>(bits);
+  while (end - from >= 4) {
+    if (parser.capacity - parser.length < 3 &&
+        (GroupBits(from) == kNoGroup || !ReserveBytes(parser, 3)))
+      break;
+    const auto room = static_cast<std::size_t>(parser.capacity - parser.length) / 3;
+    const char* const last = from + std::min(static_cast<std::size_t>(end - from) / 4, room) * 4;
+    char* to = parser.buffer.get() + parser.length;
+    const char* const start = to;
+    std::uint32_t bits = 0;
+    for (; from != last && (bits = GroupBits(from)) != kNoGroup; from += 4, to += 3) {
+      to[0] = static_cast<char>(bits >> 16);
+      to[1] = static_cast<char>(bits >> 8);
+      to[2] = static_cast<char>(bits);
+    }
+    parser.length += static_cast<std::int32_t>(to - start);
+    if (from != last) break;
   }
-  parser.length += static_cast<std::int32_t>(to - start);
   return from;
 }
 

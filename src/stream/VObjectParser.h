@@ -48,7 +48,8 @@ struct FreeMemory {
 // A push parser for the line grammar of vObject text: logical lines, folding, parameters and
 // transfer encodings. It knows no vCard or vCalendar word and no charset. Base64 is decoded;
 // quoted-printable loses its soft line breaks and keeps its escapes. What the handlers are given
-// lies in the parser's buffer and holds for that call only.
+// lies in the parser's buffer, or in the text where a value stands there as it is, and holds for
+// that call only.
 struct VObjectParser {
   // Null when memory is out.
   static std::unique_ptr<VObjectParser> Create() noexcept;

@@ -137,6 +137,12 @@ TEST(VObjectParser, BufferSteps) {
     EXPECT_EQ(parser->capacity, row.closed);
     EXPECT_EQ(parser->state, ParserState::StateName);
   }
+  const auto parser = VObjectParser::Create();  // what isn't decoded needs no room
+  parser->SetPropertyHandler([](void*, const char*, const ParserParam*) {});
+  parser->SetDataHandler([](void*, const char*, std::int32_t) {});
+  const std::string text = "X;BASE64:QUJD" + std::string(2000, ' ') + "QQ==\n\n";
+  EXPECT_TRUE(parser->Parse(text.data(), static_cast<std::int32_t>(text.size()), false));
+  EXPECT_EQ(parser->capacity, 128);
 }
 
 }  // namespace

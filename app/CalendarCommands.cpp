@@ -76,6 +76,15 @@ void VisitItems(Session& session, CalendarType kind, Visitor visitor) {
   if (visited < 0) session.Fail();
 }
 
+// Another program's rows, which belong to no list and no export.
+void TellItemsWithoutKind(Session& session) {
+  const std::int32_t count = session.store().CountItemsWithoutKind();
+  if (count < 0) session.Fail();
+  if (count == 0) return;
+  Complain(ShownName(session.path()) + ": " + Counted(count, "item") +
+           " of no known kind left out: neither event nor to-do nor memo");
+}
+
 // What an item is about, in one line: many devices fill the description alone.
 std::string Title(const CCalendar& item) {
   WideString title = (item.summary.empty() ? item.description : item.summary).str();
@@ -133,6 +142,7 @@ int ExportItems(const Options& options) {
   const std::string& file = options.paths.front();
   const std::string_view noun = NounOf(KindOf(options));
   Session session(options);
+  TellItemsWithoutKind(session);
   CCalendars items;
   if (items.OpenFromDB(session.db(), KindOf(options), 0) < 0) session.Fail();
   CheckInterrupt();
@@ -157,6 +167,7 @@ int ExportItems(const Options& options) {
 int ListItems(const Options& options) {
   const CalendarType kind = KindOf(options);
   Session session(options);
+  TellItemsWithoutKind(session);
   if (options.json) {
     JsonList list("calendars");
     VisitItems(session, kind, [&](const CCalendar& item) { list.Add(item); });
@@ -165,6 +176,8 @@ int ListItems(const Options& options) {
   }
   constexpr std::size_t kWidestColumn = 64;
   const LocalTimes times;
+  const StoreReading reading(session.store());
+  if (!reading.IsOpen()) session.Fail();
   Table table(TitlesOf(kind), kWidestColumn);
   VisitItems(session, kind,
              [&](const CCalendar& item) { table.Measure(RowOf(kind, item, times)); });

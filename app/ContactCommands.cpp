@@ -110,6 +110,8 @@ int ExportContacts(const Options& options) {
   // folder is absolute by then.
   if (error || chdir(folder.c_str()) != 0)
     throw Failure(ShownName(folder) + ": " + (error ? error.message() : std::strerror(errno)));
+  const StoreReading reading(session.store());
+  if (!reading.IsOpen()) session.Fail();
   CContactGroups groups;
   CContactGroupPairs pairs;
   LoadGroups(session, groups, pairs);
@@ -136,6 +138,8 @@ int ExportContacts(const Options& options) {
 
 int ListContacts(const Options& options) {
   Session session(options);
+  const StoreReading reading(session.store());
+  if (!reading.IsOpen()) session.Fail();
   CContactGroups groups;
   CContactGroupPairs pairs;
   LoadGroups(session, groups, pairs);

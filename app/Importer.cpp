@@ -25,8 +25,9 @@ Importer::Importer(const Options& options, std::vector<std::string_view> extensi
       form_(form),
       mark_(mark),
       session_(options),
-      pictures_(session_.store()),
-      progress_(options.quiet) {}
+      progress_(options.quiet) {
+  if (form == TextForm::VCard) pictures_.emplace(session_.store(), session_.path());
+}
 
 int Importer::Run() {
   for (const std::string& path : options_.paths) ImportPath(path);
@@ -123,9 +124,9 @@ void Importer::Refuse(long long inText, int status) {
 
 void Importer::Commit() {
   if (!transaction_) return;
-  pictures_.Publish(unpublished_);
+  if (pictures_) pictures_->Publish(unpublished_);
   if (!transaction_->Commit()) session_.Fail();
-  pictures_.Committed();
+  if (pictures_) pictures_->Committed();
   transaction_.reset();
   unpublished_.clear();
   done_.files += open_.files;

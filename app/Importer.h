@@ -64,7 +64,7 @@ class Importer {
   TextForm form_;
   ByteOrderMark mark_;
   Session session_;
-  PictureStaging pictures_;
+  std::optional<PictureStaging> pictures_;  // where the texts can hold some
   Progress progress_;
   Messages messages_;
   ByteBuffer text_;  // one piece of memory for all files

@@ -5,11 +5,15 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <chrono>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <string_view>
+#include <thread>
 #include <unordered_set>
 
+#include "app/Interrupt.h"
 #include "app/Output.h"
 #include "pim/platform/Host.h"
 #include "pim/records/Contacts.h"
@@ -17,6 +21,7 @@
 #include "platform/AppData.h"
 #include "platform/CodePages.h"
 #include "platform/Files.h"
+#include "platform/Handles.h"
 #include "support/CallerIdPictures.h"
 
 namespace pim::app {
@@ -24,7 +29,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Holds a folder of waiting pictures as one that is in use.
+// Holds a folder of waiting pictures as one that is in use, and names the store that it is for.
 constexpr const char* kLockName = "/in-use";
 
 void MakeFolder(const std::string& path) {
@@ -37,18 +42,32 @@ void MakeFolder(const std::string& path) {
 class LockedFile {
  public:
   explicit LockedFile(const std::string& path)
-      : file_(open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600)) {
-    locked_ = file_ >= 0 && flock(file_, LOCK_EX | LOCK_NB) == 0;
+      : path_(path), file_(open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600)) {
+    TryAgain();
   }
-  LockedFile(const LockedFile&) = delete;
-  LockedFile& operator=(const LockedFile&) = delete;
-  ~LockedFile() {
-    if (file_ >= 0) close(file_);
-  }
+
   bool IsLocked() const { return locked_; }
+  void TryAgain() { locked_ = file_ && flock(file_.get(), LOCK_EX | LOCK_NB) == 0; }
+  // Waits a while for whoever has it. Throws Failure.
+  void Wait() {
+    constexpr auto kPause = std::chrono::milliseconds(5);
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+    for (; !locked_; TryAgain()) {
+      if (!file_) throw Failure(ShownName(path_) + ": can't be written");
+      if (std::chrono::steady_clock::now() > end)
+        throw Failure(ShownName(path_) + ": locked by another program");
+      CheckInterrupt();
+      std::this_thread::sleep_for(kPause);
+    }
+  }
+  std::string Read() const { return ReadPictureFile(path_); }
+  void Write(std::string_view text) {
+    if (!WriteAll(file_.get(), text)) throw Failure(ShownName(path_) + ": " + std::strerror(errno));
+  }
 
  private:
-  int file_;
+  std::string path_;
+  Descriptor file_;
   bool locked_ = false;
 };
 
@@ -73,16 +92,23 @@ std::string PicturesUnder(const std::string& root) {
 }
 
 // Takes away the folders of imports that were killed, and the pictures that they had put in their
-// place for contacts which were never stored.
-void ClearAbandoned(SqliteStore& store, const std::string& waiting,
+// place for contacts of this store which were never stored. Another store's are left to its own
+// next import, unless it's gone: then nobody can tell what its contacts name.
+void ClearAbandoned(SqliteStore& store, const std::string& storePath, const std::string& waiting,
                     const std::string& callerIdFolder) {
   std::unordered_set<std::string> suspects;
   std::vector<std::string> abandoned;
   for (const std::string& name : NamesIn(waiting)) {
     const std::string root = waiting + "/" + name;
-    if (!LockedFile(root + kLockName).IsLocked()) continue;
+    const LockedFile lock(root + kLockName);
+    if (!lock.IsLocked()) continue;
+    const std::string owner = lock.Read();
+    if (owner == storePath) {
+      for (std::string& picture : NamesIn(PicturesUnder(root))) suspects.insert(std::move(picture));
+    } else if (!owner.empty() && PathExists(owner)) {
+      continue;
+    }
     abandoned.push_back(root);
-    for (std::string& picture : NamesIn(PicturesUnder(root))) suspects.insert(std::move(picture));
   }
   if (!suspects.empty()) {
     const std::int32_t visited = store.VisitContacts([&](CContact& contact) {
@@ -94,6 +120,13 @@ void ClearAbandoned(SqliteStore& store, const std::string& waiting,
   std::error_code error;
   for (const std::string& picture : suspects) fs::remove(callerIdFolder + "/" + picture, error);
   for (const std::string& root : abandoned) fs::remove_all(root, error);
+}
+
+// One store, one path, however it is named.
+std::string CanonicalPath(const std::string& path) {
+  std::error_code error;
+  const fs::path canonical = fs::canonical(path, error);
+  return error ? path : canonical.string();
 }
 
 }  // namespace
@@ -119,22 +152,32 @@ std::string TemporaryFolder() {
 }
 
 struct PictureStaging::Staging {
-  explicit Staging(const std::string& waiting)
-      : pictures(waiting), lock(pictures.root() + kLockName) {}
+  Staging(const std::string& waiting, std::string_view storePath)
+      : pictures(waiting), lock(pictures.root() + kLockName) {
+    lock.Wait();
+    lock.Write(storePath);
+  }
 
   PrivatePictures pictures;
   LockedFile lock;
 };
 
-PictureStaging::PictureStaging(SqliteStore& store) {
+PictureStaging::PictureStaging(SqliteStore& store, const std::string& storePath) {
   const std::string appData = Utf8FromWide(AppDataFolder());
-  if (appData.empty()) return;  // without such a folder no picture can be kept
+  if (appData.empty()) {
+    Complain("HOME isn't set, so pictures have no place and are left out");
+    return;
+  }
   callerIdFolder_ = NativePath(GetCallerIdPath());
   waiting_ = appData + "/pimvobj/incoming";
   MakeFolder(callerIdFolder_);
   MakeFolder(waiting_);
-  ClearAbandoned(store, waiting_, callerIdFolder_);
-  staging_ = std::make_unique<Staging>(waiting_);
+  // A folder without its lock yet looks like an abandoned one, so imports begin one by one.
+  LockedFile beginning(waiting_ + ".lock");
+  beginning.Wait();
+  const std::string canonical = CanonicalPath(storePath);
+  ClearAbandoned(store, canonical, waiting_, callerIdFolder_);
+  staging_ = std::make_unique<Staging>(waiting_, canonical);
   store.SetPictureReader([this](WideStringView name) {
     NarrowString bytes = ReadPictureFile(InFolder(staging_->pictures.folder(), name));
     return bytes.empty() ? ReadPictureFile(InFolder(callerIdFolder_, name)) : bytes;
@@ -158,6 +201,7 @@ void PictureStaging::Publish(const std::vector<WideString>& names) {
     if (error) throw Failure(ShownName(to) + ": " + error.message());
     published_.push_back(to);
   }
+  if (!names.empty()) SyncFileSystem(callerIdFolder_);
 }
 
 void PictureStaging::Committed() {

@@ -32,10 +32,12 @@ std::string TemporaryFolder();
 // Pictures of an import: they wait in a folder of their own, beside the caller-ID folder, until the
 // contacts that name them are stored. A picture is put in its place ahead of the commit, so that no
 // stored contact names one that isn't there, and the waiting copy goes behind it; what a killed
-// import left is sorted out by the next one.
+// import left is sorted out by the next one into the same store. Imports into any stores may run
+// side by side.
 class PictureStaging {
  public:
-  explicit PictureStaging(SqliteStore& store);
+  // `storePath` is the open store's file. Throws Failure.
+  PictureStaging(SqliteStore& store, const std::string& storePath);
   PictureStaging(const PictureStaging&) = delete;
   PictureStaging& operator=(const PictureStaging&) = delete;
   ~PictureStaging();

@@ -29,7 +29,8 @@ std::string StorePath(const Options& options) {
 
 }  // namespace
 
-Session::Session(const Options& options) : store_(StorePath(options)), binding_(store_) {}
+Session::Session(const Options& options)
+    : path_(StorePath(options)), store_(path_), binding_(store_) {}
 
 void Session::Fail() const { throw Failure(store_.LastError()); }
 

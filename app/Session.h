@@ -18,11 +18,13 @@ class Session {
   explicit Session(const Options& options);
 
   SqliteStore& store() { return store_; }
+  const std::string& path() const { return path_; }  // of the store's file
   std::int32_t db() const { return binding_.db(); }
   // What the store says is wrong, as a failure.
   [[noreturn]] void Fail() const;
 
  private:
+  std::string path_;
   SqliteStore store_;
   StoreBinding binding_;
 };

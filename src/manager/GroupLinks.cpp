@@ -17,7 +17,7 @@ bool GroupLinker::LoadGroups() {
   CContactGroups stored;
   const bool done = stored.OpenFromDB(db_) >= 0;
   for (std::int32_t i = 0; i < stored.GetCount(); ++i)
-    groups_.Add(stored[i].group_name, stored[i].group_id);
+    if (stored[i].group_id > 0) groups_.Add(stored[i].group_name, stored[i].group_id);
   loaded_ = done;
   return done;
 }

@@ -1,8 +1,11 @@
 #include "pim/manager/VObjectMgr.h"
 
+#include <optional>
+
 #include "manager/GroupLinks.h"
 #include "pim/manager/ContactExport.h"
 #include "pim/manager/ContactImport.h"
+#include "pim/records/RecordStore.h"
 #include "support/TextFiles.h"
 #include "vcard/VCardReader.h"
 
@@ -70,12 +73,15 @@ std::int32_t VObjectMgr::Import_ContactGroup(std::int32_t db, CContacts& contact
 
 std::int32_t VObjectMgr::Export_Contact(std::int32_t db, WideString folder) {
   if (folder.empty()) return -1;
+  std::optional<StoreReading> reading;  // links of contacts that came later would lead nowhere
+  if (RecordStore* store = StoreForHandle(db)) reading.emplace(*store);
   CContacts contacts;
   const std::int32_t opened = contacts.OpenFromDB(db, 0);
   CContactGroups groups;
   groups.OpenFromDB(db);
   CContactGroupPairs pairs;
   pairs.OpenFromDB();
+  reading.reset();
   if (opened <= 0) return opened < 0 ? -1 : 0;
   return ExportContacts(std::move(folder), contacts, groups, pairs);
 }

@@ -19,11 +19,14 @@ std::string NativePath(std::u16string_view path);
 // Whether a file, folder or anything else stands under that name; a link counts by itself.
 bool PathExists(const std::string& path);
 
+enum class Links { Followed, Refused };  // a link in place of the file itself
+
 // A regular file open for reading, with a length that fits 31 bits.
 class InputFile {
  public:
-  // A folder, FIFO, device or longer file is not opened; Problem() then says why.
-  explicit InputFile(const std::string& path);
+  // A folder, FIFO, device or longer file is not opened; Problem() then says why. Nor is a link
+  // where it is refused.
+  explicit InputFile(const std::string& path, Links links = Links::Followed);
 
   bool IsOpen() const noexcept { return static_cast<bool>(file_); }
   // Why the file isn't open, in the operating system's words or like them ("is a directory").
@@ -39,6 +42,13 @@ class InputFile {
   Descriptor file_{-1};
   std::int32_t length_ = 0;
 };
+
+// Why nothing can be made or changed in the folder that holds `path`, in the operating system's
+// words, or an empty string.
+std::string FolderProblem(const std::string& path);
+
+// Has what was written in a folder, and in the rest of its file system, reach the disk.
+void SyncFileSystem(const std::string& folder) noexcept;
 
 // Creates or empties the file and writes `bytes`. False when it can't be opened, with errno telling
 // why. A failure behind that removes the file and throws FileError; a device stays, and a link,

@@ -102,8 +102,19 @@ bool IsReplaceable(const std::string& path, std::optional<struct stat>& replaced
 
 }  // namespace
 
-InputFile::InputFile(const std::string& path) : path_(path) {
-  Descriptor file = Open(path, O_RDONLY);
+std::string FolderProblem(const std::string& path) {
+  const std::size_t slash = path.rfind('/');
+  const std::string folder = slash == std::string::npos ? "." : path.substr(0, slash + 1);
+  return access(folder.c_str(), W_OK | X_OK) == 0 ? std::string() : Reason(errno);
+}
+
+void SyncFileSystem(const std::string& folder) noexcept {
+  const Descriptor opened = Open(folder, O_RDONLY | O_DIRECTORY);
+  if (opened) syncfs(opened.get());
+}
+
+InputFile::InputFile(const std::string& path, Links links) : path_(path) {
+  Descriptor file = Open(path, O_RDONLY | (links == Links::Refused ? O_NOFOLLOW : 0));
   struct stat status;
   if (!file || fstat(file.get(), &status) != 0) {
     problem_ = Reason(errno);

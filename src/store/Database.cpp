@@ -1,9 +1,9 @@
 #include "store/Database.h"
 
 #include <algorithm>
-#include <cstring>
 
 #include "pim/store/SqliteStore.h"
+#include "platform/Files.h"
 
 namespace pim {
 
@@ -63,7 +63,7 @@ void Database::Run(const char* sql) {
 }
 
 void Database::Begin() {
-  if (reading_) Fail("is being read, so that nothing can be written");
+  if (readings_ > 0) Fail("is being read, so that nothing can be written");
   if (depth_ == 0) {
     Run("BEGIN IMMEDIATE");
     waited_ = {};
@@ -106,28 +106,37 @@ void Database::Fail(int code) {
   const std::string detail =
       handle_ != nullptr ? sqlite3_errmsg(handle_.get()) : sqlite3_errstr(code);
   problem += problem.empty() ? detail : " (" + detail + ")";
-  const int systemError = handle_ != nullptr ? sqlite3_system_errno(handle_.get()) : 0;
-  if ((code & 0xFF) == SQLITE_CANTOPEN && systemError != 0)
-    problem += std::string(": ") + std::strerror(systemError);
+  // SQLite makes files beside its own, and tells of one that it can't make what its last try was.
+  const int kind = code & 0xFF;
+  const std::string folder =
+      kind == SQLITE_CANTOPEN || kind == SQLITE_READONLY ? FolderProblem(path_) : std::string();
+  if (!folder.empty()) problem += "; its folder: " + folder;
   throw StoreError(path_, problem);
 }
 
 void Database::Fail(const std::string& problem) { throw StoreError(path_, problem); }
 
+void Database::BeginReading() {
+  CheckTransaction();
+  if (depth_ == 0 && readings_ == 0) Run("BEGIN");
+  ++readings_;
+}
+
+void Database::EndReading() noexcept {
+  waited_ = {};
+  if (--readings_ == 0 && depth_ == 0)
+    sqlite3_exec(handle_.get(), "ROLLBACK", nullptr, nullptr, nullptr);
+}
+
 ReadTransaction::ReadTransaction(Database& db) : db_(db) {
   if (db.reading_) db.Fail("is being read already");
-  db.CheckTransaction();
-  if (db.depth_ == 0) {
-    db.Run("BEGIN");
-    began_ = true;
-  }
+  db.BeginReading();
   db.reading_ = true;
 }
 
 ReadTransaction::~ReadTransaction() {
   db_.reading_ = false;
-  db_.waited_ = {};
-  if (began_) sqlite3_exec(db_.handle(), "ROLLBACK", nullptr, nullptr, nullptr);
+  db_.EndReading();
 }
 
 }  // namespace pim

@@ -27,7 +27,9 @@ class Database {
   void Begin();
   void Commit();
   bool Rollback() noexcept;
-  int depth() const noexcept { return depth_; }
+  // Between the two, which nest, all reading sees one state, and nothing may be written.
+  void BeginReading();
+  void EndReading() noexcept;
   // Throws once SQLite has undone the open transaction by itself, as it does on a full disk: what
   // comes behind would be outside of any.
   void CheckTransaction();
@@ -52,10 +54,11 @@ class Database {
   std::chrono::milliseconds waited_{0};  // since a lock was last had
   std::unique_ptr<sqlite3, Close> handle_;
   int depth_ = 0;
+  int readings_ = 0;
   bool reading_ = false;
 };
 
-// While it lives, all reading sees one state of the store, and nothing may be written.
+// One reading: no other, and no writing, may begin before it ends.
 class ReadTransaction {
  public:
   explicit ReadTransaction(Database& db);
@@ -65,7 +68,6 @@ class ReadTransaction {
 
  private:
   Database& db_;
-  bool began_ = false;
 };
 
 }  // namespace pim

@@ -19,8 +19,6 @@ constexpr std::string_view kFoldedName = "group_name_folded";
 
 GroupTable::GroupTable(Database& db)
     : all_(db, SelectSql(kGroupTable, kGroupKey, GroupFields()) + " ORDER BY 1"),
-      unfolded_(db, SelectSql(kGroupTable, kGroupKey, GroupFields()) +
-                        " WHERE group_name_folded IS NULL"),
       holds_(db, SelectKeysSql(kGroupTable, kGroupKey, kGroupKey)),
       find_(db, SelectKeysSql(kGroupTable, kGroupKey, kFoldedName)),
       highest_(db, HighestKeySql(kGroupTable, kGroupKey)),
@@ -42,11 +40,16 @@ std::int32_t GroupTable::HighestKey() {
   return given_.HighestWith(rows.Next() ? KeyFromStored(highest_.Integer(0)) : 0);
 }
 
-void GroupTable::FoldUnfolded() {
+void GroupTable::FoldNames() {
   std::vector<std::pair<std::int64_t, WideText>> groups;
-  for (Rows rows(unfolded_); rows.Next();) {
-    auto& [key, name] = groups.emplace_back(unfolded_.Integer(0), WideText{});
-    fields_.Read(unfolded_, 1, FieldRef(&name));
+  WideText folded;
+  for (Rows rows(all_); rows.Next();) {
+    WideText name;
+    fields_.Read(all_, 1, FieldRef(&name));
+    folded.clear();
+    if (!all_.IsNull(2)) fields_.Read(all_, 2, FieldRef(&folded));
+    if (all_.IsNull(2) || !(folded == FoldLetterCase(name)))
+      groups.emplace_back(all_.Integer(0), std::move(name));
   }
   for (const auto& [key, name] : groups) Run(update_, key, name);
 }
@@ -60,8 +63,9 @@ bool GroupTable::Holds(std::int32_t key) {
 std::int32_t GroupTable::Find(WideStringView name) {
   AppendStoredText(FoldLetterCase(name), find_.Buffer(1));
   find_.BindBuffer(1);
-  Rows rows(find_);
-  return rows.Next() ? KeyFromStored(find_.Integer(0)) : 0;
+  for (Rows rows(find_); rows.Next();)
+    if (const std::int32_t key = KeyFromStored(find_.Integer(0)); IsStoredKey(key)) return key;
+  return 0;
 }
 
 // An empty name is an empty text and no NULL, so that it is found again.

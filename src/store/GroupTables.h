@@ -15,8 +15,9 @@ class GroupTable {
   explicit GroupTable(Database& db);
 
   std::int32_t Load(CContactGroups& groups);
-  // Brings into reach of Find the groups of a program that knows nothing of the column it uses.
-  void FoldUnfolded();
+  // Brings into reach of Find the names that a program wrote which knows nothing of the column it
+  // uses.
+  void FoldNames();
   std::int32_t HighestKey();
   bool Holds(std::int32_t key);
   std::int32_t Find(WideStringView name);
@@ -30,7 +31,6 @@ class GroupTable {
   static void Run(Statement& statement, std::int64_t key, WideStringView name);
 
   Statement all_;
-  Statement unfolded_;
   Statement holds_;
   Statement find_;
   Statement highest_;

@@ -165,7 +165,8 @@ class MemoryStore::Impl {
   // Runs `save` in a transaction of its own, after which a failure leaves nothing.
   template <class Save>
   std::int32_t Store(Save save) {
-    if (visiting_) return Fail("the store is being read, so that nothing can be written");
+    if (visiting_ || readings_ > 0)
+      return Fail("the store is being read, so that nothing can be written");
     log_.Begin();
     try {
       const std::int32_t result = save();
@@ -202,6 +203,7 @@ class MemoryStore::Impl {
   std::vector<std::pair<std::int32_t, std::int32_t>> links_;  // contact and group
   std::map<std::pair<std::int32_t, std::int32_t>, std::int64_t> linkCounts_;
   bool visiting_ = false;
+  int readings_ = 0;
   std::string problem_;
 };
 
@@ -306,7 +308,7 @@ std::int32_t MemoryStore::SaveCalendars(CCalendars& items, bool saveFlag) {
 }
 
 bool MemoryStore::Begin() {
-  if (impl_->visiting_) return false;
+  if (impl_->visiting_ || impl_->readings_ > 0) return false;
   impl_->log_.Begin();
   return true;
 }
@@ -322,6 +324,13 @@ bool MemoryStore::Rollback() noexcept {
   impl_->log_.Rollback();
   return true;
 }
+
+bool MemoryStore::BeginReading() {
+  ++impl_->readings_;
+  return true;
+}
+
+void MemoryStore::EndReading() noexcept { --impl_->readings_; }
 
 std::string MemoryStore::LastError() const { return impl_->problem_; }
 

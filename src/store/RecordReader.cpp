@@ -63,7 +63,7 @@ void RecordReader::ReadRecords(std::int64_t filter, std::int64_t limit,
 void RecordReader::ReadEntries(const ListMap& list, Statement& statement) {
   owners_.last = 0;
   for (Rows rows(statement); rows.Next();) {
-    if (statement.IsNull(0)) continue;
+    if (!statement.IsInteger(0)) continue;  // of no record
     void* record = owners_.Find(statement.Integer(0));
     void* entry = record != nullptr ? list.add(record, work_) : nullptr;
     if (entry == nullptr) continue;

@@ -118,4 +118,13 @@ std::string HighestKeySql(std::string_view table, std::string_view key) {
          " BETWEEN 1 AND 2147483647 ORDER BY 1 DESC LIMIT 1";
 }
 
+std::string CountOthersSql(std::string_view table, std::string_view column,
+                           std::initializer_list<std::int32_t> numbers) {
+  std::string known;
+  for (const std::int32_t number : numbers)
+    known.append(known.empty() ? "" : ", ").append(std::to_string(number));
+  return "SELECT count(*) FROM " + Quoted(table) + " WHERE " + Quoted(column) + " IS NULL OR " +
+         Quoted(column) + " NOT IN (" + known + ")";
+}
+
 }  // namespace pim

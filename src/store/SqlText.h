@@ -41,5 +41,8 @@ std::string SelectKeysSql(std::string_view table, std::string_view key, std::str
 std::string DeleteSql(std::string_view table, std::string_view key);
 // The highest key that fits 32 bits, or NULL.
 std::string HighestKeySql(std::string_view table, std::string_view key);
+// The number of rows in whose column stands none of the numbers.
+std::string CountOthersSql(std::string_view table, std::string_view column,
+                           std::initializer_list<std::int32_t> numbers);
 
 }  // namespace pim

@@ -6,10 +6,13 @@
 
 #include "pim/records/Calendar.h"
 #include "pim/records/Contacts.h"
+#include "platform/CodePages.h"
+#include "platform/Visible.h"
 #include "records/SaveRecords.h"
 #include "store/GroupTables.h"
 #include "store/RecordReader.h"
 #include "store/RecordWriter.h"
+#include "store/SqlText.h"
 #include "store/StoreFile.h"
 #include "support/CallerIdPictures.h"
 
@@ -169,6 +172,7 @@ class SqliteStore::Impl {
     if (marks_.empty()) return false;
     contacts_.contents.Undo(marks_.back().contacts);
     calendars_.contents.Undo(marks_.back().calendars);
+    foldedAt_ = 0;
     marks_.pop_back();
     return db_->Rollback();
   }
@@ -201,9 +205,17 @@ class SqliteStore::Impl {
     } catch (const StoreError& error) {
       problem_ = error.what();
     } catch (const std::exception& error) {
-      problem_ = db_->path() + ": " + error.what();
+      problem_ = StoreError(db_->path(), error.what()).what();
     }
     return kFailure;
+  }
+
+  // Another program may have renamed a group without knowing of the column that finds it.
+  void FoldGroupNames() {
+    const std::int64_t version = DataVersion();
+    if (version == foldedAt_) return;
+    groups_.FoldNames();
+    foldedAt_ = version;
   }
 
   std::int64_t DataVersion() {
@@ -217,7 +229,13 @@ class SqliteStore::Impl {
   Kind<CContact, CContacts> contacts_{*this, ContactMap()};
   Kind<CCalendar, CCalendars> calendars_{*this, CalendarMap()};
   RecordReader calendarsOfKind_{*db_, CalendarMap(), "calendar_type"};
+  Statement itemsWithoutKind_{*db_,
+                              CountOthersSql("Calendars", "calendar_type",
+                                             {static_cast<std::int32_t>(CalendarType::Event),
+                                              static_cast<std::int32_t>(CalendarType::Todo),
+                                              static_cast<std::int32_t>(CalendarType::Memo)})};
   GroupTable groups_{*db_};
+  std::int64_t foldedAt_ = 0;  // the data version for which all names are folded
   LinkTable links_{*db_};
   struct Mark {
     std::size_t contacts;
@@ -227,10 +245,20 @@ class SqliteStore::Impl {
   std::string problem_;
 };
 
+StoreError::StoreError(const std::string& path, const std::string& problem)
+    : std::runtime_error(VisibleUtf8(WideFromUtf8(path)) + ": " + problem) {}
+
 SqliteStore::SqliteStore(const std::string& path, std::chrono::milliseconds lockWait)
     : impl_(std::make_unique<Impl>(path, lockWait)) {}
 
 SqliteStore::~SqliteStore() = default;
+
+std::int32_t SqliteStore::CountItemsWithoutKind() {
+  return impl_->Try([&] {
+    Rows rows(impl_->itemsWithoutKind_);
+    return rows.Next() ? static_cast<std::int32_t>(impl_->itemsWithoutKind_.Integer(0)) : 0;
+  });
+}
 
 void SqliteStore::SetPictureReader(PictureReader reader) {
   impl_->pictures_ = std::move(reader);
@@ -284,7 +312,7 @@ std::int32_t SqliteStore::SaveContacts(CContacts& contacts, std::int32_t saveOpt
 std::int32_t SqliteStore::SaveContactGroups(CContactGroups& groups, bool /*saveFlag*/) {
   KeyGuard keys(groups);
   const std::int32_t result = impl_->Store([&] {
-    impl_->groups_.FoldUnfolded();
+    impl_->FoldGroupNames();
     return SaveGroups(groups, impl_->groups_);
   });
   if (result != kFailure) keys.Keep();
@@ -318,6 +346,15 @@ bool SqliteStore::Commit() {
 }
 
 bool SqliteStore::Rollback() noexcept { return impl_->Rollback(); }
+
+bool SqliteStore::BeginReading() {
+  return impl_->Try([&] {
+    impl_->db_->BeginReading();
+    return 0;
+  }) == 0;
+}
+
+void SqliteStore::EndReading() noexcept { impl_->db_->EndReading(); }
 
 std::string SqliteStore::LastError() const { return impl_->problem_; }
 

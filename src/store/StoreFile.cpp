@@ -69,6 +69,8 @@ void CheckFile(const std::string& path) {
       const fs::path folder = fs::path(path).parent_path();
       if (!folder.empty() && !fs::is_directory(folder, error))
         throw StoreError(path, "its folder doesn't exist");
+      if (const std::string problem = FolderProblem(path); !problem.empty())
+        throw StoreError(path, "can't be made in its folder: " + problem);
       return;
     }
     case fs::file_type::regular:
@@ -88,14 +90,16 @@ std::int32_t NumberOf(Database& db, const char* sql) {
   return rows.Next() ? static_cast<std::int32_t>(statement.Integer(0)) : 0;
 }
 
-// The version, or 0 for a file in which nothing is yet.
+// The version, or 0 for a file in which nothing is yet. Another program may be making the store.
 std::int32_t VersionOf(Database& db) {
+  const ReadTransaction reading(db);
   if (NumberOf(db, "PRAGMA application_id") != kApplicationId) {
     if (NumberOf(db, "SELECT count(*) FROM sqlite_schema") != 0) db.Fail(kForeign);
     return 0;
   }
   const std::int32_t version = NumberOf(db, "PRAGMA user_version");
   if (version > kStoreVersion) db.Fail(NewerVersion(version));
+  if (version < 0) db.Fail("damaged (its version is " + std::to_string(version) + ")");
   return version;
 }
 

@@ -19,7 +19,7 @@ bool WriteCallerIdPicture(WideStringView name, NarrowStringView bytes) {
 NarrowString ReadCallerIdPicture(WideStringView name) { return ReadPictureFile(PicturePath(name)); }
 
 NarrowString ReadPictureFile(const std::string& path) {
-  InputFile file(path);
+  InputFile file(path, Links::Refused);
   NarrowString bytes(static_cast<std::size_t>(file.IsOpen() ? file.Length() : 0), '\0');
   try {
     if (!bytes.empty()) bytes.resize(file.Read(bytes.data(), bytes.size()));

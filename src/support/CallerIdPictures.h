@@ -10,7 +10,8 @@ namespace pim {
 
 // False when the file can't be created; throws FileError when writing fails behind that.
 bool WriteCallerIdPicture(WideStringView name, NarrowStringView bytes);
-// The whole picture, or nothing when it can't be read.
+// The whole picture, or nothing when it can't be read. A link could lead out of the folder and is
+// not followed.
 NarrowString ReadCallerIdPicture(WideStringView name);
 
 // The same by the operating system's own path.

@@ -51,6 +51,8 @@ class FailingStore final : public RecordStore {
   bool Begin() override { return !Fails() && store_.Begin(); }
   bool Commit() override { return !Fails() && store_.Commit(); }
   bool Rollback() noexcept override { return store_.Rollback(); }
+  bool BeginReading() override { return store_.BeginReading(); }
+  void EndReading() noexcept override { store_.EndReading(); }
   std::string LastError() const override {
     return passing_ < 0 ? "the store was told to fail" : store_.LastError();
   }

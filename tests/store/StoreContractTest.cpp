@@ -186,6 +186,19 @@ TEST_P(StoreContract, LeavesOutWhatIsThere) {
   EXPECT_EQ(items[1].tag, items[0].tag);
 }
 
+TEST_P(StoreContract, NothingIsWrittenWhileReading) {
+  EXPECT_EQ(SaveOne(u"before"), 1);
+  {
+    const StoreReading outer(*store);
+    const StoreReading inner(*store);
+    EXPECT_TRUE(outer.IsOpen() && inner.IsOpen());
+    EXPECT_EQ(SaveOne(u"not now"), -1);
+    EXPECT_FALSE(StoreTransaction(*store).IsOpen());
+    EXPECT_EQ(CountContacts(), 1);
+  }
+  EXPECT_EQ(SaveOne(u"behind"), 1);
+}
+
 // What a save updates is no longer there for its new records to equal.
 TEST_P(StoreContract, UpdatesComeFirst) {
   EXPECT_EQ(SaveOne(u"X"), 1);

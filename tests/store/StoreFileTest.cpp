@@ -157,9 +157,12 @@ TEST_F(StoreFile, AnotherProgramsRowsReadAsTheNearest) {
       "(9223372036854775807, 9, 99999999999, NULL), (70, 777, 1, '1'), (71, NULL, 1, '1'),"
       " (72, 'x', -5, 2);"
       "INSERT INTO Contacts_ContactGroups (contact_id, group_id) VALUES (5, 6), (NULL, 'x');"
-      "INSERT INTO ContactGroups (group_id, group_name) VALUES (3, 'Ann'), (2147483647, x'00');"
+      "INSERT INTO ContactGroups (group_id, group_name) VALUES (3, 'Ann'), (2147483647, x'00'),"
+      " (-7, 'Bob'), (9999999999, 'Eve');"
       "INSERT INTO Calendars (calendar_id, calendar_type, start_time, due, class) VALUES "
-      "(1, 1, 'tomorrow', -9e999, 1.9), (2, 257, 1, 1, 1), (3, 1.0, NULL, 1e99, '2');"
+      "(1, 1, 'tomorrow', -9e999, 1.9), (2, 257, 1, 1, 1), (3, 1.0, NULL, 1e99, '2'),"
+      "(4, NULL, 1, 1, 1);"
+      "INSERT INTO CalendarCategories (calendar_id, category_name) VALUES (1.5, 'x'), ('1x', 'y');"
       "INSERT INTO CalendarRecurrences (calendar_id, recurrence_type, day_list) VALUES "
       "(1, 99, '1'), (1, 2, '-1,3,3,x'), (1, 1, NULL), (4, 1, NULL);");
   SqliteStore store(path_);
@@ -182,6 +185,14 @@ TEST_F(StoreFile, AnotherProgramsRowsReadAsTheNearest) {
   CCalendars items;
   ASSERT_EQ(store.LoadCalendars(CalendarType::Event, items), 2);
   EXPECT_EQ(items[0].due.status, StatusInvalid);
+  EXPECT_TRUE(items[0].categories.empty());
+  EXPECT_EQ(store.VisitCalendars(CalendarType::Event,
+                                 [&](CCalendar& item) {
+                                   EXPECT_TRUE(item.categories.empty());
+                                   return false;
+                                 }),
+            1);
+  EXPECT_EQ(store.CountItemsWithoutKind(), 2);
   ASSERT_NE(items[0].recurrence.GetRecurrenceData(), nullptr);
   EXPECT_EQ(dynamic_cast<const WeeklyData&>(*items[0].recurrence.GetRecurrenceData()).days,
             (RecurrenceList{0, 3, -1}));
@@ -194,6 +205,11 @@ TEST_F(StoreFile, AnotherProgramsRowsReadAsTheNearest) {
   EXPECT_EQ(groups[0].group_id, 3);
   EXPECT_EQ(groups[1].group_id, 1);
   EXPECT_EQ(groups[3].group_id, 4);
+  other.Run("UPDATE ContactGroups SET group_name = 'Zoe' WHERE group_id = 3");
+  CContactGroups renamed;
+  for (const char16_t* name : {u"zoe", u"Ann"}) renamed.AddNew().group_name = name;
+  EXPECT_EQ(store.SaveContactGroups(renamed, true), 1) << store.LastError();
+  EXPECT_EQ(renamed[0].group_id, 3);
   // New records are possible, an update keeps the columns that aren't ours.
   CContacts more;
   more.AddNew();
@@ -269,6 +285,11 @@ TEST_F(StoreFile, ReadersSeeOneState) {
   }),
             1100);
   CContacts contacts;
+  EXPECT_EQ(reader.LoadContacts(contacts), 1101);
+  const StoreReading reading(reader);  // of several lists
+  EXPECT_EQ(reader.LoadContacts(contacts), 1101);
+  more[0].tag = 0;
+  EXPECT_EQ(writer.SaveContacts(more, 0, true), 1);
   EXPECT_EQ(reader.LoadContacts(contacts), 1101);
 }
 

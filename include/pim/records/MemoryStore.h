@@ -30,6 +30,8 @@ class PIM_EXPORT MemoryStore final : public RecordStore {
   bool Begin() override;
   bool Commit() override;
   bool Rollback() noexcept override;
+  bool BeginReading() override;
+  void EndReading() noexcept override;
   std::string LastError() const override;
 
  private:

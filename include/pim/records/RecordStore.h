@@ -59,6 +59,11 @@ class PIM_EXPORT RecordStore {
   virtual bool Commit() = 0;
   virtual bool Rollback() noexcept = 0;
 
+  // From BeginReading to EndReading all loads and visits see one state of the store, and nothing
+  // can be written. They nest. False when it fails. Use StoreReading, which pairs them.
+  virtual bool BeginReading() = 0;
+  virtual void EndReading() noexcept = 0;
+
   // What went wrong last, in English, naming the store's file where there is one.
   virtual std::string LastError() const = 0;
 };
@@ -82,6 +87,22 @@ class PIM_EXPORT StoreTransaction {
     store_.Rollback();
     return false;
   }
+
+ private:
+  RecordStore& store_;
+  bool open_;
+};
+
+// Several readings that see one state of the store.
+class PIM_EXPORT StoreReading {
+ public:
+  explicit StoreReading(RecordStore& store) : store_(store), open_(store.BeginReading()) {}
+  StoreReading(const StoreReading&) = delete;
+  StoreReading& operator=(const StoreReading&) = delete;
+  ~StoreReading() {
+    if (open_) store_.EndReading();
+  }
+  bool IsOpen() const noexcept { return open_; }
 
  private:
   RecordStore& store_;

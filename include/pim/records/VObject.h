@@ -40,6 +40,7 @@ class CVObject {
   std::int32_t GetXItemCount() const { return static_cast<std::int32_t>(xitems.size()); }
 
   static void* operator new(std::size_t size) { return AllocateRecordMemory(size); }
+  static void* operator new(std::size_t, void* place) noexcept { return place; }
   static void operator delete(void* record) noexcept { FreeRecordMemory(record); }
 };
 

@@ -13,8 +13,8 @@ namespace pim {
 // Why a store can't be opened: "PATH: what is wrong".
 class PIM_EXPORT StoreError : public std::runtime_error {
  public:
-  StoreError(const std::string& path, const std::string& problem)
-      : std::runtime_error(path + ": " + problem) {}
+  // Control characters of the path become visible.
+  StoreError(const std::string& path, const std::string& problem);
 };
 
 // Records in one SQLite file. Several programs may have it open: who writes makes the others wait,
@@ -28,6 +28,10 @@ class PIM_EXPORT SqliteStore final : public RecordStore {
   explicit SqliteStore(const std::string& path,
                        std::chrono::milliseconds lockWait = std::chrono::seconds(30));
   ~SqliteStore() override;
+
+  // The number of stored items whose type is no CalendarType, as another program may write them:
+  // no operation gives them out. -1 when the store fails.
+  std::int32_t CountItemsWithoutKind();
 
   // Replaces the way to a contact's picture; by default it lies in GetCallerIdPath().
   void SetPictureReader(PictureReader reader);
@@ -46,6 +50,8 @@ class PIM_EXPORT SqliteStore final : public RecordStore {
   bool Begin() override;
   bool Commit() override;
   bool Rollback() noexcept override;
+  bool BeginReading() override;
+  void EndReading() noexcept override;
   std::string LastError() const override;
 
  private:

@@ -36,7 +36,7 @@ struct Table {
 std::span<const Table> ContactTables();
 // What to-dos and memos have in `Calendars` stands among the tables under this name: they have none
 // of their own.
-inline constexpr std::string_view kNoTable = "";
+inline constexpr std::string_view kNoTable;
 // Calendars with its lists, then the message side.
 std::span<const Table> CalendarTables();
 // Tables that the schema names and leaves without columns.

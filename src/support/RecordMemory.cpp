@@ -25,7 +25,7 @@ constexpr std::size_t kAlignment = 8;
 #if defined(PIM_WATCHED_MEMORY)
 constexpr std::size_t kChunkSize = 0;  // a chunk for each block, so that its bounds are watched
 #else
-constexpr std::size_t kChunkSize = 64 * 1024;  // of some forty contacts
+constexpr std::size_t kChunkSize = std::size_t{64} * 1024;  // of some forty contacts
 #endif
 constexpr std::size_t kShared = kChunkSize / 64;  // from here on a block has a chunk of its own
 

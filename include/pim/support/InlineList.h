@@ -73,9 +73,9 @@ class InlineList {
  private:
   bool IsInside() const noexcept { return capacity_ == Inside; }
   T* Heap() const noexcept {
-    T* block = nullptr;
+    void* block = nullptr;
     std::memcpy(&block, inside_, sizeof block);
-    return block;
+    return static_cast<T*>(block);
   }
 
   std::uint32_t NextCapacity() const {
@@ -89,18 +89,19 @@ class InlineList {
   template <class... Arguments>
   T& Grow(Arguments&&... arguments) {
     const std::uint32_t capacity = NextCapacity();
-    T* const block = static_cast<T*>(AllocateRecordMemory(capacity * sizeof(T)));
+    void* const memory = AllocateRecordMemory(capacity * sizeof(T));
+    T* const block = static_cast<T*>(memory);
     T* entry = nullptr;
     try {
       entry = std::construct_at(block + size_, std::forward<Arguments>(arguments)...);
     } catch (...) {
-      FreeRecordMemory(block);
+      FreeRecordMemory(memory);
       throw;
     }
     std::uninitialized_move_n(data(), size_, block);
     const std::uint32_t size = size_;
     Free();
-    std::memcpy(inside_, &block, sizeof block);
+    std::memcpy(inside_, &memory, sizeof memory);
     capacity_ = capacity;
     size_ = size + 1;
     return *entry;
@@ -120,7 +121,7 @@ class InlineList {
       size_ = other.size_;
       other.Free();
     } else {
-      std::memcpy(inside_, other.inside_, sizeof(T*));
+      std::memcpy(inside_, other.inside_, sizeof(void*));
       size_ = std::exchange(other.size_, 0);
       capacity_ = std::exchange(other.capacity_, Inside);
     }
@@ -129,8 +130,9 @@ class InlineList {
   std::uint32_t size_ = 0;
   std::uint32_t capacity_ = Inside;
   // The entries, or the pointer to their block.
-  alignas(Inside == 0 ? 1
-                      : alignof(T)) unsigned char inside_[std::max(Inside * sizeof(T), sizeof(T*))];
+  alignas(Inside == 0
+              ? 1
+              : alignof(T)) unsigned char inside_[std::max(Inside * sizeof(T), sizeof(void*))];
 };
 
 }  // namespace pim

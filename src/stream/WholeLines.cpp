@@ -11,8 +11,7 @@ namespace {
 
 // The bytes of a header that do something, and some that don't: control bytes.
 unsigned HeaderMarks(const ByteBlock& block) {
-  return block.EqualTo(':') | block.EqualTo(';') | block.EqualTo('=') | block.EqualTo('\\') |
-         block.UpTo(' ');
+  return block.UpToOrAnyOf<' ', ':', ';', '=', '\\'>();
 }
 
 bool IsHeaderMark(char c) {
@@ -75,7 +74,7 @@ const char* TakeValue(VObjectParser& parser, const char* from, const char* end) 
   if (parser.dataHandler == nullptr || parser.encoding == TransferEncoding::EncodingBase64)
     return nullptr;
   while (from != end && (*from == ' ' || *from == '\t')) ++from;
-  const char* const stop = FindEither(from, end, '\r', '\n');
+  const char* const stop = FindAnyOf<'\r', '\n'>(from, end);
   const char* next = stop;
   while (next != end && *next == '\r') ++next;
   if (end - next < 2 || *next != '\n') return nullptr;
@@ -88,7 +87,10 @@ const char* TakeValue(VObjectParser& parser, const char* from, const char* end) 
   if (stop != from)
     parser.dataHandler(parser.userData, from, static_cast<std::int32_t>(stop - from));
   parser.dataHandler(parser.userData, nullptr, 0);
-  Reset(parser);
+  // All that isn't as Reset leaves it: the buffer hasn't grown, and no other field was touched.
+  parser.state = ParserState::StateName;
+  parser.paramCount = 0;
+  parser.encoding = TransferEncoding::EncodingNone;
   return next;
 }
 

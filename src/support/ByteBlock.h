@@ -2,7 +2,6 @@
 
 #include <bit>
 #include <cstddef>
-#include <cstdint>
 #include <cstring>
 
 #if defined(__SSE2__)
@@ -22,14 +21,26 @@ class ByteBlock {
       : bytes_(_mm_loadu_si128(reinterpret_cast<const __m128i*>(from))) {}
 
   void Store(char* to) const noexcept { _mm_storeu_si128(reinterpret_cast<__m128i*>(to), bytes_); }
-  unsigned EqualTo(char c) const noexcept { return Mask(_mm_cmpeq_epi8(bytes_, _mm_set1_epi8(c))); }
-  // Bytes count from 0 to 255.
-  unsigned UpTo(char c) const noexcept {
-    return Mask(_mm_cmpeq_epi8(_mm_min_epu8(bytes_, _mm_set1_epi8(c)), bytes_));
+
+  // Which bytes are one of the given.
+  template <char... kBytes>
+  unsigned AnyOf() const noexcept {
+    return Mask(Equal<kBytes...>());
   }
-  unsigned FromHexEighty() const noexcept { return Mask(bytes_); }
+  // Or not above a limit; bytes count from 0 to 255.
+  template <char kLimit, char... kBytes>
+  unsigned UpToOrAnyOf() const noexcept {
+    const __m128i low = _mm_cmpeq_epi8(_mm_min_epu8(bytes_, _mm_set1_epi8(kLimit)), bytes_);
+    return Mask(_mm_or_si128(low, Equal<kBytes...>()));
+  }
 
  private:
+  template <char... kBytes>
+  __m128i Equal() const noexcept {
+    __m128i equal = _mm_setzero_si128();
+    ((equal = _mm_or_si128(equal, _mm_cmpeq_epi8(bytes_, _mm_set1_epi8(kBytes)))), ...);
+    return equal;
+  }
   static unsigned Mask(__m128i bytes) noexcept {
     return static_cast<unsigned>(_mm_movemask_epi8(bytes));
   }
@@ -39,16 +50,17 @@ class ByteBlock {
   explicit ByteBlock(const char* from) noexcept { std::memcpy(bytes_, from, kSize); }
 
   void Store(char* to) const noexcept { std::memcpy(to, bytes_, kSize); }
-  unsigned EqualTo(char c) const noexcept {
-    return Mask([c](char byte) { return byte == c; });
+
+  template <char... kBytes>
+  unsigned AnyOf() const noexcept {
+    return Mask([](char byte) { return ((byte == kBytes) || ...); });
   }
-  unsigned UpTo(char c) const noexcept {
-    return Mask([c](char byte) {
-      return static_cast<unsigned char>(byte) <= static_cast<unsigned char>(c);
+  template <char kLimit, char... kBytes>
+  unsigned UpToOrAnyOf() const noexcept {
+    return Mask([](char byte) {
+      return static_cast<unsigned char>(byte) <= static_cast<unsigned char>(kLimit) ||
+             ((byte == kBytes) || ...);
     });
-  }
-  unsigned FromHexEighty() const noexcept {
-    return Mask([](char byte) { return static_cast<unsigned char>(byte) >= 0x80; });
   }
 
  private:
@@ -63,14 +75,14 @@ class ByteBlock {
 #endif
 };
 
-// The first of two bytes, or `end`.
-inline const char* FindEither(const char* from, const char* end, char a, char b) noexcept {
+// The first of the given bytes, or `end`.
+template <char... kBytes>
+const char* FindAnyOf(const char* from, const char* end) noexcept {
   for (; end - from >= static_cast<std::ptrdiff_t>(ByteBlock::kSize); from += ByteBlock::kSize) {
-    const ByteBlock block(from);
-    const unsigned mask = block.EqualTo(a) | block.EqualTo(b);
+    const unsigned mask = ByteBlock(from).AnyOf<kBytes...>();
     if (mask != 0) return from + std::countr_zero(mask);
   }
-  while (from != end && *from != a && *from != b) ++from;
+  while (from != end && ((*from != kBytes) && ...)) ++from;
   return from;
 }
 

@@ -34,6 +34,10 @@ constexpr std::array<std::uint32_t, 256> MakePlace(unsigned shift) {
 constexpr std::array<std::array<std::uint32_t, 256>, 4> kPlaces = {MakePlace(18), MakePlace(12),
                                                                    MakePlace(6), MakePlace(0)};
 
+void Copy(WideStringView text, std::string& out) {
+  for (const char16_t unit : text) out += static_cast<char>(unit);
+}
+
 }  // namespace
 
 std::size_t FindLinesAndColons(std::string_view text) {
@@ -73,9 +77,7 @@ std::size_t DecodeBase64(std::string_view text, std::string& out) {
 }
 
 void CopyStrings(const CContact& contact, std::string& out) {
-  const auto copy = [&out](WideStringView text) {
-    for (const char16_t unit : text) out += static_cast<char>(unit);
-  };
+  const auto copy = [&out](WideStringView text) { Copy(text, out); };
   for (const CName* name : {&contact.name, &contact.phonetic}) {
     for (const WideText* text : {&name->family_name, &name->given_name, &name->additional_name,
                                  &name->prefix_name, &name->suffix_name})
@@ -98,6 +100,12 @@ void CopyStrings(const CContact& contact, std::string& out) {
   }
   for (const auto& entry : contact.comments()) copy(entry);
   for (const auto& entry : contact.groups()) copy(entry);
+}
+
+void CopyStrings(const CCalendar& item, std::string& out) {
+  for (const WideText* text : {&item.summary, &item.description, &item.location, &item.color})
+    Copy(*text, out);
+  for (const auto& category : item.categories) Copy(category.category_name, out);
 }
 
 }  // namespace pim::bench

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "pim/records/Calendar.h"
 #include "pim/records/Contacts.h"
 
 namespace pim::bench {
@@ -20,7 +21,8 @@ std::vector<std::u16string> MakeStrings(std::string_view text);
 // Decodes base64 lines by tables, four characters a step; gives the number of bytes.
 std::size_t DecodeBase64(std::string_view text, std::string& out);
 
-// Copies all strings of a contact to narrow text.
+// Copies all strings of a record to narrow text.
 void CopyStrings(const CContact& contact, std::string& out);
+void CopyStrings(const CCalendar& item, std::string& out);
 
 }  // namespace pim::bench

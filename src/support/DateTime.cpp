@@ -47,6 +47,12 @@ void COleDateTime::SetDateTime(std::int32_t year, std::int32_t month, std::int32
   if (SystemTimeToVariantTime(time, value)) status = StatusValid;
 }
 
+std::optional<CalendarFields> COleDateTime::GetFields() const noexcept {
+  SYSTEMTIME time;
+  if (status != StatusValid || !VariantTimeToSystemTime(value, time)) return std::nullopt;
+  return CalendarFields{time.wYear, time.wMonth, time.wDay, time.wHour, time.wMinute, time.wSecond};
+}
+
 std::int32_t COleDateTime::GetYear() const noexcept { return Field(*this, &SYSTEMTIME::wYear); }
 std::int32_t COleDateTime::GetMonth() const noexcept { return Field(*this, &SYSTEMTIME::wMonth); }
 std::int32_t COleDateTime::GetDay() const noexcept { return Field(*this, &SYSTEMTIME::wDay); }

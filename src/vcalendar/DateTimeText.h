@@ -13,14 +13,11 @@ inline void AppendPadded(NarrowString& out, std::int32_t number, std::size_t wid
     out[at] = static_cast<char>('0' + number % 10);
 }
 
-// Appends YYYYMMDD of a valid date-time.
-inline void AppendDate(NarrowString& out, const COleDateTime& date) {
-  AppendPadded(out, date.GetYear(), 4);
-  AppendPadded(out, date.GetMonth(), 2);
-  AppendPadded(out, date.GetDay(), 2);
+// Appends YYYYMMDD.
+inline void AppendDate(NarrowString& out, const CalendarFields& fields) {
+  AppendPadded(out, fields.year, 4);
+  AppendPadded(out, fields.month, 2);
+  AppendPadded(out, fields.day, 2);
 }
-
-// Whether the date-time has calendar fields: a status may be valid for a number that is no date.
-inline bool HasDate(const COleDateTime& date) { return date.GetYear() >= 0; }
 
 }  // namespace pim

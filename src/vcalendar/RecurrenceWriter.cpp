@@ -64,7 +64,7 @@ bool FormatRule(const RecurrenceData& data, NarrowString& text) {
   text = TextOf(kRuleWords, static_cast<std::uint32_t>(data.type));
   if (text.empty()) return false;
   text.append(std::to_string(data.interval));
-  const bool ends = HasDate(data.endDate);
+  const bool ends = data.endDate.GetFields().has_value();
   const bool counted = !ends || data.count > 0;  // #0 says that a rule has no end
   if (data.type != RECUR_DAILY) text.append(1, ' ');
   AppendLists(text, data);
@@ -75,12 +75,14 @@ bool FormatRule(const RecurrenceData& data, NarrowString& text) {
 }
 
 NarrowString AppendEndDate(NarrowString text, const COleDateTime& endDate) {
+  const auto fields = endDate.GetFields();
+  if (!fields) return text;
   text.append(1, ' ');
-  AppendDate(text, endDate);
+  AppendDate(text, *fields);
   text.append(1, 'T');
-  AppendPadded(text, endDate.GetHour(), 2);
-  AppendPadded(text, endDate.GetMinute(), 2);
-  AppendPadded(text, endDate.GetSecond(), 2);
+  AppendPadded(text, fields->hour, 2);
+  AppendPadded(text, fields->minute, 2);
+  AppendPadded(text, fields->second, 2);
   return text.append(1, 'Z');
 }
 

@@ -13,7 +13,8 @@ void AppendRuleLines(NarrowString& out, const CRecurrence& recurrence,
 // rule whose type is no RecurrenceType.
 bool FormatRule(const RecurrenceData& data, NarrowString& text);
 
-// The text, a blank and the end date as it is stored, with its seconds.
+// The text, a blank and the end date as it is stored, with its seconds; the text alone for one that
+// is no date.
 NarrowString AppendEndDate(NarrowString text, const COleDateTime& endDate);
 
 }  // namespace pim

@@ -41,7 +41,7 @@ class CalendarText {
   void AppendClassLine(std::int32_t code);
   void AppendHolidayLine(std::uint8_t mark);
   void AppendTodoLines(const CCalendar& item);
-  void AppendMinutes(const COleDateTime& value);
+  void AppendMinutes(const CalendarFields& fields);
 
   NarrowString text_;
   NarrowString encoded_;
@@ -56,35 +56,37 @@ void CalendarText::AppendTextLine(NarrowStringView name, WideStringView field) {
 }
 
 // Date and time into `value_`; the seconds are always two zeros.
-void CalendarText::AppendMinutes(const COleDateTime& value) {
+void CalendarText::AppendMinutes(const CalendarFields& fields) {
   value_.clear();
-  AppendDate(value_, value);
+  AppendDate(value_, fields);
   value_.append(1, 'T');
-  AppendPadded(value_, value.GetHour(), 2);
-  AppendPadded(value_, value.GetMinute(), 2);
+  AppendPadded(value_, fields.hour, 2);
+  AppendPadded(value_, fields.minute, 2);
   value_.append("00");
 }
 
 void CalendarText::AppendDateTimeLine(NarrowStringView name, const COleDateTime& value) {
-  if (!HasDate(value)) return;
-  AppendMinutes(value);
+  const auto fields = value.GetFields();
+  if (!fields) return;
+  AppendMinutes(*fields);
   AppendWord(name, value_.append(1, 'Z'));
 }
 
 // A day of an all-day item, in local time.
 void CalendarText::AppendDayLine(NarrowStringView name, const COleDateTimeNull& value,
                                  NarrowStringView time) {
-  const COleDateTimeNull local = UtcToLocal(value);
-  if (!HasDate(local)) return;
+  const auto fields = UtcToLocal(value).GetFields();
+  if (!fields) return;
   value_.clear();
-  AppendDate(value_, local);
+  AppendDate(value_, *fields);
   AppendWord(name, value_.append(time));
 }
 
 // The last three fields, snooze, count and text, are left empty.
 void CalendarText::AppendAlarmLine(const COleDateTime& alarm, bool local) {
-  if (!HasDate(alarm)) return;
-  AppendMinutes(alarm);
+  const auto fields = alarm.GetFields();
+  if (!fields) return;
+  AppendMinutes(*fields);
   AppendWord(NameOf(VCAL_AALARM), value_.append(local ? ";;;" : "Z;;;"));
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
 #include "pim/Export.h"
 
@@ -23,6 +24,16 @@ class PIM_EXPORT COleDateTimeSpan {
                        std::int32_t seconds) noexcept;
 };
 
+// All fields of a date-time at once, with the ranges that COleDateTime tells.
+struct CalendarFields {
+  std::int32_t year;
+  std::int32_t month;
+  std::int32_t day;
+  std::int32_t hour;
+  std::int32_t minute;
+  std::int32_t second;
+};
+
 // An OLE automation date: days since midnight of 30 December 1899, the fraction being the time of
 // day, which counts forward in the day for negative values too (-1.25 is 6:00 on day -1).
 // Valid from 1 January 100 to 31 December 9999, proleptic Gregorian calendar. A plain value: it
@@ -38,6 +49,8 @@ class PIM_EXPORT COleDateTime {
                    std::int32_t minute, std::int32_t second) noexcept;
 
   // The calendar field, or -1 when the status isn't valid or the value is out of range.
+  // Nothing where the single ones give -1.
+  std::optional<CalendarFields> GetFields() const noexcept;
   std::int32_t GetYear() const noexcept;
   std::int32_t GetMonth() const noexcept;      // 1 to 12
   std::int32_t GetDay() const noexcept;        // 1 to 31

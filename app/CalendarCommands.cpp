@@ -142,6 +142,8 @@ int ExportItems(const Options& options) {
   const std::string& file = options.paths.front();
   const std::string_view noun = NounOf(KindOf(options));
   Session session(options);
+  const StoreReading reading(session.store());
+  if (!reading.IsOpen()) session.Fail();
   TellItemsWithoutKind(session);
   CCalendars items;
   if (items.OpenFromDB(session.db(), KindOf(options), 0) < 0) session.Fail();
@@ -167,6 +169,8 @@ int ExportItems(const Options& options) {
 int ListItems(const Options& options) {
   const CalendarType kind = KindOf(options);
   Session session(options);
+  const StoreReading reading(session.store());
+  if (!reading.IsOpen()) session.Fail();
   TellItemsWithoutKind(session);
   if (options.json) {
     JsonList list("calendars");
@@ -176,8 +180,6 @@ int ListItems(const Options& options) {
   }
   constexpr std::size_t kWidestColumn = 64;
   const LocalTimes times;
-  const StoreReading reading(session.store());
-  if (!reading.IsOpen()) session.Fail();
   Table table(TitlesOf(kind), kWidestColumn);
   VisitItems(session, kind,
              [&](const CCalendar& item) { table.Measure(RowOf(kind, item, times)); });

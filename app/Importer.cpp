@@ -54,21 +54,37 @@ void Importer::ImportPath(const std::string& path) {
   }
   for (const std::string& file : files) {
     CheckInterrupt();
-    if (!transaction_) {
-      transaction_.emplace(session_.store());
-      if (!transaction_->IsOpen()) session_.Fail();
-      commitAt_ = std::chrono::steady_clock::now() + kCommitInterval;
-    }
+    if (file == "-") Commit();  // whoever writes it may take long, and others wait for the store
+    if (!ReadFile(file)) continue;
+    Begin();
     ImportFile(file);
     if (std::chrono::steady_clock::now() >= commitAt_) Commit();
   }
 }
 
-// A file that can't be opened isn't refused: nobody knows what is in it.
+void Importer::Begin() {
+  if (transaction_) return;
+  transaction_.emplace(session_.store());
+  if (!transaction_->IsOpen()) session_.Fail();
+  commitAt_ = std::chrono::steady_clock::now() + kCommitInterval;
+}
+
+// A file that can't be read isn't refused: nobody knows what is in it.
+bool Importer::ReadFile(const std::string& path) {
+  try {
+    ReadInput(path, mark_, text_);
+    return true;
+  } catch (const Failure& failure) {
+    progress_.Clear();
+    Complain(failure.what());
+    Refuse(0, kFailed);
+    return false;
+  }
+}
+
 void Importer::ImportFile(const std::string& path) {
   long long inText = 0;
   try {
-    ReadInput(path, mark_, text_);
     ++open_.files;
     StoreTransaction savepoint(session_.store());
     if (!savepoint.IsOpen()) session_.Fail();

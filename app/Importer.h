@@ -53,6 +53,8 @@ class Importer {
   virtual FileCounts StoreText(NarrowStringView text, const ProgressCall& progress) = 0;
 
   void ImportPath(const std::string& path);
+  void Begin();
+  bool ReadFile(const std::string& path);
   void ImportFile(const std::string& path);
   void TellMessages(const std::string& path, std::string_view consequence);
   void Refuse(long long inText, int status);

@@ -26,6 +26,8 @@ void WatchSignals() {
   }
 }
 
+bool IsInterrupted() { return caught != 0; }
+
 void CheckInterrupt() {
   if (caught != 0) throw Interrupted{caught};
 }

@@ -9,6 +9,8 @@ struct Interrupted {
 
 // Takes note of SIGINT, SIGTERM and SIGHUP; a second one ends the program as if this didn't stand.
 void WatchSignals();
+// Whether one has come.
+bool IsInterrupted();
 // Throws Interrupted once one has come.
 void CheckInterrupt();
 

@@ -9,6 +9,7 @@
 #include "app/Output.h"
 #include "app/Show.h"
 #include "pim/platform/FileError.h"
+#include "pim/store/SqliteStore.h"
 #include "pim/support/ParseFailure.h"
 
 namespace pim::app {
@@ -44,10 +45,20 @@ int Run(const Options& options) {
   return options.kind == RecordKind::Contacts ? RunContacts(options) : RunItems(options);
 }
 
+// An interrupt that came while the store was being opened shows as its failure.
+int RunOrInterrupt(const Options& options) {
+  try {
+    return Run(options);
+  } catch (const StoreError&) {
+    CheckInterrupt();
+    throw;
+  }
+}
+
 int RunGuarded(const Options& options) {
   try {
     WatchSignals();
-    const int status = Run(options);
+    const int status = RunOrInterrupt(options);
     FlushOutput();
     return status;
   } catch (const Interrupted& interrupted) {

@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -91,10 +92,32 @@ std::string PicturesUnder(const std::string& root) {
   return folder;
 }
 
+// A store's file as it stays under another name, and the path where it was: "DEVICE INODE PATH".
+std::string IdentityOf(const std::string& path) {
+  struct stat status = {};
+  if (stat(path.c_str(), &status) != 0) return {};
+  std::error_code error;
+  const fs::path canonical = fs::canonical(path, error);
+  return std::to_string(status.st_dev) + ' ' + std::to_string(status.st_ino) + ' ' +
+         (error ? path : canonical.string());
+}
+
+std::string FileOf(const std::string& identity) {
+  return identity.substr(0, identity.find(' ', identity.find(' ') + 1));
+}
+
+// Whether the file of an identity is still where it was.
+bool IsThere(const std::string& identity) {
+  const std::string file = FileOf(identity);
+  return file.size() < identity.size() &&
+         FileOf(IdentityOf(identity.substr(file.size() + 1))) == file;
+}
+
 // Takes away the folders of imports that were killed, and the pictures that they had put in their
 // place for contacts of this store which were never stored. Another store's are left to its own
-// next import, unless it's gone: then nobody can tell what its contacts name.
-void ClearAbandoned(SqliteStore& store, const std::string& storePath, const std::string& waiting,
+// next import; of one that is elsewhere by now nobody can tell what its contacts name, so that the
+// pictures stay.
+void ClearAbandoned(SqliteStore& store, const std::string& identity, const std::string& waiting,
                     const std::string& callerIdFolder) {
   std::unordered_set<std::string> suspects;
   std::vector<std::string> abandoned;
@@ -103,9 +126,9 @@ void ClearAbandoned(SqliteStore& store, const std::string& storePath, const std:
     const LockedFile lock(root + kLockName);
     if (!lock.IsLocked()) continue;
     const std::string owner = lock.Read();
-    if (owner == storePath) {
+    if (FileOf(owner) == FileOf(identity)) {
       for (std::string& picture : NamesIn(PicturesUnder(root))) suspects.insert(std::move(picture));
-    } else if (!owner.empty() && PathExists(owner)) {
+    } else if (IsThere(owner)) {
       continue;
     }
     abandoned.push_back(root);
@@ -120,13 +143,6 @@ void ClearAbandoned(SqliteStore& store, const std::string& storePath, const std:
   std::error_code error;
   for (const std::string& picture : suspects) fs::remove(callerIdFolder + "/" + picture, error);
   for (const std::string& root : abandoned) fs::remove_all(root, error);
-}
-
-// One store, one path, however it is named.
-std::string CanonicalPath(const std::string& path) {
-  std::error_code error;
-  const fs::path canonical = fs::canonical(path, error);
-  return error ? path : canonical.string();
 }
 
 }  // namespace
@@ -152,10 +168,10 @@ std::string TemporaryFolder() {
 }
 
 struct PictureStaging::Staging {
-  Staging(const std::string& waiting, std::string_view storePath)
+  Staging(const std::string& waiting, std::string_view identity)
       : pictures(waiting), lock(pictures.root() + kLockName) {
     lock.Wait();
-    lock.Write(storePath);
+    lock.Write(identity);
   }
 
   PrivatePictures pictures;
@@ -175,9 +191,9 @@ PictureStaging::PictureStaging(SqliteStore& store, const std::string& storePath)
   // A folder without its lock yet looks like an abandoned one, so imports begin one by one.
   LockedFile beginning(waiting_ + ".lock");
   beginning.Wait();
-  const std::string canonical = CanonicalPath(storePath);
-  ClearAbandoned(store, canonical, waiting_, callerIdFolder_);
-  staging_ = std::make_unique<Staging>(waiting_, canonical);
+  const std::string identity = IdentityOf(storePath);
+  ClearAbandoned(store, identity, waiting_, callerIdFolder_);
+  staging_ = std::make_unique<Staging>(waiting_, identity);
   store.SetPictureReader([this](WideStringView name) {
     NarrowString bytes = ReadPictureFile(InFolder(staging_->pictures.folder(), name));
     return bytes.empty() ? ReadPictureFile(InFolder(callerIdFolder_, name)) : bytes;
@@ -195,13 +211,14 @@ void PictureStaging::Publish(const std::vector<WideString>& names) {
     const std::string from = InFolder(staging_->pictures.folder(), name);
     if (!PathExists(from)) continue;
     const std::string to = InFolder(callerIdFolder_, name);
+    published_.push_back(to);  // also what a failure leaves of it
     std::error_code error;
     fs::create_hard_link(from, to, error);
     if (error) fs::copy_file(from, to, error);  // a file system without links
     if (error) throw Failure(ShownName(to) + ": " + error.message());
-    published_.push_back(to);
   }
-  if (!names.empty()) SyncFileSystem(callerIdFolder_);
+  if (!names.empty() && !SyncFileSystem(callerIdFolder_))
+    throw Failure(ShownName(callerIdFolder_) + ": " + std::strerror(errno));
 }
 
 void PictureStaging::Committed() {

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <filesystem>
 
+#include "app/Interrupt.h"
 #include "app/Output.h"
 #include "pim/platform/Host.h"
 #include "platform/AppData.h"
@@ -13,6 +14,8 @@
 
 namespace pim::app {
 namespace {
+
+constexpr auto kLockWait = std::chrono::seconds(30);
 
 std::string StorePath(const Options& options) {
   if (options.store) return *options.store;
@@ -30,9 +33,12 @@ std::string StorePath(const Options& options) {
 }  // namespace
 
 Session::Session(const Options& options)
-    : path_(StorePath(options)), store_(path_), binding_(store_) {}
+    : path_(StorePath(options)), store_(path_, kLockWait, IsInterrupted), binding_(store_) {}
 
-void Session::Fail() const { throw Failure(store_.LastError()); }
+void Session::Fail() const {
+  CheckInterrupt();  // which ends the wait for a lock
+  throw Failure(store_.LastError());
+}
 
 Progress::Progress(bool quiet)
     : enabled_(!quiet && isatty(STDERR_FILENO) == 1),

@@ -39,10 +39,15 @@ std::int32_t GroupLinker::GroupIdOf(WideStringView name, bool& done) {
 bool GroupLinker::Link(const CContacts& contacts) {
   bool done = true;
   CContactGroupPairs pairs;
+  // Records that were left out as equal bear one key, and bring each link once among them.
+  std::unordered_map<std::uint64_t, std::int32_t> makers;
   for (std::int32_t i = 0; i < contacts.GetCount(); ++i) {
     for (const WideText& name : contacts[i].groups()) {
       const std::int32_t groupId = GroupIdOf(name, done);
       if (groupId <= 0) continue;  // a link to no group would cost the others theirs
+      const std::uint64_t link = std::uint64_t{static_cast<std::uint32_t>(contacts[i].tag)} << 32 |
+                                 static_cast<std::uint32_t>(groupId);
+      if (makers.try_emplace(link, i).first->second != i) continue;
       CContactGroupPair& pair = pairs.AddNew();
       pair.contact_id = contacts[i].tag;
       pair.group_id = groupId;

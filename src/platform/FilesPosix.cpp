@@ -108,9 +108,9 @@ std::string FolderProblem(const std::string& path) {
   return access(folder.c_str(), W_OK | X_OK) == 0 ? std::string() : Reason(errno);
 }
 
-void SyncFileSystem(const std::string& folder) noexcept {
+bool SyncFileSystem(const std::string& folder) noexcept {
   const Descriptor opened = Open(folder, O_RDONLY | O_DIRECTORY);
-  if (opened) syncfs(opened.get());
+  return opened && syncfs(opened.get()) == 0;
 }
 
 InputFile::InputFile(const std::string& path, Links links) : path_(path) {

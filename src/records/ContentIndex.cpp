@@ -19,10 +19,13 @@ void ContentIndex::Replace(std::int32_t key, const Fingerprint& content, WideStr
 }
 
 std::optional<std::int32_t> ContentIndex::Find(const Fingerprint& content, WideStringView photo) {
+  if (!Knows(content)) return std::nullopt;
   for (auto unread = unread_.find(content); unread != unread_.end();
        unread = unread_.find(content)) {
-    if (IsCurrent(unread->second.entry))
+    if (IsCurrent(unread->second.entry)) {
       exact_.emplace(WithPicture(content, unread->second.photo), unread->second.entry);
+      read_.insert(content);
+    }
     unread_.erase(unread);
   }
   const Fingerprint sought = WithPicture(content, photo);
@@ -36,6 +39,10 @@ std::optional<std::int32_t> ContentIndex::Find(const Fingerprint& content, WideS
 bool ContentIndex::IsCurrent(const Entry& entry) const {
   const auto replaced = generations_.find(entry.key);
   return entry.generation == (replaced == generations_.end() ? 0 : replaced->second);
+}
+
+bool ContentIndex::Knows(const Fingerprint& content) const {
+  return exact_.contains(content) || unread_.contains(content) || read_.contains(content);
 }
 
 // A picture that isn't there is none.

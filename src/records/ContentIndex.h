@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 #include <unordered_map>
+#include <unordered_set>
 
 #include "pim/records/RecordStore.h"
 #include "pim/support/WideText.h"
@@ -37,11 +38,14 @@ class ContentIndex {
   };
 
   bool IsCurrent(const Entry& entry) const;
+  // Whether a record that holds the same but for its picture was ever added.
+  bool Knows(const Fingerprint& content) const;
   Fingerprint WithPicture(const Fingerprint& content, WideStringView photo) const;
 
   PictureReader pictures_;
   std::unordered_multimap<Fingerprint, Entry, FingerprintHash> exact_;
   std::unordered_multimap<Fingerprint, UnreadEntry, FingerprintHash> unread_;
+  std::unordered_set<Fingerprint, FingerprintHash> read_;        // whose pictures were read
   std::unordered_map<std::int32_t, std::uint32_t> generations_;  // of keys that were replaced
   std::size_t changes_ = 0;
 };

@@ -18,12 +18,26 @@ namespace pim {
 // Whether a record's key can be one that a store gave.
 constexpr bool IsStoredKey(std::int32_t key) { return key > 0 && key != kUnsavedTag; }
 
-// The keys of one save's new records, for any storage that has HighestKey() (0 where there is none)
-// and Holds(key): those behind the highest, or gaps once another program has used the last one.
+// The highest key that a store has given, so that one whose record was rolled back isn't given
+// again: a collection may still hold it.
+class GivenKeys {
+ public:
+  void Add(std::int32_t key) { highest_ = std::max(highest_, key); }
+  std::int32_t highest() const { return highest_; }
+  std::int32_t HighestWith(std::int32_t stored) const { return std::max(highest_, stored); }
+
+ private:
+  std::int32_t highest_ = 0;
+};
+
+// The keys of one save's new records, for any storage that has HighestKey() (0 where there is
+// none), Given() and Holds(key): those behind the highest, or, once another program has used the
+// last one, the gaps behind those that were given.
 template <class Storage>
 class NewKeys {
  public:
-  explicit NewKeys(Storage& storage) : storage_(storage), highest_(storage.HighestKey()) {}
+  explicit NewKeys(Storage& storage)
+      : storage_(storage), highest_(storage.HighestKey()), gap_(storage.Given().highest()) {}
 
   // Throws std::length_error when there is none left.
   std::int32_t Next() {
@@ -41,18 +55,7 @@ class NewKeys {
 
   Storage& storage_;
   std::int32_t highest_;
-  std::int32_t gap_ = 0;
-};
-
-// The highest key that a store has given, so that one whose record was rolled back isn't given
-// again: a collection may still hold it.
-class GivenKeys {
- public:
-  void Add(std::int32_t key) { highest_ = std::max(highest_, key); }
-  std::int32_t HighestWith(std::int32_t stored) const { return std::max(highest_, stored); }
-
- private:
-  std::int32_t highest_ = 0;
+  std::int32_t gap_;
 };
 
 inline WideStringView PhotoOf(const CContact& contact) { return contact.photo; }

@@ -1,6 +1,7 @@
 #include "store/Database.h"
 
 #include <algorithm>
+#include <exception>
 
 #include "pim/store/SqliteStore.h"
 #include "platform/Files.h"
@@ -31,8 +32,8 @@ constexpr struct {
 
 }  // namespace
 
-Database::Database(std::string path, std::chrono::milliseconds lockWait)
-    : path_(std::move(path)), lockWait_(lockWait) {
+Database::Database(std::string path, LockWait lockWait)
+    : path_(std::move(path)), lockWait_(std::move(lockWait)) {
   sqlite3* opened = nullptr;
   // A slash keeps names such as ":memory:" and "file:x" names of files.
   const std::string name = path_.find('/') == std::string::npos ? "./" + path_ : path_;
@@ -49,9 +50,10 @@ Database::Database(std::string path, std::chrono::milliseconds lockWait)
 
 int Database::Wait(void* database, int attempts) {
   auto& self = *static_cast<Database*>(database);
-  if (self.waited_ >= self.lockWait_) return 0;
-  const std::chrono::milliseconds pause = std::min(
-      std::chrono::milliseconds(std::min(attempts + 1, 25)), self.lockWait_ - self.waited_);
+  const LockWait& wait = self.lockWait_;
+  if (self.waited_ >= wait.limit || (wait.givesUp && wait.givesUp())) return 0;
+  const std::chrono::milliseconds pause =
+      std::min(std::chrono::milliseconds(std::min(attempts + 1, 25)), wait.limit - self.waited_);
   sqlite3_sleep(static_cast<int>(pause.count()));
   self.waited_ += pause;
   return 1;
@@ -75,6 +77,7 @@ void Database::Begin() {
 }
 
 void Database::Commit() {
+  if (readings_ > 0) Fail("is being read, so that nothing can be written");
   CheckTransaction();
   Run(depth_ == 1 ? "COMMIT" : "RELEASE inner");
   --depth_;
@@ -96,10 +99,11 @@ void Database::CheckTransaction() {
 
 bool Database::MayTryAgain() {
   constexpr int kLongPause = 10;
-  return (sqlite3_errcode(handle_.get()) & 0xFF) == SQLITE_BUSY && Wait(this, kLongPause) != 0;
+  return (lastFailure_ & 0xFF) == SQLITE_BUSY && Wait(this, kLongPause) != 0;
 }
 
 void Database::Fail(int code) {
+  lastFailure_ = code;
   std::string problem;
   for (const auto& row : kProblems)
     if (row.code == (code & 0xFF)) problem = row.meaning;
@@ -114,7 +118,10 @@ void Database::Fail(int code) {
   throw StoreError(path_, problem);
 }
 
-void Database::Fail(const std::string& problem) { throw StoreError(path_, problem); }
+void Database::Fail(const std::string& problem) {
+  lastFailure_ = SQLITE_OK;
+  throw StoreError(path_, problem);
+}
 
 void Database::BeginReading() {
   CheckTransaction();
@@ -123,7 +130,7 @@ void Database::BeginReading() {
 }
 
 void Database::EndReading() noexcept {
-  waited_ = {};
+  if (std::uncaught_exceptions() == 0) waited_ = {};
   if (--readings_ == 0 && depth_ == 0)
     sqlite3_exec(handle_.get(), "ROLLBACK", nullptr, nullptr, nullptr);
 }

@@ -3,17 +3,25 @@
 #include <sqlite3.h>
 
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <string>
 
 namespace pim {
+
+// How long locks are waited for, all waits between two successes together, and who may end that
+// early (none: nobody).
+struct LockWait {
+  std::chrono::milliseconds limit;
+  std::function<bool()> givesUp;
+};
 
 // The connection to one SQLite file, with the transactions on it. Operations throw StoreError,
 // which names the file.
 class Database {
  public:
   // Opens or creates the file and sets the connection up; looks at none of its content.
-  Database(std::string path, std::chrono::milliseconds lockWait);
+  Database(std::string path, LockWait lockWait);
   Database(const Database&) = delete;
   Database& operator=(const Database&) = delete;
 
@@ -50,9 +58,10 @@ class Database {
   static int Wait(void* database, int attempts);
 
   std::string path_;
-  std::chrono::milliseconds lockWait_;
+  LockWait lockWait_;
   std::chrono::milliseconds waited_{0};  // since a lock was last had
   std::unique_ptr<sqlite3, Close> handle_;
+  int lastFailure_ = 0;  // SQLite's code
   int depth_ = 0;
   int readings_ = 0;
   bool reading_ = false;

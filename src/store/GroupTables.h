@@ -19,6 +19,7 @@ class GroupTable {
   // uses.
   void FoldNames();
   std::int32_t HighestKey();
+  const GivenKeys& Given() const { return given_; }
   bool Holds(std::int32_t key);
   std::int32_t Find(WideStringView name);
   void Insert(std::int32_t key, WideStringView name) {

@@ -59,14 +59,16 @@ class RecordTable {
     });
     records_[key] = Copy(key, record);
   }
+  const GivenKeys& Given() const { return given_; }
   std::int32_t HighestKey() const {
     return given_.HighestWith(records_.empty() ? 0 : records_.rbegin()->first);
   }
   ContentIndex* Contents(bool isWanted) {
     if (!contents_ && isWanted) {
-      contents_.emplace(pictures_);
+      ContentIndex filled(pictures_);
       for (const auto& [key, record] : records_)
-        contents_->Add(key, FingerprintOf(map_, record.get()), PhotoOf(*record));
+        filled.Add(key, FingerprintOf(map_, record.get()), PhotoOf(*record));
+      contents_ = std::move(filled);
     }
     return contents_ ? &*contents_ : nullptr;
   }
@@ -109,6 +111,7 @@ class GroupTable {
     const auto found = keys_.find(FoldLetterCase(name));
     return found == keys_.end() ? 0 : found->second;
   }
+  const GivenKeys& Given() const { return given_; }
   std::int32_t HighestKey() const {
     return given_.HighestWith(names_.empty() ? 0 : names_.rbegin()->first);
   }
@@ -165,8 +168,7 @@ class MemoryStore::Impl {
   // Runs `save` in a transaction of its own, after which a failure leaves nothing.
   template <class Save>
   std::int32_t Store(Save save) {
-    if (visiting_ || readings_ > 0)
-      return Fail("the store is being read, so that nothing can be written");
+    if (IsBeingRead()) return kFailure;
     log_.Begin();
     try {
       const std::int32_t result = save();
@@ -179,6 +181,12 @@ class MemoryStore::Impl {
       log_.Rollback();
       throw;
     }
+  }
+  // Tells so as well.
+  bool IsBeingRead() {
+    const bool isRead = visiting_ || readings_ > 0;
+    if (isRead) Fail("the store is being read, so that nothing can be written");
+    return isRead;
   }
   std::int32_t Fail(std::string problem) {
     problem_ = std::move(problem);
@@ -308,13 +316,13 @@ std::int32_t MemoryStore::SaveCalendars(CCalendars& items, bool saveFlag) {
 }
 
 bool MemoryStore::Begin() {
-  if (impl_->visiting_ || impl_->readings_ > 0) return false;
+  if (impl_->IsBeingRead()) return false;
   impl_->log_.Begin();
   return true;
 }
 
 bool MemoryStore::Commit() {
-  if (!impl_->log_.IsOpen()) return false;
+  if (!impl_->log_.IsOpen() || impl_->IsBeingRead()) return false;
   impl_->log_.Commit();
   return true;
 }

@@ -66,8 +66,8 @@ class ContentCache {
 
 class SqliteStore::Impl {
  public:
-  Impl(const std::string& path, std::chrono::milliseconds lockWait)
-      : db_(OpenStoreFile(path, lockWait)) {}
+  Impl(const std::string& path, std::chrono::milliseconds lockWait, std::function<bool()> givesUp)
+      : db_(OpenStoreFile(path, {lockWait, std::move(givesUp)})) {}
 
   // One kind of record: its tables and what is known of their content.
   template <class Record, class Records>
@@ -82,6 +82,7 @@ class SqliteStore::Impl {
     }
     void Update(std::int32_t key, Record& record) { writer.Update(key, &record); }
     std::int32_t HighestKey() { return given.HighestWith(writer.HighestKey()); }
+    const GivenKeys& Given() const { return given; }
     ContentIndex* Contents(bool isWanted) {
       return contents.Get(isWanted, store.DataVersion(), store.pictures_,
                           [this](ContentIndex& index) { Fill(index); });
@@ -248,8 +249,9 @@ class SqliteStore::Impl {
 StoreError::StoreError(const std::string& path, const std::string& problem)
     : std::runtime_error(VisibleUtf8(WideFromUtf8(path)) + ": " + problem) {}
 
-SqliteStore::SqliteStore(const std::string& path, std::chrono::milliseconds lockWait)
-    : impl_(std::make_unique<Impl>(path, lockWait)) {}
+SqliteStore::SqliteStore(const std::string& path, std::chrono::milliseconds lockWait,
+                         std::function<bool()> givesUp)
+    : impl_(std::make_unique<Impl>(path, lockWait, std::move(givesUp))) {}
 
 SqliteStore::~SqliteStore() = default;
 

@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <set>
 #include <string_view>
+#include <utility>
 
 #include "pim/store/SqliteStore.h"
 #include "platform/Files.h"
@@ -140,10 +141,9 @@ void UseWriteAheadLog(Database& db) {
 
 }  // namespace
 
-std::unique_ptr<Database> OpenStoreFile(const std::string& path,
-                                        std::chrono::milliseconds lockWait) {
+std::unique_ptr<Database> OpenStoreFile(const std::string& path, LockWait lockWait) {
   CheckFile(path);
-  auto db = std::make_unique<Database>(path, lockWait);
+  auto db = std::make_unique<Database>(path, std::move(lockWait));
   for (;;) {
     try {
       if (VersionOf(*db) < kStoreVersion) Upgrade(*db);

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <chrono>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -17,7 +16,6 @@ inline constexpr std::int32_t kStoreVersion = 1;
 
 // Opens the store and brings it to this version, or makes a new one. Throws StoreError; a file of
 // another program or of a newer version is then as it was, with nothing beside it.
-std::unique_ptr<Database> OpenStoreFile(const std::string& path,
-                                        std::chrono::milliseconds lockWait);
+std::unique_ptr<Database> OpenStoreFile(const std::string& path, LockWait lockWait);
 
 }  // namespace pim

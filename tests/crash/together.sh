@@ -72,5 +72,9 @@ for ((round = 1; round <= rounds; ++round)); do
   "$program" --store other.db contacts import "$imports.vcf" >/dev/null || fail "the next import fails"
   problem=$(amiss one.db "$imports"; amiss other.db $((stored / cards + 1)))
   [ -z "$problem" ] || fail "$problem"
+  for store in one.db other.db; do
+    "$program" --store "$store" contacts list --json | jq -r '.contacts[].photo | select(. != "")'
+  done | sort >named
+  comm -13 named there | grep -q . && fail "pictures that no contact names stay behind"
 done
 echo "$rounds rounds of $imports imports: nothing lost"

@@ -85,6 +85,17 @@ TEST_F(ContactFlows, ImportLinksGroups) {
   EXPECT_EQ(Links(), "Work: 1\nFriends: 1 2 2\n");
 }
 
+// However the equal ones among the contacts are left out, each is linked once.
+TEST_F(ContactFlows, EqualContactsShareTheirLinks) {
+  const std::string card = "BEGIN:VCARD\nN:Doe\nX-GROUP:A\n";
+  const WideString path = Write("c.vcf", card + card + "X-GROUP:B\n" + card);
+  VObjectMgr manager;
+  EXPECT_EQ(manager.Import_Contact(db_, path, -1, false), 1);
+  EXPECT_EQ(Links(), "A: 1\nB: 1\n");
+  EXPECT_EQ(manager.Import_Contact(db_, path, -1, false), 0);
+  EXPECT_EQ(Links(), "A: 1\nB: 1\n");
+}
+
 TEST_F(ContactFlows, ImportResults) {
   EXPECT_EQ(manager_.Import_Contact(db_, u"", -1, true), 0);
   EXPECT_EQ(manager_.Import_Contact(db_, Wide("missing.vcf"), -1, true), 0);

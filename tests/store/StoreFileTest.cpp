@@ -221,6 +221,26 @@ TEST_F(StoreFile, AnotherProgramsRowsReadAsTheNearest) {
   EXPECT_EQ(other.Ask("SELECT number || speed_dial FROM ContactNumbers WHERE contact_id=9"), "57");
 }
 
+// Where another program has used the last key, those of the gaps are given once too.
+TEST_F(StoreFile, GapsAreGivenOnce) {
+  MakeStore(1);
+  OtherProgram(path_).Run("INSERT INTO Contacts (contact_id) VALUES (2147483647)");
+  SqliteStore store(path_);
+  CContacts undone;
+  undone.AddNew();
+  {
+    const StoreTransaction rolledBack(store);
+    EXPECT_EQ(store.SaveContacts(undone, 0, true), 1);
+  }
+  CContacts kept;
+  kept.AddNew();
+  EXPECT_EQ(store.SaveContacts(kept, 0, true), 1);
+  EXPECT_NE(kept[0].tag, undone[0].tag);
+  EXPECT_EQ(store.SaveContacts(undone, 0, true), 1);
+  CContacts all;
+  EXPECT_EQ(store.LoadContacts(all), 4);
+}
+
 // Waiting for a lock ends, and at once for all tries behind the first.
 TEST_F(StoreFile, WaitsForALockOnlySoLong) {
   MakeStore(1);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -24,9 +25,11 @@ class PIM_EXPORT SqliteStore final : public RecordStore {
   // Opens the store at `path` (the operating system's own form), or makes one where there is no
   // file or an empty one; its folder must exist. A file that isn't a store of this program, or that
   // a newer version has written, is left as it is. `lockWait` is how long all waiting for other
-  // programs may take between two successes. Throws StoreError.
+  // programs may take between two successes; it ends early once `givesUp`, asked a hundred times a
+  // second or so, gives true. Throws StoreError.
   explicit SqliteStore(const std::string& path,
-                       std::chrono::milliseconds lockWait = std::chrono::seconds(30));
+                       std::chrono::milliseconds lockWait = std::chrono::seconds(30),
+                       std::function<bool()> givesUp = {});
   ~SqliteStore() override;
 
   // The number of stored items whose type is no CalendarType, as another program may write them:

@@ -9,7 +9,6 @@
 #include "app/Output.h"
 #include "app/Show.h"
 #include "pim/platform/FileError.h"
-#include "pim/store/SqliteStore.h"
 #include "pim/support/ParseFailure.h"
 
 namespace pim::app {
@@ -45,11 +44,12 @@ int Run(const Options& options) {
   return options.kind == RecordKind::Contacts ? RunContacts(options) : RunItems(options);
 }
 
-// An interrupt that came while the store was being opened shows as its failure.
+// What fails once the program was asked to end, such as the wait for a lock, is no failure of its
+// own.
 int RunOrInterrupt(const Options& options) {
   try {
     return Run(options);
-  } catch (const StoreError&) {
+  } catch (const std::exception&) {
     CheckInterrupt();
     throw;
   }

@@ -1,6 +1,7 @@
 #include "store/Database.h"
 
 #include <algorithm>
+#include <cstring>
 #include <exception>
 
 #include "pim/store/SqliteStore.h"
@@ -114,7 +115,12 @@ void Database::Fail(int code) {
   const int kind = code & 0xFF;
   const std::string folder =
       kind == SQLITE_CANTOPEN || kind == SQLITE_READONLY ? FolderProblem(path_) : std::string();
-  if (!folder.empty()) problem += "; its folder: " + folder;
+  const int reason = handle_ != nullptr ? sqlite3_system_errno(handle_.get()) : 0;
+  if (!folder.empty()) {
+    problem += "; its folder: " + folder;
+  } else if (kind == SQLITE_CANTOPEN && reason != 0) {
+    problem += std::string(": ") + std::strerror(reason);
+  }
   throw StoreError(path_, problem);
 }
 

@@ -4,6 +4,7 @@
 #include <span>
 
 #include "app/Inputs.h"
+#include "app/ItemText.h"
 #include "app/Output.h"
 #include "app/PictureStaging.h"
 #include "app/RecordDump.h"
@@ -159,14 +160,7 @@ std::string LinesOf(const CCalendar& item) {
 
 std::string_view TitleOf(const CContact&) { return "contact"; }
 std::string_view TitleOf(const CCalendar& item) {
-  switch (static_cast<CalendarType>(item.calendar_type)) {
-    case CalendarType::Todo:
-      return "to-do";
-    case CalendarType::Memo:
-      return "memo";
-    default:
-      return "event";
-  }
+  return NounOf(static_cast<CalendarType>(item.calendar_type));
 }
 
 // `name` is the list's in JSON, `noun` one record's in words.

@@ -29,7 +29,8 @@ void Tokenise(const std::string& text) {
       [](void*, const char* name, const ParserParam*) { benchmark::DoNotOptimize(name); });
   parser->SetDataHandler(
       [](void*, const char* bytes, std::int32_t) { benchmark::DoNotOptimize(bytes); });
-  parser->Parse(text.data(), static_cast<std::int32_t>(text.size()), true);
+  benchmark::DoNotOptimize(
+      parser->Parse(text.data(), static_cast<std::int32_t>(text.size()), true));
 }
 
 void TokeniseCards(benchmark::State& state) {
@@ -65,7 +66,7 @@ BENCHMARK(Strings)->Arg(1000);
 double MemoryOf(const std::string& text) {
   const std::size_t before = mallinfo2().uordblks + mallinfo2().hblkhd;
   CContacts contacts;
-  VCardReader(contacts).Read(text, true);
+  benchmark::DoNotOptimize(VCardReader(contacts).Read(text, true));
   const std::size_t after = mallinfo2().uordblks + mallinfo2().hblkhd;
   return static_cast<double>(after - before) / static_cast<double>(text.size());
 }
@@ -77,7 +78,7 @@ void ReadCards(benchmark::State& state) {
       static_cast<double>(text.size()) / static_cast<double>(state.range(0));
   for (auto _ : state) {
     CContacts contacts;
-    VCardReader(contacts).Read(text, true);
+    benchmark::DoNotOptimize(VCardReader(contacts).Read(text, true));
     benchmark::DoNotOptimize(contacts.GetCount());
   }
   TellRate(state, text);

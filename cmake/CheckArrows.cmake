@@ -7,7 +7,7 @@ set(may_stream support)
 set(may_records support)
 set(may_vcard stream records support)
 set(may_vcalendar stream records support)
-set(may_manager vcard vcalendar records support)
+set(may_manager vcard vcalendar records support platform)
 set(may_store records support platform)
 set(may_app manager store records support platform stream vcard vcalendar)
 

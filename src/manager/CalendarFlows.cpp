@@ -1,5 +1,6 @@
 #include "pim/manager/CalendarImport.h"
 #include "pim/manager/VObjectMgr.h"
+#include "platform/Files.h"
 #include "support/TextFiles.h"
 #include "vcalendar/VCalendarReader.h"
 #include "vcalendar/VCalendarWriter.h"

@@ -1,6 +1,7 @@
 #include "pim/manager/ContactExport.h"
 
 #include "manager/GroupLinks.h"
+#include "platform/Files.h"
 #include "support/FileNames.h"
 #include "support/TextFiles.h"
 #include "vcard/VCardWriter.h"

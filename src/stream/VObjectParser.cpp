@@ -48,12 +48,15 @@ bool VObjectParser::Parse(const char* bytes, std::int32_t count, bool final) {
       StartLine(*this);
       if (foldSeen == 0 && state == ParserState::StateName) {
         from = FeedWholeLines(*this, from, end);
-        if (from == nullptr) return false;
+        if (from == nullptr) return false;  // no memory for a header, which is no fault of the text
       }
     }
     const auto* lineFeed =
         static_cast<const char*>(std::memchr(from, '\n', static_cast<std::size_t>(end - from)));
-    if (!FeedRun(*this, from, lineFeed == nullptr ? end : lineFeed)) return false;
+    if (!FeedRun(*this, from, lineFeed == nullptr ? end : lineFeed)) {
+      rejectedRun = static_cast<std::size_t>(from - bytes);
+      return false;
+    }
     if (lineFeed == nullptr) break;
     atLineStart = 1;
     foldSeen = 0;

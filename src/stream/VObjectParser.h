@@ -60,7 +60,7 @@ struct VObjectParser {
 
   // Takes the next piece of the text, cut anywhere; `final` ends the last line. False when a byte
   // was rejected: nothing behind it is read, and what the handlers were given stands.
-  bool Parse(const char* bytes, std::int32_t count, bool final);
+  [[nodiscard]] bool Parse(const char* bytes, std::int32_t count, bool final);
 
   std::int32_t atLineStart = 1;  // the last byte was a line feed, or there was none yet
   std::int32_t foldSeen = 0;     // a first blank was dropped: the line continues the one before
@@ -84,6 +84,9 @@ struct VObjectParser {
   // at each step of `capacity` and a long list of parameters isn't at each entry.
   std::size_t bufferAllocated = 0;
   std::size_t paramsAllocated = 0;
+
+  // The start, in its piece, of the run of bytes without a line feed in which one was rejected.
+  std::size_t rejectedRun = 0;
 };
 
 }  // namespace pim

@@ -2,8 +2,9 @@
 
 #include <new>
 
+#include "pim/support/ParseFailure.h"
 #include "support/ParameterTable.h"
-#include "support/RaiseParseFailure.h"
+#include "support/ShowParseFailure.h"
 #include "vcalendar/VCalendarValues.h"
 #include "vcalendar/VCalendarWords.h"
 
@@ -39,7 +40,12 @@ bool VCalendarReader::Read(NarrowStringView piece, bool final) {
   return parser_->Parse(piece.data(), static_cast<std::int32_t>(piece.size()), final);
 }
 
-void RaiseVCalendarFailure() { RaiseParseFailure(u"Error parsing vCalendar"); }
+void ShowVCalendarFailure() { ShowParseFailure(u"Error parsing vCalendar"); }
+
+void RaiseVCalendarFailure() {
+  ShowVCalendarFailure();
+  throw kParseFailure;
+}
 
 void ParseVCalendar(CCalendars& calendars, const VObjectBuffer& data) {
   const bool accepted = VCalendarReader(calendars).Read(data.bytes.view(), true);
@@ -73,7 +79,8 @@ void OnVCalData(void* user, const char* bytes, std::int32_t length) {
   // The only place where an item begins; none has an end, so what stands behind its END, and in
   // blocks inside it, is its own.
   if (context.propertyId == VCAL_BEGIN) {
-    if (const auto type = CodeOfStart(kItemWords, value)) {
+    if (const auto type = CodeOfStart(kItemObjects, value)) {
+      if (context.onBegin) context.onBegin();
       calendars.AddNew().calendar_type = static_cast<std::uint8_t>(*type);
       AllDayPending = false;
     }

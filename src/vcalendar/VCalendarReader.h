@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 
 #include "pim/records/Calendar.h"
@@ -17,6 +18,7 @@ struct VCalReadContext {
   std::int32_t encoding = 0;        // EncodingCode
   std::uint32_t alarmFormat = 0;    // of an AALARM: ReminderType and ReminderValueType bits
   WideString text;                  // the value's text; one piece of memory for the whole reading
+  std::function<void()> onBegin;    // called ahead of each item, the one before being complete
 };
 
 // Reads one vCalendar text in pieces into a collection, whose last item stays open between them.
@@ -26,15 +28,22 @@ class VCalendarReader {
   // `calendars` must outlive the reader. Throws std::bad_alloc when there is no parser.
   explicit VCalendarReader(CCalendars& calendars);
 
+  // Has `begin` called ahead of each item that begins, when the one before is complete. What it
+  // throws ends the reading.
+  void OnBegin(std::function<void()> begin) { context_.onBegin = std::move(begin); }
+
   // Takes the next piece; `final` ends the text. False when it is rejected.
-  bool Read(NarrowStringView piece, bool final);
+  [[nodiscard]] bool Read(NarrowStringView piece, bool final);
+  // Where in the piece that was rejected: the start of a part of the line that holds the place.
+  std::size_t rejectedAt() const { return parser_->rejectedRun; }
 
  private:
   VCalReadContext context_;
   std::unique_ptr<VObjectParser> parser_;
 };
 
-// Shows the message of a rejected vCalendar text and throws kParseFailure.
+// Shows the message of a rejected vCalendar text; the second one throws kParseFailure behind that.
+void ShowVCalendarFailure();
 [[noreturn]] void RaiseVCalendarFailure();
 
 // Reads a whole vCalendar text of any number of items, of all kinds, into `calendars`, which may

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "pim/records/TypeCodes.h"
+#include "stream/ObjectWords.h"
 #include "support/WordTable.h"
 
 namespace pim {
@@ -36,10 +37,10 @@ enum VCalPropertyId : std::int32_t {
 };
 
 inline constexpr Word kVCalendarProperties[] = {
-    {"VERSION", VCAL_VERSION},
+    {kVersionWord, VCAL_VERSION},
     {"TZ", VCAL_TZ},
     {"DAYLIGHT", VCAL_DAYLIGHT},
-    {"BEGIN", VCAL_BEGIN},
+    {kBeginWord, VCAL_BEGIN},
     {"CATEGORIES", VCAL_CATEGORIES},
     {"CLASS", VCAL_CLASS},
     {"AALARM", VCAL_AALARM},
@@ -65,12 +66,10 @@ inline constexpr Word kVCalendarProperties[] = {
 // that is what is read.
 inline constexpr NarrowStringView kCreatedAsWritten = "DCREATED";
 
-// In the order in which a shortened word is matched: a lone V is a to-do.
-inline constexpr Word kItemWords[] = {
-    {"VTODO", static_cast<std::uint32_t>(CalendarType::Todo)},
-    {"VEVENT", static_cast<std::uint32_t>(CalendarType::Event)},
-    {"VMEMO", static_cast<std::uint32_t>(CalendarType::Memo)},
-};
+// The words of items give their kinds.
+static_assert(static_cast<int>(TextObject::Event) == static_cast<int>(CalendarType::Event) &&
+              static_cast<int>(TextObject::Todo) == static_cast<int>(CalendarType::Todo) &&
+              static_cast<int>(TextObject::Memo) == static_cast<int>(CalendarType::Memo));
 
 inline constexpr Word kClassWords[] = {
     {"PUBLIC", CLASS_PUBLIC},
@@ -111,9 +110,8 @@ inline constexpr Word kWeekdayWords[] = {
     {"SU", 0}, {"MO", 1}, {"TU", 2}, {"WE", 3}, {"TH", 4}, {"FR", 5}, {"SA", 6},
 };
 
-static_assert(TextsDiffer(kVCalendarProperties) && TextsDiffer(kItemWords) &&
-              TextsDiffer(kClassWords) && TextsDiffer(kStatusWords) &&
-              TextsDiffer(kAlarmTypeWords) && TextsDiffer(kRuleWords) &&
-              TextsDiffer(kWeekdayWords));
+static_assert(TextsDiffer(kVCalendarProperties) && TextsDiffer(kClassWords) &&
+              TextsDiffer(kStatusWords) && TextsDiffer(kAlarmTypeWords) &&
+              TextsDiffer(kRuleWords) && TextsDiffer(kWeekdayWords));
 
 }  // namespace pim

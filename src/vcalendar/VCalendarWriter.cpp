@@ -130,7 +130,7 @@ void CalendarText::AppendItem(const CCalendar& item) {
   const CalendarType block = isTodo   ? CalendarType::Todo
                              : isMemo ? CalendarType::Memo
                                       : CalendarType::Event;
-  const NarrowStringView word = TextOf(kItemWords, static_cast<std::uint32_t>(block));
+  const NarrowStringView word = TextOf(kItemObjects, static_cast<std::uint32_t>(block));
 
   AppendWord(NameOf(VCAL_BEGIN), word);
   AppendTextLine(NameOf(VCAL_SUMMARY), item.summary);

@@ -2,8 +2,9 @@
 
 #include <new>
 
+#include "pim/support/ParseFailure.h"
 #include "support/ParameterTable.h"
-#include "support/RaiseParseFailure.h"
+#include "support/ShowParseFailure.h"
 #include "vcard/VCardValues.h"
 #include "vcard/VCardWords.h"
 
@@ -78,7 +79,12 @@ bool VCardReader::Read(NarrowStringView piece, bool final) {
   return parser_->Parse(piece.data(), static_cast<std::int32_t>(piece.size()), final);
 }
 
-void RaiseVCardFailure() { RaiseParseFailure(u"Error parsing vCard"); }
+void ShowVCardFailure() { ShowParseFailure(u"Error parsing vCard"); }
+
+void RaiseVCardFailure() {
+  ShowVCardFailure();
+  throw kParseFailure;
+}
 
 void ParseVCard(CContacts& contacts, const VObjectBuffer& data) {
   const bool accepted = VCardReader(contacts).Read(data.bytes.view(), true);
@@ -113,7 +119,10 @@ void OnVCardData(void* user, const char* bytes, std::int32_t length) {
   CContacts& contacts = *context.contacts;
   const NarrowStringView value(bytes, static_cast<std::size_t>(length));
   // The only place where a card begins; none has an end, so what stands behind its END is its own.
-  if (context.propertyId == VCARD_BEGIN && IsStartOf("VCARD", value)) contacts.AddNew();
+  if (context.propertyId == VCARD_BEGIN && IsStartOf(kContactObject.text, value)) {
+    if (context.onBegin) context.onBegin();
+    contacts.AddNew();
+  }
   if (contacts.GetCount() == 0) return;
   TakeVCardValue(context, bytes, length, contacts[contacts.GetCount() - 1]);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 
 #include "pim/records/Contacts.h"
@@ -18,6 +19,7 @@ struct VCardReadContext {
   std::int32_t mediaType = 0;     // MediaCode
   std::uint32_t typeFlags = 0;    // a mask or a code, by the property
   WideString text;                // the value's text; one piece of memory for the whole reading
+  std::function<void()> onBegin;  // called ahead of each card, the one before being complete
 };
 
 // Reads one vCard text in pieces into a collection, whose last card stays open between them.
@@ -26,15 +28,22 @@ class VCardReader {
   // `contacts` must outlive the reader. Throws std::bad_alloc when there is no parser.
   explicit VCardReader(CContacts& contacts);
 
+  // Has `begin` called ahead of each card that begins, when the one before is complete. What it
+  // throws ends the reading.
+  void OnBegin(std::function<void()> begin) { context_.onBegin = std::move(begin); }
+
   // Takes the next piece; `final` ends the text. False when it is rejected.
-  bool Read(NarrowStringView piece, bool final);
+  [[nodiscard]] bool Read(NarrowStringView piece, bool final);
+  // Where in the piece that was rejected: the start of a part of the line that holds the place.
+  std::size_t rejectedAt() const { return parser_->rejectedRun; }
 
  private:
   VCardReadContext context_;
   std::unique_ptr<VObjectParser> parser_;
 };
 
-// Shows the message of a rejected vCard text and throws kParseFailure.
+// Shows the message of a rejected vCard text; the second one throws kParseFailure behind that.
+void ShowVCardFailure();
 [[noreturn]] void RaiseVCardFailure();
 
 // Reads a whole vCard text of any number of cards into `contacts`, which may hold some already, and

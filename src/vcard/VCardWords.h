@@ -1,6 +1,7 @@
 #pragma once
 
 #include "pim/records/TypeCodes.h"
+#include "stream/ObjectWords.h"
 #include "support/WordTable.h"
 
 namespace pim {
@@ -36,8 +37,8 @@ enum VCardPropertyId : std::int32_t {
 };
 
 inline constexpr Word kVCardProperties[] = {
-    {"BEGIN", VCARD_BEGIN},
-    {"VERSION", VCARD_VERSION},
+    {kBeginWord, VCARD_BEGIN},
+    {kVersionWord, VCARD_VERSION},
     {"FN", VCARD_FN},
     {"N", VCARD_N},
     {"NICKNAME", VCARD_NICKNAME},

@@ -109,8 +109,8 @@ TEST(VCalendarReader, AllDay) {
   };
   for (const auto& row : kRows) EXPECT_EQ(ReadEvent(row.lines)[0].allday, row.allday) << row.lines;
   CCalendars items;  // what is pending outlives the text
-  VCalendarReader(items).Read("BEGIN:VEVENT\nDTSTART:20100105", true);
-  VCalendarReader(items).Read("DTEND:20100105", true);
+  EXPECT_TRUE(VCalendarReader(items).Read("BEGIN:VEVENT\nDTSTART:20100105", true));
+  EXPECT_TRUE(VCalendarReader(items).Read("DTEND:20100105", true));
   EXPECT_EQ(items[0].allday, 1);
 }
 

@@ -69,7 +69,7 @@ TEST(VCardReader, Parameters) {
     parser->SetUserData(&context);
     parser->SetPropertyHandler(OnVCardProperty);
     const std::string text = std::string(row.header) + ":1";
-    parser->Parse(text.data(), static_cast<std::int32_t>(text.size()), false);
+    ASSERT_TRUE(parser->Parse(text.data(), static_cast<std::int32_t>(text.size()), false));
     EXPECT_EQ(context.propertyId, row.id);
     EXPECT_EQ(context.charset, row.charset);
     EXPECT_EQ(context.encoding, row.encoding);

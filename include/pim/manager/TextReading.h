@@ -1,0 +1,56 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+#include "pim/Export.h"
+#include "pim/records/Calendar.h"
+#include "pim/records/Contacts.h"
+#include "pim/support/Strings.h"
+
+namespace pim {
+
+// Texts read into records without a store. What VObjectMgr's imports take is taken here, in the
+// same way; nothing is thrown for a text or file that is no good, the result tells.
+
+enum class TextOutcome : std::uint8_t {
+  Read,           // to its end
+  NothingBegins,  // to its end, and no record begins in it
+  Rejected,       // up to a line that no reader takes; the records read until then stand
+  Unreadable,     // the file can't be opened or read; nothing was read
+  Stopped,        // the host wanted no more records
+};
+
+struct [[nodiscard]] TextResult {
+  TextOutcome outcome = TextOutcome::Read;
+  std::int64_t records = 0;  // read, or handed to the host
+  std::int64_t line = 0;     // where a text was rejected: its physical line, from 1; else 0
+  std::string problem;       // why a file is unreadable, as the operating system says it; UTF-8
+};
+
+// Takes one record, which is the host's to change, as soon as it is complete: when the next one
+// begins, or the text ends or is rejected. It is gone behind the call. False stops the reading;
+// what the host throws ends it and passes to the caller.
+using TakeContact = std::function<bool(CContact& contact)>;
+using TakeCalendar = std::function<bool(CCalendar& item)>;
+
+// Read a whole text in memory. Records are appended to what the collection holds; each has the key
+// kUnsavedTag. A UTF-8 byte order mark ahead of contacts is stepped over; ahead of calendar items
+// it spoils the first line, which is the frame's, as it does in the imports. Pictures become files
+// of the caller-ID folder; one that can't be written to its end throws FileError. What the user is
+// to see (a rejected text, a bad repeat rule) goes to the message sink on the way.
+//
+// Only one text is read at a time: a host must not begin another from within its call.
+PIM_EXPORT TextResult ReadContacts(NarrowStringView text, CContacts& contacts);
+PIM_EXPORT TextResult ReadContacts(NarrowStringView text, const TakeContact& take);
+PIM_EXPORT TextResult ReadCalendars(NarrowStringView text, CCalendars& items);
+PIM_EXPORT TextResult ReadCalendars(NarrowStringView text, const TakeCalendar& take);
+
+// The same for a regular file of up to 2 GiB.
+PIM_EXPORT TextResult ReadContactFile(WideStringView path, CContacts& contacts);
+PIM_EXPORT TextResult ReadContactFile(WideStringView path, const TakeContact& take);
+PIM_EXPORT TextResult ReadCalendarFile(WideStringView path, CCalendars& items);
+PIM_EXPORT TextResult ReadCalendarFile(WideStringView path, const TakeCalendar& take);
+
+}  // namespace pim

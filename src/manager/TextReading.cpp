@@ -1,0 +1,154 @@
+#include "pim/manager/TextReading.h"
+
+#include <algorithm>
+#include <memory>
+
+#include "pim/platform/FileError.h"
+#include "platform/Files.h"
+#include "support/TextFiles.h"
+#include "vcalendar/VCalendarReader.h"
+#include "vcard/VCardReader.h"
+
+namespace pim {
+namespace {
+
+// How each of the two forms is read.
+struct ContactForm {
+  using Records = CContacts;
+  using Record = CContact;
+  using Reader = VCardReader;
+  static constexpr ByteOrderMark kMark = ByteOrderMark::Skipped;
+  static void ShowFailure() { ShowVCardFailure(); }
+};
+struct CalendarForm {
+  using Records = CCalendars;
+  using Record = CCalendar;
+  using Reader = VCalendarReader;
+  static constexpr ByteOrderMark kMark = ByteOrderMark::Kept;
+  static void ShowFailure() { ShowVCalendarFailure(); }
+};
+
+// Ends a reading from within a call of the reader's.
+struct NoMoreWanted {};
+
+// One reading, whose records go one by one to take(std::unique_ptr<Record>), which gives false when
+// no more are wanted. The record being read is the only one that it holds.
+template <class Form, class Take>
+class Reading {
+ public:
+  explicit Reading(Take take) : take_(std::move(take)), reader_(open_) {
+    reader_.OnBegin([this] { HandOver(); });
+  }
+
+  TextResult Read(NarrowStringView text) {
+    try {
+      ReadPieces(WithoutMark(text));
+      HandOver();
+    } catch (NoMoreWanted) {
+      result_.outcome = TextOutcome::Stopped;
+    }
+    if (result_.outcome == TextOutcome::Read && result_.records == 0)
+      result_.outcome = TextOutcome::NothingBegins;
+    return result_;
+  }
+
+ private:
+  static NarrowStringView WithoutMark(NarrowStringView text) {
+    const bool skip = Form::kMark == ByteOrderMark::Skipped && text.size() > kUtf8Mark.size() &&
+                      text.starts_with(kUtf8Mark);
+    return text.substr(skip ? kUtf8Mark.size() : 0);
+  }
+
+  // The tokeniser counts a piece's bytes in 31 bits.
+  void ReadPieces(NarrowStringView text) {
+    constexpr std::size_t kPieceBytes = std::size_t{1} << 30;
+    std::size_t done = 0;
+    do {
+      const NarrowStringView piece = text.substr(done, kPieceBytes);
+      if (!reader_.Read(piece, done + piece.size() == text.size())) {
+        Form::ShowFailure();
+        result_.outcome = TextOutcome::Rejected;
+        result_.line = 1 + std::ranges::count(text.substr(0, done + reader_.rejectedAt()), '\n');
+        return;
+      }
+      done += piece.size();
+    } while (done != text.size());
+  }
+
+  void HandOver() {
+    if (open_.GetCount() == 0) return;
+    std::unique_ptr<typename Form::Record> record = open_.TakeLast();
+    record->tag = kUnsavedTag;
+    ++result_.records;
+    if (!take_(std::move(record))) throw NoMoreWanted();
+  }
+
+  Take take_;
+  typename Form::Records open_;
+  typename Form::Reader reader_;
+  TextResult result_;
+};
+
+template <class Form>
+TextResult ReadText(NarrowStringView text, typename Form::Records& records) {
+  const auto keep = [&records](std::unique_ptr<typename Form::Record> record) {
+    records.Add(std::move(record));
+    return true;
+  };
+  return Reading<Form, decltype(keep)>(keep).Read(text);
+}
+
+template <class Form>
+TextResult ReadText(NarrowStringView text,
+                    const std::function<bool(typename Form::Record&)>& take) {
+  const auto show = [&take](std::unique_ptr<typename Form::Record> record) {
+    return take(*record);
+  };
+  return Reading<Form, decltype(show)>(show).Read(text);
+}
+
+template <class Form, class Target>
+TextResult ReadFile(WideStringView path, Target&& target) {
+  InputFile file(NativePath(path));
+  std::string problem = file.Problem();
+  if (file.IsOpen()) {
+    ByteBuffer text;
+    try {
+      ReadTextFile(file, ByteOrderMark::Kept, text);
+    } catch (const FileError& failure) {
+      problem = failure.reason();
+    }
+    if (problem.empty()) return ReadText<Form>(text.view(), target);
+  }
+  return {TextOutcome::Unreadable, 0, 0, std::move(problem)};
+}
+
+}  // namespace
+
+TextResult ReadContacts(NarrowStringView text, CContacts& contacts) {
+  return ReadText<ContactForm>(text, contacts);
+}
+TextResult ReadContacts(NarrowStringView text, const TakeContact& take) {
+  return ReadText<ContactForm>(text, take);
+}
+TextResult ReadCalendars(NarrowStringView text, CCalendars& items) {
+  return ReadText<CalendarForm>(text, items);
+}
+TextResult ReadCalendars(NarrowStringView text, const TakeCalendar& take) {
+  return ReadText<CalendarForm>(text, take);
+}
+
+TextResult ReadContactFile(WideStringView path, CContacts& contacts) {
+  return ReadFile<ContactForm>(path, contacts);
+}
+TextResult ReadContactFile(WideStringView path, const TakeContact& take) {
+  return ReadFile<ContactForm>(path, take);
+}
+TextResult ReadCalendarFile(WideStringView path, CCalendars& items) {
+  return ReadFile<CalendarForm>(path, items);
+}
+TextResult ReadCalendarFile(WideStringView path, const TakeCalendar& take) {
+  return ReadFile<CalendarForm>(path, take);
+}
+
+}  // namespace pim

@@ -1,0 +1,20 @@
+#include "pim/manager/TextWriting.h"
+
+#include "vcalendar/VCalendarWriter.h"
+#include "vcard/VCardWriter.h"
+
+namespace pim {
+
+NarrowString WriteContact(const CContact& contact) {
+  VObjectBuffer data;
+  WriteVCard(contact, data);
+  return NarrowString(data.bytes.view());
+}
+
+NarrowString WriteCalendars(const CCalendars& items) {
+  VObjectBuffer data;
+  WriteVCalendar(items, data);
+  return NarrowString(data.bytes.view());
+}
+
+}  // namespace pim

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "pim/support/Strings.h"
+
+namespace pim {
+
+// Shows the user what a rejected text's reader has to say. The codecs reach the platform's message
+// box through here.
+void ShowParseFailure(WideStringView message);
+
+}  // namespace pim

@@ -1,0 +1,136 @@
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <stdexcept>
+
+#include "pim/manager/TextReading.h"
+#include "pim/manager/TextWriting.h"
+#include "pim/platform/Host.h"
+#include "platform/CodePages.h"
+#include "tests/platform/Scoped.h"
+
+namespace pim {
+namespace {
+
+// Names or summaries of what was handed over, and what came of the text.
+struct Seen {
+  TextResult result;
+  std::string names;
+  std::string messages;
+};
+
+class TextReading : public ::testing::Test {
+ protected:
+  TextReading() {
+    SetMessageSink([this](WideStringView text) { seen_.messages += Utf8FromWide(text) + '\n'; });
+  }
+  ~TextReading() override { SetMessageSink({}); }
+
+  const Seen& Contacts(NarrowStringView text, std::size_t wanted = 99) {
+    seen_ = {};
+    seen_.result = ReadContacts(text, [&](CContact& contact) {
+      EXPECT_EQ(contact.tag, kUnsavedTag);
+      seen_.names += Utf8FromWide(contact.formatted_name) + '/';
+      return --wanted != 0;
+    });
+    return seen_;
+  }
+  const Seen& Items(NarrowStringView text) {
+    seen_ = {};
+    seen_.result = ReadCalendars(text, [&](CCalendar& item) {
+      seen_.names += Utf8FromWide(item.summary) + '/';
+      // The rule's message comes while its own item is open.
+      seen_.names += seen_.messages.empty() ? "" : "!";
+      return true;
+    });
+    return seen_;
+  }
+
+  Seen seen_;
+};
+
+TEST_F(TextReading, TellsWhatCameOfAText) {
+  static constexpr struct {
+    std::string_view text;
+    TextOutcome outcome;
+    std::int64_t line;
+    std::string_view names;
+  } kRows[] = {
+      {"", TextOutcome::NothingBegins, 0, ""},
+      {"FN:a\nEND:VCARD\n", TextOutcome::NothingBegins, 0, ""},
+      {"BEGIN:VCARD\nFN:a\nEND:VCARD\nNOTE:late\nBEGIN:VCARD\nFN:b", TextOutcome::Read, 0, "a/b/"},
+      {"\xEF\xBB\xBF"
+       "BEGIN:VCARD\nFN:a",
+       TextOutcome::Read, 0, "a/"},
+      {"TEL;:1", TextOutcome::Rejected, 1, ""},
+      {"BEGIN:VCARD\r\nFN:a\r\n\r\nTEL;TYPE=:1\r\nBEGIN:VCARD\r\n", TextOutcome::Rejected, 4, "a/"},
+      // the place counts, not where its property begins
+      {"BEGIN:VCARD\nTEL;\n\n :1\nFN:a\n", TextOutcome::Rejected, 4, "/"},
+      {"BEGIN:VCARD\nFN:a\nPHOTO;BASE64:\n QUJD\n Q?==\n\nFN:b", TextOutcome::Rejected, 5, "a/"},
+  };
+  for (const auto& row : kRows) {
+    SCOPED_TRACE(row.text);
+    const Seen& seen = Contacts(row.text);
+    EXPECT_EQ(seen.result.outcome, row.outcome);
+    EXPECT_EQ(seen.result.line, row.line);
+    EXPECT_EQ(seen.names, row.names);
+    EXPECT_EQ(seen.result.records, std::ranges::count(row.names, '/'));
+    EXPECT_EQ(seen.messages, row.outcome == TextOutcome::Rejected ? "Error parsing vCard\n" : "");
+  }
+}
+
+TEST_F(TextReading, HandsOverWhatIsComplete) {
+  const Seen& contacts = Contacts("BEGIN:VCARD\nFN:a\nBEGIN:VCARD\nFN:b\nBEGIN:VCARD\nTEL;:", 1);
+  EXPECT_EQ(contacts.result.outcome, TextOutcome::Stopped);
+  EXPECT_EQ(contacts.result.records, 1);
+  EXPECT_EQ(contacts.names, "a/");
+  EXPECT_EQ(contacts.messages, "");
+  const Seen& items = Items(
+      "BEGIN:VCALENDAR\nBEGIN:VEVENT\nSUMMARY:a\nEND:VEVENT\nBEGIN:VTODO\nSUMMARY:b\n"
+      "RRULE:Q1\nBEGIN:VMEMO\nSUMMARY:c\nEND:VMEMO\nEND:VCALENDAR\n");
+  EXPECT_EQ(items.result.outcome, TextOutcome::Read);
+  EXPECT_EQ(items.names, "a/b/!c/!");
+  EXPECT_THROW(static_cast<void>(ReadContacts(
+                   "BEGIN:VCARD\n", [](CContact&) -> bool { throw std::runtime_error("host"); })),
+               std::runtime_error);
+}
+
+// What stands in the collection already isn't touched, not even by lines ahead of the first BEGIN.
+TEST_F(TextReading, AppendsToACollection) {
+  CContacts contacts;
+  contacts.AddNew().tag = 7;
+  EXPECT_EQ(ReadContacts("FN:stray\nBEGIN:VCARD\nFN:a\n", contacts).records, 1);
+  ASSERT_EQ(contacts.GetCount(), 2);
+  EXPECT_EQ(contacts[0].tag, 7);
+  EXPECT_TRUE(contacts[0].formatted_name.empty());
+  EXPECT_EQ(WriteContact(contacts[1]),
+            "BEGIN:VCARD\r\nVERSION:2.1\r\nN:;a;;;\r\nFN:a\r\nEND:VCARD");
+  CCalendars items;
+  EXPECT_EQ(WriteCalendars(items), "");
+  EXPECT_EQ(ReadCalendars("BEGIN:VMEMO\n", items).records, 1);
+  EXPECT_EQ(WriteCalendars(items),
+            "BEGIN:VCALENDAR\r\nVERSION:1.0\r\nBEGIN:VMEMO\r\nCATEGORIES:MEMO\r\nEND:VMEMO\r\n"
+            "END:VCALENDAR");
+}
+
+TEST_F(TextReading, TellsAnUnreadableFileFromOneWithNothingInIt) {
+  const test::TemporaryFolder folder;
+  const std::string path = folder.path() + "/a.vcf";
+  CContacts contacts;
+  const TextResult missing = ReadContactFile(WideFromUtf8(path), contacts);
+  EXPECT_EQ(missing.outcome, TextOutcome::Unreadable);
+  EXPECT_EQ(missing.problem, "No such file or directory");
+  std::ofstream(path, std::ios::binary) << "";
+  EXPECT_EQ(ReadContactFile(WideFromUtf8(path), contacts).outcome, TextOutcome::NothingBegins);
+  std::ofstream(path, std::ios::binary) << "\xEF\xBB\xBF"
+                                        << "BEGIN:VCARD\nFN:a\n";
+  EXPECT_EQ(ReadContactFile(WideFromUtf8(path), contacts).records, 1);
+  // The mark stays ahead of items, as in their imports: it spoils the frame's line.
+  EXPECT_EQ(ReadCalendarFile(WideFromUtf8(path), [](CCalendar&) { return true; }).outcome,
+            TextOutcome::NothingBegins);
+  EXPECT_EQ(ReadCalendarFile(WideFromUtf8(folder.path()), [](CCalendar&) { return true; }).outcome,
+            TextOutcome::Unreadable);
+}
+
+}  // namespace
+}  // namespace pim

@@ -3,6 +3,10 @@
 #include <array>
 #include <cstring>
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 namespace pim::bench {
 namespace {
 
@@ -34,9 +38,42 @@ constexpr std::array<std::uint32_t, 256> MakePlace(unsigned shift) {
 constexpr std::array<std::array<std::uint32_t, 256>, 4> kPlaces = {MakePlace(18), MakePlace(12),
                                                                    MakePlace(6), MakePlace(0)};
 
-void Copy(WideStringView text, std::string& out) {
-  for (const char16_t unit : text) out += static_cast<char>(unit);
+// Narrows eight units a step; what the step writes beyond the text is overwritten.
+char* Narrow(WideStringView text, char* to) {
+#if defined(__SSE2__)
+  for (std::size_t i = 0; i < text.size(); i += 8) {
+    __m128i units = _mm_setzero_si128();
+    if (text.size() - i >= 8) {
+      units = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text.data() + i));
+    } else {
+      std::memcpy(&units, text.data() + i, (text.size() - i) * sizeof(char16_t));
+    }
+    _mm_storel_epi64(reinterpret_cast<__m128i*>(to + i), _mm_packus_epi16(units, units));
+  }
+#else
+  for (std::size_t i = 0; i < text.size(); ++i) to[i] = static_cast<char>(text[i]);
+#endif
+  return to + text.size();
 }
+
+// Copies a field as a line of its own into a buffer that is large enough.
+class FieldCopier {
+ public:
+  explicit FieldCopier(char* to) : to_(to) {}
+
+  template <std::size_t Size>
+  void Copy(const char (&head)[Size], WideStringView text) {
+    if (text.empty()) return;
+    std::memcpy(to_, head, Size - 1);
+    to_ = Narrow(text, to_ + Size - 1);
+    std::memcpy(to_, "\r\n", 2);
+    to_ += 2;
+  }
+  char* end() const { return to_; }
+
+ private:
+  char* to_;
+};
 
 }  // namespace
 
@@ -76,36 +113,42 @@ std::size_t DecodeBase64(std::string_view text, std::string& out) {
   return static_cast<std::size_t>(to - out.data());
 }
 
-void CopyStrings(const CContact& contact, std::string& out) {
-  const auto copy = [&out](WideStringView text) { Copy(text, out); };
+std::size_t CopyStrings(const CContact& contact, char* out) {
+  FieldCopier copier(out);
   for (const CName* name : {&contact.name, &contact.phonetic}) {
     for (const WideText* text : {&name->family_name, &name->given_name, &name->additional_name,
                                  &name->prefix_name, &name->suffix_name})
-      copy(*text);
+      copier.Copy("N:", *text);
   }
-  for (const WideText* text :
-       {&contact.formatted_name, &contact.hobby, &contact.org_title, &contact.org_role})
-    copy(*text);
-  for (const auto& entry : contact.telephones()) copy(entry.number);
-  for (const auto& entry : contact.emails()) copy(entry.email_address);
-  for (const auto& entry : contact.urls()) copy(entry.url_address);
+  copier.Copy("FN:", contact.formatted_name);
+  copier.Copy("X-HOBBY:", contact.hobby);
+  copier.Copy("TITLE:", contact.org_title);
+  copier.Copy("ROLE:", contact.org_role);
+  for (const auto& entry : contact.telephones()) copier.Copy("TEL;CELL:", entry.number);
+  for (const auto& entry : contact.emails()) copier.Copy("EMAIL;Work:", entry.email_address);
+  for (const auto& entry : contact.urls()) copier.Copy("URL;Work:", entry.url_address);
   for (const auto& entry : contact.addresses()) {
     for (const WideText* text :
          {&entry.street, &entry.locality, &entry.region, &entry.postal_code, &entry.country})
-      copy(*text);
+      copier.Copy("ADR;HOME:", *text);
   }
   for (const auto& entry : contact.organizations()) {
-    copy(entry.org_name);
-    copy(entry.org_position);
+    copier.Copy("ORG;Work:", entry.org_name);
+    copier.Copy("ORG;Work:", entry.org_position);
   }
-  for (const auto& entry : contact.comments()) copy(entry);
-  for (const auto& entry : contact.groups()) copy(entry);
+  for (const auto& entry : contact.comments()) copier.Copy("NOTE:", entry);
+  for (const auto& entry : contact.groups()) copier.Copy("X-GROUP:", entry);
+  return static_cast<std::size_t>(copier.end() - out);
 }
 
-void CopyStrings(const CCalendar& item, std::string& out) {
-  for (const WideText* text : {&item.summary, &item.description, &item.location, &item.color})
-    Copy(*text, out);
-  for (const auto& category : item.categories) Copy(category.category_name, out);
+std::size_t CopyStrings(const CCalendar& item, char* out) {
+  FieldCopier copier(out);
+  copier.Copy("SUMMARY:", item.summary);
+  copier.Copy("DESCRIPTION:", item.description);
+  copier.Copy("LOCATION:", item.location);
+  copier.Copy("X-COLOR:", item.color);
+  for (const auto& category : item.categories) copier.Copy("CATEGORIES:", category.category_name);
+  return static_cast<std::size_t>(copier.end() - out);
 }
 
 }  // namespace pim::bench

@@ -21,8 +21,10 @@ std::vector<std::u16string> MakeStrings(std::string_view text);
 // Decodes base64 lines by tables, four characters a step; gives the number of bytes.
 std::size_t DecodeBase64(std::string_view text, std::string& out);
 
-// Copies all strings of a record to narrow text.
-void CopyStrings(const CContact& contact, std::string& out);
-void CopyStrings(const CCalendar& item, std::string& out);
+// Copies all strings of a record as lines, narrowed by vectors, to `out`, which is large enough
+// (kCopyRoom); gives the number of bytes. What the strings hold is not looked at.
+inline constexpr std::size_t kCopyRoom = 4096;
+std::size_t CopyStrings(const CContact& contact, char* out);
+std::size_t CopyStrings(const CCalendar& item, char* out);
 
 }  // namespace pim::bench

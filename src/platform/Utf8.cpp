@@ -48,11 +48,15 @@ Decoded DecodeSequence(std::string_view bytes) noexcept {
   return {character, lead.length};
 }
 
-// Writes a character that isn't ASCII and gives the number of its bytes.
+// Writes a character and gives the number of its bytes.
 std::size_t EncodeCharacter(char32_t character, char* to) noexcept {
   const auto tail = [character](unsigned shift) {
     return static_cast<char>(0x80 | (character >> shift & 0x3F));
   };
+  if (character < 0x80) {
+    to[0] = static_cast<char>(character);
+    return 1;
+  }
   if (character < 0x800) {
     to[0] = static_cast<char>(0xC0 | character >> 6);
     to[1] = tail(0);
@@ -95,12 +99,29 @@ void Utf8ToWide(std::string_view bytes, std::u16string& wide) {
   wide.resize(static_cast<std::size_t>(to - wide.data()));
 }
 
+std::size_t EncodeUtf8(std::u16string_view units, char* to) noexcept {
+  if (IsPairAt(units, 0)) return EncodeCharacter(JoinPair(units[0], units[1]), to);
+  return EncodeCharacter(IsSurrogate(units[0]) ? kReplacementCharacter : units[0], to);
+}
+
+std::size_t Utf8Size(std::u16string_view wide) noexcept {
+  std::size_t size = 0;
+  for (std::size_t at = 0; at < wide.size(); ++at) {
+    if (IsPairAt(wide, at)) {
+      size += 4;
+      ++at;
+    } else {
+      size += wide[at] < 0x80 ? 1 : wide[at] < 0x800 ? 2 : 3;
+    }
+  }
+  return size;
+}
+
 void AppendUtf8(std::u16string_view wide, std::string& bytes) {
-  constexpr std::size_t kLongestCharacter = 4;
   std::array<char, 1024> block;  // filled and appended in turn: `bytes` then grows by what it needs
   std::size_t used = 0;
   for (std::size_t at = 0; at < wide.size();) {
-    if (block.size() - used < kLongestCharacter) {
+    if (block.size() - used < kLongestUtf8) {
       bytes.append(block.data(), used);
       used = 0;
     }
@@ -111,13 +132,9 @@ void AppendUtf8(std::u16string_view wide, std::string& bytes) {
       used += run;
       continue;
     }
-    char32_t character = IsSurrogate(wide[at]) ? kReplacementCharacter : wide[at];
-    if (IsPairAt(wide, at)) {
-      character = JoinPair(wide[at], wide[at + 1]);
-      ++at;
-    }
-    ++at;
-    used += EncodeCharacter(character, block.data() + used);
+    const std::size_t units = IsPairAt(wide, at) ? 2 : 1;
+    used += EncodeUtf8(wide.substr(at, units), block.data() + used);
+    at += units;
   }
   bytes.append(block.data(), used);
 }

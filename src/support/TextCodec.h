@@ -1,10 +1,10 @@
 #pragma once
 
 #include <cstdint>
-#include <stdexcept>
 
 #include "pim/support/Strings.h"
 #include "pim/support/WideText.h"
+#include "support/QuotedPrintable.h"
 
 namespace pim {
 
@@ -24,13 +24,6 @@ enum EncodingCode : std::int32_t {
   ENCODING_OTHER = -1,
 };
 
-// An encoded text would pass 31 bits of length.
-class SizeOverflow : public std::length_error {
- public:
-  static constexpr std::uint32_t kCode = 0x80004005;  // Windows' E_FAIL
-  SizeOverflow() : std::length_error("text too long to encode") {}
-};
-
 // Replaces `text` by the value's text. Quoted-printable is decoded, other bytes are taken as they
 // stand (base64 has gone already); then UTF-8, Shift-JIS or, for any other charset, the default
 // code page is converted. The text ends at the first NUL byte and at a bad escape.
@@ -48,9 +41,6 @@ void WidenText(NarrowStringView bytes, WideString& work, WideText& text);
 void WidenText(NarrowStringView bytes, WideString& text);
 void NarrowText(WideStringView text, NarrowString& bytes);
 
-// Replaces `encoded` by the text in UTF-8 under quoted-printable. Throws SizeOverflow.
-void EncodeText(WideStringView text, NarrowString& encoded);
-
 // The parameters of a property whose value EncodeText has changed.
 constexpr NarrowStringView TextParameters() { return ";CHARSET=utf-8;ENCODING=QUOTED-PRINTABLE"; }
 
@@ -58,18 +48,6 @@ constexpr NarrowStringView TextParameters() { return ";CHARSET=utf-8;ENCODING=QU
 constexpr bool NeedsTextParameters(NarrowStringView encoded) {
   return encoded.find('=') != NarrowStringView::npos;
 }
-
-// Replaces `out` by the quoted-printable form, with a soft line break (= CR LF) behind each 68 or
-// more columns; only the value's own characters count as columns. Throws SizeOverflow.
-void QuotedPrintableEncode(const char* bytes, std::int32_t length, NarrowString& out);
-
-// The size that the encoder's output stays below. Throws SizeOverflow beyond 31 bits.
-std::int32_t QuotedPrintableEncodedSize(std::int32_t length);
-
-// Decodes into `out`, a buffer of at least `length` bytes, and sets `written`. False when an equals
-// sign begins neither an escape nor a soft line break; what stands before it is in `out`.
-bool QuotedPrintableDecode(const char* bytes, std::int32_t length, char* out,
-                           std::int32_t& written);
 
 // A backslash in front of each backslash and semicolon, and back. Any other backslash stays.
 void EscapeValue(NarrowString& value);

@@ -1,7 +1,6 @@
 #include "vcalendar/RecurrenceWriter.h"
 
-#include "support/TextCodec.h"
-#include "vcalendar/DateTimeText.h"
+#include "support/DateTimeText.h"
 #include "vcalendar/VCalendarWords.h"
 
 namespace pim {
@@ -46,16 +45,16 @@ void AppendLists(NarrowString& text, const RecurrenceData& rule) {
 }
 
 // False when there is no rule to write.
-bool AppendRuleLine(NarrowString& out, VCalPropertyId id, const CRecurrence& holder) {
+bool AppendRuleLine(PropertyLines& out, VCalPropertyId id, const CRecurrence& holder) {
   NarrowString text;
   if (holder.data == nullptr || !FormatRule(*holder.data, text)) return false;
-  AppendProperty(out, TextOf(kVCalendarProperties, static_cast<std::uint32_t>(id)), {}, text);
+  out.Append(TextOf(kVCalendarProperties, static_cast<std::uint32_t>(id)), {}, text);
   return true;
 }
 
 }  // namespace
 
-void AppendRuleLines(NarrowString& out, const CRecurrence& recurrence,
+void AppendRuleLines(PropertyLines& out, const CRecurrence& recurrence,
                      const CRecurrence& exceptionRule) {
   if (AppendRuleLine(out, VCAL_RRULE, recurrence)) AppendRuleLine(out, VCAL_XRULE, exceptionRule);
 }
@@ -75,15 +74,9 @@ bool FormatRule(const RecurrenceData& data, NarrowString& text) {
 }
 
 NarrowString AppendEndDate(NarrowString text, const COleDateTime& endDate) {
-  const auto fields = endDate.GetFields();
-  if (!fields) return text;
-  text.append(1, ' ');
-  AppendDate(text, *fields);
-  text.append(1, 'T');
-  AppendPadded(text, fields->hour, 2);
-  AppendPadded(text, fields->minute, 2);
-  AppendPadded(text, fields->second, 2);
-  return text.append(1, 'Z');
+  if (!endDate.GetFields()) return text;
+  return text.append(1, ' ').append(
+      DateTimeText(endDate).AddDate().AddMinutes().AddSeconds().Add("Z").view());
 }
 
 }  // namespace pim

@@ -2,11 +2,12 @@
 
 #include "pim/records/Recurrence.h"
 #include "pim/support/Strings.h"
+#include "support/PropertyLines.h"
 
 namespace pim {
 
 // Appends the lines of an item's rules. Without a repeat rule there is no exception rule either.
-void AppendRuleLines(NarrowString& out, const CRecurrence& recurrence,
+void AppendRuleLines(PropertyLines& out, const CRecurrence& recurrence,
                      const CRecurrence& exceptionRule);
 
 // Replaces `text` by the rule in vCalendar 1.0's basic grammar. False, with an empty text, for a

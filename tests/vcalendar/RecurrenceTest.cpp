@@ -136,7 +136,8 @@ TEST(Recurrence, WritesWhatNoReaderMakes) {
   CRecurrence except;
   const auto lines = [&] {
     std::string text;
-    AppendRuleLines(text, rule, except);
+    PropertyLines out(text);
+    AppendRuleLines(out, rule, except);
     return text;
   };
   except.data = MakeRecurrenceData(RECUR_YEARLY_BY_MONTH);

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "tests/support/ScopedWritingForm.h"
 #include "tests/vcalendar/VCalendars.h"
 
 namespace pim {
@@ -117,8 +118,14 @@ TEST(VCalendarWriter, CategoriesAndMarks) {
   EXPECT_EQ(LinesOf(std::move(marked)), "X-HOLIDAY:NO\r\n");
 }
 
-// A date that isn't one has no line, in either form.
+// A date that isn't one has its line all the same, and reads back as none; an all-day item has its
+// two days in any case.
 TEST(VCalendarWriter, DatesThatAreNone) {
+  static constexpr const char* kLines[] = {
+      "DCREATED:-001-1-1T-1-100Z\r\nDTSTART:-001-1-1T-1-100Z\r\nDTEND:-001-1-1T-1-100Z\r\n"
+      "AALARM:-001-1-1T-1-100Z;;;\r\n",
+      "DCREATED:-001-1-1T-1-100Z\r\nDTSTART:-001-1-1T000000\r\nDTEND:-001-1-1T240000\r\n"
+      "AALARM:-001-1-1T-1-100;;;\r\n"};
   for (const std::int32_t allday : {0, 1}) {
     SCOPED_TRACE(allday);
     CCalendar item;
@@ -126,7 +133,28 @@ TEST(VCalendarWriter, DatesThatAreNone) {
     item.start_time.status = item.created_time.status = StatusInvalid;
     item.end_time.status = item.reminder.alarm_date.status = StatusValid;
     item.end_time.value = item.reminder.alarm_date.value = 1e300;
-    EXPECT_EQ(LinesOf(std::move(item)), "");
+    EXPECT_EQ(LinesOf(std::move(item)), kLines[allday]);
+    const CCalendar back = ReadItem(kLines[allday]);
+    for (const COleDateTimeNull& date : {back.start_time, back.end_time, back.reminder.alarm_date})
+      EXPECT_EQ(date.status, StatusInvalid);
+  }
+  CCalendar unset;
+  unset.allday = 1;
+  EXPECT_EQ(LinesOf(std::move(unset)), "DTSTART:-001-1-1T000000\r\nDTEND:-001-1-1T240000\r\n");
+}
+
+TEST(VCalendarWriter, WritingForms) {
+  const std::u16string w68(68, u'x');
+  const std::string x68(68, 'x');
+  for (const auto form : {WritingForm::ToTheLetter, WritingForm::ReadsBack}) {
+    const ScopedWritingForm scope(form);
+    CCalendar item;
+    item.summary = w68 + u" b";
+    const bool readsBack = form == WritingForm::ReadsBack;
+    const std::string lines = LinesOf(std::move(item));
+    EXPECT_EQ(lines, "SUMMARY;CHARSET=utf-8;ENCODING=QUOTED-PRINTABLE:" + x68 + "=\r\n" +
+                         (readsBack ? "=20b\r\n" : " b\r\n"));
+    EXPECT_EQ(ReadItem(lines).summary, w68 + (readsBack ? u" b" : u"b"));
   }
 }
 

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "tests/support/ScopedWritingForm.h"
 #include "tests/vcard/VCards.h"
 #include "vcard/VCardWriter.h"
 
@@ -38,12 +39,63 @@ TEST(VCardWriter, LinesOfLists) {
       "X-EVENTDAY:09870203\r\n"
       "TEL;PREF;WORK;HOME;VOICE;FAX;MSG;CELL;PAGER;BBS;MODEM;CAR;ASSISTANT;VIDEO;INTERNET;PTT;VOIP;"
       "COMPANY;ANDROID_OTHER;CUSTOM;ISDN;CALLBACK;MAIN;TELEX;TTY;MMS;RADIO:5=5;5\r\n"
-      "TEL:1  NOTE:x\r\n"
+      "TEL:1\r\nNOTE:x\r\n"
       "EMAIL:a@b\r\nX-CHATID;GoogleTalk:m\r\n"
       "URL;Work;CHARSET=utf-8;ENCODING=QUOTED-PRINTABLE:http://x?a=3Db\r\n"
       "ADR;PREF;WORK;HOME:;;a\\;b\\\\c;;;;\r\nNOTE:a;b\\c\r\nORG;Unknown:Acme;\r\nX-BLOOD:\r\n"
       "X-FAVORITE:YES\r\nEND:VCARD");
   EXPECT_EQ(WriteCard(CContact()), "BEGIN:VCARD\r\nVERSION:2.1\r\nEND:VCARD");
+}
+
+// The two forms of a text differ in blanks at the head of a line and in a number's line breaks.
+TEST(VCardWriter, WritingForms) {
+  const std::string x64(64, 'x');
+  const std::u16string w64(64, u'x');
+  const struct {
+    WideString text;
+    std::string bare;
+    std::string readsBack;
+  } kRows[] = {
+      {u"a b ", "a b ", "a b "},
+      {u" a", " a", "=20a"},
+      {u"\ta", "\ta", "=09a"},
+      {w64 + u"xxxx b", x64 + "xxxx=\r\n b", x64 + "xxxx=\r\n=20b"},
+      {w64 + u"xxxx  b", x64 + "xxxx=\r\n  b", x64 + "xxxx=\r\n=20 b"},
+      {w64 + u"xxxx\t", x64 + "xxxx=\r\n\t", x64 + "xxxx=\r\n=09"},
+      {w64 + u" b", x64 + "=20b", x64 + "=20b"},
+  };
+  for (const auto& row : kRows) {
+    SCOPED_TRACE(row.readsBack);
+    CContact contact;
+    contact.NewComment(row.text);
+    contact.name.given_name = row.text;
+    for (const auto form : {WritingForm::ToTheLetter, WritingForm::ReadsBack}) {
+      const ScopedWritingForm scope(form);
+      const std::string& value = form == WritingForm::ReadsBack ? row.readsBack : row.bare;
+      const std::string parameters =
+          value.find('=') == std::string::npos ? "" : ";CHARSET=utf-8;ENCODING=QUOTED-PRINTABLE";
+      const std::string card = WriteCard(contact);
+      EXPECT_NE(card.find("\r\nNOTE" + parameters + ":" + value + "\r\n"), std::string::npos);
+      EXPECT_NE(card.find("\r\nN" + parameters + ":;" + value + ";;;\r\n"), std::string::npos);
+      if (form == WritingForm::ToTheLetter) continue;
+      EXPECT_EQ(ReadCards(card)[0].comments()[0], row.text);
+      EXPECT_EQ(ReadCards(card)[0].name.given_name, row.text);
+    }
+  }
+  CContact contact;
+  contact.NewTelephone(u"1\r\nNOTE:x", 0, false, -1);
+  const ScopedWritingForm scope(WritingForm::ReadsBack);
+  EXPECT_NE(WriteCard(contact).find("TEL:1  NOTE:x\r\n"), std::string::npos);
+}
+
+// A date that is none has its line, and is read as none again.
+TEST(VCardWriter, InvalidDate) {
+  CContact contact;
+  contact.NewContactEvent({}, EVENT_BIRTHDAY);
+  COleDateTime none;
+  none.status = StatusInvalid;
+  contact.NewContactEvent(none, EVENT_BIRTHDAY);
+  EXPECT_EQ(WriteCard(contact), "BEGIN:VCARD\r\nVERSION:2.1\r\nBDAY:-001-1-1\r\nEND:VCARD");
 }
 
 // Numbers go out in the default code page; all other text is UTF-8.

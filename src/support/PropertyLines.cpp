@@ -13,10 +13,7 @@ namespace {
 // Up to here blanks stand for themselves and no line is broken.
 constexpr std::size_t kShortText = 64;
 
-char* Copy(NarrowStringView text, char* to) {
-  std::memcpy(to, text.data(), text.size());
-  return to + text.size();
-}
+char* Copy(NarrowStringView text, char* to) { return std::copy(text.begin(), text.end(), to); }
 
 }  // namespace
 

@@ -3,6 +3,8 @@
 #include <array>
 #include <cstring>
 
+#include "support/Base64.h"
+
 #if defined(__SSE2__)
 #include <emmintrin.h>
 #endif
@@ -28,11 +30,9 @@ void ForEachValue(std::string_view text, Take take) {
 }
 
 constexpr std::array<std::uint32_t, 256> MakePlace(unsigned shift) {
-  constexpr std::string_view kAlphabet =
-      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
   std::array<std::uint32_t, 256> place{};
-  for (std::size_t i = 0; i < kAlphabet.size(); ++i)
-    place[static_cast<unsigned char>(kAlphabet[i])] = static_cast<std::uint32_t>(i) << shift;
+  for (std::size_t i = 0; i < kBase64Alphabet.size(); ++i)
+    place[static_cast<unsigned char>(kBase64Alphabet[i])] = static_cast<std::uint32_t>(i) << shift;
   return place;
 }
 constexpr std::array<std::array<std::uint32_t, 256>, 4> kPlaces = {MakePlace(18), MakePlace(12),

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <optional>
 
 #include "pim/manager/LabelKeys.h"
 #include "pim/manager/VObjectMgr.h"
@@ -52,23 +53,21 @@ WideString FormatTime(const COleDateTime& value) {
 // A rendering under construction: labels, each with its value below.
 class Rendering {
  public:
-  Rendering(const VObjectMgr& manager, const char16_t* heading) : manager_(manager) {
-    text_.append(manager_.GetString(heading)).append(kLineEnd).append(kLineEnd);
+  Rendering(const VObjectMgr& manager, Label heading) : manager_(manager) {
+    text_.append(manager_.GetString(KeyOf(heading))).append(kLineEnd).append(kLineEnd);
   }
 
-  void Add(const char16_t* label, WideStringView value) {
-    text_.append(manager_.GetString(label)).append(u":").append(kLineEnd);
+  void Add(Label label, WideStringView value) {
+    text_.append(Word(label)).append(u":").append(kLineEnd);
     AddLine(value);
   }
-  void AddNumbered(const char16_t* label, std::int32_t number, WideStringView value) {
-    text_.append(manager_.GetString(label)).append(Format(" #%d:\n", number));
+  void AddNumbered(Label label, std::int32_t number, WideStringView value) {
+    text_.append(Word(label)).append(Format(" #%d:\n", number));
     AddLine(value);
   }
   void AddLine(WideStringView line) { text_.append(line).append(kLineEnd); }
-  // The word of a key; nothing for null.
-  WideString Word(const char16_t* key) const {
-    return key == nullptr ? WideString() : manager_.GetString(key);
-  }
+  WideString Word(Label label) const { return manager_.GetString(KeyOf(label)); }
+  WideString Word(std::optional<Label> label) const { return label ? Word(*label) : WideString(); }
 
   WideString& text() { return text_; }
 
@@ -77,47 +76,47 @@ class Rendering {
   WideString text_;
 };
 
-const char16_t* CategoryKey(std::uint32_t mask) {
+std::optional<Label> CategoryLabel(std::uint32_t mask) {
   switch (mask) {
     case CATEGORY_ANNIVERSARY:
-      return labels::kAnniversary;
+      return Label::Anniversary;
     case CATEGORY_APPOINTMENT:
-      return labels::kAppointment;
+      return Label::Appointment;
     case CATEGORY_BIRTHDAY:
-      return labels::kBirthday;
+      return Label::Birthday;
     default:
-      return nullptr;
+      return std::nullopt;
   }
 }
 
-const char16_t* RepeatKey(const RecurrenceData* rule) {
-  if (rule == nullptr) return labels::kOnce;
+std::optional<Label> RepeatLabel(const RecurrenceData* rule) {
+  if (rule == nullptr) return Label::Once;
   switch (rule->type) {
     case RECUR_DAILY:
-      return labels::kDaily;
+      return Label::Daily;
     case RECUR_WEEKLY:
-      return labels::kWeekly;
+      return Label::Weekly;
     case RECUR_MONTHLY_BY_POS:
     case RECUR_MONTHLY_BY_DAY:
-      return labels::kMonthly;
+      return Label::Monthly;
     case RECUR_YEARLY_BY_MONTH:
     case RECUR_YEARLY_BY_DAY:
-      return labels::kYearly;
+      return Label::Yearly;
     default:
-      return nullptr;
+      return std::nullopt;
   }
 }
 
-const char16_t* PriorityKey(std::int32_t priority) {
+std::optional<Label> PriorityLabel(std::int32_t priority) {
   switch (priority) {
     case PRIORITY_HIGH:
-      return labels::kHigh;
+      return Label::High;
     case PRIORITY_MEDIUM:
-      return labels::kMedium;
+      return Label::Medium;
     case PRIORITY_LOW:
-      return labels::kLow;
+      return Label::Low;
     default:
-      return nullptr;
+      return std::nullopt;
   }
 }
 
@@ -126,10 +125,10 @@ WideString AlarmPhrase(const Rendering& rendering, const CCalendar& item) {
   item.GetAlarmRuntime(minutes);
   switch (item.GetAlarmType()) {
     case DESKMATE_IDS::ALARM_NONE:
-      return rendering.Word(labels::kNoAlarm);
+      return rendering.Word(Label::NoAlarm);
     case DESKMATE_IDS::ALARM_AUDIO:
     case DESKMATE_IDS::ALARM_OTHER:
-      return Format("%d ", minutes).append(rendering.Word(labels::kMinutesBefore));
+      return Format("%d ", minutes).append(rendering.Word(Label::MinutesBefore));
     default:
       return {};
   }
@@ -161,13 +160,13 @@ WideString VObjectMgr::VCardToString(WideString text) const {
   ParseVCard(contacts, NarrowObject(text));
   if (contacts.GetCount() == 0) return {};
   const CContact& contact = contacts[0];
-  Rendering rendering(*this, labels::kVCard);
-  rendering.Add(labels::kName,
+  Rendering rendering(*this, Label::VCard);
+  rendering.Add(Label::Name,
                 contact.name.given_name.str().append(u" ").append(contact.name.family_name.view()));
   for (std::int32_t i = 0; i < contact.GetTelephoneCount(); ++i)
-    rendering.AddNumbered(labels::kNumber, i, contact.GetTelephone(i).number);
+    rendering.AddNumbered(Label::Number, i, contact.GetTelephone(i).number);
   for (std::int32_t i = 0; i < contact.GetEmailCount(); ++i)
-    rendering.AddNumbered(labels::kEmail, i, contact.GetEmail(i).email_address);
+    rendering.AddNumbered(Label::Email, i, contact.GetEmail(i).email_address);
   return std::move(rendering.text());
 }
 
@@ -179,18 +178,18 @@ WideString VObjectMgr::VCalendarToString(WideString text) const {
   const CCalendar& item = items[0];
   const RecurrenceData* rule = item.recurrence.GetRecurrenceData();
   const bool ends = rule != nullptr && rule->endDate.status == StatusValid;
-  Rendering rendering(*this, labels::kVCalendar);
-  rendering.Add(labels::kStartDate, FormatDate(item.start_time));
-  rendering.Add(labels::kEndDate, FormatDate(item.end_time));
-  rendering.Add(labels::kCategory, rendering.Word(CategoryKey(item.GetCategories())));
-  rendering.Add(labels::kTime,
+  Rendering rendering(*this, Label::VCalendar);
+  rendering.Add(Label::StartDate, FormatDate(item.start_time));
+  rendering.Add(Label::EndDate, FormatDate(item.end_time));
+  rendering.Add(Label::Category, rendering.Word(CategoryLabel(item.GetCategories())));
+  rendering.Add(Label::Time,
                 FormatTime(item.start_time).append(u" ~ ").append(FormatTime(item.end_time)));
-  rendering.Add(labels::kSubject, item.summary);
-  rendering.Add(labels::kLocation, item.location);
-  rendering.Add(labels::kAlarm, AlarmPhrase(rendering, item));
-  rendering.Add(labels::kRepeat, rendering.Word(RepeatKey(rule)));
-  rendering.Add(labels::kExpiration,
-                ends ? FormatDate(rule->endDate) : rendering.Word(labels::kNoExpiration));
+  rendering.Add(Label::Subject, item.summary);
+  rendering.Add(Label::Location, item.location);
+  rendering.Add(Label::Alarm, AlarmPhrase(rendering, item));
+  rendering.Add(Label::Repeat, rendering.Word(RepeatLabel(rule)));
+  rendering.Add(Label::Expiration,
+                ends ? FormatDate(rule->endDate) : rendering.Word(Label::NoExpiration));
   return std::move(rendering.text());
 }
 
@@ -200,11 +199,11 @@ WideString VObjectMgr::VTodoToString(WideString text) const {
   ParseVCalendar(items, NarrowObject(text));
   if (items.GetCount() == 0) return {};
   const CCalendar& item = items[0];
-  Rendering rendering(*this, labels::kVTodo);
-  rendering.AddLine(rendering.Word(labels::kDate));  // the one label without a colon
+  Rendering rendering(*this, Label::VTodo);
+  rendering.AddLine(rendering.Word(Label::Date));  // the one label without a colon
   rendering.AddLine(FormatDate(item.due));
-  rendering.Add(labels::kPriority, rendering.Word(PriorityKey(item.priority)));
-  rendering.Add(labels::kNotes, {});
+  rendering.Add(Label::Priority, rendering.Word(PriorityLabel(item.priority)));
+  rendering.Add(Label::Notes, {});
   return std::move(rendering.text());
 }
 

@@ -1,5 +1,7 @@
 #include "stream/ParserStates.h"
 
+#include <algorithm>
+
 #include "stream/ByteClasses.h"
 #include "stream/ParserStorage.h"
 #include "support/WordTable.h"
@@ -7,32 +9,24 @@
 namespace pim {
 namespace {
 
-constexpr Word kEncodingWords[] = {
-    {"QUOTED-PRINTABLE", static_cast<std::uint32_t>(TransferEncoding::EncodingQuotedPrintable)},
-    {"BASE64", static_cast<std::uint32_t>(TransferEncoding::EncodingBase64)},
-    {"8BIT", static_cast<std::uint32_t>(TransferEncoding::Encoding8Bit)},
-};
+constexpr Word kEncodingWords[] = {kQuotedPrintableWord, kBase64Word, k8BitWord};
+static_assert(TextsDiffer(kEncodingWords));
 constexpr WordIndex kEncodingIndex(kEncodingWords);
 
 // Whether a parameter's name can be ENCODING or an encoding word, by its first letter alone: few
 // parameters are either, and each property has some.
-bool MayNameEncoding(char first) {
-  switch (ToUpper(first)) {
-    case 'E':
-    case 'Q':
-    case 'B':
-    case '8':
-      return true;
-    default:
-      return false;
-  }
+constexpr bool MayNameEncoding(char first) {
+  const char upper = ToUpper(first);
+  return upper == kEncodingName.front() ||
+         std::ranges::any_of(kEncodingWords,
+                             [upper](const Word& word) { return word.text.front() == upper; });
 }
 
 // A word behind ENCODING= or in its place names the encoding; the last one that does counts.
 void TakeEncoding(VObjectParser& parser, const ParserParam& param) {
   if (!MayNameEncoding(*param.name.text)) return;
   WordKey word = KeyOf(param.name.text);
-  if (EqualsIgnoringCase(word.text, "ENCODING")) {
+  if (EqualsIgnoringCase(word.text, kEncodingName)) {
     if (param.value.text == nullptr) return;
     word = KeyOf(param.value.text);
   }

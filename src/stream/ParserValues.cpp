@@ -5,6 +5,7 @@
 #include "stream/ByteClasses.h"
 #include "stream/ParserStates.h"
 #include "stream/ParserStorage.h"
+#include "support/Base64.h"
 
 namespace pim {
 namespace {
@@ -65,12 +66,10 @@ const char* FeedQuotedPrintable(VObjectParser& parser, const char* from, const c
 constexpr std::uint8_t kNoDigit = 0xFF;
 
 constexpr std::array<std::uint8_t, 256> MakeBase64Values() {
-  constexpr NarrowStringView kAlphabet =
-      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
   std::array<std::uint8_t, 256> values{};
   values.fill(kNoDigit);
-  for (std::size_t i = 0; i < kAlphabet.size(); ++i)
-    values[static_cast<unsigned char>(kAlphabet[i])] = static_cast<std::uint8_t>(i);
+  for (std::size_t i = 0; i < kBase64Alphabet.size(); ++i)
+    values[static_cast<unsigned char>(kBase64Alphabet[i])] = static_cast<std::uint8_t>(i);
   return values;
 }
 constexpr std::array<std::uint8_t, 256> kBase64Values = MakeBase64Values();

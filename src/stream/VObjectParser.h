@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "pim/support/Strings.h"
+#include "support/ParameterWords.h"
 
 namespace pim {
 
@@ -18,13 +19,6 @@ enum class ParserState : std::int32_t {
   StateValue = 5,
 };
 
-enum class TransferEncoding : std::int32_t {
-  EncodingNone = 0,
-  EncodingQuotedPrintable = 1,
-  EncodingBase64 = 2,
-  Encoding8Bit = 3,
-};
-
 // One parameter of a property. While its header is read the words are offsets into the parser's
 // buffer, which may move; the handlers get them as zero-terminated texts, null for none.
 struct ParserParam {
@@ -32,6 +26,11 @@ struct ParserParam {
     std::size_t offset;
     const char* text;
   };
+  // What the handlers read of the value: empty for a parameter without one.
+  NarrowStringView ValueText() const {
+    return value.text == nullptr ? NarrowStringView{} : value.text;
+  }
+
   Word name;
   Word value;
 };

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "support/TextCodec.h"
+#include "support/ParameterWords.h"
 #include "support/WordTable.h"
 
 namespace pim {
@@ -11,14 +11,15 @@ namespace pim {
 
 enum TextParameter : std::uint32_t { PARAMETER_CHARSET, PARAMETER_ENCODING };
 
-inline constexpr Word kTextParameters[] = {{"CHARSET", PARAMETER_CHARSET},
-                                           {"ENCODING", PARAMETER_ENCODING}};
+inline constexpr Word kTextParameters[] = {{kCharsetName, PARAMETER_CHARSET},
+                                           {kEncodingName, PARAMETER_ENCODING}};
 
-inline constexpr Word kCharsets[] = {{"utf-8", CHARSET_UTF8}, {"SHIFT_JIS", CHARSET_SHIFT_JIS}};
+inline constexpr Word kCharsets[] = {kUtf8Word, kShiftJisWord};
 
 // Also parameters of their own, with or without a value.
-inline constexpr Word kEncodings[] = {{"QUOTED-PRINTABLE", ENCODING_QUOTED_PRINTABLE},
-                                      {"BASE64", ENCODING_BASE64}};
+inline constexpr Word kEncodings[] = {kQuotedPrintableWord, kBase64Word};
+
+static_assert(TextsDiffer(kTextParameters) && TextsDiffer(kCharsets) && TextsDiffer(kEncodings));
 
 inline constexpr WordIndex kTextParameterIndex(kTextParameters);
 inline constexpr WordIndex kCharsetIndex(kCharsets);

@@ -6,6 +6,7 @@
 
 #include "platform/AsciiRuns.h"
 #include "platform/CodePages.h"
+#include "support/ParameterWords.h"
 
 namespace pim {
 namespace {
@@ -88,6 +89,20 @@ void WidenText(NarrowStringView bytes, WideString& text) {
 
 void NarrowText(WideStringView text, NarrowString& bytes) {
   WideToMultiByte(kCodePageDefault, text, bytes);
+}
+
+void AppendParameter(NarrowString& parameters, NarrowStringView name, NarrowStringView value) {
+  parameters.append(1, ';').append(name).append(1, '=').append(value);
+}
+
+NarrowStringView TextParameters() {
+  static const NarrowString text = [] {
+    NarrowString parameters;
+    AppendParameter(parameters, kCharsetName, kUtf8Word.text);
+    AppendParameter(parameters, kEncodingName, kQuotedPrintableWord.text);
+    return parameters;
+  }();
+  return text;
 }
 
 void EscapeValue(NarrowString& value) {

@@ -4,25 +4,10 @@
 
 #include "pim/support/Strings.h"
 #include "pim/support/WideText.h"
+#include "support/ParameterWords.h"
 #include "support/QuotedPrintable.h"
 
 namespace pim {
-
-// What a property's CHARSET parameter says.
-enum CharsetCode : std::int32_t {
-  CHARSET_NONE = 0,
-  CHARSET_UTF8 = 1,
-  CHARSET_SHIFT_JIS = 2,
-  CHARSET_OTHER = -1,
-};
-
-// What a property's ENCODING parameter, or a bare word in its place, says.
-enum EncodingCode : std::int32_t {
-  ENCODING_NONE = 0,
-  ENCODING_QUOTED_PRINTABLE = 1,
-  ENCODING_BASE64 = 2,
-  ENCODING_OTHER = -1,
-};
 
 // Replaces `text` by the value's text. Quoted-printable is decoded, other bytes are taken as they
 // stand (base64 has gone already); then UTF-8, Shift-JIS or, for any other charset, the default
@@ -41,8 +26,12 @@ void WidenText(NarrowStringView bytes, WideString& work, WideText& text);
 void WidenText(NarrowStringView bytes, WideString& text);
 void NarrowText(WideStringView text, NarrowString& bytes);
 
-// The parameters of a property whose value EncodeText has changed.
-constexpr NarrowStringView TextParameters() { return ";CHARSET=utf-8;ENCODING=QUOTED-PRINTABLE"; }
+// Appends ";NAME=VALUE".
+void AppendParameter(NarrowString& parameters, NarrowStringView name, NarrowStringView value);
+
+// The parameters of a property whose value EncodeText has changed:
+// ";CHARSET=utf-8;ENCODING=QUOTED-PRINTABLE".
+NarrowStringView TextParameters();
 
 // Whether an encoded text needs them: it holds an escape or a soft line break.
 constexpr bool NeedsTextParameters(NarrowStringView encoded) {

@@ -13,10 +13,6 @@ namespace {
 
 constexpr WordIndex kPropertyIndex(kVCalendarProperties);
 
-NarrowStringView ValueOf(const ParserParam& param) {
-  return param.value.text == nullptr ? NarrowStringView{} : param.value.text;
-}
-
 // A parameter of which a known name is the start counts as that one.
 std::uint32_t AlarmBitsOf(NarrowStringView name, NarrowStringView value) {
   while (!value.empty() && (value.front() == '=' || IsBlank(value.front()))) value.remove_prefix(1);
@@ -61,9 +57,9 @@ void OnVCalProperty(void* user, const char* name, const ParserParam* params) {
   const auto id = kPropertyIndex.CodeOf(KeyOf(name));
   context.propertyId = id ? static_cast<std::int32_t>(*id) : VCAL_UNKNOWN;
   for (const ParserParam* param = params; param->name.text != nullptr; ++param) {
-    TakeTextParameter(KeyOf(param->name.text), ValueOf(*param), context.charset, context.encoding);
+    TakeTextParameter(KeyOf(param->name.text), param->ValueText(), context.charset, context.encoding);
     if (context.propertyId == VCAL_AALARM)
-      context.alarmFormat |= AlarmBitsOf(param->name.text, ValueOf(*param));
+      context.alarmFormat |= AlarmBitsOf(param->name.text, param->ValueText());
   }
 }
 

@@ -2,6 +2,7 @@
 
 #include "pim/records/TypeCodes.h"
 #include "stream/ObjectWords.h"
+#include "support/ParameterWords.h"
 #include "support/WordTable.h"
 
 namespace pim {
@@ -93,7 +94,7 @@ inline constexpr NarrowStringView kHolidayYes = "YES";
 inline constexpr NarrowStringView kHolidayNo = "NO";
 
 // What an alarm's parameters say, by the start of the parameter's name.
-inline constexpr NarrowStringView kAlarmTypeName = "TYPE";
+inline constexpr NarrowStringView kAlarmTypeName = kTypeName;
 inline constexpr Word kAlarmTypeWords[] = {
     {"PCM", REMINDER_PCM}, {"WAVE", REMINDER_WAVE}, {"AIFF", REMINDER_AIFF}};
 inline constexpr NarrowStringView kAlarmValueName = "VALUE";

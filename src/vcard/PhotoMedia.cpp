@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "support/Base64.h"
 #include "support/CallerIdPictures.h"
 #include "support/FileNames.h"
 #include "support/TextCodec.h"
@@ -40,19 +41,20 @@ NarrowString PhotoParameters(WideStringView name) {
   for (const char16_t unit : extension) ascii += unit < 0x80 ? static_cast<char>(unit) : '?';
   const auto code = CodeOf(kMediaExtensions, ascii);
   const NarrowStringView word = code ? TextOf(kMediaWords, *code) : "UNKNOWN";
-  return NarrowString(";TYPE=").append(word).append(";ENCODING=BASE64");
+  NarrowString parameters;
+  AppendParameter(parameters, kTypeName, word);
+  AppendParameter(parameters, kEncodingName, kBase64Word.text);
+  return parameters;
 }
 
 NarrowString Base64Encode(const char* bytes, std::size_t length) {
-  static constexpr char kAlphabet[] =
-      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
   NarrowString text((length + 2) / 3 * 4, '=');
   char* to = text.data();
   const auto byte = [bytes](std::size_t i) -> std::uint32_t {
     return static_cast<unsigned char>(bytes[i]);
   };
   const auto digit = [](std::uint32_t bits, unsigned shift) {
-    return kAlphabet[bits >> shift & 63];
+    return kBase64Alphabet[bits >> shift & 63];
   };
   std::size_t i = 0;
   for (; length - i >= 3; i += 3, to += 4) {

@@ -11,10 +11,6 @@
 namespace pim {
 namespace {
 
-NarrowStringView ValueOf(const ParserParam& param) {
-  return param.value.text == nullptr ? NarrowStringView{} : param.value.text;
-}
-
 constexpr WordIndex kPropertyIndex(kVCardProperties);
 constexpr WordIndex kTelephoneIndex(kTelephoneWords);
 constexpr WordIndex kAddressIndex(kAddressWords);
@@ -23,8 +19,6 @@ constexpr WordIndex kUrlIndex(kUrlWords);
 constexpr WordIndex kOrganizationIndex(kOrganizationWords);
 constexpr WordIndex kMessengerIndex(kMessengerWords);
 constexpr WordIndex kMediaIndex(kMediaWords);
-
-constexpr NarrowStringView kTypeName = "TYPE";
 
 void TakeMedia(VCardReadContext& context, const WordKey& name, NarrowStringView value) {
   if (EqualsIgnoringCase(name.text, kTypeName)) {
@@ -102,7 +96,7 @@ void OnVCardProperty(void* user, const char* name, const ParserParam* params) {
   context.propertyId = id ? static_cast<std::int32_t>(*id) : VCARD_UNKNOWN;
   for (const ParserParam* param = params; param->name.text != nullptr; ++param) {
     const WordKey paramName = KeyOf(param->name.text);
-    const NarrowStringView value = ValueOf(*param);
+    const NarrowStringView value = param->ValueText();
     if (!TakeTextParameter(paramName, value, context.charset, context.encoding))
       TakeMedia(context, paramName, value);
     TakeType(context, paramName, param->value.text);

@@ -12,7 +12,8 @@ namespace {
 
 // Each language has a word for every key that a rendering asks for, and for no other.
 TEST(Labels, FilesAreComplete) {
-  std::vector<WideString> keys(std::begin(labels::kAll), std::end(labels::kAll));
+  std::vector<WideString> keys;
+  for (const LabelKey& row : kLabelKeys) keys.emplace_back(row.key);
   std::ranges::sort(keys);
   EXPECT_EQ(LabelFiles().size(), 6U);
   for (const LabelFile& file : LabelFiles()) {

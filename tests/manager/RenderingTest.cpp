@@ -12,8 +12,10 @@ namespace {
 VObjectMgr& Fed() {
   static VObjectMgr* const manager = [] {
     auto* fed = new VObjectMgr;
-    for (const WideStringView key : labels::kAll)
+    for (const LabelKey& row : kLabelKeys) {
+      const WideStringView key = row.key;
       fed->MakeMapString(WideString(key), WideString(key.substr(key.find(u'_') + 1)));
+    }
     return fed;
   }();
   return *manager;

@@ -1,54 +1,97 @@
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
+#include <iterator>
+
 namespace pim {
 
-// The keys of the words that the renderings ask for; an application feeds the words through
-// VObjectMgr::MakeMapString. A word that is missing leaves its place empty.
-namespace labels {
-
-inline constexpr const char16_t* kVCard = u"VCARD_vCard";  // heading of a contact
-inline constexpr const char16_t* kName = u"VCARD_Name";
-inline constexpr const char16_t* kNumber = u"VCARD_Number";
-inline constexpr const char16_t* kEmail = u"VCARD_Email";
-
-inline constexpr const char16_t* kVCalendar = u"VCAL_vCalendar";  // heading of an item
-inline constexpr const char16_t* kStartDate = u"VCAL_Start_date";
-inline constexpr const char16_t* kEndDate = u"VCAL_End_date";
-inline constexpr const char16_t* kCategory = u"VCAL_Category";
-inline constexpr const char16_t* kAppointment = u"VCAL_Appointment";
-inline constexpr const char16_t* kAnniversary = u"VCAL_Anniversary";
-inline constexpr const char16_t* kBirthday = u"VCAL_Birthday";
-inline constexpr const char16_t* kTime = u"VCAL_Time";
-inline constexpr const char16_t* kSubject = u"VCAL_Subject";
-inline constexpr const char16_t* kLocation = u"VCAL_Location";
-inline constexpr const char16_t* kAlarm = u"VCAL_Alarm";
-inline constexpr const char16_t* kNoAlarm = u"VCAL_No_alarm";
-inline constexpr const char16_t* kMinutesBefore = u"VCAL_mins_before";  // behind the number
-inline constexpr const char16_t* kRepeat = u"VCAL_Repeat";
-inline constexpr const char16_t* kOnce = u"VCAL_Once";
-inline constexpr const char16_t* kDaily = u"VCAL_Daily";
-inline constexpr const char16_t* kWeekly = u"VCAL_Weekly";
-inline constexpr const char16_t* kMonthly = u"VCAL_Monthly";
-inline constexpr const char16_t* kYearly = u"VCAL_Yearly";
-inline constexpr const char16_t* kExpiration = u"VCAL_Expiration";
-inline constexpr const char16_t* kNoExpiration = u"VCAL_No_expiration";
-
-inline constexpr const char16_t* kVTodo = u"VCAL_vTodo";  // heading of a to-do
-inline constexpr const char16_t* kDate = u"VCAL_Date";
-inline constexpr const char16_t* kPriority = u"VCAL_Priority";
-inline constexpr const char16_t* kHigh = u"VCAL_High";
-inline constexpr const char16_t* kMedium = u"VCAL_Medium";
-inline constexpr const char16_t* kLow = u"VCAL_Low";
-inline constexpr const char16_t* kNotes = u"VCAL_Notes";
-
-inline constexpr const char16_t* kAll[] = {
-    kVCard,    kName,        kNumber,        kEmail,        kVCalendar, kStartDate, kEndDate,
-    kCategory, kAppointment, kAnniversary,   kBirthday,     kTime,      kSubject,   kLocation,
-    kAlarm,    kNoAlarm,     kMinutesBefore, kRepeat,       kOnce,      kDaily,     kWeekly,
-    kMonthly,  kYearly,      kExpiration,    kNoExpiration, kVTodo,     kDate,      kPriority,
-    kHigh,     kMedium,      kLow,           kNotes,
+// The words that the renderings ask for.
+enum class Label : std::uint8_t {
+  VCard,  // heading of a contact
+  Name,
+  Number,
+  Email,
+  VCalendar,  // heading of an item
+  StartDate,
+  EndDate,
+  Category,
+  Appointment,
+  Anniversary,
+  Birthday,
+  Time,
+  Subject,
+  Location,
+  Alarm,
+  NoAlarm,
+  MinutesBefore,  // behind the number
+  Repeat,
+  Once,
+  Daily,
+  Weekly,
+  Monthly,
+  Yearly,
+  Expiration,
+  NoExpiration,
+  VTodo,  // heading of a to-do
+  Date,
+  Priority,
+  High,
+  Medium,
+  Low,
+  Notes,
 };
 
-}  // namespace labels
+struct LabelKey {
+  Label label;
+  const char16_t* key;
+};
+
+// The keys by which an application feeds the words through VObjectMgr::MakeMapString, in the order
+// of the labels. A word that is missing leaves its place empty.
+inline constexpr LabelKey kLabelKeys[] = {
+    {Label::VCard, u"VCARD_vCard"},
+    {Label::Name, u"VCARD_Name"},
+    {Label::Number, u"VCARD_Number"},
+    {Label::Email, u"VCARD_Email"},
+    {Label::VCalendar, u"VCAL_vCalendar"},
+    {Label::StartDate, u"VCAL_Start_date"},
+    {Label::EndDate, u"VCAL_End_date"},
+    {Label::Category, u"VCAL_Category"},
+    {Label::Appointment, u"VCAL_Appointment"},
+    {Label::Anniversary, u"VCAL_Anniversary"},
+    {Label::Birthday, u"VCAL_Birthday"},
+    {Label::Time, u"VCAL_Time"},
+    {Label::Subject, u"VCAL_Subject"},
+    {Label::Location, u"VCAL_Location"},
+    {Label::Alarm, u"VCAL_Alarm"},
+    {Label::NoAlarm, u"VCAL_No_alarm"},
+    {Label::MinutesBefore, u"VCAL_mins_before"},
+    {Label::Repeat, u"VCAL_Repeat"},
+    {Label::Once, u"VCAL_Once"},
+    {Label::Daily, u"VCAL_Daily"},
+    {Label::Weekly, u"VCAL_Weekly"},
+    {Label::Monthly, u"VCAL_Monthly"},
+    {Label::Yearly, u"VCAL_Yearly"},
+    {Label::Expiration, u"VCAL_Expiration"},
+    {Label::NoExpiration, u"VCAL_No_expiration"},
+    {Label::VTodo, u"VCAL_vTodo"},
+    {Label::Date, u"VCAL_Date"},
+    {Label::Priority, u"VCAL_Priority"},
+    {Label::High, u"VCAL_High"},
+    {Label::Medium, u"VCAL_Medium"},
+    {Label::Low, u"VCAL_Low"},
+    {Label::Notes, u"VCAL_Notes"},
+};
+
+constexpr const char16_t* KeyOf(Label label) {
+  return kLabelKeys[static_cast<std::size_t>(label)].key;
+}
+
+static_assert([] {
+  for (std::size_t i = 0; i < std::size(kLabelKeys); ++i)
+    if (kLabelKeys[i].label != static_cast<Label>(i)) return false;
+  return kLabelKeys[std::size(kLabelKeys) - 1].label == Label::Notes;
+}());
 
 }  // namespace pim

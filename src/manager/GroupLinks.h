@@ -27,10 +27,10 @@ class GroupLinker {
   explicit GroupLinker(std::int32_t db) : db_(db) {}
 
   // False when the store failed anywhere; the other links are tried all the same.
-  bool Link(const CContacts& contacts);
+  [[nodiscard]] bool Link(const CContacts& contacts);
 
  private:
-  bool LoadGroups();
+  [[nodiscard]] bool LoadGroups();
   std::int32_t GroupIdOf(WideStringView name, bool& done);
 
   std::int32_t db_;

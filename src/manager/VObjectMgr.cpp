@@ -67,7 +67,7 @@ std::int32_t VObjectMgr::ImportToPC_Contact(std::int32_t, WideString path, std::
 }
 
 std::int32_t VObjectMgr::Import_ContactGroup(std::int32_t db, CContacts& contacts) {
-  GroupLinker(db).Link(contacts);
+  static_cast<void>(GroupLinker(db).Link(contacts));  // the result tells nothing of groups
   return 0;
 }
 
@@ -78,9 +78,9 @@ std::int32_t VObjectMgr::Export_Contact(std::int32_t db, WideString folder) {
   CContacts contacts;
   const std::int32_t opened = contacts.OpenFromDB(db, 0);
   CContactGroups groups;
-  groups.OpenFromDB(db);
+  static_cast<void>(groups.OpenFromDB(db));  // contacts go out without groups where these fail
   CContactGroupPairs pairs;
-  pairs.OpenFromDB();
+  static_cast<void>(pairs.OpenFromDB());
   reading.reset();
   if (opened <= 0) return opened < 0 ? -1 : 0;
   return ExportContacts(std::move(folder), contacts, groups, pairs);

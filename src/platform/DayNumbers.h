@@ -25,15 +25,15 @@ struct SYSTEMTIME {
 inline constexpr std::chrono::sys_days kDayZero{std::chrono::year{1899} / 12 / 30};
 
 // False, with `day` unchanged, for fields that are no moment in that range. wDayOfWeek isn't read.
-bool SystemTimeToVariantTime(const SYSTEMTIME& time, double& day);
+[[nodiscard]] bool SystemTimeToVariantTime(const SYSTEMTIME& time, double& day);
 // Rounds to the nearest second. False, with `time` unchanged, for a number out of range or a NaN.
-bool VariantTimeToSystemTime(double day, SYSTEMTIME& time);
+[[nodiscard]] bool VariantTimeToSystemTime(double day, SYSTEMTIME& time);
 
 // Exact seconds since the start of 30 December 1899, negative before it, for sums and comparisons.
 // Nothing for fields that are no moment in the range above.
 std::optional<std::int64_t> SecondsFromSystemTime(const SYSTEMTIME& time);
 // False, with `time` unchanged, outside the range.
-bool SystemTimeFromSeconds(std::int64_t seconds, SYSTEMTIME& time);
+[[nodiscard]] bool SystemTimeFromSeconds(std::int64_t seconds, SYSTEMTIME& time);
 
 // Stored form to a scale that runs evenly through day 0, for arithmetic and comparison, and back.
 double LinearFromStored(double stored);

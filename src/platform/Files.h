@@ -49,21 +49,21 @@ std::string FolderProblem(const std::string& path);
 
 // Has what was written in a folder, and in the rest of its file system, reach the disk. False with
 // errno when it doesn't.
-bool SyncFileSystem(const std::string& folder) noexcept;
+[[nodiscard]] bool SyncFileSystem(const std::string& folder) noexcept;
 
 // Creates or empties the file and writes `bytes`. False when it can't be opened, with errno telling
 // why. A failure behind that removes the file and throws FileError; a device stays, and a link,
 // with an empty file behind it.
-bool WriteFile(const std::string& path, std::string_view bytes);
+[[nodiscard]] bool WriteFile(const std::string& path, std::string_view bytes);
 
 // The same for a name that must be free yet: whether it is shows in the creation itself, so that no
 // second writer can come between. Throws FileError as WriteFile does.
 enum class NewFile { Written, Taken, Failed };  // Failed: errno tells why
-NewFile WriteNewFile(const std::string& path, std::string_view bytes);
+[[nodiscard]] NewFile WriteNewFile(const std::string& path, std::string_view bytes);
 
 // WriteFile over a file that may exist, whose earlier content stays when anything fails: the bytes
 // are written beside it and moved in its place. Where that can't be (a device, a link, a folder in
 // which nothing can be created) the file is written directly.
-bool ReplaceFile(const std::string& path, std::string_view bytes);
+[[nodiscard]] bool ReplaceFile(const std::string& path, std::string_view bytes);
 
 }  // namespace pim

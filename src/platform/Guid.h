@@ -11,7 +11,7 @@ struct GUID {
 };
 
 // A new random GUID (version 4). False, with `guid` unchanged, when the system has no randomness.
-bool CoCreateGuid(GUID& guid);
+[[nodiscard]] bool CoCreateGuid(GUID& guid);
 
 // The 38 characters of the registry format: {8-4-4-4-12} upper-case hexadecimal digits.
 std::u16string StringFromGUID2(const GUID& guid);

@@ -48,7 +48,7 @@ auto Retry(Call call) {
 }
 
 // False with errno on failure.
-inline bool WriteAll(int file, std::string_view bytes) {
+[[nodiscard]] inline bool WriteAll(int file, std::string_view bytes) {
   while (!bytes.empty()) {
     const ssize_t written = Retry([&] { return write(file, bytes.data(), bytes.size()); });
     if (written < 0) return false;

@@ -18,7 +18,7 @@ MessageSink& HostSink() {
 // In one write, so that the lines of several processes don't mix.
 void WriteToStandardError(std::u16string_view text) {
   const std::string line = VisibleUtf8(text, LineFeeds::Kept) + '\n';
-  WriteAll(STDERR_FILENO, line);  // a failure has nowhere to be told
+  static_cast<void>(WriteAll(STDERR_FILENO, line));  // a failure has nowhere to be told
 }
 
 }  // namespace

@@ -10,6 +10,7 @@ namespace pim {
 // Replaces `zone` by the rule at the end of a compiled zone file (TZif, any version), or, for a
 // file without a rule, by the standard offset at `now`, in seconds since 1970. False, with `zone`
 // unchanged, for anything that isn't such a file.
-bool ParseZoneFile(std::string_view file, std::int64_t now, TIME_ZONE_INFORMATION& zone);
+[[nodiscard]] bool ParseZoneFile(std::string_view file, std::int64_t now,
+                                 TIME_ZONE_INFORMATION& zone);
 
 }  // namespace pim

@@ -23,8 +23,8 @@ void GetTimeZoneInformation(TIME_ZONE_INFORMATION& zone);
 
 // UTC to local time by the zone's rule for the year of the date. False, with `local` unchanged,
 // when a moment or a rule of the zone can't be worked out.
-bool SystemTimeToTzSpecificLocalTime(const TIME_ZONE_INFORMATION& zone, const SYSTEMTIME& utc,
-                                     SYSTEMTIME& local);
+[[nodiscard]] bool SystemTimeToTzSpecificLocalTime(const TIME_ZONE_INFORMATION& zone,
+                                                   const SYSTEMTIME& utc, SYSTEMTIME& local);
 
 // Windows' last-error value of this thread; only LocalToUtc and its tests use it.
 inline constexpr std::uint32_t ERROR_SUCCESS = 0;

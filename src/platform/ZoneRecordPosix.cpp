@@ -48,7 +48,8 @@ void GetTimeZoneInformation(TIME_ZONE_INFORMATION& zone) {
   std::string_view value(variable);
   if (value.starts_with(':')) value.remove_prefix(1);
   // A file comes first: EST5EDT is a rule as well, but the system may know better.
-  if (!value.empty() && !ReadZoneFile(ZoneFilePath(value), zone)) ParseZoneRule(value, zone);
+  if (!value.empty() && !ReadZoneFile(ZoneFilePath(value), zone))
+    static_cast<void>(ParseZoneRule(value, zone));
 }
 
 }  // namespace pim

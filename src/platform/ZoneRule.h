@@ -10,6 +10,6 @@ namespace pim {
 // time without rules has those of the United States. A rule by day of the year (J60, 59) has no
 // counterpart in a zone record: the zone is then without daylight time. False, with `zone`
 // unchanged, for a malformed rule.
-bool ParseZoneRule(std::string_view rule, TIME_ZONE_INFORMATION& zone);
+[[nodiscard]] bool ParseZoneRule(std::string_view rule, TIME_ZONE_INFORMATION& zone);
 
 }  // namespace pim

@@ -125,11 +125,11 @@ const char* FeedParamValue(VObjectParser& parser, const char* from, const char* 
   if (stop == end) return end;
   if (*stop == ':') return EmitProperty(parser) ? stop + 1 : nullptr;
   if (*stop == ';' || *stop == '\\') {
-    if (parser.escaped != 0) {
-      parser.escaped = 0;
+    if (parser.escaped) {
+      parser.escaped = false;
       if (!AppendByte(parser, *stop)) return nullptr;
     } else if (*stop == '\\') {
-      parser.escaped = 1;
+      parser.escaped = true;
     } else if (!EndWord(parser, ParserState::StateParamStart)) {
       return nullptr;
     }

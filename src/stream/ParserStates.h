@@ -8,12 +8,12 @@ namespace pim {
 // by itself once the next line has shown that it isn't folded away.
 
 // False at a byte that is rejected.
-bool FeedRun(VObjectParser& parser, const char* from, const char* end);
+[[nodiscard]] bool FeedRun(VObjectParser& parser, const char* from, const char* end);
 void FeedLineFeed(VObjectParser& parser);
 
 // Ends the header, which lies in the buffer as zero-terminated words but for the last zero, and
 // hands it on. False when memory is out.
-bool EmitProperty(VObjectParser& parser);
+[[nodiscard]] bool EmitProperty(VObjectParser& parser);
 
 // Quoted-printable text up to the first escape that its line end, a carriage return or a NUL cuts:
 // that escape, or `end`. Escapes stay in the value, so a run goes on across those that stand whole.

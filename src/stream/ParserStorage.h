@@ -8,10 +8,10 @@ namespace pim {
 
 // Makes room for `count` more bytes, and moves `capacity` on. Each gives false when memory is out;
 // the buffer's content is lost then.
-bool GrowBuffer(VObjectParser& parser, std::size_t count);
-bool GrowParams(VObjectParser& parser);
+[[nodiscard]] bool GrowBuffer(VObjectParser& parser, std::size_t count);
+[[nodiscard]] bool GrowParams(VObjectParser& parser);
 
-inline bool ReserveBytes(VObjectParser& parser, std::size_t count) {
+[[nodiscard]] inline bool ReserveBytes(VObjectParser& parser, std::size_t count) {
   return count <= static_cast<std::size_t>(parser.capacity - parser.length) ||
          GrowBuffer(parser, count);
 }
@@ -36,7 +36,7 @@ inline bool AppendByte(VObjectParser& parser, char byte) {
 }
 
 // A parameter whose name begins at `offset` of the buffer, and the value of the last one.
-inline bool AddParam(VObjectParser& parser, std::size_t offset) {
+[[nodiscard]] inline bool AddParam(VObjectParser& parser, std::size_t offset) {
   const auto count = static_cast<std::size_t>(parser.paramCount);
   if (count == parser.paramsAllocated && !GrowParams(parser)) return false;
   parser.params[count].name.offset = offset;
@@ -45,7 +45,7 @@ inline bool AddParam(VObjectParser& parser, std::size_t offset) {
   return true;
 }
 
-inline bool SetParamValue(VObjectParser& parser, std::size_t offset) {
+[[nodiscard]] inline bool SetParamValue(VObjectParser& parser, std::size_t offset) {
   if (parser.params == nullptr) return false;
   parser.params[static_cast<std::size_t>(parser.paramCount) - 1].value.offset = offset;
   return true;
@@ -59,11 +59,11 @@ inline void Reset(VObjectParser& parser) {
   parser.state = ParserState::StateName;
   parser.length = 0;
   if (parser.capacity > kKeptCapacity) FreeBuffer(parser);
-  parser.skipBlanks = 1;
+  parser.skipBlanks = true;
   parser.paramCount = 0;
-  parser.escaped = 0;
+  parser.escaped = false;
   parser.encoding = TransferEncoding::EncodingNone;
-  parser.softBreak = 0;
+  parser.softBreak = false;
   parser.groupCount = 0;
   std::memset(parser.group, 0, sizeof parser.group);
 }

@@ -44,11 +44,11 @@ void FeedEscapeDigit(VObjectParser& parser, char c) {
   parser.group[2] = '\0';
   const char escape[] = {'=', parser.group[0], parser.group[1]};
   AppendRun(parser, escape, sizeof escape);
-  parser.softBreak = 0;
+  parser.softBreak = false;
 }
 
 const char* FeedQuotedPrintable(VObjectParser& parser, const char* from, const char* end) {
-  if (parser.softBreak != 0) {
+  if (parser.softBreak) {
     if (*from != '\r') FeedEscapeDigit(parser, *from);
     return from + 1;
   }
@@ -56,7 +56,7 @@ const char* FeedQuotedPrintable(VObjectParser& parser, const char* from, const c
   AppendRun(parser, from, static_cast<std::size_t>(stop - from));
   if (stop == end) return end;
   if (*stop == '=') {
-    parser.softBreak = 1;
+    parser.softBreak = true;
     std::memset(parser.group, 0, sizeof parser.group);
     parser.groupCount = 0;
   }
@@ -157,10 +157,10 @@ const char* FeedBase64(VObjectParser& parser, const char* from, const char* end)
 }  // namespace
 
 const char* FeedValue(VObjectParser& parser, const char* from, const char* end) {
-  if (parser.skipBlanks != 0) {
+  if (parser.skipBlanks) {
     while (from != end && IsBlank(*from)) ++from;
     if (from == end) return end;
-    parser.skipBlanks = 0;
+    parser.skipBlanks = false;
   }
   if (parser.dataHandler == nullptr) return end;
   switch (parser.encoding) {
@@ -176,8 +176,8 @@ const char* FeedValue(VObjectParser& parser, const char* from, const char* end) 
 }
 
 void EndValue(VObjectParser& parser) {
-  if (parser.encoding == TransferEncoding::EncodingQuotedPrintable && parser.softBreak != 0) {
-    parser.softBreak = 0;  // the value goes on with the next line
+  if (parser.encoding == TransferEncoding::EncodingQuotedPrintable && parser.softBreak) {
+    parser.softBreak = false;  // the value goes on with the next line
     return;
   }
   if (parser.dataHandler != nullptr) {

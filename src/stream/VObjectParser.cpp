@@ -16,19 +16,19 @@ const char* SkipLineStart(VObjectParser& parser, const char* from, const char* e
   for (; from != end; ++from) {
     const char c = *from;
     if (c == '\n') continue;
-    if (parser.foldSeen != 0 || !IsBlank(c) || c == '\r') break;
-    parser.foldSeen = 1;
+    if (parser.foldSeen || !IsBlank(c) || c == '\r') break;
+    parser.foldSeen = true;
   }
   return from;
 }
 
 // Decides what the line feed meant, now that the byte behind it is known.
 void StartLine(VObjectParser& parser) {
-  parser.atLineStart = 0;
-  if (parser.foldSeen == 0) {
+  parser.atLineStart = false;
+  if (!parser.foldSeen) {
     FeedLineFeed(parser);
   } else if (parser.encoding == TransferEncoding::EncodingQuotedPrintable) {
-    parser.softBreak = 0;
+    parser.softBreak = false;
   }
 }
 
@@ -42,11 +42,11 @@ bool VObjectParser::Parse(const char* bytes, std::int32_t count, bool final) {
   const char* from = bytes;
   const char* const end = bytes + count;
   while (from != end) {
-    if (atLineStart != 0) {
+    if (atLineStart) {
       from = SkipLineStart(*this, from, end);
       if (from == end) break;
       StartLine(*this);
-      if (foldSeen == 0 && state == ParserState::StateName) {
+      if (!foldSeen && state == ParserState::StateName) {
         from = FeedWholeLines(*this, from, end);
         if (from == nullptr) return false;  // no memory for a header, which is no fault of the text
       }
@@ -58,8 +58,8 @@ bool VObjectParser::Parse(const char* bytes, std::int32_t count, bool final) {
       return false;
     }
     if (lineFeed == nullptr) break;
-    atLineStart = 1;
-    foldSeen = 0;
+    atLineStart = true;
+    foldSeen = false;
     from = lineFeed + 1;
   }
   if (final) FeedLineFeed(*this);

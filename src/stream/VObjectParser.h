@@ -61,19 +61,19 @@ struct VObjectParser {
   // was rejected: nothing behind it is read, and what the handlers were given stands.
   [[nodiscard]] bool Parse(const char* bytes, std::int32_t count, bool final);
 
-  std::int32_t atLineStart = 1;  // the last byte was a line feed, or there was none yet
-  std::int32_t foldSeen = 0;     // a first blank was dropped: the line continues the one before
+  bool atLineStart = true;  // the last byte was a line feed, or there was none yet
+  bool foldSeen = false;    // a first blank was dropped: the line continues the one before
   std::unique_ptr<char[], FreeMemory> buffer;
   std::int32_t capacity = 0;  // grows in steps of 128
   std::int32_t length = 0;
   ParserState state = ParserState::StateName;
-  std::int32_t skipBlanks = 1;  // blanks ahead of the value's first byte are being dropped
+  bool skipBlanks = true;  // blanks ahead of the value's first byte are being dropped
   std::unique_ptr<ParserParam[], FreeMemory> params;
   std::int32_t paramCount = 0;
-  std::int32_t escaped = 0;  // a backslash was taken in a parameter's value
+  bool escaped = false;  // a backslash was taken in a parameter's value
   TransferEncoding encoding = TransferEncoding::EncodingNone;
-  std::int32_t softBreak = 0;  // in quoted-printable, an equals sign was taken
-  char group[4] = {};          // digits of an escape, or of a base64 group
+  bool softBreak = false;  // in quoted-printable, an equals sign was taken
+  char group[4] = {};      // digits of an escape, or of a base64 group
   std::int32_t groupCount = 0;
   void* userData = nullptr;
   PropertyHandler propertyHandler = nullptr;

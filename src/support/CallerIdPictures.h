@@ -9,7 +9,7 @@ namespace pim {
 // Files of the caller-ID folder, by their names alone.
 
 // False when the file can't be created; throws FileError when writing fails behind that.
-bool WriteCallerIdPicture(WideStringView name, NarrowStringView bytes);
+[[nodiscard]] bool WriteCallerIdPicture(WideStringView name, NarrowStringView bytes);
 // The whole picture, or nothing when it can't be read. A link could lead out of the folder and is
 // not followed.
 NarrowString ReadCallerIdPicture(WideStringView name);

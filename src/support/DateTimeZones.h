@@ -15,6 +15,7 @@ COleDateTime ConvertDateTime(const COleDateTime& value);
 // a change of the clock skips or repeats counts as daylight time in the northern form. False, with
 // GetLastError giving ERROR_INVALID_PARAMETER and `utc` unchanged, for a malformed rule and where
 // `local` or its UTC is no moment of the years 100 to 9999.
-bool LocalToUtc(const TIME_ZONE_INFORMATION* zone, const SYSTEMTIME& local, SYSTEMTIME& utc);
+[[nodiscard]] bool LocalToUtc(const TIME_ZONE_INFORMATION* zone, const SYSTEMTIME& local,
+                              SYSTEMTIME& utc);
 
 }  // namespace pim

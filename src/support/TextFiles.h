@@ -13,7 +13,7 @@ enum class ByteOrderMark { Kept, Skipped };
 void ReadTextFile(InputFile& file, ByteOrderMark mark, ByteBuffer& text);
 
 // The same by path; false when it can't be opened.
-bool ReadTextFile(WideStringView path, ByteOrderMark mark, ByteBuffer& text);
+[[nodiscard]] bool ReadTextFile(WideStringView path, ByteOrderMark mark, ByteBuffer& text);
 
 inline constexpr NarrowStringView kUtf8Mark = "\xEF\xBB\xBF";
 

@@ -12,7 +12,7 @@ void AppendRuleLines(PropertyLines& out, const CRecurrence& recurrence,
 
 // Replaces `text` by the rule in vCalendar 1.0's basic grammar. False, with an empty text, for a
 // rule whose type is no RecurrenceType.
-bool FormatRule(const RecurrenceData& data, NarrowString& text);
+[[nodiscard]] bool FormatRule(const RecurrenceData& data, NarrowString& text);
 
 // The text, a blank and the end date as it is stored, with its seconds; the text alone for one that
 // is no date.

@@ -57,7 +57,8 @@ void OnVCalProperty(void* user, const char* name, const ParserParam* params) {
   const auto id = kPropertyIndex.CodeOf(KeyOf(name));
   context.propertyId = id ? static_cast<std::int32_t>(*id) : VCAL_UNKNOWN;
   for (const ParserParam* param = params; param->name.text != nullptr; ++param) {
-    TakeTextParameter(KeyOf(param->name.text), param->ValueText(), context.charset, context.encoding);
+    TakeTextParameter(KeyOf(param->name.text), param->ValueText(), context.charset,
+                      context.encoding);
     if (context.propertyId == VCAL_AALARM)
       context.alarmFormat |= AlarmBitsOf(param->name.text, param->ValueText());
   }

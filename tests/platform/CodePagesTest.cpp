@@ -29,7 +29,7 @@ String InRuns(std::size_t size, const String& text) {
 
 class DefaultCodePage : public testing::Test {
  protected:
-  ~DefaultCodePage() override { SetDefaultCodePage("UTF-8"); }
+  ~DefaultCodePage() override { EXPECT_TRUE(SetDefaultCodePage("UTF-8")); }
 };
 
 // One U+FFFD for each maximal part, whatever surrounds it: each row stands alone and in ASCII runs

@@ -141,9 +141,9 @@ TEST(Files, FullDisk) {
   {
     const ScopedFileLimit limit(1000);
     const std::string bytes(5000, 'x');
-    EXPECT_THROW(WriteFile(folder / "new", bytes), FileError);
-    EXPECT_THROW(WriteFile(folder / "link", bytes), FileError);
-    EXPECT_THROW(ReplaceFile(folder / "kept", bytes), FileError);
+    EXPECT_THROW(static_cast<void>(WriteFile(folder / "new", bytes)), FileError);
+    EXPECT_THROW(static_cast<void>(WriteFile(folder / "link", bytes)), FileError);
+    EXPECT_THROW(static_cast<void>(ReplaceFile(folder / "kept", bytes)), FileError);
   }
   EXPECT_FALSE(PathExists(folder / "new"));
   EXPECT_TRUE(PathExists(folder / "link"));

@@ -24,7 +24,7 @@ struct CalendarImportCounts {
 // throws ends the import and passes to the caller. Gives the number newly stored or updated, or -1
 // when the store fails; throws kParseFailure for a rejected text. In all three cases the store is
 // as before, and `counts` tells what was read.
-PIM_EXPORT std::int32_t ImportCalendarText(
+[[nodiscard]] PIM_EXPORT std::int32_t ImportCalendarText(
     std::int32_t db, CalendarType flow, NarrowStringView text, bool saveFlag,
     CalendarImportCounts& counts,
     const std::function<void(const CalendarImportCounts&)>& progress = {});

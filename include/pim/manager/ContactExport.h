@@ -24,7 +24,7 @@ class PIM_EXPORT ContactExport {
   void AttachGroupNames(CContact& contact);
   // Writes the contact's file. False when it can't be created, with errno telling why; throws
   // FileError when writing fails behind that.
-  bool WriteContactFile(const CContact& contact);
+  [[nodiscard]] bool WriteContactFile(const CContact& contact);
   // The path of the file that was written, or tried, last.
   const WideString& LastPath() const noexcept { return lastPath_; }
 

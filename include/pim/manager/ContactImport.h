@@ -26,7 +26,7 @@ struct ContactImportCounts {
 // throws ends the import and passes to the caller. Gives the number newly stored or updated, or -1
 // when the store fails; throws kParseFailure for a rejected text. In all three cases the store is
 // as before, and `counts` tells what was read.
-PIM_EXPORT std::int32_t ImportContactText(
+[[nodiscard]] PIM_EXPORT std::int32_t ImportContactText(
     std::int32_t db, NarrowStringView text, std::int32_t saveOption, bool saveFlag,
     ContactImportCounts& counts,
     const std::function<void(const ContactImportCounts&)>& progress = {});

@@ -30,15 +30,15 @@ class PIM_EXPORT VObjectMgr {
   // Reads a vCard file of any number of cards into the store, as CContacts::SaveToDB tells of
   // `saveOption` and `saveFlag`; -1 as `saveOption` also links the contacts to the groups that
   // their text names. Gives what SaveToDB gives; 0 when the path is empty or can't be opened.
-  std::int32_t Import_Contact(std::int32_t db, WideString path, std::int32_t saveOption,
-                              bool saveFlag);
+  [[nodiscard]] std::int32_t Import_Contact(std::int32_t db, WideString path,
+                                            std::int32_t saveOption, bool saveFlag);
 
   // The same into the caller's collections, behind what they hold; nothing is stored and `db` isn't
   // used. With -1 as `saveOption` the pairs are made anew for all contacts, and the groups that are
   // missing are added. Gives the number of contacts in the collection then.
-  std::int32_t ImportToPC_Contact(std::int32_t db, WideString path, std::int32_t saveOption,
-                                  CContacts* contacts, CContactGroups* groups,
-                                  CContactGroupPairs* pairs);
+  [[nodiscard]] std::int32_t ImportToPC_Contact(std::int32_t db, WideString path,
+                                                std::int32_t saveOption, CContacts* contacts,
+                                                CContactGroups* groups, CContactGroupPairs* pairs);
 
   // Links stored contacts to the groups that their text names; names are compared without regard to
   // letter case, and a group that the store lacks is made. Gives 0.
@@ -47,33 +47,34 @@ class PIM_EXPORT VObjectMgr {
   // Writes each contact of the store as a vCard file of its own. `folder` must end with a
   // separator. Gives the number of files; 0 when the store holds no contact; -1 when the folder is
   // empty, the store fails or a file can't be created, where files written before it stay.
-  std::int32_t Export_Contact(std::int32_t db, WideString folder);
+  [[nodiscard]] std::int32_t Export_Contact(std::int32_t db, WideString folder);
 
   // The same from the caller's collections; `db` isn't used. Adds group names to the contacts, by
   // the pairs, and empties `contacts` when it succeeds.
-  std::int32_t ExportFromPC_Contact(std::int32_t db, WideString folder, CContacts* contacts,
-                                    CContactGroups* groups, CContactGroupPairs* pairs);
+  [[nodiscard]] std::int32_t ExportFromPC_Contact(std::int32_t db, WideString folder,
+                                                  CContacts* contacts, CContactGroups* groups,
+                                                  CContactGroupPairs* pairs);
 
   // Read a vCalendar file and store its items, as CCalendars::SaveToDB tells of `saveFlag`:
   // Import_Calendar all but memos, Import_Todo the to-dos, Import_Memo the memos. Each gives what
   // SaveToDB gives; -1 when the path is empty or can't be opened.
-  std::int32_t Import_Calendar(std::int32_t db, WideString path, bool saveFlag);
-  std::int32_t Import_Todo(std::int32_t db, WideString path, bool saveFlag);
-  std::int32_t Import_Memo(std::int32_t db, WideString path, bool saveFlag);
+  [[nodiscard]] std::int32_t Import_Calendar(std::int32_t db, WideString path, bool saveFlag);
+  [[nodiscard]] std::int32_t Import_Todo(std::int32_t db, WideString path, bool saveFlag);
+  [[nodiscard]] std::int32_t Import_Memo(std::int32_t db, WideString path, bool saveFlag);
 
   // Give the number of items in a vCalendar file, all kinds together; -1 when the path is empty or
   // can't be opened. `db` isn't used.
-  std::int32_t Count_Calendar(std::int32_t db, WideString path);
-  std::int32_t Count_Todo(std::int32_t db, WideString path);
-  std::int32_t Count_Memo(std::int32_t db, WideString path);
+  [[nodiscard]] std::int32_t Count_Calendar(std::int32_t db, WideString path);
+  [[nodiscard]] std::int32_t Count_Todo(std::int32_t db, WideString path);
+  [[nodiscard]] std::int32_t Count_Memo(std::int32_t db, WideString path);
 
   // Write all stored events, to-dos or memos into one file. Each gives their number; 0, leaving an
   // earlier file as it was, when there are none; -1 when the path is empty, the store fails or the
   // file can't be created. A failure while writing leaves an earlier file as it was, where the file
   // system allows, and throws FileError.
-  std::int32_t Export_Calendar(std::int32_t db, WideString path);
-  std::int32_t Export_Todo(std::int32_t db, WideString path);
-  std::int32_t Export_Memo(std::int32_t db, WideString path);
+  [[nodiscard]] std::int32_t Export_Calendar(std::int32_t db, WideString path);
+  [[nodiscard]] std::int32_t Export_Todo(std::int32_t db, WideString path);
+  [[nodiscard]] std::int32_t Export_Memo(std::int32_t db, WideString path);
 
   // Feeds one word of the user's language for the renderings (see LabelKeys.h). The first text of
   // a key stays.

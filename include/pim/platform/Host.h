@@ -22,6 +22,6 @@ PIM_EXPORT void SetAppDataFolder(std::string folder);
 
 // The charset of texts that name none, by its iconv name ("CP1252"); UTF-8 by default. False, with
 // nothing changed, for a name that isn't known here.
-PIM_EXPORT bool SetDefaultCodePage(std::string_view name);
+[[nodiscard]] PIM_EXPORT bool SetDefaultCodePage(std::string_view name);
 
 }  // namespace pim

@@ -85,11 +85,11 @@ class PIM_EXPORT CCalendars : public Collection<CCalendar> {
  public:
   // Appends the stored items of the kind by ascending calendar_id. Gives their number, or -1 when
   // there is no store behind `db` or it fails. `option` must be 0.
-  std::int32_t OpenFromDB(std::int32_t db, CalendarType kind, std::int32_t option);
+  [[nodiscard]] std::int32_t OpenFromDB(std::int32_t db, CalendarType kind, std::int32_t option);
   // Stores the items in one transaction and gives each its final calendar_id in `tag`. `saveFlag`
   // false leaves out a new item that equals a stored one. Gives the number newly stored or
   // updated, or -1, after which store and collection are as before.
-  std::int32_t SaveToDB(std::int32_t db, bool saveFlag);
+  [[nodiscard]] std::int32_t SaveToDB(std::int32_t db, bool saveFlag);
 };
 
 }  // namespace pim

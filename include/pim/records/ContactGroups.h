@@ -19,10 +19,10 @@ class PIM_EXPORT CContactGroups : public Collection<CContactGroup> {
   // A new group has a negative group_id of its own, so that links made before saving stay apart.
   CContactGroup& AddNew();
   // Appends all stored groups by ascending group_id. Gives their number, or -1.
-  std::int32_t OpenFromDB(std::int32_t db);
+  [[nodiscard]] std::int32_t OpenFromDB(std::int32_t db);
   // Stores the new groups and gives each its final group_id; a group whose name is stored already,
   // in any letter case, gets the stored one's. Gives the number newly stored or updated, or -1.
-  std::int32_t SaveToDB(std::int32_t db, bool saveFlag);
+  [[nodiscard]] std::int32_t SaveToDB(std::int32_t db, bool saveFlag);
 
  private:
   std::int32_t lastProvisionalId_ = 0;
@@ -45,11 +45,11 @@ class CContactGroupPair : public CCmdTarget {
 class PIM_EXPORT CContactGroupPairs : public Collection<CContactGroupPair> {
  public:
   // Appends all links in the order in which they were stored. Gives their number, or -1.
-  std::int32_t OpenFromDB();
+  [[nodiscard]] std::int32_t OpenFromDB();
   // Stores the links. A link stands in the store at least as often as in the collection: what is
   // there already is not stored again, so saving twice changes nothing. Gives the number newly
   // stored, or -1: also when a link names a record that isn't stored.
-  std::int32_t SaveToDB();
+  [[nodiscard]] std::int32_t SaveToDB();
 };
 
 }  // namespace pim

@@ -13,13 +13,13 @@ class PIM_EXPORT CContacts : public Collection<CContact> {
  public:
   // Appends all stored contacts by ascending contact_id, without their group names. Gives their
   // number, or -1 when there is no store behind `db` or it fails. `option` must be 0.
-  std::int32_t OpenFromDB(std::int32_t db, std::int32_t option);
+  [[nodiscard]] std::int32_t OpenFromDB(std::int32_t db, std::int32_t option);
   // Stores the contacts in one transaction and gives each its final contact_id in `tag`.
   // `saveOption` above 0 links each to the group of that group_id. `saveFlag` false leaves out a
   // new contact that equals a stored one, gives it the stored one's key and takes the name of its
   // own picture away. Gives the number newly stored or updated, or -1, after which store and
   // collection are as before.
-  std::int32_t SaveToDB(std::int32_t db, std::int32_t saveOption, bool saveFlag);
+  [[nodiscard]] std::int32_t SaveToDB(std::int32_t db, std::int32_t saveOption, bool saveFlag);
 };
 
 }  // namespace pim

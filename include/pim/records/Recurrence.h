@@ -14,11 +14,13 @@ namespace pim {
 
 class RecurrenceData;
 
-// A new rule record of the kind, or null for a number that is no RecurrenceType.
+// Frees a rule, whatever its class, in the library that made it.
 struct DeleteRule {
   void operator()(RecurrenceData* rule) const noexcept;
 };
 using RecurrencePointer = std::unique_ptr<RecurrenceData, DeleteRule>;
+
+// A new rule record of the kind, or null for a number that is no RecurrenceType.
 PIM_EXPORT RecurrencePointer MakeRecurrenceData(std::int32_t type);
 
 // A repeat rule in vCalendar 1.0's basic grammar.

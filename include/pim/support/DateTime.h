@@ -48,9 +48,9 @@ class PIM_EXPORT COleDateTime {
   void SetDateTime(std::int32_t year, std::int32_t month, std::int32_t day, std::int32_t hour,
                    std::int32_t minute, std::int32_t second) noexcept;
 
-  // The calendar field, or -1 when the status isn't valid or the value is out of range.
-  // Nothing where the single ones give -1.
+  // All calendar fields, or nothing when the status isn't valid or the value is out of range.
   std::optional<CalendarFields> GetFields() const noexcept;
+  // One of them, or -1 in those cases.
   std::int32_t GetYear() const noexcept;
   std::int32_t GetMonth() const noexcept;      // 1 to 12
   std::int32_t GetDay() const noexcept;        // 1 to 31

@@ -49,6 +49,17 @@ struct FreeMemory {
 // quoted-printable loses its soft line breaks and keeps its escapes. What the handlers are given
 // lies in the parser's buffer, or in the text where a value stands there as it is, and holds for
 // that call only.
+//
+// The idea: what a line feed means shows only in the first byte behind it, a blank there being the
+// mark of a folded line. So a line feed waits (Parse), and goes to the state machine once it is
+// known to end its line (ParserStates.cpp for headers, ParserValues.cpp for values). The machine
+// takes whole runs of bytes between those that change its state. Nearly all lines stand whole in
+// the text and need no state at all: WholeLines.cpp takes them and leaves the rest to the machine,
+// and both give the same events for the same text, however it is cut.
+//
+// Devices break lines in their own ways, and the grammar takes them: a carriage return is dropped
+// wherever it stands; an empty line ends a base64 value, since many write its lines without the
+// blank of a fold; a line without a colon is passed over.
 struct VObjectParser {
   // Null when memory is out.
   static std::unique_ptr<VObjectParser> Create() noexcept;

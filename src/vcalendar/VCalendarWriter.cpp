@@ -12,6 +12,11 @@
 #include "vcalendar/VCalendarWords.h"
 
 namespace pim {
+
+// One frame holds the blocks of all items, each with its lines in one fixed order, whatever the
+// kind; few lines belong to a kind alone. Times are UTC with seconds 00, but the days of an all-day
+// item are local ones: a device shows them without converting.
+
 namespace {
 
 constexpr NarrowStringView kVersion = "1.0";

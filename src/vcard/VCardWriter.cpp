@@ -12,6 +12,14 @@
 #include "vcard/VCardWords.h"
 
 namespace pim {
+
+// One card is a frame of two lines, the properties in one fixed order, and a last line without an
+// end. PropertyLines knows how a value of each kind becomes a line; this file knows which field
+// goes out under which name, with the words of VCardWords.h that the reader takes back.
+//
+// Devices of the time want telephone numbers bare: in their own code page, with no parameters for
+// it and nothing escaped. Their type words stand without TYPE=, which few of them read.
+
 namespace {
 
 constexpr NarrowStringView kVersion = "2.1";

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "tests/records/CutTexts.h"
 #include "tests/vcalendar/VCalendars.h"
 
 namespace pim {
@@ -38,6 +39,13 @@ TEST_P(VCalendarGolden, RoundTrip) {
     EXPECT_EQ(WriteItems(ReadItems(written)), WithoutCreated(written));
   }
 }
+
+TEST_P(VCalendarGolden, Cut) {
+  const ShownMessages messages;
+  ExpectSameRecordsWhereverCut<VCalendarReader, CCalendars>(
+      test::ContentOf(std::string(PIM_TEST_DATA "/") + GetParam()), CalendarMap());
+}
+
 std::string TestName(const testing::TestParamInfo<std::string>& golden) {
   std::string name = golden.param.substr(0, golden.param.find('.'));
   std::ranges::replace(name, '-', '_');

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "tests/records/CutTexts.h"
 #include "tests/vcard/VCards.h"
 
 namespace pim {
@@ -25,6 +26,14 @@ TEST_P(VCardGolden, RoundTrip) {
   EXPECT_EQ(written, FileBytes(path + ".golden"));
   EXPECT_EQ(WriteCards(ReadCards(written)), written);
 }
+
+TEST_P(VCardGolden, Cut) {
+  SetAppDataFolder("/nonexistent");  // pictures have names of their own at each reading
+  ExpectSameRecordsWhereverCut<VCardReader, CContacts>(
+      FileBytes(std::string(PIM_TEST_DATA "/") + GetParam()), ContactMap());
+  SetAppDataFolder({});
+}
+
 std::string TestName(const testing::TestParamInfo<std::string>& golden) {
   std::string name = golden.param.substr(0, golden.param.find('.'));
   std::ranges::replace(name, '-', '_');

@@ -1,15 +1,15 @@
 #include <cstdio>
 #include <exception>
 
-#include "app/CalendarCommands.h"
-#include "app/CommandLine.h"
-#include "app/ContactCommands.h"
-#include "app/Inspect.h"
-#include "app/Interrupt.h"
-#include "app/Output.h"
-#include "app/Show.h"
+#include "app/commands/CalendarCommands.h"
+#include "app/commands/CommandLine.h"
+#include "app/commands/ContactCommands.h"
+#include "app/commands/Inspect.h"
+#include "app/commands/Show.h"
+#include "app/input/Interrupt.h"
+#include "app/output/Output.h"
 #include "pim/platform/FileError.h"
-#include "pim/support/ParseFailure.h"
+#include "pim/support/WritingForm.h"
 
 namespace pim::app {
 namespace {
@@ -58,6 +58,7 @@ int RunOrInterrupt(const Options& options) {
 int RunGuarded(const Options& options) {
   try {
     WatchSignals();
+    SetWritingForm(options.toTheLetter ? WritingForm::ToTheLetter : WritingForm::ReadsBack);
     const int status = RunOrInterrupt(options);
     FlushOutput();
     return status;

@@ -4,7 +4,7 @@ set -euo pipefail
 
 packages=(
   cmake ninja-build g++ clang clang-format clang-tidy libclang-rt-14-dev pkg-config
-  libsqlite3-dev libcli11-dev nlohmann-json3-dev libutf8proc-dev
+  libsqlite3-dev libcli11-dev rapidjson-dev libutf8proc-dev
   libgtest-dev libbenchmark-dev
   tzdata sqlite3 jq
 )

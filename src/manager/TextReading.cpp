@@ -42,7 +42,7 @@ class Reading {
 
   TextResult Read(NarrowStringView text) {
     try {
-      ReadPieces(WithoutMark(text));
+      ReadPieces(Form::kMark == ByteOrderMark::Skipped ? WithoutMark(text) : text);
       HandOver();
     } catch (NoMoreWanted) {
       result_.outcome = TextOutcome::Stopped;
@@ -53,12 +53,6 @@ class Reading {
   }
 
  private:
-  static NarrowStringView WithoutMark(NarrowStringView text) {
-    const bool skip = Form::kMark == ByteOrderMark::Skipped && text.size() > kUtf8Mark.size() &&
-                      text.starts_with(kUtf8Mark);
-    return text.substr(skip ? kUtf8Mark.size() : 0);
-  }
-
   // The tokeniser counts a piece's bytes in 31 bits.
   void ReadPieces(NarrowStringView text) {
     constexpr std::size_t kPieceBytes = std::size_t{1} << 30;

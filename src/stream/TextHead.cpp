@@ -2,6 +2,7 @@
 
 #include "stream/ObjectWords.h"
 #include "stream/VObjectParser.h"
+#include "support/ByteOrderMark.h"
 
 namespace pim {
 namespace {
@@ -52,6 +53,7 @@ void OnValue(void* user, const char* bytes, std::int32_t length) {
 
 std::optional<TextHead> TextHeadOf(NarrowStringView text) {
   constexpr std::size_t kPiece = 4096;
+  text = WithoutMark(text);
   HeadScan scan;
   const auto parser = VObjectParser::Create();
   if (parser == nullptr) return std::nullopt;

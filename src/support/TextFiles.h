@@ -3,10 +3,9 @@
 #include "pim/support/Strings.h"
 #include "platform/Files.h"
 #include "support/ByteBuffer.h"
+#include "support/ByteOrderMark.h"
 
 namespace pim {
-
-enum class ByteOrderMark { Kept, Skipped };
 
 // Replaces `text` by the whole of an open file. A UTF-8 byte order mark is skipped where told,
 // unless the file holds nothing else. Throws FileError.
@@ -14,7 +13,5 @@ void ReadTextFile(InputFile& file, ByteOrderMark mark, ByteBuffer& text);
 
 // The same by path; false when it can't be opened.
 [[nodiscard]] bool ReadTextFile(WideStringView path, ByteOrderMark mark, ByteBuffer& text);
-
-inline constexpr NarrowStringView kUtf8Mark = "\xEF\xBB\xBF";
 
 }  // namespace pim

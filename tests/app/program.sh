@@ -80,6 +80,14 @@ export HOME=$work/other
 check back 0 '^4 contacts imported' contacts import out
 same round-trip "$before" "$(records)"
 same round-trip-pictures "$pictures" "$(cat "$HOME"/.local/share/Tessaly*/*/CallerId/* | md5sum)"
+# what is written reads back, unless it is to be to the letter
+long=$(printf 'x%.0s' {1..68})
+printf 'BEGIN:VCARD\nN:Long;A\nNOTE;QUOTED-PRINTABLE:%s=20y\nNOTE:%s\nTEL;BASE64:\n MQoy\n\nEND:VCARD\n' "$long" "$long" >long.vcf
+check long 0 '^1 contact imported' --store long.db contacts import long.vcf
+check long-out 0 '^1 contact exported' --store long.db contacts export reads
+check long-letter 0 '^1 contact exported' --store long.db contacts export --to-the-letter letter
+same reads-back "1 1" "$(grep -c '^=20y' reads/ALong.vcf) $(grep -c '^TEL:1 2' reads/ALong.vcf)"
+same to-the-letter "1 1" "$(grep -c '^ y' letter/ALong.vcf) $(grep -c '^2' letter/ALong.vcf)"
 check export-into-file 1 'bad.vcf' contacts export bad.vcf
 
 # inspect leaves nothing behind
@@ -95,6 +103,12 @@ same show "$(printf 'Kontakt\n\nName:\nAnn Lee\nNummer #0:\n1\n')" "$(printf 'BE
 same show-utf16 'Ann Lée' "$(printf 'BEGIN:VCARD\nN:Lée;Ann\n' | iconv -f UTF-8 -t UTF-16 | "$program" show - --lang fr | sed -n 4p)"
 same show-code-page 'Ann Lée' "$(printf 'BEGIN:VCARD\nN:L\xe9e;Ann\n' | "$program" show - --code-page CP1252 | sed -n 4p)"
 same show-own-labels 'Mine:' "$(printf 'VCARD_Name = Mine\n' >own.labels && "$program" show friends.vcf --labels own.labels | sed -n 3p)"
+# whatever the readers take begins: a word may be cut, and something may stand ahead of it
+for begin in VTODO VTod vt; do
+  same "show-$begin" 'Due date:' "$(printf 'junk\nBEGIN:%s\nDUE:20100306T100000Z\n' "$begin" | "$program" show - | sed -n 3p)"
+done
+same show-event 'Schedule' "$(printf 'BEGIN:VEV\nSUMMARY:x\n' | "$program" show - | sed -n 1p)"
+same show-card 'Contact' "$(printf '\n\nbegin:vc\nN:x\n' | "$program" show - | sed -n 1p)"
 check show-language 2 'no labels for language xx' show friends.vcf --lang xx
 check show-bad-labels 1 'friends.vcf: not "key = text"' show desktop.vcf --labels friends.vcf
 check show-rejected 3 'bad.vcf: Error parsing vCard' show bad.vcf

@@ -1,0 +1,83 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "app/commands/Session.h"
+#include "app/input/PictureStaging.h"
+#include "app/output/Messages.h"
+#include "app/output/Progress.h"
+#include "support/TextFiles.h"
+
+namespace pim::app {
+
+// What one file brought.
+struct FileCounts {
+  long long inText = 0;
+  long long stored = 0;     // the others are there already
+  long long otherKind = 0;  // or of a kind that this import leaves out
+  std::vector<WideString> pictures = {};
+};
+
+// Imports files one by one, each wholly or not at all: a savepoint for each in a transaction that
+// is committed about once a second. A failure doesn't stop the files behind it.
+class Importer {
+ public:
+  using ProgressCall = std::function<void(const FileCounts&)>;
+
+  // `noun` names one record in messages.
+  Importer(const Options& options, std::vector<std::string_view> extensions, std::string_view noun,
+           TextForm form, ByteOrderMark mark);
+  Importer(const Importer&) = delete;
+  Importer& operator=(const Importer&) = delete;
+  virtual ~Importer() = default;
+
+  // Imports all, tells the counts and gives the exit status.
+  int Run();
+
+ protected:
+  const Options& options() const { return options_; }
+  Session& session() { return session_; }
+
+ private:
+  struct Totals {
+    long long files = 0;
+    long long inText = 0;
+    long long stored = 0;
+    long long otherKind = 0;
+    long long refused = 0;
+  };
+
+  // Stores one text in the open transaction. Throws kParseFailure, Failure or FileError, after all
+  // of which the text is taken back.
+  virtual FileCounts StoreText(NarrowStringView text, const ProgressCall& progress) = 0;
+
+  void ImportPath(const std::string& path);
+  void Begin();
+  bool ReadFile(const std::string& path);
+  void ImportFile(const std::string& path);
+  void TellMessages(const std::string& path, std::string_view consequence);
+  void Refuse(long long inText, int status);
+  void Commit();
+
+  const Options& options_;
+  std::vector<std::string_view> extensions_;
+  std::string_view noun_;
+  TextForm form_;
+  ByteOrderMark mark_;
+  Session session_;
+  std::optional<PictureStaging> pictures_;  // where the texts can hold some
+  Progress progress_;
+  Messages messages_;
+  ByteBuffer text_;  // one piece of memory for all files
+  std::optional<StoreTransaction> transaction_;
+  std::chrono::steady_clock::time_point commitAt_;
+  std::vector<WideString> unpublished_;
+  Totals open_;  // of the open transaction
+  Totals done_;
+  int status_ = 0;
+};
+
+}  // namespace pim::app

@@ -1,0 +1,88 @@
+#include "app/commands/Inspect.h"
+
+#include "app/input/Inputs.h"
+#include "app/input/PictureStaging.h"
+#include "app/input/TextReading.h"
+#include "app/output/ItemText.h"
+#include "app/output/Output.h"
+#include "app/output/RecordDump.h"
+#include "app/output/RecordText.h"
+
+namespace pim::app {
+namespace {
+
+std::string TitleOf(const CContact&) { return "contact"; }
+std::string TitleOf(const CCalendar& item) {
+  return std::string(NounOf(static_cast<CalendarType>(item.calendar_type)));
+}
+
+// How the records of each form are named: the list's in JSON, and one record's in words.
+template <class Record>
+struct Names;
+template <>
+struct Names<CContact> {
+  static constexpr std::string_view kList = "contacts";
+  static constexpr std::string_view kNoun = "contact";
+};
+template <>
+struct Names<CCalendar> {
+  static constexpr std::string_view kList = "calendars";
+  static constexpr std::string_view kNoun = "item";
+};
+
+WideStringView PictureOf(const CContact& contact) { return contact.photo; }
+WideStringView PictureOf(const CCalendar&) { return {}; }
+
+// Reads the text and prints its records one by one, so that no more than one is held.
+template <class Record>
+Outcome PrintLines(NarrowStringView text, PrivatePictures& pictures) {
+  long long number = 0;
+  Outcome outcome = ReadText(text, [&](const Record& record) {
+    Print(TitleOf(record) + " " + std::to_string(++number) + "\n" + LinesOf(record));
+    pictures.Remove(PictureOf(record));
+  });
+  Print(Counted(number, Names<Record>::kNoun) + "\n");
+  return outcome;
+}
+
+// What came of the text stands ahead of its records, so that it is read twice.
+template <class Record>
+Outcome PrintJson(NarrowStringView text, PrivatePictures& pictures) {
+  pictures.LeaveOut(true);
+  const Outcome outcome = ReadText(text, [](const Record&) {});
+  pictures.LeaveOut(false);
+  JsonList list(Names<Record>::kList, outcome.result.outcome == TextOutcome::Rejected,
+                outcome.messages);
+  ReadText(text, [&](const Record& record) {
+    list.Add(record);
+    pictures.Remove(PictureOf(record));
+  });
+  list.End();
+  return outcome;
+}
+
+template <class Record>
+Outcome PrintRecords(const Options& options, NarrowStringView text) {
+  PrivatePictures pictures(TemporaryFolder());
+  return options.json ? PrintJson<Record>(text, pictures) : PrintLines<Record>(text, pictures);
+}
+
+TextForm FormOfText(NarrowStringView text) {
+  const auto head = TextHeadOf(text);
+  return head ? FormOf(head->object) : TextForm::VCard;
+}
+
+}  // namespace
+
+int InspectFile(const Options& options) {
+  const std::string& path = options.paths.front();
+  ByteBuffer bytes;
+  ReadInput(path, ByteOrderMark::Kept, bytes);
+  const NarrowStringView text = bytes.view();
+  const TextForm form = options.form ? *options.form : FormOfText(text);
+  const Outcome outcome = form == TextForm::VCard ? PrintRecords<CContact>(options, text)
+                                                  : PrintRecords<CCalendar>(options, text);
+  return TellOutcome(path, outcome, text, form);
+}
+
+}  // namespace pim::app

@@ -1,0 +1,94 @@
+#include "app/input/Inputs.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <limits>
+
+#include "app/input/Interrupt.h"
+#include "app/output/Output.h"
+#include "support/Ascii.h"
+
+namespace pim::app {
+namespace {
+
+namespace fs = std::filesystem;
+
+bool HasExtension(const fs::path& path, const std::vector<std::string_view>& extensions) {
+  const std::string extension = path.extension().string();
+  return std::ranges::any_of(
+      extensions, [&](std::string_view wanted) { return EqualsIgnoringCase(extension, wanted); });
+}
+
+void Walk(const fs::path& folder, const std::vector<std::string_view>& extensions,
+          std::vector<std::string>& files) {
+  std::error_code error;
+  std::vector<fs::directory_entry> entries;
+  for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
+       entry.increment(error))
+    entries.push_back(*entry);
+  if (error) throw Failure(ShownName(folder.string()) + ": " + error.message());
+  std::ranges::sort(entries, {}, [](const fs::directory_entry& entry) -> const std::string& {
+    return entry.path().native();
+  });
+  for (const fs::directory_entry& entry : entries) {
+    CheckInterrupt();
+    // A link to a folder isn't followed: it could lead round in a circle.
+    if (entry.is_directory(error) && !entry.is_symlink(error)) {
+      Walk(entry.path(), extensions, files);
+    } else if (HasExtension(entry.path(), extensions) && !entry.is_directory(error)) {
+      files.push_back(entry.path().string());
+    }
+  }
+}
+
+constexpr std::size_t kLongestInput = std::numeric_limits<std::int32_t>::max();
+
+std::string ReadStandardInput() {
+  std::string bytes;
+  std::array<char, std::size_t{64} * 1024> piece{};
+  for (;;) {
+    const ssize_t count = read(STDIN_FILENO, piece.data(), piece.size());
+    CheckInterrupt();
+    if (count == 0) return bytes;
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) throw Failure(std::string("standard input: ") + std::strerror(errno));
+    bytes.append(piece.data(), static_cast<std::size_t>(count));
+    if (bytes.size() > kLongestInput) throw Failure("standard input: longer than 2 GiB");
+  }
+}
+
+}  // namespace
+
+std::vector<std::string> FilesOf(const std::string& path,
+                                 const std::vector<std::string_view>& extensions) {
+  std::error_code error;
+  if (path == "-" || !fs::is_directory(path, error)) return {path};
+  std::vector<std::string> files;
+  Walk(path, extensions, files);
+  if (files.empty()) {
+    std::string wanted;
+    for (const std::string_view extension : extensions)
+      wanted.append(wanted.empty() ? "" : " or ").append(extension);
+    throw Failure(ShownName(path) + ": no " + wanted + " file in this folder");
+  }
+  return files;
+}
+
+void ReadInput(const std::string& path, ByteOrderMark mark, ByteBuffer& text) {
+  if (path == "-") {
+    const std::string bytes = ReadStandardInput();
+    const NarrowStringView kept = mark == ByteOrderMark::Skipped ? WithoutMark(bytes) : bytes;
+    text.Assign(kept.data(), kept.size());
+    return;
+  }
+  InputFile file(path);
+  if (!file.IsOpen()) throw Failure(ShownName(path) + ": can't be read: " + file.Problem());
+  ReadTextFile(file, mark, text);
+}
+
+}  // namespace pim::app

@@ -1,0 +1,35 @@
+#include "app/input/Interrupt.h"
+
+#include <signal.h>
+
+#include <csignal>
+#include <initializer_list>
+
+namespace pim::app {
+namespace {
+
+volatile std::sig_atomic_t caught = 0;
+
+void Note(int signal) { caught = signal; }
+
+}  // namespace
+
+void WatchSignals() {
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+    struct sigaction previous = {};
+    sigaction(signal, nullptr, &previous);
+    if (previous.sa_handler == SIG_IGN) continue;  // nohup, or a job in the background
+    struct sigaction action = {};
+    action.sa_handler = Note;
+    action.sa_flags = static_cast<int>(SA_RESETHAND);  // no SA_RESTART: a read from a pipe must end
+    sigaction(signal, &action, nullptr);
+  }
+}
+
+bool IsInterrupted() { return caught != 0; }
+
+void CheckInterrupt() {
+  if (caught != 0) throw Interrupted{caught};
+}
+
+}  // namespace pim::app

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <string>
+
+#include "pim/stream/TextHead.h"
+#include "pim/support/Strings.h"
+
+namespace pim::app {
+
+// What a text looks like in which no record of the form begins, as the end of a sentence:
+// "it looks like a JPEG picture". Empty when there is nothing to say.
+std::string LooksLike(NarrowStringView text, TextForm wanted);
+
+}  // namespace pim::app

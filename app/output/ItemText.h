@@ -1,0 +1,28 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "app/output/LocalTimes.h"
+#include "pim/records/Calendar.h"
+
+namespace pim::app {
+
+// Calendar items in a person's words.
+
+// "event", "to-do" or "memo"; any other kind is an event too.
+std::string_view NounOf(CalendarType kind);
+
+// Start or end of an item: a day for an all-day one, else local time.
+std::string SpanEndText(const CCalendar& item, const COleDateTime& utc, const LocalTimes& times);
+
+// "every 2 weeks on MO FR, 4 times, until 2010-12-31 23:59"; empty without a rule.
+std::string RuleText(const CRecurrence& holder);
+
+// The names of the item's categories.
+std::string CategoryText(const CCalendar& item);
+
+// The word of its status; empty for a code that has none.
+std::string StatusText(const CCalendar& item);
+
+}  // namespace pim::app

@@ -1,0 +1,74 @@
+#pragma once
+
+#include <rapidjson/stringbuffer.h>
+#include <rapidjson/writer.h>
+
+#include <cstdint>
+#include <string_view>
+
+#include "pim/support/DateTime.h"
+#include "pim/support/Strings.h"
+#include "pim/support/WideText.h"
+
+namespace pim::app {
+
+// Writes JSON piece by piece into one buffer that is used again. Texts go from UTF-16 to escaped
+// UTF-8 in one pass; a lone surrogate becomes U+FFFD. Escapes have small digits ("\u001f").
+class JsonWriter : private rapidjson::Writer<rapidjson::StringBuffer> {
+  using Base = rapidjson::Writer<rapidjson::StringBuffer>;
+
+ public:
+  JsonWriter() : Base(buffer_) {}
+
+  using Base::EndArray;
+  using Base::EndObject;
+  using Base::StartArray;
+  using Base::StartObject;
+
+  // `key` is plain ASCII without quotes and backslashes.
+  void Key(std::string_view key);
+
+  void Value(std::int32_t number) { Int(number); }
+  void Value(std::uint32_t number) { Uint(number); }
+  void Value(std::uint8_t number) { Uint(number); }
+  void Value(bool value) { Bool(value); }
+  void Value(WideStringView text);
+  void Value(const WideText& text) { Value(text.view()); }
+  // "YYYY-MM-DDTHH:MM:SS", null or "invalid".
+  void Value(const COleDateTime& date);
+  // Whole seconds, or "invalid".
+  void Value(const COleDateTimeSpan& span);
+  void Null() { Base::Null(); }
+
+  template <class T>
+  void Field(std::string_view key, const T& value) {
+    Key(key);
+    Value(value);
+  }
+  // An array; write(entry) writes each of its values.
+  template <class List, class Write>
+  void Array(std::string_view key, const List& list, Write write) {
+    Key(key);
+    StartArray();
+    for (const auto& entry : list) write(entry);
+    EndArray();
+  }
+  template <class List>
+  void Values(std::string_view key, const List& list) {
+    Array(key, list, [this](const auto& entry) { Value(entry); });
+  }
+
+  // What has been written since the last Clear. A new value may be begun behind that.
+  std::string_view text() const { return {buffer_.GetString(), buffer_.GetSize()}; }
+  void Clear() {
+    buffer_.Clear();
+    Reset(buffer_);
+  }
+
+ private:
+  void Ascii(std::string_view text);
+
+  rapidjson::StringBuffer buffer_;
+};
+
+}  // namespace pim::app

@@ -1,0 +1,60 @@
+#include "app/output/LocalTimes.h"
+
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+
+namespace pim::app {
+namespace {
+
+constexpr const char* kNoSuchDate = "(no such date)";
+
+std::string DayText(const SYSTEMTIME& time) {
+  std::array<char, 16> text{};
+  std::snprintf(text.data(), text.size(), "%04u-%02u-%02u", unsigned{time.wYear},
+                unsigned{time.wMonth} % 100, unsigned{time.wDay} % 100);
+  return text.data();
+}
+
+std::string ClockText(const SYSTEMTIME& time) {
+  std::array<char, 16> text{};
+  std::snprintf(text.data(), text.size(), " %02u:%02u", unsigned{time.wHour} % 100,
+                unsigned{time.wMinute} % 100);
+  return text.data();
+}
+
+// "+09:00", from the two clocks' difference.
+std::string OffsetText(const SYSTEMTIME& utc, const SYSTEMTIME& local) {
+  const auto from = SecondsFromSystemTime(utc);
+  const auto to = SecondsFromSystemTime(local);
+  if (!from || !to) return {};
+  const auto minutes = static_cast<int>((*to - *from) / 60);
+  std::array<char, 16> text{};
+  std::snprintf(text.data(), text.size(), " %c%02d:%02d", minutes < 0 ? '-' : '+',
+                std::abs(minutes) / 60 % 100, std::abs(minutes) % 60);
+  return text.data();
+}
+
+}  // namespace
+
+std::string LocalTimes::Moment(const COleDateTime& utc) const { return Text(utc, true); }
+std::string LocalTimes::Day(const COleDateTime& utc) const { return Text(utc, false); }
+
+std::string LocalTimes::Text(const COleDateTime& utc, bool withTime) const {
+  if (utc.status == StatusNull) return {};
+  SYSTEMTIME stored;
+  SYSTEMTIME local;
+  if (utc.status != StatusValid || !VariantTimeToSystemTime(utc.value, stored) ||
+      !SystemTimeToTzSpecificLocalTime(zone_, stored, local))
+    return kNoSuchDate;
+  return withTime ? DayText(local) + ClockText(local) + OffsetText(stored, local) : DayText(local);
+}
+
+std::string PlainMoment(const COleDateTime& date) {
+  if (date.status == StatusNull) return {};
+  SYSTEMTIME time;
+  if (date.status != StatusValid || !VariantTimeToSystemTime(date.value, time)) return kNoSuchDate;
+  return DayText(time) + ClockText(time);
+}
+
+}  // namespace pim::app

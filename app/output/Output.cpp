@@ -1,0 +1,45 @@
+#include "app/output/Output.h"
+
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+
+#include "platform/CodePages.h"
+#include "platform/Visible.h"
+
+namespace pim::app {
+namespace {
+
+void CheckOutput(bool written) {
+  if (written) return;
+  if (errno == EPIPE) _exit(kDone);
+  throw Failure(std::string("standard output: ") + std::strerror(errno));
+}
+
+}  // namespace
+
+std::string Shown(WideStringView text) { return VisibleUtf8(text); }
+
+std::string ShownName(const std::string& path) {
+  return path == "-" ? "standard input" : VisibleUtf8(WideFromUtf8(path));
+}
+
+void Complain(std::string_view message) {
+  const std::string line = std::string("pimvobj: ").append(message).append("\n");
+  std::fflush(stdout);
+  std::fwrite(line.data(), 1, line.size(), stderr);
+}
+
+void Print(std::string_view text) {
+  CheckOutput(std::fwrite(text.data(), 1, text.size(), stdout) == text.size());
+}
+
+void FlushOutput() { CheckOutput(std::fflush(stdout) == 0); }
+
+std::string Counted(long long count, std::string_view noun) {
+  return std::to_string(count).append(" ").append(noun).append(count == 1 ? "" : "s");
+}
+
+}  // namespace pim::app

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <string>
+
+#include "pim/records/Calendar.h"
+#include "pim/records/Contact.h"
+
+namespace pim::app {
+
+// All that a record holds, one line for each value, indented; times in UTC, as the record has them.
+std::string LinesOf(const CContact& contact);
+std::string LinesOf(const CCalendar& item);
+
+}  // namespace pim::app

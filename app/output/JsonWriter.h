@@ -55,7 +55,7 @@ class JsonWriter : private rapidjson::Writer<rapidjson::StringBuffer> {
   }
   template <class List>
   void Values(std::string_view key, const List& list) {
-    Array(key, list, [this](const auto& entry) { Value(entry); });
+    Array(key, list, [this](const auto& entry) { this->Value(entry); });
   }
 
   // What has been written since the last Clear. A new value may be begun behind that.

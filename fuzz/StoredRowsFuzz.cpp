@@ -1,7 +1,6 @@
 #include <cstdlib>
 #include <string>
 
-#include "records/Fingerprint.h"
 #include "store/StoredForms.h"
 
 namespace {
@@ -39,7 +38,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::int64_t number = NumberOf(bytes);
   const pim::COleDateTime time = pim::TimeFromSeconds(number);
   const auto seconds = pim::WholeSecondsOf(time);
-  if (seconds && *seconds != number) std::abort();
+  if (seconds && pim::TimeFromSeconds(*seconds).value != time.value) std::abort();
   const std::int32_t key = pim::KeyFromStored(number);
   if (key != 0 && key != number) std::abort();
   if (pim::IsPlainFileName(text) && text.find_first_of(u"/\\") != pim::WideString::npos)

@@ -29,6 +29,13 @@ same() {
   failures=$((failures + 1))
 }
 
+# golden NAME ARGS...: what is printed, as tests/app/expected/NAME.txt has it.
+golden() {
+  local name=$1
+  shift
+  same "$name" "$(cat "$root/tests/app/expected/$name.txt")" "$("$program" "$@" 2>&1 </dev/null)"
+}
+
 records() { "$program" "$@" contacts list --json | jq -S '[.contacts[] | del(.tag, .photo)] | sort_by(.name)'; }
 
 cp "$root"/samples/friends.vcf "$root"/samples/desktop.vcf "$root"/samples/phone-japan.vcf .
@@ -116,6 +123,16 @@ check show-rejected 3 'bad.vcf: Error parsing vCard' show bad.vcf
 # calendars
 printf 'BEGIN:VCALENDAR\nBEGIN:VEVENT\nSUMMARY:Lunch\nDTSTART:20100305T113000Z\nDTEND:20100305T123000Z\nRRULE:X\nEND:VEVENT\nBEGIN:VTODO\nSUMMARY:Milk\nDUE:20100306T100000Z\nEND:VTODO\nBEGIN:VMEMO\nSUMMARY:Idea\nEND:VMEMO\nEND:VCALENDAR\n' >all.vcs
 check count 0 '^3( |$)' memo count all.vcs
+# every kind of rule, alarm, status and date as people see them
+cat "$root"/tests/data/{todos-and-memos,rules,all-day}.vcs >items.vcs
+golden card inspect "$root"/tests/data/every-property.vcf
+golden items inspect items.vcs
+same items-json 24 "$("$program" inspect items.vcs --json | jq '.calendars | length')"
+for kind in calendar todo memo; do
+  check "$kind-in" 0 'imported: 24 in 1 file' --store kinds.db $kind import items.vcs
+  golden $kind --store kinds.db $kind list
+done
+same kinds-json '[18,6,3]' "$(for kind in calendar todo memo; do "$program" --store kinds.db $kind list --json; done | jq -sc 'map(.calendars | length)')"
 check bad-rule 0 'Invalid recurrence' calendar import all.vcs --store cal.db
 check todos 0 '^1 to-do imported: 3 in 1 file' todo import all.vcs --store todo.db
 check calendar-again 0 '^0 items imported: 3 in 1 file, 0 new, 2 already there' calendar import all.vcs --skip-duplicates --store cal.db
@@ -131,6 +148,18 @@ check folder-store 1 '^pimvobj: none: is a folder' --store none contacts list
 check foreign 1 '^pimvobj: bad.vcf: not a store' --store bad.vcf contacts import friends.vcf
 same foreign-untouched "$(printf 'BEGIN:VCARD\nN:a\nTEL;:1\n' | md5sum)" "$(md5sum <bad.vcf)"
 [ -e /dev/full ] && { "$program" contacts list >/dev/full 2>/dev/null; same full-output 1 $?; }
+
+[ -e /dev/full ] && check full-disk 1 '/dev/full: No space' --store cal.db calendar export /dev/full
+check no-way 1 'no-such/x.vcs: can.t be written' --store cal.db calendar export no-such/x.vcs
+check not-a-folder 1 'all.vcs/x: ' contacts export all.vcs/x
+same homeless 1 "$(env -u HOME "$program" contacts list 2>&1 | grep -c "no store: HOME isn't set")"
+
+# what a terminal gets besides: progress once half a second has gone, and no control bytes
+if command -v script >/dev/null; then
+  terminal() { script -qec "$1" /dev/null </dev/null; }
+  same progress 1 "$(terminal "(sleep 0.7; cat friends.vcf) | '$program' --store t.db contacts import -" | grep -c '1 file, 3 records')"
+  same visible 1 "$(printf 'BEGIN:VCARD\nN:\033[31m;x\n' >red.vcf; terminal "'$program' show red.vcf" | grep -c 'u001B')"
+fi
 
 [ "$failures" -eq 0 ] && echo "all is as it should be"
 exit "$((failures > 0))"

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "tests/support/MadeTexts.h"
 #include "tests/support/ScopedWritingForm.h"
 #include "tests/vcalendar/VCalendars.h"
 
@@ -155,6 +156,25 @@ TEST(VCalendarWriter, WritingForms) {
     EXPECT_EQ(lines, "SUMMARY;CHARSET=utf-8;ENCODING=QUOTED-PRINTABLE:" + x68 + "=\r\n" +
                          (readsBack ? "=20b\r\n" : " b\r\n"));
     EXPECT_EQ(ReadItem(lines).summary, w68 + (readsBack ? u" b" : u"b"));
+  }
+}
+
+TEST(VCalendarWriter, MadeTextsReadBack) {
+  const ScopedWritingForm scope(WritingForm::ReadsBack);
+  MadeTexts made;
+  for (int i = 0; i < 500; ++i) {
+    CCalendar item;
+    item.calendar_type = static_cast<std::uint8_t>(CalendarType::Memo);
+    item.summary = made.Next();
+    item.color = made.Next();
+    const WideText summary = item.summary;
+    const WideText color = item.color;
+    CCalendars items;
+    items.AddNew() = std::move(item);
+    const CCalendars back = ReadItems(WriteItems(items));
+    ASSERT_EQ(back.GetCount(), 1);
+    EXPECT_EQ(back[0].summary, summary);
+    EXPECT_EQ(back[0].color, color);
   }
 }
 

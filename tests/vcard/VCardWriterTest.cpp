@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "tests/support/MadeTexts.h"
 #include "tests/support/ScopedWritingForm.h"
 #include "tests/vcard/VCards.h"
 #include "vcard/VCardWriter.h"
@@ -86,6 +87,31 @@ TEST(VCardWriter, WritingForms) {
   contact.NewTelephone(u"1\r\nNOTE:x", 0, false, -1);
   const ScopedWritingForm scope(WritingForm::ReadsBack);
   EXPECT_NE(WriteCard(contact).find("TEL:1  NOTE:x\r\n"), std::string::npos);
+}
+
+TEST(VCardWriter, MadeTextsReadBack) {
+  const ScopedWritingForm scope(WritingForm::ReadsBack);
+  MadeTexts made;
+  for (int i = 0; i < 500; ++i) {
+    CContact contact;
+    contact.name.family_name = u"x" + made.Next();
+    contact.name.suffix_name = made.Next();
+    contact.formatted_name = made.Next();
+    contact.NewComment(made.Next() + u"x");
+    contact.NewEmail(u"x" + made.Next(), EMAIL_WORK, -1);
+    CPostalAddress& address = contact.NewAddress(nullptr, ADR_HOME, -1);
+    address.post_office = made.Next();
+    address.country = u"x" + made.Next();
+    const std::string card = WriteCard(contact);
+    const CContact back = std::move(ReadCards(card)[0]);
+    SCOPED_TRACE(card);
+    EXPECT_EQ(back.name, contact.name);
+    EXPECT_EQ(back.formatted_name, contact.formatted_name);
+    ASSERT_EQ(back.GetCommentCount(), 1);
+    EXPECT_EQ(back.comments()[0], contact.comments()[0]);
+    EXPECT_EQ(back.emails()[0], contact.emails()[0]);
+    EXPECT_EQ(back.addresses()[0], contact.addresses()[0]);
+  }
 }
 
 // A date that is none has its line, and is read as none again.

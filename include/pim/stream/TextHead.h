@@ -26,8 +26,8 @@ struct TextHead {
 
 // The first object that the readers would see begin in the text: like them it takes a record's word
 // in any letter case and also when only the first letters of it stand there ("VTod"); V alone is a
-// contact. A UTF-8 byte order mark is stepped over. Nothing for a text in which none begins, or that is rejected ahead of it. Linear in what
-// stands ahead of the object.
+// contact. A UTF-8 byte order mark is stepped over. Nothing for a text in which none begins, or
+// that is rejected ahead of it. Linear in what stands ahead of the object.
 PIM_EXPORT std::optional<TextHead> TextHeadOf(NarrowStringView text);
 
 }  // namespace pim

@@ -19,6 +19,18 @@ Value ValueOf(sqlite3_stmt* statement, int column) {
   return value;
 }
 
+// Owners before what refers to them.
+std::vector<std::string> TablesOf(sqlite3* db) {
+  std::vector<std::string> tables;
+  sqlite3_stmt* list = nullptr;
+  sqlite3_prepare_v2(db, "SELECT name FROM sqlite_master WHERE type = 'table' ORDER BY rowid", -1,
+                     &list, nullptr);
+  while (sqlite3_step(list) == SQLITE_ROW)
+    tables.emplace_back(reinterpret_cast<const char*>(sqlite3_column_text(list, 0)));
+  sqlite3_finalize(list);
+  return tables;
+}
+
 TableRows RowsOf(sqlite3* db, const std::string& table) {
   TableRows rows;
   sqlite3_stmt* select = nullptr;
@@ -60,15 +72,8 @@ void RemoveStore(const std::string& path) {
 std::vector<TableRows> StoredRows(const std::string& path) {
   sqlite3* db = nullptr;
   sqlite3_open(path.c_str(), &db);
-  std::vector<std::string> tables;
-  sqlite3_stmt* list = nullptr;
-  sqlite3_prepare_v2(db, "SELECT name FROM sqlite_master WHERE type = 'table' ORDER BY rowid", -1,
-                     &list, nullptr);
-  while (sqlite3_step(list) == SQLITE_ROW)
-    tables.emplace_back(reinterpret_cast<const char*>(sqlite3_column_text(list, 0)));
-  sqlite3_finalize(list);
   std::vector<TableRows> rows;
-  for (const std::string& table : tables) {
+  for (const std::string& table : TablesOf(db)) {
     TableRows of = RowsOf(db, table);
     if (!of.rows.empty()) rows.push_back(std::move(of));
   }
@@ -104,6 +109,18 @@ void StoreBare(const std::string& path, const std::vector<TableRows>& tables) {
   }
   sqlite3_exec(db, "COMMIT", nullptr, nullptr, nullptr);
   sqlite3_close(db);
+}
+
+bool MoveRows(const std::string& from, const std::string& path) {
+  sqlite3* db = nullptr;
+  sqlite3_open(path.c_str(), &db);
+  std::string sql = "PRAGMA synchronous = FULL; ATTACH '" + from + "' AS source; BEGIN IMMEDIATE; ";
+  for (const std::string& table : TablesOf(db))
+    sql.append("INSERT INTO main.\"" + table + "\" SELECT * FROM source.\"" + table + "\"; ");
+  const bool done =
+      sqlite3_exec(db, (sql + "COMMIT").c_str(), nullptr, nullptr, nullptr) == SQLITE_OK;
+  sqlite3_close(db);
+  return done;
 }
 
 }  // namespace pim::bench

@@ -27,7 +27,11 @@ void RemoveStore(const std::string& path);
 // All rows of the store, without the columns that hold nothing anywhere.
 std::vector<TableRows> StoredRows(const std::string& path);
 
-// Stores them in a store that has its tables, in one transaction.
+// Stores them in a store that has its tables, in one transaction, each row by a statement.
 void StoreBare(const std::string& path, const std::vector<TableRows>& tables);
+
+// Has SQLite copy all rows of the store `from` into one that has its tables and indexes and nothing
+// else: a floor, for no value passes through the program. False when it fails.
+bool MoveRows(const std::string& from, const std::string& path);
 
 }  // namespace pim::bench

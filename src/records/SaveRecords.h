@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <cstdint>
 #include <limits>
+#include <span>
 #include <stdexcept>
 #include <string>
+#include <type_traits>
 #include <unordered_map>
 #include <vector>
 
@@ -115,25 +117,28 @@ void SaveInOrder(Records& records, Storage& storage, Update update, Insert inser
   for (const std::int32_t i : others) insert(i);
 }
 
-// `storage` also has Insert(key, record), Update(key, record) and Contents(wanted), which gives the
-// index of what is stored, or null when none is wanted and there is none.
+// `storage` also has Update(key, record), Insert(records), which are new and bear the keys that
+// they get, and Contents(wanted), which gives the index of what is stored, or null when none is
+// wanted and there is none.
 template <class Records, class Storage>
 std::int32_t SaveRecords(Records& records, const RecordMap& map, bool saveFlag, Storage& storage,
                          KeyGuard<Records>& guard) {
+  using Record = std::remove_reference_t<decltype(records[0])>;
   NewKeys keys(storage);
   ContentIndex* contents = storage.Contents(!saveFlag);
   const auto printOf = [&](auto& record) {
     return contents != nullptr ? FingerprintOf(map, &record) : Fingerprint{};
   };
-  std::int32_t saved = 0;
+  std::vector<Record*> inserted;  // together, since storages are quicker with many at once
+  std::int32_t updated = 0;
   const auto update = [&](std::int32_t index) {
-    auto& record = records[index];
+    Record& record = records[index];
     storage.Update(record.tag, record);
     if (contents != nullptr) contents->Replace(record.tag, printOf(record), PhotoOf(record));
-    ++saved;
+    ++updated;
   };
   const auto insert = [&](std::int32_t index) {
-    auto& record = records[index];
+    Record& record = records[index];
     const Fingerprint print = printOf(record);
     const auto stored = saveFlag ? std::nullopt : contents->Find(print, PhotoOf(record));
     if (stored) {
@@ -141,14 +146,13 @@ std::int32_t SaveRecords(Records& records, const RecordMap& map, bool saveFlag, 
       guard.AddDuplicate(index);
       return;
     }
-    const std::int32_t key = keys.Next();
-    storage.Insert(key, record);
-    record.tag = key;
-    if (contents != nullptr) contents->Add(key, print, PhotoOf(record));
-    ++saved;
+    record.tag = keys.Next();
+    if (contents != nullptr) contents->Add(record.tag, print, PhotoOf(record));
+    inserted.push_back(&record);
   };
   SaveInOrder(records, storage, update, insert);
-  return saved;
+  storage.Insert(std::span<Record* const>(inserted));
+  return updated + static_cast<std::int32_t>(inserted.size());
 }
 
 // `storage` also has Insert(key, name), Rename(key, name) and Find(name), which gives the group of

@@ -139,6 +139,12 @@ void BindField(Statement& statement, int index, const FieldRef& field) {
   std::visit(Binder(statement, index), field);
 }
 
+void BindRow(Statement& statement, int index, std::int64_t key, std::span<const FieldMap> fields,
+             void* entry) {
+  statement.Bind(index, key);
+  for (const FieldMap& field : fields) BindField(statement, ++index, field.field(entry));
+}
+
 void FieldReader::Read(Statement& statement, int column, const FieldRef& field) {
   std::visit(Reader(statement, column, work_), field);
 }

@@ -9,6 +9,9 @@ namespace pim {
 // list, a null time. A time or span that is invalid is positive infinity, a null span negative
 // infinity, since no number of days is.
 void BindField(Statement& statement, int index, const FieldRef& field);
+// A key and the fields behind it, from the parameter `index` on.
+void BindRow(Statement& statement, int index, std::int64_t key, std::span<const FieldMap> fields,
+             void* entry);
 
 // A column's way into a field, for any value but NULL, which leaves a field as it is. A number
 // beyond the field's range reads as the nearest that is in it; a name that could lead out of its

@@ -44,13 +44,16 @@ class RecordTable {
       : map_(map), log_(log), pictures_(pictures) {}
 
   bool Holds(std::int32_t key) const { return records_.contains(key); }
-  void Insert(std::int32_t key, Record& record) {
-    log_.Add([this, key] {
-      records_.erase(key);
-      contents_.reset();
-    });
-    records_[key] = Copy(key, record);
-    given_.Add(key);
+  void Insert(std::span<Record* const> records) {
+    for (Record* record : records) {
+      const std::int32_t key = record->tag;
+      log_.Add([this, key] {
+        records_.erase(key);
+        contents_.reset();
+      });
+      records_[key] = Copy(key, *record);
+      given_.Add(key);
+    }
   }
   void Update(std::int32_t key, Record& record) {
     log_.Add([this, key, before = records_[key]] {

@@ -5,12 +5,19 @@
 #include <string_view>
 
 #include "records/RecordMap.h"
+#include "store/RowInserter.h"
 #include "store/Statement.h"
 
 namespace pim {
 
-// Writes records of one map into their table and the tables of their lists. A record is the address
-// of the map's record class. Runs inside the caller's transaction.
+// A record with the key under which it is stored: the address of a map's record class.
+struct KeyedRecord {
+  std::int64_t key;
+  void* record;
+};
+
+// Writes records of one map into their table and the tables of their lists. Runs inside the
+// caller's transaction.
 class RecordWriter {
  public:
   RecordWriter(Database& db, const RecordMap& map);
@@ -18,7 +25,7 @@ class RecordWriter {
   bool Holds(std::int32_t key);
   // The highest key that fits a record, or 0.
   std::int32_t HighestKey();
-  void Insert(std::int32_t key, void* record);
+  void Insert(std::span<const KeyedRecord> records);
   // Columns that the map doesn't name stay, in the rows of lists too.
   void Update(std::int32_t key, void* record);
 
@@ -28,11 +35,12 @@ class RecordWriter {
   struct ListWriter {
     ListWriter(Database& db, const ListMap& list, std::string_view key, std::string_view owner);
 
-    void InsertEntries(std::int64_t owner, void* record, std::size_t first, RuleRow& work);
-    void UpdateEntries(std::int64_t owner, void* record, RuleRow& work);
+    // The entries of each owner from its `first` one on.
+    void InsertEntries(std::span<const KeyedRecord> owners, std::size_t first, RuleRow& work);
+    void UpdateEntries(const KeyedRecord& owner, RuleRow& work);
 
     const ListMap& map;
-    Statement insert;
+    RowInserter insert;
     Statement selectKeys;
     Statement update;
     Statement remove;
@@ -41,7 +49,7 @@ class RecordWriter {
   const RecordMap& map_;
   Statement holds_;
   Statement highest_;
-  Statement insert_;
+  RowInserter insert_;
   Statement update_;
   std::deque<ListWriter> lists_;
   RuleRow work_;

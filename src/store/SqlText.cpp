@@ -33,6 +33,16 @@ std::string JoinedNames(std::string_view key, std::span<const FieldMap> fields) 
   return names;
 }
 
+// "(?, ?), (?, ?)"
+std::string RowsOfMarks(std::size_t rows, std::size_t columns) {
+  std::string row = "(?";
+  for (std::size_t i = 1; i < columns; ++i) row += ", ?";
+  row += ")";
+  std::string marks = row;
+  for (std::size_t i = 1; i < rows; ++i) marks += ", " + row;
+  return marks;
+}
+
 }  // namespace
 
 std::string CreateTableSql(const TableLayout& table) {
@@ -63,11 +73,9 @@ std::string CreateIndexSql(const IndexLayout& index) {
 }
 
 std::string InsertSql(std::string_view table, std::string_view key,
-                      std::span<const FieldMap> fields) {
-  std::string sql =
-      "INSERT INTO " + Quoted(table) + " (" + JoinedNames(key, fields) + ") VALUES (?";
-  for (std::size_t i = 0; i < fields.size(); ++i) sql += ", ?";
-  return sql + ")";
+                      std::span<const FieldMap> fields, std::size_t rows) {
+  return "INSERT INTO " + Quoted(table) + " (" + JoinedNames(key, fields) + ") VALUES " +
+         RowsOfMarks(rows, fields.size() + 1);
 }
 
 std::string UpdateSql(std::string_view table, std::string_view key,

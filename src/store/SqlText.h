@@ -14,9 +14,9 @@ std::string CreateTableSql(const TableLayout& table);
 std::string AddColumnSql(const TableLayout& table, const Column& column);
 std::string CreateIndexSql(const IndexLayout& index);
 
-// Parameter 1 is `key`, of the record or of a list's owner; the fields follow.
+// Each row's first parameter is `key`, of the record or of a list's owner; its fields follow.
 std::string InsertSql(std::string_view table, std::string_view key,
-                      std::span<const FieldMap> fields);
+                      std::span<const FieldMap> fields, std::size_t rows = 1);
 // Parameter 1 is the row's key, the fields follow.
 std::string UpdateSql(std::string_view table, std::string_view key,
                       std::span<const FieldMap> fields);

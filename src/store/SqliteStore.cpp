@@ -76,9 +76,12 @@ class SqliteStore::Impl {
         : store(impl), map(recordMap), writer(*impl.db_, recordMap), all(*impl.db_, recordMap) {}
 
     bool Holds(std::int32_t key) { return writer.Holds(key); }
-    void Insert(std::int32_t key, Record& record) {
-      writer.Insert(key, &record);
-      given.Add(key);
+    void Insert(std::span<Record* const> records) {
+      std::vector<KeyedRecord> rows;
+      rows.reserve(records.size());
+      for (Record* record : records) rows.push_back({record->tag, record});
+      writer.Insert(rows);
+      for (const Record* record : records) given.Add(record->tag);
     }
     void Update(std::int32_t key, Record& record) { writer.Update(key, &record); }
     std::int32_t HighestKey() { return given.HighestWith(writer.HighestKey()); }

@@ -131,6 +131,27 @@ TEST_P(StoreContract, ItemsComeBackWhole) {
   EXPECT_EQ(store->LoadCalendars(CalendarType::Event, read), 7);
 }
 
+// However many there are, and whatever their lists' lengths: stores write many rows at once.
+TEST_P(StoreContract, EachKeepsItsOwnLists) {
+  CContacts saved;
+  for (std::int32_t i = 0; i < 333; ++i) {
+    CContact& contact = saved.AddNew();
+    const WideString name(1, static_cast<char16_t>(u'A' + i % 99));
+    contact.formatted_name = i % 7 == 0 ? WideString{} : name;
+    for (std::int32_t n = 0; n < i % 5; ++n)
+      contact.NewTelephone((name + static_cast<char16_t>(u'0' + n)).c_str(), 1, false, -1);
+    if (i == 100) contact.NewNickname(u"the only one");
+  }
+  ASSERT_EQ(store->SaveContacts(saved, 0, true), 333) << store->LastError();
+  CContacts read;
+  ASSERT_EQ(store->LoadContacts(read), 333);
+  for (std::int32_t i = 0; i < 333; ++i) {
+    SCOPED_TRACE(i);
+    EXPECT_EQ(read[i].tag, i + 1);
+    ExpectContact(read[i], saved[i]);
+  }
+}
+
 TEST_P(StoreContract, KeysAreGivenOnce) {
   CContacts contacts;
   for (const std::int32_t tag : {0, -1, 65535, 77, 2}) contacts.AddNew().tag = tag;

@@ -8,6 +8,7 @@
 #include <string>
 #include <type_traits>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "pim/records/Calendar.h"
@@ -187,12 +188,12 @@ std::int32_t SaveGroups(CContactGroups& groups, Storage& storage) {
   return saved;
 }
 
-// `storage` has Count(contact, group) and Insert(contact, group), which throws when one of the two
-// isn't stored.
+// `storage` has Count(contact, group) and Insert(links), which throws when a contact or group of
+// them isn't stored.
 template <class Storage>
 std::int32_t SaveLinks(const CContactGroupPairs& pairs, Storage& storage) {
   std::unordered_map<std::uint64_t, std::int64_t> alreadyThere;
-  std::int32_t saved = 0;
+  std::vector<LinkRow> inserted;
   for (std::int32_t i = 0; i < pairs.GetCount(); ++i) {
     const std::int32_t contact = pairs[i].contact_id;
     const std::int32_t group = pairs[i].group_id;
@@ -201,17 +202,24 @@ std::int32_t SaveLinks(const CContactGroupPairs& pairs, Storage& storage) {
     const auto [stored, isFirst] = alreadyThere.try_emplace(link, 0);
     if (isFirst) stored->second = storage.Count(contact, group);
     if (stored->second-- > 0) continue;
-    storage.Insert(contact, group);
-    ++saved;
+    inserted.push_back({contact, group});
   }
-  return saved;
+  storage.Insert(std::span(inserted));
+  return static_cast<std::int32_t>(inserted.size());
 }
 
 // Links each contact to the group once.
 template <class Storage>
 void LinkContacts(const CContacts& contacts, std::int32_t group, Storage& storage) {
-  for (std::int32_t i = 0; i < contacts.GetCount(); ++i)
-    if (storage.Count(contacts[i].tag, group) == 0) storage.Insert(contacts[i].tag, group);
+  std::unordered_set<std::int32_t> linked;  // records that are equal bear one key
+  CContactGroupPairs pairs;
+  for (std::int32_t i = 0; i < contacts.GetCount(); ++i) {
+    if (!linked.insert(contacts[i].tag).second) continue;
+    CContactGroupPair& pair = pairs.AddNew();
+    pair.contact_id = contacts[i].tag;
+    pair.group_id = group;
+  }
+  SaveLinks(pairs, storage);
 }
 
 inline std::string NoSuchGroup(std::int32_t group) {

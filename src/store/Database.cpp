@@ -11,9 +11,11 @@ namespace pim {
 
 namespace {
 
-// Enough for the upper levels of all tables and indexes of a large store.
+// The cache is enough for the upper levels of all tables and indexes of a large store. Foreign keys
+// are for other programs: SQLite would look up the owner of each row that is stored with it, and
+// the references that may lead nowhere, those of links, are looked at as they are stored.
 constexpr const char* kSetUp =
-    "PRAGMA foreign_keys=ON; PRAGMA synchronous=FULL; PRAGMA cell_size_check=ON; "
+    "PRAGMA foreign_keys=OFF; PRAGMA synchronous=FULL; PRAGMA cell_size_check=ON; "
     "PRAGMA trusted_schema=OFF; PRAGMA cache_size=-16384; "
     "PRAGMA temp_store=MEMORY";
 

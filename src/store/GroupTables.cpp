@@ -2,7 +2,6 @@
 
 #include <vector>
 
-#include "pim/store/SqliteStore.h"
 #include "platform/LetterCase.h"
 #include "records/StoreLayout.h"
 #include "store/SqlText.h"
@@ -15,6 +14,17 @@ namespace {
 constexpr std::string_view kGroupKey = "group_id";
 constexpr std::string_view kFoldedName = "group_name_folded";
 
+std::string HoldsOwnerSql(const FieldMap& reference) {
+  const std::string_view key = reference.column;
+  return SelectKeysSql(OwnerOf({key, ColumnType::Integer, KeyMark::Reference}), key, key);
+}
+
+bool HasRow(Statement& statement, std::int32_t key) {
+  statement.Bind(1, std::int64_t{key});
+  Rows rows(statement);
+  return rows.Next();
+}
+
 }  // namespace
 
 GroupTable::GroupTable(Database& db)
@@ -22,7 +32,7 @@ GroupTable::GroupTable(Database& db)
       holds_(db, SelectKeysSql(kGroupTable, kGroupKey, kGroupKey)),
       find_(db, SelectKeysSql(kGroupTable, kGroupKey, kFoldedName)),
       highest_(db, HighestKeySql(kGroupTable, kGroupKey)),
-      insert_(db, InsertSql(kGroupTable, kGroupKey, GroupFields())),
+      insert_(db, InsertSql(kGroupTable, kGroupKey, GroupFields(), 1)),
       update_(db, UpdateSql(kGroupTable, kGroupKey, GroupFields())) {}
 
 std::int32_t GroupTable::Load(CContactGroups& groups) {
@@ -54,11 +64,7 @@ void GroupTable::FoldNames() {
   for (const auto& [key, name] : groups) Run(update_, key, name);
 }
 
-bool GroupTable::Holds(std::int32_t key) {
-  holds_.Bind(1, std::int64_t{key});
-  Rows rows(holds_);
-  return rows.Next();
-}
+bool GroupTable::Holds(std::int32_t key) { return HasRow(holds_, key); }
 
 std::int32_t GroupTable::Find(WideStringView name) {
   AppendStoredText(FoldLetterCase(name), find_.Buffer(1));
@@ -81,10 +87,11 @@ void GroupTable::Run(Statement& statement, std::int64_t key, WideStringView name
 LinkTable::LinkTable(Database& db)
     : db_(db),
       all_(db, SelectSql(kLinkTable, KeyOf(StoreTable(kLinkTable)), LinkFields()) + " ORDER BY 1"),
-      count_(db,
-             "SELECT count(*) FROM Contacts_ContactGroups WHERE contact_id = ? AND "
-             "group_id = ?"),
-      insert_(db, "INSERT INTO Contacts_ContactGroups (contact_id, group_id) VALUES (?, ?)") {}
+      count_(db, CountSql(kLinkTable, LinkFields())),
+      insert_(db, LinkFields().subspan(1),
+              [](std::size_t rows) { return InsertReferencesSql(kLinkTable, LinkFields(), rows); }),
+      holdsContact_(db, HoldsOwnerSql(LinkFields()[0])),
+      holdsGroup_(db, HoldsOwnerSql(LinkFields()[1])) {}
 
 std::int32_t LinkTable::Load(CContactGroupPairs& pairs) {
   std::int32_t count = 0;
@@ -107,16 +114,16 @@ std::int64_t LinkTable::Count(std::int32_t contact, std::int32_t group) {
   return rows.Next() ? count_.Integer(0) : 0;
 }
 
-void LinkTable::Insert(std::int32_t contact, std::int32_t group) {
-  insert_.Bind(1, std::int64_t{contact});
-  insert_.Bind(2, std::int64_t{group});
-  try {
-    insert_.Run();
-  } catch (const StoreError&) {
-    if (sqlite3_extended_errcode(db_.handle()) == SQLITE_CONSTRAINT_FOREIGNKEY)
+void LinkTable::Insert(std::span<LinkRow> links) {
+  insert_.Start(links.size());
+  for (LinkRow& link : links) insert_.Add(link.contactId, &link);
+  if (insert_.inserted() < links.size()) CheckOwners(links);
+}
+
+void LinkTable::CheckOwners(std::span<const LinkRow> links) {
+  for (const auto& [contact, group] : links)
+    if (!HasRow(holdsContact_, contact) || !HasRow(holdsGroup_, group))
       db_.Fail(NoSuchLink(contact, group));
-    throw;
-  }
 }
 
 }  // namespace pim

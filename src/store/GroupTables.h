@@ -1,10 +1,12 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 
 #include "pim/records/ContactGroups.h"
 #include "records/SaveRecords.h"
 #include "store/FieldIo.h"
+#include "store/RowInserter.h"
 #include "store/Statement.h"
 
 namespace pim {
@@ -48,14 +50,18 @@ class LinkTable {
 
   std::int32_t Load(CContactGroupPairs& pairs);
   std::int64_t Count(std::int32_t contact, std::int32_t group);
-  void Insert(std::int32_t contact, std::int32_t group);
+  void Insert(std::span<LinkRow> links);
 
  private:
+  // Tells which of the links leads nowhere, if one does.
+  void CheckOwners(std::span<const LinkRow> links);
+
   Database& db_;
   Statement all_;
   Statement count_;
-  Statement insert_;
-  FieldReader fields_;
+  RowInserter insert_;
+  Statement holdsContact_;
+  Statement holdsGroup_;
 };
 
 }  // namespace pim

@@ -157,15 +157,17 @@ class MemoryStore::Impl {
     const auto found = linkCounts_.find({contact, group});
     return found == linkCounts_.end() ? 0 : found->second;
   }
-  void Insert(std::int32_t contact, std::int32_t group) {
-    if (!contacts_.Holds(contact) || !groups_.Holds(group))
-      throw std::runtime_error(NoSuchLink(contact, group));
-    log_.Add([this] {
-      --linkCounts_[links_.back()];
-      links_.pop_back();
-    });
-    links_.emplace_back(contact, group);
-    ++linkCounts_[links_.back()];
+  void Insert(std::span<const LinkRow> links) {
+    for (const auto& [contact, group] : links) {
+      if (!contacts_.Holds(contact) || !groups_.Holds(group))
+        throw std::runtime_error(NoSuchLink(contact, group));
+      log_.Add([this] {
+        --linkCounts_[links_.back()];
+        links_.pop_back();
+      });
+      links_.emplace_back(contact, group);
+      ++linkCounts_[links_.back()];
+    }
   }
 
   // Runs `save` in a transaction of its own, after which a failure leaves nothing.

@@ -78,6 +78,21 @@ std::string InsertSql(std::string_view table, std::string_view key,
          RowsOfMarks(rows, fields.size() + 1);
 }
 
+std::string InsertReferencesSql(std::string_view table, std::span<const FieldMap> references,
+                                std::size_t rows) {
+  const std::string_view key = references.front().column;
+  std::string sql = "INSERT INTO " + Quoted(table) + " (" +
+                    JoinedNames(key, references.subspan(1)) + ") SELECT * FROM (VALUES " +
+                    RowsOfMarks(rows, references.size()) + ") WHERE ";
+  for (std::size_t i = 0; i < references.size(); ++i) {
+    if (i > 0) sql += " AND ";
+    const std::string_view column = references[i].column;
+    sql += "column" + std::to_string(i + 1) + " IN (" +
+           SelectSql(OwnerOf({column, ColumnType::Integer, KeyMark::Reference}), column, {}) + ")";
+  }
+  return sql;
+}
+
 std::string UpdateSql(std::string_view table, std::string_view key,
                       std::span<const FieldMap> fields) {
   std::string sql = "UPDATE " + Quoted(table) + " SET ";
@@ -112,6 +127,16 @@ std::string SelectRangeSql(std::string_view table, std::string_view rowKey, std:
 }
 
 std::string SelectColumnNamesSql() { return "SELECT name FROM pragma_table_info(?)"; }
+
+std::string CountSql(std::string_view table, std::span<const FieldMap> fields) {
+  std::string sql = "SELECT count(*) FROM " + Quoted(table);
+  const char* separator = " WHERE ";
+  for (const FieldMap& field : fields) {
+    sql += separator + Quoted(field.column) + " = ?";
+    separator = " AND ";
+  }
+  return sql;
+}
 
 std::string SelectKeysSql(std::string_view table, std::string_view key, std::string_view column) {
   return SelectSql(table, key, {}) + " WHERE " + Quoted(column) + " = ? ORDER BY 1";

@@ -16,7 +16,11 @@ std::string CreateIndexSql(const IndexLayout& index);
 
 // Each row's first parameter is `key`, of the record or of a list's owner; its fields follow.
 std::string InsertSql(std::string_view table, std::string_view key,
-                      std::span<const FieldMap> fields, std::size_t rows = 1);
+                      std::span<const FieldMap> fields, std::size_t rows);
+// The same for rows of nothing but references, the key's column included: leaves out those that
+// lead nowhere.
+std::string InsertReferencesSql(std::string_view table, std::span<const FieldMap> references,
+                                std::size_t rows);
 // Parameter 1 is the row's key, the fields follow.
 std::string UpdateSql(std::string_view table, std::string_view key,
                       std::span<const FieldMap> fields);
@@ -36,6 +40,8 @@ std::string SelectRangeSql(std::string_view table, std::string_view rowKey, std:
                            std::span<const FieldMap> fields);
 // The names of the columns that a table has; parameter 1 is the table's name.
 std::string SelectColumnNamesSql();
+// The number of rows in which the fields are the parameters.
+std::string CountSql(std::string_view table, std::span<const FieldMap> fields);
 // The keys of the rows whose `column` is parameter 1, ascending.
 std::string SelectKeysSql(std::string_view table, std::string_view key, std::string_view column);
 std::string DeleteSql(std::string_view table, std::string_view key);

@@ -68,6 +68,11 @@ void Statement::Run() {
   if (Step()) Reset();
 }
 
+std::size_t Statement::RunChanging() {
+  Run();
+  return static_cast<std::size_t>(sqlite3_changes64(db_.handle()));
+}
+
 void Statement::Reset() noexcept { sqlite3_reset(ready_.get()); }
 
 std::string_view Statement::Text(int column) {

@@ -29,6 +29,8 @@ class Statement {
   bool Step();
   // For statements without rows.
   void Run();
+  // Gives the number of rows that it has changed.
+  std::size_t RunChanging();
   // Ends a reading before its last row.
   void Reset() noexcept;
 

@@ -315,6 +315,28 @@ TEST_P(StoreContract, LinksKeepTheirNumber) {
   EXPECT_EQ(CountContacts(), 1);
 }
 
+TEST_P(StoreContract, LinksKeepTheirOrder) {
+  constexpr std::int32_t kLinks = 100;
+  CContacts contacts;
+  for (std::int32_t i = 0; i < kLinks; ++i) contacts.AddNew();
+  ASSERT_EQ(store->SaveContacts(contacts, 0, true), kLinks);
+  const std::int32_t groups[] = {SaveGroup(u"A"), SaveGroup(u"B")};
+  CContactGroupPairs pairs;
+  for (std::int32_t i = 0; i < kLinks; ++i) Link(pairs, kLinks - i, groups[i % 2]);
+  Link(pairs, 999, groups[0]);  // which isn't stored
+  EXPECT_EQ(store->SaveContactGroupPairs(pairs), -1);
+  EXPECT_NE(store->LastError().find("contact 999"), std::string::npos) << store->LastError();
+  EXPECT_EQ(CountLinks(), 0);
+  pairs.Delete(kLinks);
+  EXPECT_EQ(store->SaveContactGroupPairs(pairs), kLinks);
+  CContactGroupPairs read;
+  ASSERT_EQ(store->LoadContactGroupPairs(read), kLinks);
+  for (std::int32_t i = 0; i < kLinks; ++i) {
+    EXPECT_EQ(read[i].contact_id, pairs[i].contact_id);
+    EXPECT_EQ(read[i].group_id, pairs[i].group_id);
+  }
+}
+
 TEST_P(StoreContract, TransactionsNest) {
   CContacts contacts;
   contacts.AddNew();

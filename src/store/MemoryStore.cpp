@@ -149,10 +149,113 @@ class GroupTable {
   GivenKeys given_;
 };
 
+constexpr auto kEach = [](const auto&) { return true; };
+
+auto OfKind(CalendarType kind) {
+  return [kind](const CCalendar& item) {
+    return item.calendar_type == static_cast<std::uint8_t>(kind);
+  };
+}
+
+template <class Records>
+auto AppendTo(Records& records) {
+  return [&records](auto record) {
+    records.Add(std::move(record));
+    return true;
+  };
+}
+
 }  // namespace
 
-class MemoryStore::Impl {
+class MemoryStore::Impl final : public RecordStore {
  public:
+  void SetPictureReader(PictureReader reader) {
+    pictures_ = std::move(reader);
+    contacts_.ForgetContents();
+  }
+
+  std::int32_t LoadContacts(CContacts& contacts) override {
+    return Visit(contacts_, kEach, AppendTo(contacts));
+  }
+  std::int32_t LoadContactGroups(CContactGroups& groups) override {
+    for (const auto& [key, name] : groups_.names()) {
+      CContactGroup& group = groups.AddNew();
+      group.group_id = key;
+      group.group_name = name;
+    }
+    return static_cast<std::int32_t>(groups_.names().size());
+  }
+  std::int32_t LoadContactGroupPairs(CContactGroupPairs& pairs) override {
+    for (const auto& [contact, group] : links_) {
+      CContactGroupPair& pair = pairs.AddNew();
+      pair.contact_id = contact;
+      pair.group_id = group;
+    }
+    return static_cast<std::int32_t>(links_.size());
+  }
+  std::int32_t LoadCalendars(CalendarType kind, CCalendars& items) override {
+    return Visit(calendars_, OfKind(kind), AppendTo(items));
+  }
+  std::int32_t VisitContacts(const std::function<bool(CContact&)>& visitor) override {
+    return Visit(contacts_, kEach, [&](const auto& contact) { return visitor(*contact); });
+  }
+  std::int32_t VisitCalendars(CalendarType kind,
+                              const std::function<bool(CCalendar&)>& visitor) override {
+    return Visit(calendars_, OfKind(kind), [&](const auto& item) { return visitor(*item); });
+  }
+
+  std::int32_t SaveContacts(CContacts& contacts, std::int32_t saveOption, bool saveFlag) override {
+    KeyGuard keys(contacts);
+    const std::int32_t result = Store([&] {
+      if (saveOption > 0 && !groups_.Holds(saveOption))
+        throw std::runtime_error(NoSuchGroup(saveOption));
+      const std::int32_t saved = SaveRecords(contacts, ContactMap(), saveFlag, contacts_, keys);
+      if (saveOption > 0) LinkContacts(contacts, saveOption, *this);
+      return saved;
+    });
+    if (result != kFailure) keys.Keep();
+    return result;
+  }
+  std::int32_t SaveContactGroups(CContactGroups& groups, bool /*saveFlag*/) override {
+    KeyGuard keys(groups);
+    const std::int32_t result = Store([&] { return SaveGroups(groups, groups_); });
+    if (result != kFailure) keys.Keep();
+    return result;
+  }
+  std::int32_t SaveContactGroupPairs(CContactGroupPairs& pairs) override {
+    return Store([&] { return SaveLinks(pairs, *this); });
+  }
+  std::int32_t SaveCalendars(CCalendars& items, bool saveFlag) override {
+    KeyGuard keys(items);
+    const std::int32_t result =
+        Store([&] { return SaveRecords(items, CalendarMap(), saveFlag, calendars_, keys); });
+    if (result != kFailure) keys.Keep();
+    return result;
+  }
+
+  bool Begin() override {
+    if (IsBeingRead()) return false;
+    log_.Begin();
+    return true;
+  }
+  bool Commit() override {
+    if (!log_.IsOpen() || IsBeingRead()) return false;
+    log_.Commit();
+    return true;
+  }
+  bool Rollback() noexcept override {
+    if (!log_.IsOpen()) return false;
+    log_.Rollback();
+    return true;
+  }
+  bool BeginReading() override {
+    ++readings_;
+    return true;
+  }
+  void EndReading() noexcept override { --readings_; }
+  std::string LastError() const override { return problem_; }
+
+  // The links, as SaveLinks meets them.
   std::int64_t Count(std::int32_t contact, std::int32_t group) const {
     const auto found = linkCounts_.find({contact, group});
     return found == linkCounts_.end() ? 0 : found->second;
@@ -170,6 +273,7 @@ class MemoryStore::Impl {
     }
   }
 
+ private:
   // Runs `save` in a transaction of its own, after which a failure leaves nothing.
   template <class Save>
   std::int32_t Store(Save save) {
@@ -220,131 +324,15 @@ class MemoryStore::Impl {
   std::string problem_;
 };
 
-namespace {
+MemoryStore::MemoryStore() : MemoryStore(std::make_unique<Impl>()) {}
 
-constexpr auto kEach = [](const auto&) { return true; };
-
-auto OfKind(CalendarType kind) {
-  return [kind](const CCalendar& item) {
-    return item.calendar_type == static_cast<std::uint8_t>(kind);
-  };
-}
-
-template <class Records>
-auto AppendTo(Records& records) {
-  return [&records](auto record) {
-    records.Add(std::move(record));
-    return true;
-  };
-}
-
-}  // namespace
-
-MemoryStore::MemoryStore() : impl_(std::make_unique<Impl>()) {}
+MemoryStore::MemoryStore(std::unique_ptr<Impl> impl)
+    : ForwardingStore(*impl), impl_(std::move(impl)) {}
 
 MemoryStore::~MemoryStore() = default;
 
 void MemoryStore::SetPictureReader(PictureReader reader) {
-  impl_->pictures_ = std::move(reader);
-  impl_->contacts_.ForgetContents();
+  impl_->SetPictureReader(std::move(reader));
 }
-
-std::int32_t MemoryStore::LoadContacts(CContacts& contacts) {
-  return impl_->Visit(impl_->contacts_, kEach, AppendTo(contacts));
-}
-
-std::int32_t MemoryStore::LoadContactGroups(CContactGroups& groups) {
-  for (const auto& [key, name] : impl_->groups_.names()) {
-    CContactGroup& group = groups.AddNew();
-    group.group_id = key;
-    group.group_name = name;
-  }
-  return static_cast<std::int32_t>(impl_->groups_.names().size());
-}
-
-std::int32_t MemoryStore::LoadContactGroupPairs(CContactGroupPairs& pairs) {
-  for (const auto& [contact, group] : impl_->links_) {
-    CContactGroupPair& pair = pairs.AddNew();
-    pair.contact_id = contact;
-    pair.group_id = group;
-  }
-  return static_cast<std::int32_t>(impl_->links_.size());
-}
-
-std::int32_t MemoryStore::LoadCalendars(CalendarType kind, CCalendars& items) {
-  return impl_->Visit(impl_->calendars_, OfKind(kind), AppendTo(items));
-}
-
-std::int32_t MemoryStore::VisitContacts(const std::function<bool(CContact&)>& visitor) {
-  return impl_->Visit(impl_->contacts_, kEach,
-                      [&](const auto& contact) { return visitor(*contact); });
-}
-
-std::int32_t MemoryStore::VisitCalendars(CalendarType kind,
-                                         const std::function<bool(CCalendar&)>& visitor) {
-  return impl_->Visit(impl_->calendars_, OfKind(kind),
-                      [&](const auto& item) { return visitor(*item); });
-}
-
-std::int32_t MemoryStore::SaveContacts(CContacts& contacts, std::int32_t saveOption,
-                                       bool saveFlag) {
-  KeyGuard keys(contacts);
-  const std::int32_t result = impl_->Store([&] {
-    if (saveOption > 0 && !impl_->groups_.Holds(saveOption))
-      throw std::runtime_error(NoSuchGroup(saveOption));
-    const std::int32_t saved =
-        SaveRecords(contacts, ContactMap(), saveFlag, impl_->contacts_, keys);
-    if (saveOption > 0) LinkContacts(contacts, saveOption, *impl_);
-    return saved;
-  });
-  if (result != kFailure) keys.Keep();
-  return result;
-}
-
-std::int32_t MemoryStore::SaveContactGroups(CContactGroups& groups, bool /*saveFlag*/) {
-  KeyGuard keys(groups);
-  const std::int32_t result = impl_->Store([&] { return SaveGroups(groups, impl_->groups_); });
-  if (result != kFailure) keys.Keep();
-  return result;
-}
-
-std::int32_t MemoryStore::SaveContactGroupPairs(CContactGroupPairs& pairs) {
-  return impl_->Store([&] { return SaveLinks(pairs, *impl_); });
-}
-
-std::int32_t MemoryStore::SaveCalendars(CCalendars& items, bool saveFlag) {
-  KeyGuard keys(items);
-  const std::int32_t result = impl_->Store(
-      [&] { return SaveRecords(items, CalendarMap(), saveFlag, impl_->calendars_, keys); });
-  if (result != kFailure) keys.Keep();
-  return result;
-}
-
-bool MemoryStore::Begin() {
-  if (impl_->IsBeingRead()) return false;
-  impl_->log_.Begin();
-  return true;
-}
-
-bool MemoryStore::Commit() {
-  if (!impl_->log_.IsOpen() || impl_->IsBeingRead()) return false;
-  impl_->log_.Commit();
-  return true;
-}
-
-bool MemoryStore::Rollback() noexcept {
-  if (!impl_->log_.IsOpen()) return false;
-  impl_->log_.Rollback();
-  return true;
-}
-
-bool MemoryStore::BeginReading() {
-  ++impl_->readings_;
-  return true;
-}
-
-void MemoryStore::EndReading() noexcept { --impl_->readings_; }
-
-std::string MemoryStore::LastError() const { return impl_->problem_; }
 
 }  // namespace pim

@@ -64,11 +64,97 @@ class ContentCache {
 
 }  // namespace
 
-class SqliteStore::Impl {
+class SqliteStore::Impl final : public RecordStore {
  public:
   Impl(const std::string& path, std::chrono::milliseconds lockWait, std::function<bool()> givesUp)
       : db_(OpenStoreFile(path, {lockWait, std::move(givesUp)})) {}
 
+  std::int32_t CountItemsWithoutKind() {
+    return Try([&] {
+      Rows rows(itemsWithoutKind_);
+      return rows.Next() ? static_cast<std::int32_t>(itemsWithoutKind_.Integer(0)) : 0;
+    });
+  }
+  void SetPictureReader(PictureReader reader) {
+    pictures_ = std::move(reader);
+    contacts_.contents.Drop();
+  }
+
+  std::int32_t LoadContacts(CContacts& contacts) override {
+    return Append(contacts, [&] { contacts_.all.ReadAll(0, NewIn<CContact>(contacts)); });
+  }
+  std::int32_t LoadContactGroups(CContactGroups& groups) override {
+    return Append(groups, [&] { groups_.Load(groups); });
+  }
+  std::int32_t LoadContactGroupPairs(CContactGroupPairs& pairs) override {
+    return Append(pairs, [&] { links_.Load(pairs); });
+  }
+  std::int32_t LoadCalendars(CalendarType kind, CCalendars& items) override {
+    return Append(items, [&] {
+      calendarsOfKind_.ReadAll(static_cast<std::int64_t>(kind), NewIn<CCalendar>(items));
+    });
+  }
+  std::int32_t VisitContacts(const std::function<bool(CContact&)>& visitor) override {
+    return VisitStored<CContact, CContacts>(contacts_.all, 0, visitor);
+  }
+  std::int32_t VisitCalendars(CalendarType kind,
+                              const std::function<bool(CCalendar&)>& visitor) override {
+    return VisitStored<CCalendar, CCalendars>(calendarsOfKind_, static_cast<std::int64_t>(kind),
+                                              visitor);
+  }
+
+  std::int32_t SaveContacts(CContacts& contacts, std::int32_t saveOption, bool saveFlag) override {
+    KeyGuard keys(contacts);
+    const std::int32_t result = Store([&] {
+      if (saveOption > 0 && !groups_.Holds(saveOption)) db_->Fail(NoSuchGroup(saveOption));
+      const std::int32_t saved = SaveRecords(contacts, ContactMap(), saveFlag, contacts_, keys);
+      if (saveOption > 0) LinkContacts(contacts, saveOption, links_);
+      return saved;
+    });
+    if (result != kFailure) keys.Keep();
+    return result;
+  }
+  std::int32_t SaveContactGroups(CContactGroups& groups, bool /*saveFlag*/) override {
+    KeyGuard keys(groups);
+    const std::int32_t result = Store([&] {
+      FoldGroupNames();
+      return SaveGroups(groups, groups_);
+    });
+    if (result != kFailure) keys.Keep();
+    return result;
+  }
+  std::int32_t SaveContactGroupPairs(CContactGroupPairs& pairs) override {
+    return Store([&] { return SaveLinks(pairs, links_); });
+  }
+  std::int32_t SaveCalendars(CCalendars& items, bool saveFlag) override {
+    KeyGuard keys(items);
+    const std::int32_t result =
+        Store([&] { return SaveRecords(items, CalendarMap(), saveFlag, calendars_, keys); });
+    if (result != kFailure) keys.Keep();
+    return result;
+  }
+
+  bool Begin() override {
+    return Succeeds([&] { BeginTransaction(); });
+  }
+  bool Commit() override {
+    return Succeeds([&] { CommitTransaction(); });
+  }
+  bool Rollback() noexcept override {
+    if (marks_.empty()) return false;
+    contacts_.contents.Undo(marks_.back().contacts);
+    calendars_.contents.Undo(marks_.back().calendars);
+    foldedAt_ = 0;
+    marks_.pop_back();
+    return db_->Rollback();
+  }
+  bool BeginReading() override {
+    return Succeeds([&] { db_->BeginReading(); });
+  }
+  void EndReading() noexcept override { db_->EndReading(); }
+  std::string LastError() const override { return problem_; }
+
+ private:
   // One kind of record: its tables and what is known of their content.
   template <class Record, class Records>
   struct Kind {
@@ -147,10 +233,10 @@ class SqliteStore::Impl {
   template <class Save>
   std::int32_t Store(Save save) {
     return Try([&] {
-      Begin();
+      BeginTransaction();
       try {
         const std::int32_t result = save();
-        Commit();
+        CommitTransaction();
         return result;
       } catch (...) {
         Rollback();
@@ -159,7 +245,7 @@ class SqliteStore::Impl {
     });
   }
 
-  void Begin() {
+  void BeginTransaction() {
     marks_.push_back({contacts_.contents.changes(), calendars_.contents.changes()});
     try {
       db_->Begin();
@@ -168,17 +254,9 @@ class SqliteStore::Impl {
       throw;
     }
   }
-  void Commit() {
+  void CommitTransaction() {
     db_->Commit();
     marks_.pop_back();
-  }
-  bool Rollback() noexcept {
-    if (marks_.empty()) return false;
-    contacts_.contents.Undo(marks_.back().contacts);
-    calendars_.contents.Undo(marks_.back().calendars);
-    foldedAt_ = 0;
-    marks_.pop_back();
-    return db_->Rollback();
   }
 
   // What the visitor throws is the caller's, and no failure of the store.
@@ -212,6 +290,14 @@ class SqliteStore::Impl {
       problem_ = StoreError(db_->path(), error.what()).what();
     }
     return kFailure;
+  }
+
+  template <class Operation>
+  bool Succeeds(Operation operation) {
+    return Try([&] {
+             operation();
+             return 0;
+           }) != kFailure;
   }
 
   // Another program may have renamed a group without knowing of the column that finds it.
@@ -254,113 +340,17 @@ StoreError::StoreError(const std::string& path, const std::string& problem)
 
 SqliteStore::SqliteStore(const std::string& path, std::chrono::milliseconds lockWait,
                          std::function<bool()> givesUp)
-    : impl_(std::make_unique<Impl>(path, lockWait, std::move(givesUp))) {}
+    : SqliteStore(std::make_unique<Impl>(path, lockWait, std::move(givesUp))) {}
+
+SqliteStore::SqliteStore(std::unique_ptr<Impl> impl)
+    : ForwardingStore(*impl), impl_(std::move(impl)) {}
 
 SqliteStore::~SqliteStore() = default;
 
-std::int32_t SqliteStore::CountItemsWithoutKind() {
-  return impl_->Try([&] {
-    Rows rows(impl_->itemsWithoutKind_);
-    return rows.Next() ? static_cast<std::int32_t>(impl_->itemsWithoutKind_.Integer(0)) : 0;
-  });
-}
+std::int32_t SqliteStore::CountItemsWithoutKind() { return impl_->CountItemsWithoutKind(); }
 
 void SqliteStore::SetPictureReader(PictureReader reader) {
-  impl_->pictures_ = std::move(reader);
-  impl_->contacts_.contents.Drop();
+  impl_->SetPictureReader(std::move(reader));
 }
-
-std::int32_t SqliteStore::LoadContacts(CContacts& contacts) {
-  return impl_->Append(contacts,
-                       [&] { impl_->contacts_.all.ReadAll(0, Impl::NewIn<CContact>(contacts)); });
-}
-
-std::int32_t SqliteStore::LoadContactGroups(CContactGroups& groups) {
-  return impl_->Append(groups, [&] { impl_->groups_.Load(groups); });
-}
-
-std::int32_t SqliteStore::LoadContactGroupPairs(CContactGroupPairs& pairs) {
-  return impl_->Append(pairs, [&] { impl_->links_.Load(pairs); });
-}
-
-std::int32_t SqliteStore::LoadCalendars(CalendarType kind, CCalendars& items) {
-  return impl_->Append(items, [&] {
-    impl_->calendarsOfKind_.ReadAll(static_cast<std::int64_t>(kind), Impl::NewIn<CCalendar>(items));
-  });
-}
-
-std::int32_t SqliteStore::VisitContacts(const std::function<bool(CContact&)>& visitor) {
-  return impl_->VisitStored<CContact, CContacts>(impl_->contacts_.all, 0, visitor);
-}
-
-std::int32_t SqliteStore::VisitCalendars(CalendarType kind,
-                                         const std::function<bool(CCalendar&)>& visitor) {
-  return impl_->VisitStored<CCalendar, CCalendars>(impl_->calendarsOfKind_,
-                                                   static_cast<std::int64_t>(kind), visitor);
-}
-
-std::int32_t SqliteStore::SaveContacts(CContacts& contacts, std::int32_t saveOption,
-                                       bool saveFlag) {
-  KeyGuard keys(contacts);
-  const std::int32_t result = impl_->Store([&] {
-    if (saveOption > 0 && !impl_->groups_.Holds(saveOption))
-      impl_->db_->Fail(NoSuchGroup(saveOption));
-    const std::int32_t saved =
-        SaveRecords(contacts, ContactMap(), saveFlag, impl_->contacts_, keys);
-    if (saveOption > 0) LinkContacts(contacts, saveOption, impl_->links_);
-    return saved;
-  });
-  if (result != kFailure) keys.Keep();
-  return result;
-}
-
-std::int32_t SqliteStore::SaveContactGroups(CContactGroups& groups, bool /*saveFlag*/) {
-  KeyGuard keys(groups);
-  const std::int32_t result = impl_->Store([&] {
-    impl_->FoldGroupNames();
-    return SaveGroups(groups, impl_->groups_);
-  });
-  if (result != kFailure) keys.Keep();
-  return result;
-}
-
-std::int32_t SqliteStore::SaveContactGroupPairs(CContactGroupPairs& pairs) {
-  return impl_->Store([&] { return SaveLinks(pairs, impl_->links_); });
-}
-
-std::int32_t SqliteStore::SaveCalendars(CCalendars& items, bool saveFlag) {
-  KeyGuard keys(items);
-  const std::int32_t result = impl_->Store(
-      [&] { return SaveRecords(items, CalendarMap(), saveFlag, impl_->calendars_, keys); });
-  if (result != kFailure) keys.Keep();
-  return result;
-}
-
-bool SqliteStore::Begin() {
-  return impl_->Try([&] {
-    impl_->Begin();
-    return 0;
-  }) == 0;
-}
-
-bool SqliteStore::Commit() {
-  return impl_->Try([&] {
-    impl_->Commit();
-    return 0;
-  }) == 0;
-}
-
-bool SqliteStore::Rollback() noexcept { return impl_->Rollback(); }
-
-bool SqliteStore::BeginReading() {
-  return impl_->Try([&] {
-    impl_->db_->BeginReading();
-    return 0;
-  }) == 0;
-}
-
-void SqliteStore::EndReading() noexcept { impl_->db_->EndReading(); }
-
-std::string SqliteStore::LastError() const { return impl_->problem_; }
 
 }  // namespace pim

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "pim/Export.h"
-#include "pim/records/RecordStore.h"
+#include "pim/records/ForwardingStore.h"
 
 namespace pim {
 
@@ -20,7 +20,7 @@ class PIM_EXPORT StoreError : public std::runtime_error {
 
 // Records in one SQLite file. Several programs may have it open: who writes makes the others wait,
 // who reads sees one state of it.
-class PIM_EXPORT SqliteStore final : public RecordStore {
+class PIM_EXPORT SqliteStore final : public ForwardingStore {
  public:
   // Opens the store at `path` (the operating system's own form), or makes one where there is no
   // file or an empty one; its folder must exist. A file that isn't a store of this program, or that
@@ -34,31 +34,14 @@ class PIM_EXPORT SqliteStore final : public RecordStore {
 
   // The number of stored items whose type is no CalendarType, as another program may write them:
   // no operation gives them out. -1 when the store fails.
-  std::int32_t CountItemsWithoutKind();
+  [[nodiscard]] std::int32_t CountItemsWithoutKind();
 
   // Replaces the way to a contact's picture; by default it lies in GetCallerIdPath().
   void SetPictureReader(PictureReader reader);
 
-  std::int32_t LoadContacts(CContacts& contacts) override;
-  std::int32_t LoadContactGroups(CContactGroups& groups) override;
-  std::int32_t LoadContactGroupPairs(CContactGroupPairs& pairs) override;
-  std::int32_t LoadCalendars(CalendarType kind, CCalendars& items) override;
-  std::int32_t VisitContacts(const std::function<bool(CContact&)>& visitor) override;
-  std::int32_t VisitCalendars(CalendarType kind,
-                              const std::function<bool(CCalendar&)>& visitor) override;
-  std::int32_t SaveContacts(CContacts& contacts, std::int32_t saveOption, bool saveFlag) override;
-  std::int32_t SaveContactGroups(CContactGroups& groups, bool saveFlag) override;
-  std::int32_t SaveContactGroupPairs(CContactGroupPairs& pairs) override;
-  std::int32_t SaveCalendars(CCalendars& items, bool saveFlag) override;
-  bool Begin() override;
-  bool Commit() override;
-  bool Rollback() noexcept override;
-  bool BeginReading() override;
-  void EndReading() noexcept override;
-  std::string LastError() const override;
-
  private:
   class Impl;
+  explicit SqliteStore(std::unique_ptr<Impl> impl);
   std::unique_ptr<Impl> impl_;
 };
 

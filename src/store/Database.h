@@ -44,7 +44,7 @@ class Database {
 
   // Whether the last call found the file locked and another try may be made: SQLite waits by itself
   // for most locks, but not where a file changes its way of logging. Has waited a little then.
-  bool MayTryAgain();
+  [[nodiscard]] bool MayTryAgain();
 
   // Throws what went wrong in SQLite's last call, which gave `code`.
   [[noreturn]] void Fail(int code);

@@ -30,7 +30,7 @@ class RecordReader {
 
   // The next records, not more than `limit`, from where the last call ended. False when there was
   // none.
-  bool ReadSome(std::int64_t filter, std::int32_t limit, const NewRecord& newRecord);
+  [[nodiscard]] bool ReadSome(std::int64_t filter, std::int32_t limit, const NewRecord& newRecord);
   void Restart() { next_ = kFirstKey; }
 
  private:

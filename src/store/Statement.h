@@ -26,11 +26,11 @@ class Statement {
   void BindBuffer(int index);
 
   // True while a row stands ready; behind the last one the statement can be run again.
-  bool Step();
+  [[nodiscard]] bool Step();
   // For statements without rows.
   void Run();
   // Gives the number of rows that it has changed.
-  std::size_t RunChanging();
+  [[nodiscard]] std::size_t RunChanging();
   // Ends a reading before its last row.
   void Reset() noexcept;
 
@@ -69,7 +69,7 @@ class Rows {
   Rows(const Rows&) = delete;
   Rows& operator=(const Rows&) = delete;
   ~Rows() { statement_.Reset(); }
-  bool Next() { return statement_.Step(); }
+  [[nodiscard]] bool Next() { return statement_.Step(); }
 
  private:
   Statement& statement_;

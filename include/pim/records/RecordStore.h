@@ -33,35 +33,36 @@ class PIM_EXPORT RecordStore {
   virtual ~RecordStore() = default;
 
   // Append the stored records by ascending key. A contact comes with an empty list of group names.
-  virtual std::int32_t LoadContacts(CContacts& contacts) = 0;
-  virtual std::int32_t LoadContactGroups(CContactGroups& groups) = 0;
-  virtual std::int32_t LoadContactGroupPairs(CContactGroupPairs& pairs) = 0;
-  virtual std::int32_t LoadCalendars(CalendarType kind, CCalendars& items) = 0;
+  [[nodiscard]] virtual std::int32_t LoadContacts(CContacts& contacts) = 0;
+  [[nodiscard]] virtual std::int32_t LoadContactGroups(CContactGroups& groups) = 0;
+  [[nodiscard]] virtual std::int32_t LoadContactGroupPairs(CContactGroupPairs& pairs) = 0;
+  [[nodiscard]] virtual std::int32_t LoadCalendars(CalendarType kind, CCalendars& items) = 0;
 
   // The same records one by one, for stores larger than memory should hold. The record is the
   // visitor's to read during the call; a visitor that gives false ends the visit early. A visitor
   // must not call this store. What it throws passes to the caller.
-  virtual std::int32_t VisitContacts(const std::function<bool(CContact&)>& visitor) = 0;
-  virtual std::int32_t VisitCalendars(CalendarType kind,
-                                      const std::function<bool(CCalendar&)>& visitor) = 0;
+  [[nodiscard]] virtual std::int32_t VisitContacts(
+      const std::function<bool(CContact&)>& visitor) = 0;
+  [[nodiscard]] virtual std::int32_t VisitCalendars(
+      CalendarType kind, const std::function<bool(CCalendar&)>& visitor) = 0;
 
   // Store the records of a collection in their order, as CContacts::SaveToDB,
   // CContactGroups::SaveToDB, CContactGroupPairs::SaveToDB and CCalendars::SaveToDB tell.
-  virtual std::int32_t SaveContacts(CContacts& contacts, std::int32_t saveOption,
-                                    bool saveFlag) = 0;
-  virtual std::int32_t SaveContactGroups(CContactGroups& groups, bool saveFlag) = 0;
-  virtual std::int32_t SaveContactGroupPairs(CContactGroupPairs& pairs) = 0;
-  virtual std::int32_t SaveCalendars(CCalendars& items, bool saveFlag) = 0;
+  [[nodiscard]] virtual std::int32_t SaveContacts(CContacts& contacts, std::int32_t saveOption,
+                                                  bool saveFlag) = 0;
+  [[nodiscard]] virtual std::int32_t SaveContactGroups(CContactGroups& groups, bool saveFlag) = 0;
+  [[nodiscard]] virtual std::int32_t SaveContactGroupPairs(CContactGroupPairs& pairs) = 0;
+  [[nodiscard]] virtual std::int32_t SaveCalendars(CCalendars& items, bool saveFlag) = 0;
 
   // Transactions nest: an inner one can be rolled back alone. Each gives false when it fails.
   // Use StoreTransaction, which pairs them.
-  virtual bool Begin() = 0;
-  virtual bool Commit() = 0;
+  [[nodiscard]] virtual bool Begin() = 0;
+  [[nodiscard]] virtual bool Commit() = 0;
   virtual bool Rollback() noexcept = 0;
 
   // From BeginReading to EndReading all loads and visits see one state of the store, and nothing
   // can be written. They nest. False when it fails. Use StoreReading, which pairs them.
-  virtual bool BeginReading() = 0;
+  [[nodiscard]] virtual bool BeginReading() = 0;
   virtual void EndReading() noexcept = 0;
 
   // What went wrong last, in English, naming the store's file where there is one.
@@ -71,16 +72,17 @@ class PIM_EXPORT RecordStore {
 // One transaction that holds several operations together: rolled back unless committed.
 class PIM_EXPORT StoreTransaction {
  public:
-  explicit StoreTransaction(RecordStore& store) : store_(store), open_(store.Begin()) {}
+  [[nodiscard]] explicit StoreTransaction(RecordStore& store)
+      : store_(store), open_(store.Begin()) {}
   StoreTransaction(const StoreTransaction&) = delete;
   StoreTransaction& operator=(const StoreTransaction&) = delete;
   ~StoreTransaction() {
     if (open_) store_.Rollback();
   }
 
-  bool IsOpen() const noexcept { return open_; }
+  [[nodiscard]] bool IsOpen() const noexcept { return open_; }
   // False when the store fails; then everything since the beginning is undone.
-  bool Commit() {
+  [[nodiscard]] bool Commit() {
     if (!open_) return false;
     open_ = false;
     if (store_.Commit()) return true;
@@ -96,13 +98,14 @@ class PIM_EXPORT StoreTransaction {
 // Several readings that see one state of the store.
 class PIM_EXPORT StoreReading {
  public:
-  explicit StoreReading(RecordStore& store) : store_(store), open_(store.BeginReading()) {}
+  [[nodiscard]] explicit StoreReading(RecordStore& store)
+      : store_(store), open_(store.BeginReading()) {}
   StoreReading(const StoreReading&) = delete;
   StoreReading& operator=(const StoreReading&) = delete;
   ~StoreReading() {
     if (open_) store_.EndReading();
   }
-  bool IsOpen() const noexcept { return open_; }
+  [[nodiscard]] bool IsOpen() const noexcept { return open_; }
 
  private:
   RecordStore& store_;
@@ -113,7 +116,7 @@ class PIM_EXPORT StoreReading {
 // and must outlive the binding.
 class PIM_EXPORT StoreBinding {
  public:
-  explicit StoreBinding(RecordStore& store);
+  [[nodiscard]] explicit StoreBinding(RecordStore& store);
   StoreBinding(const StoreBinding&) = delete;
   StoreBinding& operator=(const StoreBinding&) = delete;
   ~StoreBinding();
@@ -125,6 +128,6 @@ class PIM_EXPORT StoreBinding {
 };
 
 // The store bound to the handle `db`, or null. Whoever bound it owns it.
-PIM_EXPORT RecordStore* StoreForHandle(std::int32_t db) noexcept;
+[[nodiscard]] PIM_EXPORT RecordStore* StoreForHandle(std::int32_t db) noexcept;
 
 }  // namespace pim

@@ -15,8 +15,16 @@
 
 namespace pim {
 
-// Which columns a record's fields go to. A database writes and reads the fields that it is handed
-// and knows no record; a record knows no database.
+// Which columns a record's fields go to, as rows. Each row is a column's name and a function that
+// finds the field in a record: what it gives is a pointer of one of the few kinds that FieldRef
+// lists. A database is written over these kinds and knows no record (a statement is made from the
+// names, its parameters are bound and its columns read through the pointers); a record knows no
+// database. The entries of a record's lists are reached by functions as well, so that vectors, the
+// one reminder and the rules of six types all look like rows of a table.
+//
+// A further field of a record is one more row in RecordMapContacts.cpp or RecordMapCalendars.cpp,
+// and one in StoreLayout.cpp where its column is new: storing, reading, copying and comparing
+// records all follow from the map.
 
 // A text that names a file of the caller-ID folder, or nothing.
 struct PictureName {

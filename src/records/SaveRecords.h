@@ -18,6 +18,13 @@
 
 namespace pim {
 
+// The rules of saving, once for all stores: which records are updates and which are new, what keys
+// the new ones get, which are left out as equal to stored ones, which links and groups are there
+// already. What a store has itself is a storage, a class that finds, inserts and changes rows and
+// decides nothing; the functions below tell what they ask of one. They run inside a transaction of
+// the store and let pass what the storage throws: the store then rolls back, and a KeyGuard gives
+// the collection its former keys, so that a save is done wholly or not at all.
+
 // Whether a record's key can be one that a store gave.
 constexpr bool IsStoredKey(std::int32_t key) { return key > 0 && key != kUnsavedTag; }
 
@@ -99,9 +106,9 @@ class KeyGuard {
   std::vector<std::int32_t> duplicates_;
 };
 
-// The rules of saving, whatever the storage. Each function gives the number of records stored.
-// Records whose key the store holds are updated first, wherever they stand: a new record is left
-// out only for what is still there behind them, and no key given to it can be one of theirs.
+// Each function gives the number of records stored. Records whose key the store holds are updated
+// first, wherever they stand: a new record is left out only for what is still there behind them,
+// and no key given to it can be one of theirs.
 
 // Calls update(index) for each record that the store holds, then insert(index) for the others.
 template <class Records, class Storage, class Update, class Insert>

@@ -49,7 +49,7 @@ Outcome PrintLines(NarrowStringView text, PrivatePictures& pictures) {
 template <class Record>
 Outcome PrintJson(NarrowStringView text, PrivatePictures& pictures) {
   pictures.LeaveOut(true);
-  const Outcome outcome = ReadText(text, [](const Record&) {});
+  Outcome outcome = ReadText(text, [](const Record&) {});
   pictures.LeaveOut(false);
   JsonList list(Names<Record>::kList, outcome.result.outcome == TextOutcome::Rejected,
                 outcome.messages);

@@ -21,7 +21,7 @@ constexpr std::array<char, 128> MakeEscapes() {
                                           {'\t', 't'},
                                           {'"', '"'},
                                           {'\\', '\\'}})
-    escapes[static_cast<std::size_t>(character)] = letter;
+    escapes[static_cast<unsigned char>(character)] = letter;
   return escapes;
 }
 constexpr std::array<char, 128> kEscapes = MakeEscapes();

@@ -85,9 +85,10 @@ std::string LinesOf(const CContact& contact) {
   for (const WideText& nickname : contact.nicknames()) lines.Add("nickname", nickname);
   for (const CTelephoneNumber& entry : contact.telephones())
     lines.Add("telephone", entry.number, TelephoneWords(entry.number_type));
-  for (const CEmail& entry : contact.emails())
+  for (const CEmail& entry : contact.emails()) {
     lines.Add("e-mail", entry.email_address,
               Unless0(entry.email_type, EmailWord(entry.email_type)));
+  }
   for (const CMessenger& entry : contact.messengers()) {
     lines.Add("messenger", entry.messenger_address,
               Unless0(entry.messenger_type, MessengerWord(entry.messenger_type)));

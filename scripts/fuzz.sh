@@ -14,7 +14,7 @@ for corpus in fuzz/corpus/*; do
   target=$(basename "$corpus")
   mkdir "$work/$target"
   echo "$target: $runs inputs"
-  if ! build/fuzz/fuzz/"$target" -runs="$runs" -max_len=4000 -artifact_prefix="$work/" \
+  if ! build/fuzz/fuzz/"$target" -seed=1 -runs="$runs" -max_len=4000 -artifact_prefix="$work/" \
       "$work/$target" "$corpus" >"$work/log" 2>&1; then
     tail -n 40 "$work/log"
     exit 1

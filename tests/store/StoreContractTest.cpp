@@ -98,8 +98,9 @@ TEST_P(StoreContract, ContactsComeBackWhole) {
     return ++visited < 2;
   }),
             2);
-  EXPECT_THROW(store->VisitContacts([](CContact&) -> bool { throw 7; }), int);
-  EXPECT_THROW(store->VisitContacts([](CContact&) -> bool { throw std::runtime_error(""); }),
+  EXPECT_THROW(static_cast<void>(store->VisitContacts([](CContact&) -> bool { throw 7; })), int);
+  EXPECT_THROW(static_cast<void>(
+                   store->VisitContacts([](CContact&) -> bool { throw std::runtime_error(""); })),
                std::runtime_error);
   EXPECT_EQ(
       store->VisitContacts([&](CContact&) { return store->SaveContacts(saved, 0, true) > 0; }), 1);
@@ -265,7 +266,7 @@ TEST_P(StoreContract, RollbacksAreForgotten) {
   broken[0].tag = 0;
   EXPECT_EQ(SaveOne(u"before", true), 1);
   broken.AddNew().photo = u"broken";
-  EXPECT_THROW(store->SaveContacts(broken, 0, false), int);
+  EXPECT_THROW(static_cast<void>(store->SaveContacts(broken, 0, false)), int);
   EXPECT_FALSE(store->Rollback());
   EXPECT_EQ(CountContacts(), 7);
 }

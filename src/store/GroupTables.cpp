@@ -121,9 +121,10 @@ void LinkTable::Insert(std::span<LinkRow> links) {
 }
 
 void LinkTable::CheckOwners(std::span<const LinkRow> links) {
-  for (const auto& [contact, group] : links)
+  for (const auto& [contact, group] : links) {
     if (!HasRow(holdsContact_, contact) || !HasRow(holdsGroup_, group))
       db_.Fail(NoSuchLink(contact, group));
+  }
 }
 
 }  // namespace pim

@@ -106,6 +106,16 @@ class KeyGuard {
   std::vector<std::int32_t> duplicates_;
 };
 
+// Runs `save`, which is handed the guard of the collection's keys, and gives its result: below 0
+// when it has failed.
+template <class Records, class Save>
+std::int32_t SaveGuarded(Records& records, Save save) {
+  KeyGuard keys(records);
+  const std::int32_t result = save(keys);
+  if (result >= 0) keys.Keep();
+  return result;
+}
+
 // Each function gives the number of records stored. Records whose key the store holds are updated
 // first, wherever they stand: a new record is left out only for what is still there behind them,
 // and no key given to it can be one of theirs.

@@ -205,32 +205,27 @@ class MemoryStore::Impl final : public RecordStore {
   }
 
   std::int32_t SaveContacts(CContacts& contacts, std::int32_t saveOption, bool saveFlag) override {
-    KeyGuard keys(contacts);
-    const std::int32_t result = Store([&] {
-      if (saveOption > 0 && !groups_.Holds(saveOption))
-        throw std::runtime_error(NoSuchGroup(saveOption));
-      const std::int32_t saved = SaveRecords(contacts, ContactMap(), saveFlag, contacts_, keys);
-      if (saveOption > 0) LinkContacts(contacts, saveOption, *this);
-      return saved;
+    return SaveGuarded(contacts, [&](KeyGuard<CContacts>& keys) {
+      return Store([&] {
+        if (saveOption > 0 && !groups_.Holds(saveOption))
+          throw std::runtime_error(NoSuchGroup(saveOption));
+        const std::int32_t saved = SaveRecords(contacts, ContactMap(), saveFlag, contacts_, keys);
+        if (saveOption > 0) LinkContacts(contacts, saveOption, *this);
+        return saved;
+      });
     });
-    if (result != kFailure) keys.Keep();
-    return result;
   }
   std::int32_t SaveContactGroups(CContactGroups& groups, bool /*saveFlag*/) override {
-    KeyGuard keys(groups);
-    const std::int32_t result = Store([&] { return SaveGroups(groups, groups_); });
-    if (result != kFailure) keys.Keep();
-    return result;
+    return SaveGuarded(groups,
+                       [&](auto&) { return Store([&] { return SaveGroups(groups, groups_); }); });
   }
   std::int32_t SaveContactGroupPairs(CContactGroupPairs& pairs) override {
     return Store([&] { return SaveLinks(pairs, *this); });
   }
   std::int32_t SaveCalendars(CCalendars& items, bool saveFlag) override {
-    KeyGuard keys(items);
-    const std::int32_t result =
-        Store([&] { return SaveRecords(items, CalendarMap(), saveFlag, calendars_, keys); });
-    if (result != kFailure) keys.Keep();
-    return result;
+    return SaveGuarded(items, [&](KeyGuard<CCalendars>& keys) {
+      return Store([&] { return SaveRecords(items, CalendarMap(), saveFlag, calendars_, keys); });
+    });
   }
 
   bool Begin() override {

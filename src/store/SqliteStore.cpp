@@ -104,34 +104,30 @@ class SqliteStore::Impl final : public RecordStore {
   }
 
   std::int32_t SaveContacts(CContacts& contacts, std::int32_t saveOption, bool saveFlag) override {
-    KeyGuard keys(contacts);
-    const std::int32_t result = Store([&] {
-      if (saveOption > 0 && !groups_.Holds(saveOption)) db_->Fail(NoSuchGroup(saveOption));
-      const std::int32_t saved = SaveRecords(contacts, ContactMap(), saveFlag, contacts_, keys);
-      if (saveOption > 0) LinkContacts(contacts, saveOption, links_);
-      return saved;
+    return SaveGuarded(contacts, [&](KeyGuard<CContacts>& keys) {
+      return Store([&] {
+        if (saveOption > 0 && !groups_.Holds(saveOption)) db_->Fail(NoSuchGroup(saveOption));
+        const std::int32_t saved = SaveRecords(contacts, ContactMap(), saveFlag, contacts_, keys);
+        if (saveOption > 0) LinkContacts(contacts, saveOption, links_);
+        return saved;
+      });
     });
-    if (result != kFailure) keys.Keep();
-    return result;
   }
   std::int32_t SaveContactGroups(CContactGroups& groups, bool /*saveFlag*/) override {
-    KeyGuard keys(groups);
-    const std::int32_t result = Store([&] {
-      FoldGroupNames();
-      return SaveGroups(groups, groups_);
+    return SaveGuarded(groups, [&](auto&) {
+      return Store([&] {
+        FoldGroupNames();
+        return SaveGroups(groups, groups_);
+      });
     });
-    if (result != kFailure) keys.Keep();
-    return result;
   }
   std::int32_t SaveContactGroupPairs(CContactGroupPairs& pairs) override {
     return Store([&] { return SaveLinks(pairs, links_); });
   }
   std::int32_t SaveCalendars(CCalendars& items, bool saveFlag) override {
-    KeyGuard keys(items);
-    const std::int32_t result =
-        Store([&] { return SaveRecords(items, CalendarMap(), saveFlag, calendars_, keys); });
-    if (result != kFailure) keys.Keep();
-    return result;
+    return SaveGuarded(items, [&](KeyGuard<CCalendars>& keys) {
+      return Store([&] { return SaveRecords(items, CalendarMap(), saveFlag, calendars_, keys); });
+    });
   }
 
   bool Begin() override {

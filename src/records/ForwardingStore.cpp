@@ -27,6 +27,25 @@ std::int32_t ForwardingStore::VisitCalendars(CalendarType kind,
   return store_.VisitCalendars(kind, visitor);
 }
 
+std::int32_t ForwardingStore::VisitContacts(std::span<const std::int32_t> keys,
+                                            const std::function<bool(CContact&)>& visitor) {
+  return store_.VisitContacts(keys, visitor);
+}
+
+std::int32_t ForwardingStore::VisitCalendars(std::span<const std::int32_t> keys,
+                                             const std::function<bool(CCalendar&)>& visitor) {
+  return store_.VisitCalendars(keys, visitor);
+}
+
+std::int32_t ForwardingStore::DeleteContacts(std::span<const std::int32_t> keys,
+                                             std::vector<WideString>& pictures) {
+  return store_.DeleteContacts(keys, pictures);
+}
+
+std::int32_t ForwardingStore::DeleteCalendars(std::span<const std::int32_t> keys) {
+  return store_.DeleteCalendars(keys);
+}
+
 std::int32_t ForwardingStore::SaveContacts(CContacts& contacts, std::int32_t saveOption,
                                            bool saveFlag) {
   return store_.SaveContacts(contacts, saveOption, saveFlag);

@@ -3,9 +3,10 @@
 #include <algorithm>
 #include <cstring>
 #include <exception>
+#include <string_view>
 
-#include "pim/store/SqliteStore.h"
 #include "platform/Files.h"
+#include "support/Ascii.h"
 
 namespace pim {
 
@@ -33,21 +34,43 @@ constexpr struct {
     {SQLITE_IOERR, "can't be read or written"},
 };
 
+// A name in which nothing but the path's own slashes means anything.
+std::string UriOf(const std::string& path) {
+  constexpr std::string_view kDigits = "0123456789abcdef";
+  // A slash keeps names such as ":memory:" names of files; more than one would name a host.
+  std::string uri = "file:";
+  if (path.starts_with('/'))
+    uri += "//";
+  else
+    uri += "./";
+  for (const char c : path) {
+    if (IsLetter(c) || IsDigit(c) || c == '/' || c == '.' || c == '-' || c == '_') {
+      uri += c;
+      continue;
+    }
+    const auto byte = static_cast<unsigned char>(c);
+    uri.append("%").append(1, kDigits[byte >> 4]).append(1, kDigits[byte & 0xF]);
+  }
+  return uri;
+}
+
 }  // namespace
 
-Database::Database(std::string path, LockWait lockWait)
+Database::Database(std::string path, StoreAccess access, bool isImmutable, LockWait lockWait)
     : path_(std::move(path)), lockWait_(std::move(lockWait)) {
   sqlite3* opened = nullptr;
-  // A slash keeps names such as ":memory:" and "file:x" names of files.
-  const std::string name = path_.find('/') == std::string::npos ? "./" + path_ : path_;
+  const std::string name = UriOf(path_) + (isImmutable ? "?immutable=1" : "");
+  const bool makes = access == StoreAccess::Create;
+  const int how =
+      isImmutable ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE | (makes ? SQLITE_OPEN_CREATE : 0);
   const int code =
-      sqlite3_open_v2(name.c_str(), &opened,
-                      SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX, nullptr);
+      sqlite3_open_v2(name.c_str(), &opened, how | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_URI, nullptr);
   handle_.reset(opened);
   if (code != SQLITE_OK) Fail(code);
   sqlite3_extended_result_codes(opened, 1);
   sqlite3_busy_handler(opened, Wait, this);
-  if (sqlite3_db_readonly(opened, "main") == 1) Fail("can't be written: the file is read-only");
+  if (access != StoreAccess::ReadOnly && sqlite3_db_readonly(opened, "main") == 1)
+    Fail("can't be written: the file is read-only");
   Run(kSetUp);
 }
 

@@ -7,6 +7,8 @@
 #include <memory>
 #include <string>
 
+#include "pim/store/SqliteStore.h"
+
 namespace pim {
 
 // How long locks are waited for, all waits between two successes together, and who may end that
@@ -20,8 +22,9 @@ struct LockWait {
 // which names the file.
 class Database {
  public:
-  // Opens or creates the file and sets the connection up; looks at none of its content.
-  Database(std::string path, LockWait lockWait);
+  // Opens the file, or creates it where `access` is Create, and sets the connection up; looks at
+  // none of its content. With `isImmutable` nobody can change it, and no file is made beside it.
+  Database(std::string path, StoreAccess access, bool isImmutable, LockWait lockWait);
   Database(const Database&) = delete;
   Database& operator=(const Database&) = delete;
 
@@ -38,6 +41,8 @@ class Database {
   // Between the two, which nest, all reading sees one state, and nothing may be written.
   void BeginReading();
   void EndReading() noexcept;
+  // From now on nothing can be written.
+  void ForbidWriting() { Run("PRAGMA query_only=ON"); }
   // Throws once SQLite has undone the open transaction by itself, as it does on a full disk: what
   // comes behind would be outside of any.
   void CheckTransaction();

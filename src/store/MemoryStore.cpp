@@ -1,9 +1,11 @@
 #include "pim/records/MemoryStore.h"
 
+#include <algorithm>
 #include <exception>
 #include <map>
 #include <optional>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -62,6 +64,18 @@ class RecordTable {
     });
     records_[key] = Copy(key, record);
   }
+  // False when there is no record of that key.
+  bool Erase(std::int32_t key) {
+    const auto found = records_.find(key);
+    if (found == records_.end()) return false;
+    log_.Add([this, key, before = found->second] {
+      records_[key] = before;
+      contents_.reset();
+    });
+    records_.erase(found);
+    contents_.reset();
+    return true;
+  }
   const GivenKeys& Given() const { return given_; }
   std::int32_t HighestKey() const {
     return given_.HighestWith(records_.empty() ? 0 : records_.rbegin()->first);
@@ -76,6 +90,19 @@ class RecordTable {
     return contents_ ? &*contents_ : nullptr;
   }
   void ForgetContents() { contents_.reset(); }
+
+  // Reads copies of those that have the keys, until `visitor` gives false.
+  template <class Visitor>
+  std::int32_t VisitKeys(std::span<const std::int32_t> keys, Visitor visitor) const {
+    std::int32_t visited = 0;
+    for (const std::int32_t key : keys) {
+      const auto found = records_.find(key);
+      if (found == records_.end()) continue;
+      ++visited;
+      if (!visitor(Copy(key, *found->second))) break;
+    }
+    return visited;
+  }
 
   // Reads copies until `visitor` gives false or there is no other that `isWanted` takes.
   template <class Wanted, class Visitor>
@@ -203,6 +230,46 @@ class MemoryStore::Impl final : public RecordStore {
                               const std::function<bool(CCalendar&)>& visitor) override {
     return Visit(calendars_, OfKind(kind), [&](const auto& item) { return visitor(*item); });
   }
+  std::int32_t VisitContacts(std::span<const std::int32_t> keys,
+                             const std::function<bool(CContact&)>& visitor) override {
+    return Read([&] {
+      return contacts_.VisitKeys(keys, [&](const auto& contact) { return visitor(*contact); });
+    });
+  }
+  std::int32_t VisitCalendars(std::span<const std::int32_t> keys,
+                              const std::function<bool(CCalendar&)>& visitor) override {
+    return Read([&] {
+      return calendars_.VisitKeys(keys, [&](const auto& item) { return visitor(*item); });
+    });
+  }
+
+  std::int32_t DeleteContacts(std::span<const std::int32_t> keys,
+                              std::vector<WideString>& pictures) override {
+    return Store([&] {
+      std::unordered_set<WideString> names;
+      std::unordered_set<std::int32_t> erased;
+      const auto addName = [&names](const auto& contact) {
+        if (!contact->photo.empty()) names.insert(contact->photo.str());
+        return true;
+      };
+      contacts_.VisitKeys(keys, addName);
+      for (const std::int32_t key : keys)
+        if (contacts_.Erase(key)) erased.insert(key);
+      EraseLinks(erased);
+      contacts_.Visit(kEach, [&names](const auto& contact) {
+        names.erase(contact->photo.str());
+        return !names.empty();
+      });
+      pictures.insert(pictures.end(), names.begin(), names.end());
+      return static_cast<std::int32_t>(erased.size());
+    });
+  }
+  std::int32_t DeleteCalendars(std::span<const std::int32_t> keys) override {
+    return Store([&] {
+      return static_cast<std::int32_t>(
+          std::ranges::count_if(keys, [this](std::int32_t key) { return calendars_.Erase(key); }));
+    });
+  }
 
   std::int32_t SaveContacts(CContacts& contacts, std::int32_t saveOption, bool saveFlag) override {
     return SaveGuarded(contacts, [&](KeyGuard<CContacts>& keys) {
@@ -297,14 +364,28 @@ class MemoryStore::Impl final : public RecordStore {
     return kFailure;
   }
 
-  template <class Record, class Wanted, class Visitor>
-  std::int32_t Visit(const RecordTable<Record>& table, Wanted isWanted, Visitor visitor) {
+  void EraseLinks(const std::unordered_set<std::int32_t>& contacts) {
+    log_.Add([this, links = links_, counts = linkCounts_] {
+      links_ = links;
+      linkCounts_ = counts;
+    });
+    const auto isErased = [&contacts](const auto& link) { return contacts.contains(link.first); };
+    std::erase_if(links_, isErased);
+    std::erase_if(linkCounts_, [&](const auto& row) { return isErased(row.first); });
+  }
+
+  template <class Reading>
+  std::int32_t Read(Reading reading) {
     if (visiting_) return Fail("the store is being read already");
     struct Scope {
       bool& flag;
       ~Scope() { flag = false; }
     } const scope{visiting_ = true};
-    return table.Visit(isWanted, visitor);
+    return reading();
+  }
+  template <class Record, class Wanted, class Visitor>
+  std::int32_t Visit(const RecordTable<Record>& table, Wanted isWanted, Visitor visitor) {
+    return Read([&] { return table.Visit(isWanted, visitor); });
   }
 
   UndoLog log_;

@@ -41,6 +41,11 @@ bool RecordReader::ReadSome(std::int64_t filter, std::int32_t limit, const NewRe
   return true;
 }
 
+bool RecordReader::ReadOne(std::int32_t key, const NewRecord& newRecord) {
+  next_ = key;
+  return ReadSome(0, 1, newRecord) && owners_.keys.front() == key;
+}
+
 void RecordReader::ReadRecords(std::int64_t filter, std::int64_t limit,
                                const NewRecord& newRecord) {
   owners_ = {};

@@ -31,6 +31,9 @@ class RecordReader {
   // The next records, not more than `limit`, from where the last call ended. False when there was
   // none.
   [[nodiscard]] bool ReadSome(std::int64_t filter, std::int32_t limit, const NewRecord& newRecord);
+  // The record of that key alone, of a reader without a filter; false when there is none. The next
+  // ReadSome goes on behind it.
+  [[nodiscard]] bool ReadOne(std::int32_t key, const NewRecord& newRecord);
   void Restart() { next_ = kFirstKey; }
 
  private:

@@ -108,6 +108,11 @@ std::string SelectSql(std::string_view table, std::string_view key,
   return "SELECT " + JoinedNames(key, fields) + " FROM " + Quoted(table);
 }
 
+std::string SelectByKeySql(std::string_view table, std::string_view key,
+                           std::span<const FieldMap> fields) {
+  return SelectSql(table, key, fields) + " WHERE " + Quoted(key) + " = ?";
+}
+
 std::string SelectRecordsSql(std::string_view table, std::string_view key,
                              std::span<const FieldMap> fields, std::string_view filter) {
   std::string sql = SelectSql(table, key, fields) + " WHERE " + Quoted(key) + " >= ?1";

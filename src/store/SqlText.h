@@ -24,6 +24,9 @@ std::string InsertReferencesSql(std::string_view table, std::span<const FieldMap
 // Parameter 1 is the row's key, the fields follow.
 std::string UpdateSql(std::string_view table, std::string_view key,
                       std::span<const FieldMap> fields);
+// The row of one key.
+std::string SelectByKeySql(std::string_view table, std::string_view key,
+                           std::span<const FieldMap> fields);
 // "SELECT key, fields FROM table", to be continued.
 std::string SelectSql(std::string_view table, std::string_view key,
                       std::span<const FieldMap> fields);

@@ -1,7 +1,10 @@
 #include "pim/store/SqliteStore.h"
 
+#include <algorithm>
 #include <exception>
+#include <iterator>
 #include <optional>
+#include <span>
 #include <vector>
 
 #include "pim/records/Calendar.h"
@@ -10,6 +13,7 @@
 #include "platform/Visible.h"
 #include "records/SaveRecords.h"
 #include "store/GroupTables.h"
+#include "store/RecordEraser.h"
 #include "store/RecordReader.h"
 #include "store/RecordWriter.h"
 #include "store/SqlText.h"
@@ -66,8 +70,9 @@ class ContentCache {
 
 class SqliteStore::Impl final : public RecordStore {
  public:
-  Impl(const std::string& path, std::chrono::milliseconds lockWait, std::function<bool()> givesUp)
-      : db_(OpenStoreFile(path, {lockWait, std::move(givesUp)})) {}
+  Impl(const std::string& path, StoreAccess access, std::chrono::milliseconds lockWait,
+       std::function<bool()> givesUp)
+      : db_(OpenStoreFile(path, access, {lockWait, std::move(givesUp)})) {}
 
   std::int32_t CountItemsWithoutKind() {
     return Try([&] {
@@ -101,6 +106,30 @@ class SqliteStore::Impl final : public RecordStore {
                               const std::function<bool(CCalendar&)>& visitor) override {
     return VisitStored<CCalendar, CCalendars>(calendarsOfKind_, static_cast<std::int64_t>(kind),
                                               visitor);
+  }
+  std::int32_t VisitContacts(std::span<const std::int32_t> keys,
+                             const std::function<bool(CContact&)>& visitor) override {
+    return VisitKeys<CContact, CContacts>(contacts_.all, keys, visitor);
+  }
+  std::int32_t VisitCalendars(std::span<const std::int32_t> keys,
+                              const std::function<bool(CCalendar&)>& visitor) override {
+    return VisitKeys<CCalendar, CCalendars>(calendars_.all, keys, visitor);
+  }
+
+  std::int32_t DeleteContacts(std::span<const std::int32_t> keys,
+                              std::vector<WideString>& pictures) override {
+    std::vector<WideString> unnamed;
+    const std::int32_t deleted = Store([&] {
+      const std::vector<WideString> named = pictureNames_.Of(keys);
+      const std::int32_t count = contacts_.Erase(keys);
+      unnamed = pictureNames_.WithoutStored(named);
+      return count;
+    });
+    if (deleted >= 0) std::ranges::move(unnamed, std::back_inserter(pictures));
+    return deleted;
+  }
+  std::int32_t DeleteCalendars(std::span<const std::int32_t> keys) override {
+    return Store([&] { return calendars_.Erase(keys); });
   }
 
   std::int32_t SaveContacts(CContacts& contacts, std::int32_t saveOption, bool saveFlag) override {
@@ -155,7 +184,11 @@ class SqliteStore::Impl final : public RecordStore {
   template <class Record, class Records>
   struct Kind {
     Kind(Impl& impl, const RecordMap& recordMap)
-        : store(impl), map(recordMap), writer(*impl.db_, recordMap), all(*impl.db_, recordMap) {}
+        : store(impl),
+          map(recordMap),
+          writer(*impl.db_, recordMap),
+          eraser(*impl.db_, recordMap),
+          all(*impl.db_, recordMap) {}
 
     bool Holds(std::int32_t key) { return writer.Holds(key); }
     void Insert(std::span<Record* const> records) {
@@ -166,6 +199,14 @@ class SqliteStore::Impl final : public RecordStore {
       for (const Record* record : records) given.Add(record->tag);
     }
     void Update(std::int32_t key, Record& record) { writer.Update(key, &record); }
+    // Gives how many records there were. What is known of the others' content is learnt anew.
+    std::int32_t Erase(std::span<const std::int32_t> keys) {
+      given.Add(writer.HighestKey());  // no key of a deleted record is given again
+      std::int32_t erased = 0;
+      for (const std::int32_t key : keys) erased += eraser.Erase(key) ? 1 : 0;
+      contents.Drop();
+      return erased;
+    }
     std::int32_t HighestKey() { return given.HighestWith(writer.HighestKey()); }
     const GivenKeys& Given() const { return given; }
     ContentIndex* Contents(bool isWanted) {
@@ -183,6 +224,7 @@ class SqliteStore::Impl final : public RecordStore {
     Impl& store;
     const RecordMap& map;
     RecordWriter writer;
+    RecordEraser eraser;
     RecordReader all;
     ContentCache contents;
     GivenKeys given;
@@ -275,6 +317,30 @@ class SqliteStore::Impl final : public RecordStore {
     return visited;
   }
 
+  template <class Record, class Records>
+  std::int32_t VisitKeys(RecordReader& reader, std::span<const std::int32_t> keys,
+                         const std::function<bool(Record&)>& visitor) {
+    std::exception_ptr thrown;
+    const std::int32_t visited = Try([&] {
+      const ReadTransaction reading(*db_);
+      std::int32_t count = 0;
+      for (const std::int32_t key : keys) {
+        Records one;
+        if (!reader.ReadOne(key, NewIn<Record>(one))) continue;
+        ++count;
+        try {
+          if (!visitor(one[0])) return count;
+        } catch (...) {
+          thrown = std::current_exception();
+          return count;
+        }
+      }
+      return count;
+    });
+    if (thrown) std::rethrow_exception(thrown);
+    return visited;
+  }
+
   // Gives what `operation` gives, or -1 with the problem kept.
   template <class Operation>
   std::int32_t Try(Operation operation) {
@@ -314,6 +380,7 @@ class SqliteStore::Impl final : public RecordStore {
   PictureReader pictures_ = ReadCallerIdPicture;
   Kind<CContact, CContacts> contacts_{*this, ContactMap()};
   Kind<CCalendar, CCalendars> calendars_{*this, CalendarMap()};
+  PictureNames pictureNames_{*db_};
   RecordReader calendarsOfKind_{*db_, CalendarMap(), "calendar_type"};
   Statement itemsWithoutKind_{*db_,
                               CountOthersSql("Calendars", "calendar_type",
@@ -336,7 +403,11 @@ StoreError::StoreError(const std::string& path, const std::string& problem)
 
 SqliteStore::SqliteStore(const std::string& path, std::chrono::milliseconds lockWait,
                          std::function<bool()> givesUp)
-    : SqliteStore(std::make_unique<Impl>(path, lockWait, std::move(givesUp))) {}
+    : SqliteStore(path, StoreAccess::Create, lockWait, std::move(givesUp)) {}
+
+SqliteStore::SqliteStore(const std::string& path, StoreAccess access,
+                         std::chrono::milliseconds lockWait, std::function<bool()> givesUp)
+    : SqliteStore(std::make_unique<Impl>(path, access, lockWait, std::move(givesUp))) {}
 
 SqliteStore::SqliteStore(std::unique_ptr<Impl> impl)
     : ForwardingStore(*impl), impl_(std::move(impl)) {}

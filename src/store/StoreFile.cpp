@@ -1,5 +1,7 @@
 #include "store/StoreFile.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -43,39 +45,46 @@ std::string NewerVersion(std::int32_t version) {
 constexpr const char* kForeign = "not a store of this program";
 
 // SQLite changes even a file that it only looks at (it ends what a killed program began), so
-// whose file it is must be known before.
-void CheckHead(const std::string& path) {
+// whose file it is must be known before. False for an empty one.
+bool CheckHead(const std::string& path) {
   const FileHandle file(std::fopen(path.c_str(), "rb"));
   if (file == nullptr) throw StoreError(path, std::strerror(errno));
   Head head{};
   const std::size_t size = std::fread(head.data(), 1, head.size(), file.get());
   if (std::ferror(file.get()) != 0) throw StoreError(path, std::strerror(errno));
-  if (size == 0) return;
+  if (size == 0) return false;
   const std::size_t compared = std::min(size, kMagic.size());
   if (std::memcmp(head.data(), kMagic.data(), compared) != 0) throw StoreError(path, kForeign);
   if (size < kHeadSize) throw StoreError(path, "damaged (cut off)");
   if (NumberAt(head, kApplicationIdAt) != kApplicationId) throw StoreError(path, kForeign);
   const std::int32_t version = NumberAt(head, kVersionAt);
   if (version > kStoreVersion) throw StoreError(path, NewerVersion(version));
+  return true;
 }
 
-void CheckFile(const std::string& path) {
+void CheckFolder(const std::string& path) {
+  std::error_code error;
+  const fs::path folder = fs::path(path).parent_path();
+  if (!folder.empty() && !fs::is_directory(folder, error))
+    throw StoreError(path, "its folder doesn't exist");
+  if (const std::string problem = FolderProblem(path); !problem.empty())
+    throw StoreError(path, "can't be made in its folder: " + problem);
+}
+
+void CheckFile(const std::string& path, StoreAccess access) {
   if (path.empty()) throw StoreError("store", "its file has no name");
   if (path.find('\0') != std::string::npos)
     throw StoreError(path.substr(0, path.find('\0')), "no file can have a NUL in its name");
+  const bool makes = access == StoreAccess::Create;
   std::error_code error;
   const fs::file_status status = fs::status(path, error);
   switch (status.type()) {
-    case fs::file_type::not_found: {
-      const fs::path folder = fs::path(path).parent_path();
-      if (!folder.empty() && !fs::is_directory(folder, error))
-        throw StoreError(path, "its folder doesn't exist");
-      if (const std::string problem = FolderProblem(path); !problem.empty())
-        throw StoreError(path, "can't be made in its folder: " + problem);
-      return;
-    }
+    case fs::file_type::not_found:
+      if (!makes) throw NoStoreError(path);
+      return CheckFolder(path);
     case fs::file_type::regular:
-      return CheckHead(path);
+      if (!CheckHead(path) && !makes) throw NoStoreError(path);
+      return;
     case fs::file_type::directory:
       throw StoreError(path, "is a folder");
     case fs::file_type::none:
@@ -83,6 +92,15 @@ void CheckFile(const std::string& path) {
     default:
       throw StoreError(path, "is no regular file");
   }
+}
+
+// Whether the file can only be read and nobody is writing it: then SQLite must make none beside it.
+// A write-ahead log with something in it is part of the store, and is read the usual way.
+bool IsOutOfReach(const std::string& path) {
+  if (access(path.c_str(), W_OK) == 0 && FolderProblem(path).empty()) return false;
+  std::error_code error;
+  const auto log = fs::file_size(path + "-wal", error);
+  return static_cast<bool>(error) || log == 0;
 }
 
 std::int32_t NumberOf(Database& db, const char* sql) {
@@ -139,15 +157,26 @@ void UseWriteAheadLog(Database& db) {
   if (!rows.Next() || mode.Text(0) != "wal") db.Fail("its folder can't hold a write-ahead log");
 }
 
+std::unique_ptr<Database> OpenOutOfReach(const std::string& path, LockWait lockWait) {
+  auto db = std::make_unique<Database>(path, StoreAccess::ReadOnly, true, std::move(lockWait));
+  if (VersionOf(*db) < kStoreVersion)
+    db->Fail("is of an earlier version, and can't be changed where it is; copy it and open that");
+  return db;
+}
+
 }  // namespace
 
-std::unique_ptr<Database> OpenStoreFile(const std::string& path, LockWait lockWait) {
-  CheckFile(path);
-  auto db = std::make_unique<Database>(path, std::move(lockWait));
+std::unique_ptr<Database> OpenStoreFile(const std::string& path, StoreAccess access,
+                                        LockWait lockWait) {
+  CheckFile(path, access);
+  const bool isRead = access == StoreAccess::ReadOnly;
+  if (isRead && IsOutOfReach(path)) return OpenOutOfReach(path, std::move(lockWait));
+  auto db = std::make_unique<Database>(path, access, false, std::move(lockWait));
   for (;;) {
     try {
       if (VersionOf(*db) < kStoreVersion) Upgrade(*db);
       UseWriteAheadLog(*db);
+      if (isRead) db->ForbidWriting();
       return db;
     } catch (const StoreError&) {
       if (!db->MayTryAgain()) throw;

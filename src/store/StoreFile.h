@@ -14,8 +14,10 @@ namespace pim {
 inline constexpr std::int32_t kApplicationId = 0x50696D56;  // "PimV"
 inline constexpr std::int32_t kStoreVersion = 1;
 
-// Opens the store and brings it to this version, or makes a new one. Throws StoreError; a file of
-// another program or of a newer version is then as it was, with nothing beside it.
-std::unique_ptr<Database> OpenStoreFile(const std::string& path, LockWait lockWait);
+// Opens the store and brings it to this version, or makes a new one where `access` lets it. Throws
+// StoreError; a file of another program or of a newer version is then as it was, with nothing
+// beside it.
+std::unique_ptr<Database> OpenStoreFile(const std::string& path, StoreAccess access,
+                                        LockWait lockWait);
 
 }  // namespace pim

@@ -2,15 +2,15 @@
 
 #include <string>
 
-#include "pim/records/RecordStore.h"
+#include "pim/records/ForwardingStore.h"
 
 namespace pim::testing {
 
 // A store that passes everything on until it is told to fail: then the operation that comes after
 // `passing` more ones gives -1 or false, as do all behind it.
-class FailingStore final : public RecordStore {
+class FailingStore final : public ForwardingStore {
  public:
-  explicit FailingStore(RecordStore& store) : store_(store) {}
+  explicit FailingStore(RecordStore& store) : ForwardingStore(store), store_(store) {}
   // Lets so many operations pass; from then on all fail, or the next one alone.
   void FailAfter(int passing, bool once = false) {
     passing_ = passing;

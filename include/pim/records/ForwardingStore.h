@@ -17,11 +17,18 @@ class PIM_EXPORT ForwardingStore : public RecordStore {
   [[nodiscard]] std::int32_t VisitContacts(const std::function<bool(CContact&)>& visitor) override;
   [[nodiscard]] std::int32_t VisitCalendars(
       CalendarType kind, const std::function<bool(CCalendar&)>& visitor) override;
+  [[nodiscard]] std::int32_t VisitContacts(std::span<const std::int32_t> keys,
+                                           const std::function<bool(CContact&)>& visitor) override;
+  [[nodiscard]] std::int32_t VisitCalendars(
+      std::span<const std::int32_t> keys, const std::function<bool(CCalendar&)>& visitor) override;
   [[nodiscard]] std::int32_t SaveContacts(CContacts& contacts, std::int32_t saveOption,
                                           bool saveFlag) override;
   [[nodiscard]] std::int32_t SaveContactGroups(CContactGroups& groups, bool saveFlag) override;
   [[nodiscard]] std::int32_t SaveContactGroupPairs(CContactGroupPairs& pairs) override;
   [[nodiscard]] std::int32_t SaveCalendars(CCalendars& items, bool saveFlag) override;
+  [[nodiscard]] std::int32_t DeleteContacts(std::span<const std::int32_t> keys,
+                                            std::vector<WideString>& pictures) override;
+  [[nodiscard]] std::int32_t DeleteCalendars(std::span<const std::int32_t> keys) override;
   [[nodiscard]] bool Begin() override;
   [[nodiscard]] bool Commit() override;
   bool Rollback() noexcept override;

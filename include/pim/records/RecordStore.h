@@ -2,7 +2,9 @@
 
 #include <cstdint>
 #include <functional>
+#include <span>
 #include <string>
+#include <vector>
 
 #include "pim/Export.h"
 #include "pim/records/TypeCodes.h"
@@ -45,6 +47,12 @@ class PIM_EXPORT RecordStore {
       const std::function<bool(CContact&)>& visitor) = 0;
   [[nodiscard]] virtual std::int32_t VisitCalendars(
       CalendarType kind, const std::function<bool(CCalendar&)>& visitor) = 0;
+  // The records that have these keys, in the order of the keys; a key that none has is passed over.
+  // Items of all kinds share their keys.
+  [[nodiscard]] virtual std::int32_t VisitContacts(
+      std::span<const std::int32_t> keys, const std::function<bool(CContact&)>& visitor) = 0;
+  [[nodiscard]] virtual std::int32_t VisitCalendars(
+      std::span<const std::int32_t> keys, const std::function<bool(CCalendar&)>& visitor) = 0;
 
   // Store the records of a collection in their order, as CContacts::SaveToDB,
   // CContactGroups::SaveToDB, CContactGroupPairs::SaveToDB and CCalendars::SaveToDB tell.
@@ -53,6 +61,13 @@ class PIM_EXPORT RecordStore {
   [[nodiscard]] virtual std::int32_t SaveContactGroups(CContactGroups& groups, bool saveFlag) = 0;
   [[nodiscard]] virtual std::int32_t SaveContactGroupPairs(CContactGroupPairs& pairs) = 0;
   [[nodiscard]] virtual std::int32_t SaveCalendars(CCalendars& items, bool saveFlag) = 0;
+
+  // Delete the records that have these keys, with all that belongs to them, in one transaction, and
+  // give how many there were. Pictures' files stay: the names of those that no stored contact has
+  // any more are added to `pictures`, for the caller to remove once all is committed.
+  [[nodiscard]] virtual std::int32_t DeleteContacts(std::span<const std::int32_t> keys,
+                                                    std::vector<WideString>& pictures) = 0;
+  [[nodiscard]] virtual std::int32_t DeleteCalendars(std::span<const std::int32_t> keys) = 0;
 
   // Transactions nest: an inner one can be rolled back alone. Each gives false when it fails.
   // Use StoreTransaction, which pairs them.

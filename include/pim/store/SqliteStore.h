@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <stdexcept>
@@ -18,6 +19,17 @@ class PIM_EXPORT StoreError : public std::runtime_error {
   StoreError(const std::string& path, const std::string& problem);
 };
 
+// There is no store at that path, and none was to be made.
+class PIM_EXPORT NoStoreError : public StoreError {
+ public:
+  explicit NoStoreError(const std::string& path) : StoreError(path, "there is no store") {}
+};
+
+// What an opened store is for. Create makes one where there is no file or an empty one; Existing
+// doesn't. ReadOnly doesn't either and lets nothing be written; where neither the file nor its
+// folder can be written, as on a read-only medium, no file is made beside the store.
+enum class StoreAccess : std::uint8_t { Create, Existing, ReadOnly };
+
 // Records in one SQLite file. Several programs may have it open: who writes makes the others wait,
 // who reads sees one state of it.
 class PIM_EXPORT SqliteStore final : public ForwardingStore {
@@ -30,6 +42,10 @@ class PIM_EXPORT SqliteStore final : public ForwardingStore {
   explicit SqliteStore(const std::string& path,
                        std::chrono::milliseconds lockWait = std::chrono::seconds(30),
                        std::function<bool()> givesUp = {});
+  // The same for another access than Create. Throws NoStoreError where it must be there and isn't.
+  SqliteStore(const std::string& path, StoreAccess access,
+              std::chrono::milliseconds lockWait = std::chrono::seconds(30),
+              std::function<bool()> givesUp = {});
   ~SqliteStore() override;
 
   // The number of stored items whose type is no CalendarType, as another program may write them:

@@ -37,6 +37,7 @@ std::int32_t ImportInBatches(std::int32_t db, NarrowStringView text, Batches& ba
     const std::int32_t before = records.GetCount();
     accepted = reader.Read(text.substr(0, size), size == text.size());
     text.remove_prefix(size);
+    counts.bytes += static_cast<std::int64_t>(size);
     counts.inText += records.GetCount() - before;
     if (!accepted) break;
     if (records.GetCount() > 1) {  // the last record stays open for the text that follows

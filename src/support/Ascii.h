@@ -12,6 +12,7 @@ constexpr bool IsWhiteSpace(char c) { return IsBlank(c) || c == '\v' || c == '\f
 constexpr bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 constexpr bool IsLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
 constexpr char ToUpper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; }
+constexpr char ToLower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }
 
 constexpr bool EqualsIgnoringCase(NarrowStringView a, NarrowStringView b) {
   if (a.size() != b.size()) return false;

@@ -18,6 +18,11 @@ bool WriteCallerIdPicture(WideStringView name, NarrowStringView bytes) {
 
 NarrowString ReadCallerIdPicture(WideStringView name) { return ReadPictureFile(PicturePath(name)); }
 
+bool HasCallerIdPicture(WideStringView name) {
+  const InputFile file(PicturePath(name), Links::Refused);
+  return file.IsOpen() && file.Length() > 0;
+}
+
 NarrowString ReadPictureFile(const std::string& path) {
   InputFile file(path, Links::Refused);
   NarrowString bytes(static_cast<std::size_t>(file.IsOpen() ? file.Length() : 0), '\0');

@@ -14,7 +14,10 @@ namespace pim {
 // not followed.
 NarrowString ReadCallerIdPicture(WideStringView name);
 
-// The same by the operating system's own path.
+// Whether there is one that can be read, with something in it.
+bool HasCallerIdPicture(WideStringView name);
+
+// The whole picture by the operating system's own path.
 NarrowString ReadPictureFile(const std::string& path);
 
 }  // namespace pim

@@ -11,6 +11,7 @@
 namespace pim {
 
 struct CalendarImportCounts {
+  std::int64_t bytes = 0;   // of the text, read
   std::int64_t inText = 0;  // items read, of all kinds
   std::int64_t kept = 0;    // of a kind that the import keeps: known once the next item begins
   std::int64_t stored = 0;  // of those, newly stored or updated; the others are there already

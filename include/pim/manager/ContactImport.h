@@ -11,6 +11,7 @@
 namespace pim {
 
 struct ContactImportCounts {
+  std::int64_t bytes = 0;   // of the text, read
   std::int64_t inText = 0;  // cards read
   std::int64_t stored = 0;  // newly stored or updated; the others are there already
   bool linked = true;       // false when groups or links to them couldn't be stored

@@ -1,10 +1,12 @@
 #include <cstdio>
 #include <exception>
 
-#include "app/commands/CalendarCommands.h"
 #include "app/commands/CommandLine.h"
-#include "app/commands/ContactCommands.h"
+#include "app/commands/Delete.h"
+#include "app/commands/Export.h"
+#include "app/commands/Import.h"
 #include "app/commands/Inspect.h"
+#include "app/commands/List.h"
 #include "app/commands/Show.h"
 #include "app/input/Interrupt.h"
 #include "app/output/Output.h"
@@ -14,34 +16,26 @@
 namespace pim::app {
 namespace {
 
-int RunContacts(const Options& options) {
-  switch (options.action) {
-    case Action::Import:
-      return ImportContacts(options);
-    case Action::Export:
-      return ExportContacts(options);
-    default:
-      return ListContacts(options);
-  }
-}
-
-int RunItems(const Options& options) {
-  switch (options.action) {
-    case Action::Import:
-      return ImportItems(options);
-    case Action::Export:
-      return ExportItems(options);
-    case Action::Count:
-      return CountItems(options);
-    default:
-      return ListItems(options);
-  }
-}
-
 int Run(const Options& options) {
-  if (options.action == Action::Inspect) return InspectFile(options);
-  if (options.action == Action::Show) return ShowFile(options);
-  return options.kind == RecordKind::Contacts ? RunContacts(options) : RunItems(options);
+  switch (options.action) {
+    case Action::Import:
+      return ImportFiles(options);
+    case Action::Export:
+      return ExportRecords(options);
+    case Action::List:
+      return ListRecords(options);
+    case Action::Count:
+      return CountRecords(options);
+    case Action::ShowRecords:
+      return ShowRecords(options);
+    case Action::Delete:
+      return DeleteRecords(options);
+    case Action::ShowFile:
+      return ShowFiles(options);
+    case Action::Inspect:
+      return InspectFiles(options);
+  }
+  return kWrongUsage;
 }
 
 // What fails once the program was asked to end, such as the wait for a lock, is no failure of its
@@ -55,16 +49,23 @@ int RunOrInterrupt(const Options& options) {
   }
 }
 
-int RunGuarded(const Options& options) {
+// From the command line on, so that a signal in the first moment ends the program like later ones.
+int RunGuarded(int argc, char** argv) {
   try {
     WatchSignals();
-    SetWritingForm(options.toTheLetter ? WritingForm::ToTheLetter : WritingForm::ReadsBack);
-    const int status = RunOrInterrupt(options);
+    int status = kDone;
+    if (const auto options = ReadCommandLine(argc, argv, status)) {
+      SetWritingForm(options->toTheLetter ? WritingForm::ToTheLetter : WritingForm::ReadsBack);
+      status = RunOrInterrupt(*options);
+    }
     FlushOutput();
     return status;
   } catch (const Interrupted& interrupted) {
     Complain("interrupted; what wasn't stored yet is left out");
     return 128 + interrupted.signal;
+  } catch (const WrongUsage& wrong) {
+    TellWrongUsage(wrong.what(), "");
+    return kWrongUsage;
   } catch (const std::exception& failure) {
     Complain(failure.what());
     return kFailed;
@@ -74,8 +75,4 @@ int RunGuarded(const Options& options) {
 }  // namespace
 }  // namespace pim::app
 
-int main(int argc, char** argv) {
-  int status = 0;
-  const auto options = pim::app::ReadCommandLine(argc, argv, status);
-  return options ? pim::app::RunGuarded(*options) : status;
-}
+int main(int argc, char** argv) { return pim::app::RunGuarded(argc, argv); }

@@ -19,7 +19,7 @@ set(may_src/store src/records src/support src/platform)
 set(may_app app/commands app/input app/output)
 set(may_app/commands app/input app/output app/labels src/support src/platform)
 set(may_app/input app/output src/support src/platform)
-set(may_app/output src/support src/platform)
+set(may_app/output app/labels src/support src/platform)
 set(may_app/labels src/support src/platform)
 
 # The deepest folder of the table that holds the path, which is named from the project's root.

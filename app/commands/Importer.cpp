@@ -1,14 +1,16 @@
 #include "app/commands/Importer.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <iterator>
+#include <utility>
 
 #include "app/input/Inputs.h"
 #include "app/input/Interrupt.h"
-#include "app/input/TextKind.h"
+#include "app/input/TextReading.h"
 #include "app/output/Output.h"
+#include "pim/records/ContactGroups.h"
 #include "pim/support/ParseFailure.h"
-#include "platform/Visible.h"
 
 namespace pim::app {
 namespace {
@@ -24,42 +26,71 @@ Importer::Importer(const Options& options, std::vector<std::string_view> extensi
       noun_(noun),
       form_(form),
       mark_(mark),
-      session_(options),
+      session_(options, StoreAccess::Create),
       progress_(options.quiet) {
   if (form == TextForm::VCard) pictures_.emplace(session_.store(), session_.path());
 }
 
 int Importer::Run() {
-  for (const std::string& path : options_.paths) ImportPath(path);
-  Commit();
-  progress_.Clear();
-  const long long there = done_.inText - done_.stored - done_.otherKind - done_.refused;
-  std::string counts = Counted(done_.stored, noun_) + " imported: " + std::to_string(done_.inText) +
-                       " in " + Counted(done_.files, "file") + ", " + std::to_string(done_.stored) +
-                       " new, " + std::to_string(there) + " already there, " +
-                       std::to_string(done_.refused) + " refused";
-  if (done_.otherKind != 0) counts += ", " + std::to_string(done_.otherKind) + " of another kind";
-  Print(counts + "\n");
-  return status_;
-}
-
-void Importer::ImportPath(const std::string& path) {
-  std::vector<std::string> files;
-  try {
-    files = FilesOf(path, extensions_);
-  } catch (const Failure& failure) {
-    progress_.Clear();
-    Complain(failure.what());
-    status_ = kFailed;
-  }
+  const std::int32_t groupsBefore = GroupCount();
+  const std::vector<std::string> files = AllFiles();
   for (const std::string& file : files) {
     CheckInterrupt();
-    if (file == "-") Commit();  // whoever writes it may take long, and others wait for the store
+    if (IsStream(file)) Commit();  // whoever writes it may take long, and others wait for the store
     if (!ReadFile(file)) continue;
     Begin();
     ImportFile(file);
     if (std::chrono::steady_clock::now() >= commitAt_) Commit();
   }
+  Commit();
+  progress_.Clear();
+  Print(Summary(GroupCount() - groupsBefore));
+  return status_;
+}
+
+// Told in one line: what the files held, and what else was done.
+std::string Importer::Summary(long long newGroups) const {
+  const long long there = done_.inText - done_.stored - done_.otherKind - done_.refused;
+  std::string line = Counted(done_.stored, noun_) + " imported: " + std::to_string(done_.inText) +
+                     " in " + Counted(done_.files, "file") + ", " + std::to_string(done_.stored) +
+                     " new, " + std::to_string(there) + " already there, " +
+                     std::to_string(done_.refused) + " refused";
+  if (done_.otherKind != 0) line += ", " + std::to_string(done_.otherKind) + " of another kind";
+  if (refusedFiles_ != 0) line += "; " + Counted(refusedFiles_, "file") + " refused";
+  if (done_.pictures != 0) line += "; " + Counted(done_.pictures, "picture") + " kept";
+  if (newGroups > 0) line += "; " + Counted(newGroups, "group") + " made";
+  if (session_.isNew()) line += "; the store is " + ShownName(session_.path());
+  return line + "\n";
+}
+
+std::int32_t Importer::GroupCount() {
+  if (form_ != TextForm::VCard) return 0;
+  CContactGroups groups;
+  const std::int32_t count = groups.OpenFromDB(session_.db());
+  if (count < 0) session_.Fail();
+  return count;
+}
+
+// The files of all paths, and how much there is to read.
+std::vector<std::string> Importer::AllFiles() {
+  std::vector<std::string> files;
+  std::int64_t bytes = 0;
+  for (const std::string& path : options_.operands) {
+    try {
+      for (std::string& file : FilesOf(path, extensions_)) {
+        std::error_code error;
+        const auto size = std::filesystem::file_size(file, error);
+        if (!error) bytes += static_cast<std::int64_t>(size);
+        files.push_back(std::move(file));
+      }
+    } catch (const Failure& failure) {
+      CheckInterrupt();
+      Complain(failure.what());
+      status_ = kFailed;
+    }
+  }
+  progress_.SetTotal(bytes);
+  return files;
 }
 
 void Importer::Begin() {
@@ -75,72 +106,104 @@ bool Importer::ReadFile(const std::string& path) {
     ReadInput(path, mark_, text_);
     return true;
   } catch (const Failure& failure) {
-    progress_.Clear();
-    Complain(failure.what());
-    Refuse(0, kFailed);
-    return false;
+    FailFile(failure.what(), 0);
+  } catch (const FileError& failure) {
+    FailFile(failure.what(), 0);
   }
+  return false;
 }
 
 void Importer::ImportFile(const std::string& path) {
+  const auto bytes = static_cast<std::int64_t>(text_.view().size());
   long long inText = 0;
+  const auto show = [&] {
+    const long long files = done_.files + open_.files;
+    const long long records = done_.inText + open_.inText + inText;
+    progress_.Show(bytesDone_,
+                   [&] { return Counted(files, "file") + ", " + Counted(records, "record"); });
+  };
   try {
     ++open_.files;
     StoreTransaction savepoint(session_.store());
     if (!savepoint.IsOpen()) session_.Fail();
+    const std::int64_t before = bytesDone_;
     FileCounts counts = StoreText(text_.view(), [&](const FileCounts& soFar) {
       inText = soFar.inText;
+      bytesDone_ = before + soFar.bytes;
       CheckInterrupt();
-      progress_.Show(done_.files + open_.files, done_.inText + open_.inText + inText);
+      show();
     });
+    bytesDone_ = before + bytes;
     inText = counts.inText;
     if (!savepoint.Commit()) session_.Fail();
-    open_.inText += counts.inText;
+    TellMessages(path);
+    if (inText == 0) return RefuseAsNothing(path);
+    open_.inText += std::exchange(inText, 0);
     open_.stored += counts.stored;
     open_.otherKind += counts.otherKind;
     std::ranges::move(counts.pictures, std::back_inserter(unpublished_));
-    TellMessages(path, {});
-    if (counts.inText == 0) {
-      const std::string hint = LooksLike(text_.view(), form_);
-      progress_.Clear();
-      Complain(ShownName(path) + ": no " + std::string(noun_) + " begins in it" +
-               (hint.empty() ? "" : ": " + hint));
-    }
-    progress_.Show(done_.files + open_.files, done_.inText + open_.inText);
+    progress_.Clear();
+    TellVersion(path, text_.view(), form_);
+    show();
   } catch (ParseFailure) {
-    TellMessages(path, "; nothing of this file is imported");
+    progress_.Clear();
+    TellRejection(path);
     Refuse(inText, kRejected);
   } catch (const Failure& failure) {
-    progress_.Clear();
-    Complain(failure.what());
-    Refuse(inText, kFailed);
+    FailFile(failure.what(), inText);
   } catch (const FileError& failure) {
-    progress_.Clear();
-    Complain(std::string(failure.what()) + "; nothing of " + ShownName(path) + " is imported");
-    Refuse(inText, kFailed);
+    FailFile(std::string(failure.what()) + "; nothing of " + ShownName(path) + " is imported",
+             inText);
   }
 }
 
-void Importer::TellMessages(const std::string& path, std::string_view consequence) {
+// Reads the text once more, which tells the place.
+void Importer::TellRejection(const std::string& path) {
+  static_cast<void>(messages_.Take());
+  const auto goOn = [](const auto&) {
+    CheckInterrupt();
+    return true;
+  };
+  Outcome outcome;
+  outcome.result = form_ == TextForm::VCard ? ReadContacts(text_.view(), goOn)
+                                            : ReadCalendars(text_.view(), goOn);
+  outcome.messages = messages_.Take();
+  app::TellMessages(path, outcome, "; nothing of this file is imported");
+}
+
+void Importer::RefuseAsNothing(const std::string& path) {
+  progress_.Clear();
+  TellNothingBegins(path, noun_, text_.view(), form_);
+  Refuse(0, kRejected);
+}
+
+// What fails once the program was asked to end is no failure of the file.
+void Importer::FailFile(std::string_view problem, long long inText) {
+  CheckInterrupt();
+  progress_.Clear();
+  Complain(problem);
+  Refuse(inText, kFailed);
+}
+
+void Importer::TellMessages(const std::string& path) {
   const std::vector<std::u16string> texts = messages_.Take();
   if (texts.empty()) return;
   progress_.Clear();
-  for (const std::u16string& text : texts) {
-    Complain(ShownName(path) + ": " + VisibleUtf8(text, LineFeeds::Kept) +
-             (&text == &texts.back() ? std::string(consequence) : ""));
-  }
+  for (const std::u16string& text : texts) Complain(ShownName(path) + ": " + ShownInOneLine(text));
 }
 
 // A file or a store that fails weighs more than a text that is rejected.
 void Importer::Refuse(long long inText, int status) {
   open_.inText += inText;
   open_.refused += inText;
-  if (status_ != kFailed) status_ = status;
+  ++refusedFiles_;
+  status_ = Worse(status_, status);
 }
 
 void Importer::Commit() {
   if (!transaction_) return;
   if (pictures_) pictures_->Publish(unpublished_);
+  open_.pictures = std::ssize(unpublished_);
   if (!transaction_->Commit()) session_.Fail();
   if (pictures_) pictures_->Committed();
   transaction_.reset();
@@ -150,6 +213,7 @@ void Importer::Commit() {
   done_.stored += open_.stored;
   done_.otherKind += open_.otherKind;
   done_.refused += open_.refused;
+  done_.pictures += open_.pictures;
   open_ = {};
 }
 

@@ -18,6 +18,7 @@ struct FileCounts {
   long long inText = 0;
   long long stored = 0;     // the others are there already
   long long otherKind = 0;  // or of a kind that this import leaves out
+  std::int64_t bytes = 0;   // of the text, read so far
   std::vector<WideString> pictures = {};
 };
 
@@ -48,17 +49,23 @@ class Importer {
     long long stored = 0;
     long long otherKind = 0;
     long long refused = 0;
+    long long pictures = 0;
   };
 
   // Stores one text in the open transaction. Throws kParseFailure, Failure or FileError, after all
   // of which the text is taken back.
   virtual FileCounts StoreText(NarrowStringView text, const ProgressCall& progress) = 0;
 
-  void ImportPath(const std::string& path);
+  std::vector<std::string> AllFiles();
+  std::int32_t GroupCount();
+  std::string Summary(long long newGroups) const;
   void Begin();
   bool ReadFile(const std::string& path);
   void ImportFile(const std::string& path);
-  void TellMessages(const std::string& path, std::string_view consequence);
+  void TellMessages(const std::string& path);
+  void TellRejection(const std::string& path);
+  void RefuseAsNothing(const std::string& path);
+  void FailFile(std::string_view problem, long long inText);
   void Refuse(long long inText, int status);
   void Commit();
 
@@ -77,6 +84,8 @@ class Importer {
   std::vector<WideString> unpublished_;
   Totals open_;  // of the open transaction
   Totals done_;
+  long long refusedFiles_ = 0;
+  std::int64_t bytesDone_ = 0;
   int status_ = 0;
 };
 

@@ -3,6 +3,7 @@
 #include "app/input/Inputs.h"
 #include "app/input/PictureStaging.h"
 #include "app/input/TextReading.h"
+#include "app/labels/Labels.h"
 #include "app/output/ItemText.h"
 #include "app/output/Output.h"
 #include "app/output/RecordDump.h"
@@ -11,9 +12,9 @@
 namespace pim::app {
 namespace {
 
-std::string TitleOf(const CContact&) { return "contact"; }
-std::string TitleOf(const CCalendar& item) {
-  return std::string(NounOf(static_cast<CalendarType>(item.calendar_type)));
+std::string_view TitleOf(const CContact&) { return "contact"; }
+std::string_view TitleOf(const CCalendar& item) {
+  return NounOf(static_cast<CalendarType>(item.calendar_type));
 }
 
 // How the records of each form are named: the list's in JSON, and one record's in words.
@@ -35,10 +36,11 @@ WideStringView PictureOf(const CCalendar&) { return {}; }
 
 // Reads the text and prints its records one by one, so that no more than one is held.
 template <class Record>
-Outcome PrintLines(NarrowStringView text, PrivatePictures& pictures) {
+Outcome PrintLines(NarrowStringView text, const Titles& titles, PrivatePictures& pictures) {
   long long number = 0;
   Outcome outcome = ReadText(text, [&](const Record& record) {
-    Print(TitleOf(record) + " " + std::to_string(++number) + "\n" + LinesOf(record));
+    Print(titles.Of(TitleOf(record)) + " " + std::to_string(++number) + "\n" +
+          LinesOf(record, titles));
     pictures.Remove(PictureOf(record));
   });
   Print(Counted(number, Names<Record>::kNoun) + "\n");
@@ -64,7 +66,8 @@ Outcome PrintJson(NarrowStringView text, PrivatePictures& pictures) {
 template <class Record>
 Outcome PrintRecords(const Options& options, NarrowStringView text) {
   PrivatePictures pictures(TemporaryFolder());
-  return options.json ? PrintJson<Record>(text, pictures) : PrintLines<Record>(text, pictures);
+  if (options.listForm == ListForm::Json) return PrintJson<Record>(text, pictures);
+  return PrintLines<Record>(text, Titles(LabelsOf(options.language)), pictures);
 }
 
 TextForm FormOfText(NarrowStringView text) {
@@ -74,15 +77,21 @@ TextForm FormOfText(NarrowStringView text) {
 
 }  // namespace
 
-int InspectFile(const Options& options) {
-  const std::string& path = options.paths.front();
-  ByteBuffer bytes;
-  ReadInput(path, ByteOrderMark::Kept, bytes);
-  const NarrowStringView text = bytes.view();
-  const TextForm form = options.form ? *options.form : FormOfText(text);
-  const Outcome outcome = form == TextForm::VCard ? PrintRecords<CContact>(options, text)
-                                                  : PrintRecords<CCalendar>(options, text);
-  return TellOutcome(path, outcome, text, form);
+int InspectFiles(const Options& options) {
+  int status = kDone;
+  for (const std::string& path : options.operands) {
+    status = Worse(status, ForInput([&] {
+                     ByteBuffer bytes;
+                     ReadInput(path, ByteOrderMark::Kept, bytes);
+                     const NarrowStringView text = bytes.view();
+                     const TextForm form = options.form ? *options.form : FormOfText(text);
+                     const Outcome outcome = form == TextForm::VCard
+                                                 ? PrintRecords<CContact>(options, text)
+                                                 : PrintRecords<CCalendar>(options, text);
+                     return TellOutcome(path, outcome, text, form);
+                   }));
+  }
+  return status;
 }
 
 }  // namespace pim::app

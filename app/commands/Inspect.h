@@ -4,7 +4,7 @@
 
 namespace pim::app {
 
-// Prints what a file holds. Gives the exit status, and throws as the other commands do.
-int InspectFile(const Options& options);
+// Prints what each file holds. Gives the exit status, and throws as the other commands do.
+int InspectFiles(const Options& options);
 
 }  // namespace pim::app

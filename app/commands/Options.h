@@ -10,24 +10,56 @@
 namespace pim::app {
 
 enum class RecordKind : std::uint8_t { Contacts, Calendar, Todo, Memo };
-enum class Action : std::uint8_t { Import, Export, List, Count, Show, Inspect };
+enum class Action : std::uint8_t {
+  Import,
+  Export,
+  List,
+  Count,
+  ShowRecords,
+  Delete,
+  ShowFile,
+  Inspect
+};
+enum class ListForm : std::uint8_t { Table, Json, JsonLines, Csv };
+enum class ListOrder : std::uint8_t { Key, Name, Time };
+
+// Which stored records a command is about: those that all of it holds for.
+struct Filter {
+  std::vector<std::string> words = {};
+  std::optional<std::string> group = {};
+  bool withoutName = false;
+
+  bool IsEmpty() const { return words.empty() && !group && !withoutName; }
+};
 
 // One command line, read.
 struct Options {
   Action action = Action::Inspect;
   RecordKind kind = RecordKind::Contacts;
-  std::vector<std::string> paths;  // or the one file or folder
+  std::vector<std::string> operands;  // files, folders, words or keys, as the command takes them
   std::optional<std::string> store;
-  std::optional<std::string> group;  // every contact joins it
-  std::optional<std::string> codePage;
+  std::optional<std::string> group;   // import: every contact joins it; elsewhere: those in it
+  std::optional<std::string> output;  // where an export goes
   std::optional<TextForm> form;
-  std::optional<std::string> language;  // of the labels that `show` prints
+  std::optional<std::string> language;  // of labels and titles
   std::optional<std::string> labels;    // a file of the user's own
+  std::vector<std::string> fields;      // of a list, none for its usual ones
+  ListForm listForm = ListForm::Table;
+  ListOrder order = ListOrder::Key;
+  bool all = false;
+  bool dryRun = false;
+  bool force = false;
+  bool keepDuplicates = false;
   bool noGroups = false;
-  bool skipDuplicates = false;
-  bool json = false;
+  bool noName = false;
   bool quiet = false;
   bool toTheLetter = false;  // what is written need not read back
+
+  // The filter whose words are the operands from the one with that number on.
+  Filter FilterFrom(std::size_t firstWord) const {
+    return {
+        {operands.begin() + static_cast<std::ptrdiff_t>(firstWord), operands.end()}, group, noName};
+  }
 };
 
 }  // namespace pim::app

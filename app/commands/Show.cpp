@@ -4,12 +4,16 @@
 
 #include <utility>
 
+#include "app/commands/Kinds.h"
+#include "app/commands/StoredRecords.h"
 #include "app/input/Inputs.h"
 #include "app/input/PictureStaging.h"
-#include "app/input/TextKind.h"
+#include "app/input/TextReading.h"
 #include "app/labels/Labels.h"
+#include "app/output/LocalTimes.h"
 #include "app/output/Messages.h"
 #include "app/output/Output.h"
+#include "pim/manager/TextWriting.h"
 #include "pim/manager/VObjectMgr.h"
 #include "pim/support/ParseFailure.h"
 #include "platform/CodePages.h"
@@ -61,7 +65,16 @@ void FeedLabels(VObjectMgr& manager, const Options& options) {
     }
     Feed(manager, own.view());
   }
-  Feed(manager, (options.language ? *FindLabels(*options.language) : UsersLabels()).text);
+  Feed(manager, LabelsOf(options.language).text);
+}
+
+// On a terminal, what clocks here show at the times of the preview, which are UTC.
+void TellLocalTimes(const CCalendar& item, const LocalTimes& times) {
+  if (isatty(STDOUT_FILENO) != 1 || item.allday == 1) return;
+  const bool isTodo = item.calendar_type == static_cast<std::uint8_t>(CalendarType::Todo);
+  const std::string local =
+      isTodo ? times.Moment(item.due) : times.Span(item.start_time, item.end_time);
+  if (!local.empty()) Print("times are UTC; in " + times.ZoneName() + " " + local + "\n");
 }
 
 // By what the readers see begin. A lone VEVENT or VMEMO has no layout of its own: it shows as one
@@ -84,34 +97,135 @@ WideString Render(const VObjectMgr& manager, WideString text) {
   return manager.VCalendarToString(std::move(text));
 }
 
-}  // namespace
+// A record must not steer a terminal; a file or a pipe gets the text as it is.
+void PrintPreview(const WideString& preview) {
+  Print(isatty(STDOUT_FILENO) == 1 ? VisibleUtf8(preview, LineFeeds::Kept) : Utf8FromWide(preview));
+}
 
-int ShowFile(const Options& options) {
-  const std::string& path = options.paths.front();
-  VObjectMgr manager;
-  FeedLabels(manager, options);
-  ByteBuffer bytes;
-  ReadInput(path, ByteOrderMark::Kept, bytes);
-  const PrivatePictures pictures(TemporaryFolder());
+// Previews of several records, with a blank line between.
+class Previews {
+ public:
+  explicit Previews(const Options& options) { FeedLabels(manager_, options); }
+
+  void Print(const CContact& contact) { PrintText(WriteContact(contact)); }
+  // Takes the item's content.
+  void Print(CCalendar& item) {
+    CCalendars items;
+    items.AddNew() = std::move(item);
+    PrintText(WriteCalendars(items));
+    TellLocalTimes(items[0], times_);
+  }
+  // Of a whole text, as its first vObject shows.
+  WideString Of(NarrowStringView bytes) { return Render(manager_, Decode(bytes)); }
+  void PrintDone(const WideString& preview) {
+    if (!isFirst_) app::Print("\n");
+    isFirst_ = false;
+    PrintPreview(preview);
+  }
+
+ private:
+  void PrintText(const NarrowString& text) {
+    PrintDone(Render(manager_, WideString(text.begin(), text.end())));
+  }
+
+  VObjectMgr manager_;
+  LocalTimes times_;
+  bool isFirst_ = true;
+};
+
+// Reads the whole text and previews each of its records.
+template <class Record>
+int PrintAll(const std::string& path, NarrowStringView text, TextForm form, Previews& previews) {
+  const Outcome outcome = ReadText(text, [&](Record& record) { previews.Print(record); });
+  return TellOutcome(path, outcome, text, form);
+}
+
+int ShowAll(const std::string& path, NarrowStringView text, Previews& previews) {
+  const auto head = TextHeadOf(text);
+  if (!head || FormOf(head->object) == TextForm::VCard)
+    return PrintAll<CContact>(path, text, TextForm::VCard, previews);
+  return PrintAll<CCalendar>(path, text, TextForm::VCalendar, previews);
+}
+
+void TellAll(const std::string& path, Messages& messages) {
+  for (const std::u16string& message : messages.Take())
+    Complain(ShownName(path) + ": " + ShownInOneLine(message));
+}
+
+// The local times of the item that the preview shows.
+void TellLocalTimesOf(NarrowStringView text) {
+  const auto head = TextHeadOf(text);
+  if (isatty(STDOUT_FILENO) != 1 || !head || FormOf(head->object) != TextForm::VCalendar) return;
+  const LocalTimes times;
+  static_cast<void>(ReadCalendars(text, [&times](const CCalendar& item) {
+    TellLocalTimes(item, times);
+    return false;
+  }));
+}
+
+int ShowFirst(const std::string& path, NarrowStringView text, Previews& previews) {
   Messages messages;
-  WideString rendering;
+  WideString preview;
   try {
-    rendering = Render(manager, Decode(bytes.view()));
+    preview = previews.Of(text);
   } catch (ParseFailure) {
-    for (const std::u16string& message : messages.Take())
-      Complain(ShownName(path) + ": " + VisibleUtf8(message, LineFeeds::Kept));
+    TellAll(path, messages);
     return kRejected;
   }
-  for (const std::u16string& message : messages.Take())
-    Complain(ShownName(path) + ": " + VisibleUtf8(message, LineFeeds::Kept));
-  if (rendering.empty()) {
-    const std::string hint = LooksLike(bytes.view(), TextForm::VCard);
-    Complain(ShownName(path) + ": no vObject begins in it" + (hint.empty() ? "" : ": " + hint));
+  TellAll(path, messages);
+  if (preview.empty()) {
+    TellNothingBegins(path, "vObject", text, TextForm::VCard);
+    return kRejected;
   }
-  // A record must not steer a terminal; a file or a pipe gets the text as it is.
-  Print(isatty(STDOUT_FILENO) == 1 ? VisibleUtf8(rendering, LineFeeds::Kept)
-                                   : Utf8FromWide(rendering));
+  previews.PrintDone(preview);
+  TellLocalTimesOf(text);
   return kDone;
+}
+
+// Tells of those that aren't there.
+template <class Record>
+int PrintStored(StoredRecords<Record>& records, const Options& options) {
+  int status = kDone;
+  Previews previews(options);
+  for (const std::int32_t key : KeysOf(options.operands)) {
+    bool isThere = false;
+    records.VisitKeys({&key, 1}, [&](Record& record) {
+      isThere = true;
+      previews.Print(record);
+    });
+    if (isThere) continue;
+    TellNoSuchKey(options.kind, key);
+    status = kFailed;
+  }
+  return status;
+}
+
+}  // namespace
+
+int ShowFiles(const Options& options) {
+  Previews previews(options);
+  const PrivatePictures pictures(TemporaryFolder());
+  int status = kDone;
+  for (const std::string& path : options.operands) {
+    status = Worse(status, ForInput([&] {
+                     ByteBuffer bytes;
+                     ReadInput(path, ByteOrderMark::Kept, bytes);
+                     return options.all ? ShowAll(path, bytes.view(), previews)
+                                        : ShowFirst(path, bytes.view(), previews);
+                   }));
+  }
+  return status;
+}
+
+int ShowRecords(const Options& options) {
+  KeysOf(options.operands);  // wrong ones are told ahead of everything else
+  Session session(options, StoreAccess::ReadOnly);
+  if (options.kind == RecordKind::Contacts) {
+    StoredContacts contacts(session, {});
+    return PrintStored(contacts, options);
+  }
+  StoredItems items(session, CalendarKindOf(options.kind), {});
+  return PrintStored(items, options);
 }
 
 }  // namespace pim::app

@@ -4,8 +4,11 @@
 
 namespace pim::app {
 
-// Prints the first vObject of a file as a few lines of the user's language. Gives the exit status,
-// and throws as the other commands do.
-int ShowFile(const Options& options);
+// Each gives the exit status, and throws Failure, WrongUsage, StoreError or Interrupted.
+
+// Previews the first vObject of each file, or all of them.
+int ShowFiles(const Options& options);
+// Previews stored records by their keys.
+int ShowRecords(const Options& options);
 
 }  // namespace pim::app

@@ -14,7 +14,11 @@ namespace pim::app {
 std::vector<std::string> FilesOf(const std::string& path,
                                  const std::vector<std::string_view>& extensions);
 
-// Replaces `text` by the whole of a file, or of standard input for "-". Throws Failure.
+// Whether reading it waits for whoever writes it: standard input or a FIFO.
+bool IsStream(const std::string& path);
+
+// Replaces `text` by the whole of a file, or of standard input for "-". A FIFO that nobody begins
+// to write to within a second is empty. Throws Failure.
 void ReadInput(const std::string& path, ByteOrderMark mark, ByteBuffer& text);
 
 }  // namespace pim::app

@@ -15,9 +15,9 @@ constexpr Mark kMarks[] = {
     {"\x89PNG", "a PNG picture"},
     {"GIF8", "a GIF picture"},
     {"BM", "a BMP picture"},
-    {"\xFF\xFE", "UTF-16 text, which vObject text never is"},
-    {"\xFE\xFF", "UTF-16 text, which vObject text never is"},
-    {"PK\x03\x04", "a ZIP archive"},
+    {"\xFF\xFE", "UTF-16 text; iconv -f UTF-16 -t UTF-8 makes text of it that can be read"},
+    {"\xFE\xFF", "UTF-16 text; iconv -f UTF-16 -t UTF-8 makes text of it that can be read"},
+    {"PK\x03\x04", "a ZIP archive; unzip gives the files in it"},
     {"%PDF", "a PDF document"},
     {"SQLite format 3", "a SQLite database"},
 };
@@ -28,15 +28,18 @@ std::string LooksLike(NarrowStringView text, TextForm wanted) {
   if (text.empty()) return "it is empty";
   const auto head = TextHeadOf(text);
   if (head && FormOf(head->object) != wanted) {
-    if (wanted == TextForm::VCalendar) return "it looks like contacts (vCard)";
-    return head->version == "2.0" ? "it looks like an iCalendar 2.0 calendar"
-                                  : "it looks like a calendar";
+    if (wanted == TextForm::VCalendar)
+      return "it looks like contacts (vCard), which 'contacts import' reads";
+    return std::string("it looks like ") +
+           (head->version == "2.0" ? "an iCalendar 2.0 calendar" : "a calendar") +
+           ", which 'calendar import' reads";
   }
   const auto* mark =
       std::ranges::find_if(kMarks, [text](const Mark& row) { return text.starts_with(row.head); });
   if (mark != std::end(kMarks)) return "it looks like " + std::string(mark->meaning);
   if (text.substr(0, 512).find('\0') != NarrowStringView::npos)
-    return "it looks like UTF-16 text or a binary file";
+    return "it looks like a binary file, or like UTF-16 text, of which iconv -f UTF-16LE -t UTF-8 "
+           "makes text that can be read";
   return {};
 }
 

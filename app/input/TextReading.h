@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "pim/manager/TextReading.h"
@@ -17,12 +18,26 @@ struct Outcome {
 
 // Read a whole text and hand over its records one by one; each is gone behind the call. They aren't
 // stored. Throw Interrupted between two records.
-Outcome ReadText(NarrowStringView text, const std::function<void(const CContact&)>& take);
-Outcome ReadText(NarrowStringView text, const std::function<void(const CCalendar&)>& take);
+Outcome ReadText(NarrowStringView text, const std::function<void(CContact&)>& take);
+Outcome ReadText(NarrowStringView text, const std::function<void(CCalendar&)>& take);
 
-// Tells on standard error what came of reading the file at `path`: the messages, and what a text
-// looks like that holds no record of the form. Gives the exit status.
+// Tells on standard error what came of reading the file at `path`: the messages, what a text looks
+// like that holds no record of the form, and another version. Gives the exit status.
 int TellOutcome(const std::string& path, const Outcome& outcome, NarrowStringView text,
                 TextForm form);
+
+// Tells the messages of a text, the rejection with its line and with what follows from it.
+void TellMessages(const std::string& path, const Outcome& outcome, std::string_view consequence);
+
+// Tells when the text says that it is of another version than the one that is read ("3.0").
+void TellVersion(const std::string& path, NarrowStringView text, TextForm form);
+
+// Tells that no record ("contact") of the form begins in the file's text, and what it looks like.
+void TellNothingBegins(const std::string& path, std::string_view noun, NarrowStringView text,
+                       TextForm form);
+
+// Runs `work`, which gives an exit status, for one of several inputs: a failure is told and ends
+// nothing but this.
+int ForInput(const std::function<int()>& work);
 
 }  // namespace pim::app

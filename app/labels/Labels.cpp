@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <stdexcept>
 
 #include "platform/CodePages.h"
 #include "support/Ascii.h"
@@ -16,6 +17,21 @@ const LabelFile* FindLabels(std::string_view language) {
   return found == files.end() ? nullptr : &*found;
 }
 
+Titles::Titles(const LabelFile& file) {
+  constexpr WideStringView kPrefix = u"FIELD_";
+  for (const auto& [key, text] : ReadLabels(file.text)) {
+    if (key.starts_with(kPrefix))
+      byField_.emplace(Utf8FromWide(WideStringView(key).substr(kPrefix.size())),
+                       Utf8FromWide(text));
+  }
+}
+
+const std::string& Titles::Of(std::string_view field) const {
+  const auto found = byField_.find(field);
+  if (found == byField_.end()) throw std::logic_error("no title for " + std::string(field));
+  return found->second;
+}
+
 // The first variable that is set decides, as for all programs.
 const LabelFile& UsersLabels() {
   for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
@@ -25,6 +41,11 @@ const LabelFile& UsersLabels() {
     return found == nullptr ? LabelFiles().front() : *found;
   }
   return LabelFiles().front();
+}
+
+const LabelFile& LabelsOf(const std::optional<std::string>& language) {
+  const LabelFile* found = language ? FindLabels(*language) : nullptr;
+  return found != nullptr ? *found : UsersLabels();
 }
 
 std::vector<std::pair<WideString, WideString>> ReadLabels(std::string_view text, std::string* bad) {

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <functional>
+#include <map>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -24,9 +27,23 @@ const LabelFile* FindLabels(std::string_view language);
 // The words of the user's language, by LC_ALL, LC_MESSAGES and LANG; English otherwise.
 const LabelFile& UsersLabels();
 
+// Those of the language that the user asked for, else UsersLabels.
+const LabelFile& LabelsOf(const std::optional<std::string>& language);
+
 // Keys and words, in order. Blank lines and lines that begin with # say nothing; a line without an
 // equals sign is put into `bad` as it stands, where that isn't null.
 std::vector<std::pair<WideString, WideString>> ReadLabels(std::string_view text,
                                                           std::string* bad = nullptr);
+
+// The words of one language by their keys.
+class Titles {
+ public:
+  explicit Titles(const LabelFile& file);
+  // The title of a field ("mail"), as its label FIELD_mail has it. Every language has all of them.
+  const std::string& Of(std::string_view field) const;
+
+ private:
+  std::map<std::string, std::string, std::less<>> byField_;
+};
 
 }  // namespace pim::app

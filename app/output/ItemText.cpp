@@ -87,13 +87,4 @@ std::string RuleText(const CRecurrence& holder) {
   return text;
 }
 
-std::string CategoryText(const CCalendar& item) {
-  std::string text;
-  for (const CCategory& category : item.categories)
-    text.append(text.empty() ? "" : ", ").append(Shown(category.category_name));
-  return text;
-}
-
-std::string StatusText(const CCalendar& item) { return std::string(StatusWord(item.status)); }
-
 }  // namespace pim::app

@@ -19,10 +19,4 @@ std::string SpanEndText(const CCalendar& item, const COleDateTime& utc, const Lo
 // "every 2 weeks on MO FR, 4 times, until 2010-12-31 23:59"; empty without a rule.
 std::string RuleText(const CRecurrence& holder);
 
-// The names of the item's categories.
-std::string CategoryText(const CCalendar& item);
-
-// The word of its status; empty for a code that has none.
-std::string StatusText(const CCalendar& item);
-
 }  // namespace pim::app

@@ -3,6 +3,8 @@
 #include <array>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
+#include <string_view>
 
 namespace pim::app {
 namespace {
@@ -40,6 +42,29 @@ std::string OffsetText(const SYSTEMTIME& utc, const SYSTEMTIME& local) {
 std::string LocalTimes::Moment(const COleDateTime& utc) const { return Text(utc, true); }
 std::string LocalTimes::Day(const COleDateTime& utc) const { return Text(utc, false); }
 
+std::string LocalTimes::Span(const COleDateTime& from, const COleDateTime& to) const {
+  if (from.status != StatusValid || to.status != StatusValid) return {};
+  if (Day(from) != Day(to)) return Moment(from) + " to " + Moment(to);
+  constexpr std::size_t kClock = sizeof "2010-01-05";
+  constexpr std::size_t kClockSize = 5;
+  return Moment(from).substr(kClock, kClockSize) + " to " + Moment(to).substr(kClock, kClockSize);
+}
+
+// As the C library finds the zone.
+std::string LocalTimes::ZoneName() {
+  std::string name;
+  if (const char* variable = std::getenv("TZ"); variable != nullptr) {
+    name = *variable == ':' ? variable + 1 : variable;
+  } else {
+    std::error_code error;
+    const std::string file = std::filesystem::read_symlink("/etc/localtime", error).string();
+    constexpr std::string_view kFolder = "zoneinfo/";
+    if (const std::size_t at = file.find(kFolder); at != std::string::npos)
+      name = file.substr(at + kFolder.size());
+  }
+  return name.empty() ? "local time" : name;
+}
+
 std::string LocalTimes::Text(const COleDateTime& utc, bool withTime) const {
   if (utc.status == StatusNull) return {};
   SYSTEMTIME stored;
@@ -48,6 +73,13 @@ std::string LocalTimes::Text(const COleDateTime& utc, bool withTime) const {
       !SystemTimeToTzSpecificLocalTime(zone_, stored, local))
     return kNoSuchDate;
   return withTime ? DayText(local) + ClockText(local) + OffsetText(stored, local) : DayText(local);
+}
+
+std::string PlainDay(const COleDateTime& date) {
+  if (date.status == StatusNull) return {};
+  SYSTEMTIME time;
+  if (date.status != StatusValid || !VariantTimeToSystemTime(date.value, time)) return kNoSuchDate;
+  return DayText(time);
 }
 
 std::string PlainMoment(const COleDateTime& date) {

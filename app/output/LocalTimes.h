@@ -17,12 +17,20 @@ class LocalTimes {
   std::string Moment(const COleDateTime& utc) const;
   // "2010-01-05", the local day.
   std::string Day(const COleDateTime& utc) const;
+  // "08:30 to 09:00" on one day, else two moments; empty unless both are valid.
+  std::string Span(const COleDateTime& from, const COleDateTime& to) const;
+  // The zone's name in the time zone database ("Europe/Berlin"), where it has one, else "local
+  // time".
+  static std::string ZoneName();
 
  private:
   std::string Text(const COleDateTime& utc, bool withTime) const;
 
   TIME_ZONE_INFORMATION zone_;
 };
+
+// A day without a zone: "2010-12-31"; empty for null.
+std::string PlainDay(const COleDateTime& date);
 
 // A time as it is kept, whatever zone it is of: "2010-12-31 23:59".
 std::string PlainMoment(const COleDateTime& date);

@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -22,14 +23,31 @@ void CheckOutput(bool written) {
 
 std::string Shown(WideStringView text) { return VisibleUtf8(text); }
 
+std::string ShownInOneLine(WideStringView text) {
+  WideString line;
+  for (const char16_t unit : text) {
+    const bool isEnd = unit == u'\n' || unit == u'\r';
+    if (!isEnd) line += unit;
+    if (isEnd && !line.empty() && line.back() != u' ') line += u' ';
+  }
+  return Shown(line);
+}
+
 std::string ShownName(const std::string& path) {
   return path == "-" ? "standard input" : VisibleUtf8(WideFromUtf8(path));
 }
 
+int Worse(int one, int other) {
+  return one == kFailed || other == kFailed ? int{kFailed} : std::max(one, other);
+}
+
 void Complain(std::string_view message) {
-  const std::string line = std::string("pimvobj: ").append(message).append("\n");
+  Warn(std::string("pimvobj: ").append(message).append("\n"));
+}
+
+void Warn(std::string_view text) {
   std::fflush(stdout);
-  std::fwrite(line.data(), 1, line.size(), stderr);
+  std::fwrite(text.data(), 1, text.size(), stderr);
 }
 
 void Print(std::string_view text) {

@@ -16,12 +16,27 @@ class Failure : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+// Ends the command with exit status 2; what() says what is wrong with the command line.
+class WrongUsage : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+// The exit status of two pieces of work: a file or a store that fails weighs more than a text that
+// is rejected.
+int Worse(int one, int other);
+
 // A file's name as messages show it: with control characters visible, "-" as standard input.
 std::string ShownName(const std::string& path);
 std::string Shown(WideStringView text);
+// The same with each run of line ends as one blank, for a message in one line.
+std::string ShownInOneLine(WideStringView text);
 
 // Standard error, as "pimvobj: MESSAGE".
 void Complain(std::string_view message);
+
+// Standard error, as it stands.
+void Warn(std::string_view text);
 
 // Standard output. Throws Failure when it can't be written; a pipe that nobody reads any more ends
 // the program quietly.

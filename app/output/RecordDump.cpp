@@ -169,7 +169,17 @@ void Write(JsonWriter& json, const CCalendar& item) {
   json.EndObject();
 }
 
+template <class Record>
+std::string_view TextOf(JsonWriter& json, const Record& record) {
+  json.Clear();
+  Write(json, record);
+  return json.text();
+}
+
 }  // namespace
+
+std::string_view RecordJson::Text(const CContact& contact) { return TextOf(json_, contact); }
+std::string_view RecordJson::Text(const CCalendar& item) { return TextOf(json_, item); }
 
 JsonList::JsonList(std::string_view name) {
   Print(std::string("{\"").append(name).append("\": ["));
@@ -177,27 +187,25 @@ JsonList::JsonList(std::string_view name) {
 
 JsonList::JsonList(std::string_view name, bool rejected,
                    const std::vector<std::u16string>& messages) {
-  json_.StartArray();
-  for (const std::u16string& text : messages) json_.Value(WideStringView(text));
-  json_.EndArray();
+  JsonWriter json;
+  json.StartArray();
+  for (const std::u16string& text : messages) json.Value(WideStringView(text));
+  json.EndArray();
   Print(std::string("{\"rejected\": ")
             .append(rejected ? "true" : "false")
             .append(", \"messages\": ")
-            .append(json_.text())
+            .append(json.text())
             .append(", \"")
             .append(name)
             .append("\": ["));
 }
 
-void JsonList::Add(const CContact& contact) { AddRecord(contact); }
-void JsonList::Add(const CCalendar& item) { AddRecord(item); }
+void JsonList::Add(const CContact& contact) { AddText(record_.Text(contact)); }
+void JsonList::Add(const CCalendar& item) { AddText(record_.Text(item)); }
 
-template <class Record>
-void JsonList::AddRecord(const Record& record) {
-  json_.Clear();
-  Write(json_, record);
+void JsonList::AddText(std::string_view record) {
   Print(empty_ ? "\n" : ",\n");
-  Print(json_.text());
+  Print(record);
   empty_ = false;
 }
 

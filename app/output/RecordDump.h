@@ -10,6 +10,16 @@
 
 namespace pim::app {
 
+// One record as JSON in one line, without a line end. The text is good until the next call.
+class RecordJson {
+ public:
+  std::string_view Text(const CContact& contact);
+  std::string_view Text(const CCalendar& item);
+
+ private:
+  JsonWriter json_;
+};
+
 // Prints records as one JSON object on standard output, one record at a time. Keys, their order and
 // their forms are those of docs/record-dump.md.
 class JsonList {
@@ -21,13 +31,12 @@ class JsonList {
 
   void Add(const CContact& contact);
   void Add(const CCalendar& item);
+  // A record that RecordJson has written.
+  void AddText(std::string_view record);
   void End();
 
  private:
-  template <class Record>
-  void AddRecord(const Record& record);
-
-  JsonWriter json_;
+  RecordJson record_;
   bool empty_ = true;
 };
 

@@ -2,13 +2,14 @@
 
 #include <string>
 
+#include "app/labels/Labels.h"
 #include "pim/records/Calendar.h"
 #include "pim/records/Contact.h"
 
 namespace pim::app {
 
 // All that a record holds, one line for each value, indented; times in UTC, as the record has them.
-std::string LinesOf(const CContact& contact);
-std::string LinesOf(const CCalendar& item);
+std::string LinesOf(const CContact& contact, const Titles& titles);
+std::string LinesOf(const CCalendar& item, const Titles& titles);
 
 }  // namespace pim::app

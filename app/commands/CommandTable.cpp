@@ -1,0 +1,177 @@
+#include "app/commands/CommandTable.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace pim::app {
+namespace {
+
+constexpr OptionRow kOptions[] = {
+    {Option::All, "all", 0, nullptr, "All of them, not only the first; export: all three kinds"},
+    {Option::As, "as", 0, "FORM", "Read it as vcard or vcalendar, whatever it looks like"},
+    {Option::CodePage, "code-page", 0, "NAME",
+     "Charset of texts that name none, such as CP1252 (default: UTF-8)"},
+    {Option::Csv, "csv", 0, nullptr, "Print comma-separated values (RFC 4180)"},
+    {Option::DryRun, "dry-run", 'n', nullptr, "Tell what would be done, and do nothing"},
+    {Option::Fields, "fields", 0, "NAME,...", "Which fields, in this order; \"help\" names them"},
+    {Option::Force, "force", 'f', nullptr, "Replace a file, or add to a folder that isn't empty"},
+    {Option::Group, "group", 0, "NAME",
+     "Those in this group; import: put all of them into it, not into the file's own"},
+    {Option::Help, "help", 'h', nullptr, "Print this help"},
+    {Option::Json, "json", 0, nullptr, "Print whole records as one JSON object"},
+    {Option::JsonLines, "jsonl", 0, nullptr, "Print whole records as JSON, one a line"},
+    {Option::KeepDuplicates, "keep-duplicates", 0, nullptr,
+     "Store also what equals a stored record (default: it is left out)"},
+    {Option::Labels, "labels", 0, "FILE", "Labels of your own, as lines \"key = text\""},
+    {Option::Lang, "lang", 0, "LANG", "Language of labels and titles (default: the locale's)"},
+    {Option::NoGroups, "no-groups", 0, nullptr, "Leave the cards' group names out"},
+    {Option::NoName, "no-name", 0, nullptr, "Those that have no name or summary"},
+    {Option::Output, "output", 'o', "FILE", "Write into this file (- for standard output)"},
+    {Option::Quiet, "quiet", 'q', nullptr, "Show no progress"},
+    {Option::SkipDuplicates, "skip-duplicates", 0, nullptr,
+     "Leave out what equals a stored record, as is done anyway"},
+    {Option::Sort, "sort", 0, "ORDER", "By name, key or time (default: key)"},
+    {Option::Store, "store", 0, "FILE",
+     "The store (default: $PIMVOBJ_STORE, else pimvobj/pim.db in the application-data folder)"},
+    {Option::ToTheLetter, "to-the-letter", 0, nullptr,
+     "Write blanks at the head of a line and line breaks in numbers as they stand, though readers "
+     "lose them"},
+    {Option::Version, "version", 'V', nullptr, "Print the program's version"},
+};
+
+constexpr bool StandInOrder() {
+  for (std::size_t i = 0; i < std::size(kOptions); ++i)
+    if (kOptions[i].id != static_cast<Option>(i)) return false;
+  return true;
+}
+static_assert(StandInOrder());
+
+constexpr Option kCommon[] = {Option::Store,       Option::CodePage, Option::Lang,   Option::Quiet,
+                              Option::ToTheLetter, Option::Help,     Option::Version};
+
+constexpr NounRow kNouns[] = {
+    {"contacts", RecordKind::Contacts, "contact", "Contacts, as vCard 2.1"},
+    {"calendar", RecordKind::Calendar, "event", "Events, as vCalendar 1.0"},
+    {"todo", RecordKind::Todo, "to-do", "To-dos, as vCalendar 1.0"},
+    {"memo", RecordKind::Memo, "memo", "Memos, as vCalendar 1.0"},
+};
+
+constexpr Option kContactImport[] = {Option::Group, Option::NoGroups, Option::KeepDuplicates,
+                                     Option::SkipDuplicates};
+constexpr Option kItemImport[] = {Option::KeepDuplicates, Option::SkipDuplicates};
+constexpr Option kContactExport[] = {Option::Group, Option::NoName, Option::Output, Option::Force};
+constexpr Option kItemExport[] = {Option::All, Option::NoName, Option::Output, Option::Force};
+constexpr Option kContactList[] = {Option::Group, Option::NoName,    Option::Sort, Option::Fields,
+                                   Option::Json,  Option::JsonLines, Option::Csv};
+constexpr Option kItemList[] = {Option::NoName, Option::Sort,      Option::Fields,
+                                Option::Json,   Option::JsonLines, Option::Csv};
+constexpr Option kContactCount[] = {Option::Group, Option::NoName};
+constexpr Option kItemCount[] = {Option::NoName};
+constexpr Option kPreview[] = {Option::Labels};
+constexpr Option kContactDelete[] = {Option::Group, Option::DryRun};
+constexpr Option kItemDelete[] = {Option::DryRun};
+constexpr Option kShowFile[] = {Option::All, Option::Labels};
+constexpr Option kInspect[] = {Option::Json, Option::As};
+
+constexpr const char* kWords =
+    "WORDs choose the records that hold all of them in any text, whatever their letter case and "
+    "accents.";
+constexpr const char* kCounting =
+    "WORDs choose as those of list do. Operands that are files (or -) are counted themselves; no "
+    "store is looked at.";
+constexpr const char* kExporting =
+    "Nothing is replaced unless --force is given. WORDs choose as those of list do.";
+
+constexpr CommandRow kCommands[] = {
+    {Family::Contacts, "import", Action::Import, "PATH...", 1, kAnyNumber,
+     "Read vCard files into the store", kContactImport,
+     "pimvobj contacts import backup.vcf\n"
+     "pimvobj contacts import phone/ --group Phone\n"
+     "unzip -p backup.zip contacts.vcf | pimvobj contacts import -",
+     "A PATH is a file, a folder (its .vcf files, subfolders too) or - for standard input. A file "
+     "goes in wholly or not at all."},
+    {Family::Contacts, "export", Action::Export, "DIR|FILE.vcf|- [WORD...]", 0, kAnyNumber,
+     "Write contacts as vCard: one file each into DIR, or all into one file", kContactExport,
+     "pimvobj contacts export cards/\n"
+     "pimvobj contacts export all.vcf\n"
+     "pimvobj contacts export - --group Family > family.vcf",
+     kExporting},
+    {Family::Contacts, "list", Action::List, "[WORD...]", 0, kAnyNumber, "List stored contacts",
+     kContactList,
+     "pimvobj contacts list müller berlin\n"
+     "pimvobj contacts list --group Family --sort name\n"
+     "pimvobj contacts list --fields name,mail --csv > mail.csv",
+     kWords},
+    {Family::Contacts, "count", Action::Count, "[WORD...|FILE...]", 0, kAnyNumber,
+     "Count stored contacts, or those of files", kContactCount,
+     "pimvobj contacts count\n"
+     "pimvobj contacts count --no-name\n"
+     "pimvobj contacts count old.vcf new.vcf",
+     kCounting},
+    {Family::Contacts, "show", Action::ShowRecords, "KEY...", 1, kAnyNumber,
+     "Show stored contacts in a few lines", kPreview, "pimvobj contacts show 17", ""},
+    {Family::Contacts, "delete", Action::Delete, "KEY...", 0, kAnyNumber,
+     "Delete stored contacts, with pictures that no other one has", kContactDelete,
+     "pimvobj contacts delete 17 18\n"
+     "pimvobj contacts delete --group Phone --dry-run",
+     ""},
+    {Family::Items, "import", Action::Import, "PATH...", 1, kAnyNumber,
+     "Read vCalendar files into the store", kItemImport,
+     "pimvobj {noun} import calendar.vcs\n"
+     "pimvobj {noun} import phone/",
+     "A PATH is a file, a folder (its .vcs and .ics files, subfolders too) or - for standard "
+     "input. A file goes in wholly or not at all."},
+    {Family::Items, "export", Action::Export, "FILE|- [WORD...]", 0, kAnyNumber,
+     "Write {one}s into one vCalendar file", kItemExport,
+     "pimvobj {noun} export all.vcs\n"
+     "pimvobj {noun} export - --all > everything.vcs",
+     kExporting},
+    {Family::Items, "list", Action::List, "[WORD...]", 0, kAnyNumber, "List stored {one}s",
+     kItemList,
+     "pimvobj {noun} list lunch\n"
+     "pimvobj {noun} list --sort time\n"
+     "pimvobj {noun} list --jsonl | jq .summary",
+     kWords},
+    {Family::Items, "count", Action::Count, "[WORD...|FILE...]", 0, kAnyNumber,
+     "Count stored {one}s, or the items of files", kItemCount,
+     "pimvobj {noun} count\n"
+     "pimvobj {noun} count calendar.vcs",
+     kCounting},
+    {Family::Items, "show", Action::ShowRecords, "KEY...", 1, kAnyNumber,
+     "Show stored {one}s in a few lines", kPreview, "pimvobj {noun} show 3", ""},
+    {Family::Items, "delete", Action::Delete, "KEY...", 1, kAnyNumber, "Delete stored {one}s",
+     kItemDelete, "pimvobj {noun} delete 3 4", ""},
+    {Family::Files, "inspect", Action::Inspect, "FILE...", 1, kAnyNumber,
+     "Show what files hold, record by record", kInspect,
+     "pimvobj inspect backup.vcf\n"
+     "pimvobj inspect backup.vcf --json | jq '.contacts[0]'",
+     "A FILE may be - for standard input. No store is touched."},
+    {Family::Files, "show", Action::ShowFile, "FILE...", 1, kAnyNumber,
+     "Show the first vObject of a file in a few lines", kShowFile,
+     "pimvobj show card.vcf\n"
+     "pimvobj show --all calendar.vcs --lang ja",
+     "A FILE may be - for standard input. No store is touched."},
+};
+
+void Replace(std::string& text, std::string_view mark, std::string_view by) {
+  for (std::size_t at = text.find(mark); at != std::string::npos; at = text.find(mark, at))
+    text.replace(at, mark.size(), by);
+}
+
+}  // namespace
+
+std::span<const OptionRow> OptionRows() { return kOptions; }
+std::span<const Option> CommonOptions() { return kCommon; }
+std::span<const NounRow> Nouns() { return kNouns; }
+std::span<const CommandRow> Commands() { return kCommands; }
+
+const NounRow& NounOf(RecordKind kind) { return *std::ranges::find(kNouns, kind, &NounRow::kind); }
+
+std::string Filled(std::string_view text, RecordKind kind) {
+  std::string filled(text);
+  Replace(filled, "{noun}", NounOf(kind).word);
+  Replace(filled, "{one}", NounOf(kind).one);
+  return filled;
+}
+
+}  // namespace pim::app

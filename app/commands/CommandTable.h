@@ -1,0 +1,95 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "app/commands/Options.h"
+
+namespace pim::app {
+
+// All that a command line may hold. What is read, what help prints and what is suggested for an
+// unknown word come from here.
+
+enum class Option : std::uint8_t {
+  All,
+  As,
+  CodePage,
+  Csv,
+  DryRun,
+  Fields,
+  Force,
+  Group,
+  Help,
+  Json,
+  JsonLines,
+  KeepDuplicates,
+  Labels,
+  Lang,
+  NoGroups,
+  NoName,
+  Output,
+  Quiet,
+  SkipDuplicates,
+  Sort,
+  Store,
+  ToTheLetter,
+  Version,
+};
+
+struct OptionRow {
+  Option id;
+  const char* name;   // behind two hyphens
+  char letter;        // behind one; NUL for none
+  const char* value;  // what help calls its value; null for an option without one
+  const char* help;
+};
+
+// In the order of their numbers.
+std::span<const OptionRow> OptionRows();
+inline const OptionRow& RowOf(Option option) {
+  return OptionRows()[static_cast<std::size_t>(option)];
+}
+
+// Those that every command takes.
+std::span<const Option> CommonOptions();
+
+// The first word of most commands.
+struct NounRow {
+  const char* word;
+  RecordKind kind;
+  const char* one;  // "contact"
+  const char* summary;
+};
+std::span<const NounRow> Nouns();
+const NounRow& NounOf(RecordKind kind);
+
+enum class Family : std::uint8_t { Contacts, Items, Files };
+
+inline constexpr std::size_t kAnyNumber = static_cast<std::size_t>(-1);
+
+// A command. In its texts {noun} stands for the noun's word and {one} for one of its records.
+struct CommandRow {
+  Family family;  // Files: the command has no noun
+  const char* verb;
+  Action action;
+  const char* operands;  // as help shows them; empty for none
+  std::size_t fewest;    // operands
+  std::size_t most;
+  const char* summary;
+  std::span<const Option> options;
+  const char* examples;  // one a line
+  const char* remarks;   // what else help says; may be empty
+};
+std::span<const CommandRow> Commands();
+
+// The text with {noun} and {one} filled in.
+std::string Filled(std::string_view text, RecordKind kind);
+
+constexpr Family FamilyOf(RecordKind kind) {
+  return kind == RecordKind::Contacts ? Family::Contacts : Family::Items;
+}
+
+}  // namespace pim::app

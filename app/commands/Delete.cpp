@@ -1,0 +1,85 @@
+#include "app/commands/Delete.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+
+#include "app/commands/CommandTable.h"
+#include "app/commands/Kinds.h"
+#include "app/commands/StoredRecords.h"
+#include "app/output/Output.h"
+#include "pim/support/FileNames.h"
+#include "platform/Files.h"
+
+namespace pim::app {
+namespace {
+
+// The keys that are stored, of those that the command line names or that are in its group.
+template <class Record>
+std::vector<std::int32_t> StoredKeys(StoredRecords<Record>& records, const Options& options,
+                                     bool& allThere) {
+  if (options.group) return records.Keys();
+  std::vector<std::int32_t> wanted = KeysOf(options.operands);
+  std::ranges::sort(wanted);
+  wanted.erase(std::unique(wanted.begin(), wanted.end()), wanted.end());
+  std::vector<std::int32_t> keys;
+  records.VisitKeys(wanted, [&keys](const Record& record) { keys.push_back(record.tag); });
+  for (const std::int32_t key : wanted) {
+    if (std::ranges::binary_search(keys, key)) continue;
+    allThere = false;
+    TellNoSuchKey(options.kind, key);
+  }
+  return keys;
+}
+
+std::vector<std::int32_t> KeysToDelete(Session& session, const Options& options, bool& allThere) {
+  const Filter filter{{}, options.group, false};
+  if (options.kind == RecordKind::Contacts) {
+    StoredContacts contacts(session, filter);
+    return StoredKeys(contacts, options, allThere);
+  }
+  StoredItems items(session, CalendarKindOf(options.kind), filter);
+  return StoredKeys(items, options, allThere);
+}
+
+// The contacts that named them are gone for good by now, so that what stays is told and no more.
+std::size_t RemovePictures(const std::vector<WideString>& names) {
+  std::size_t removed = 0;
+  for (const WideString& name : names) {
+    const std::string path = NativePath(GetCallerIdPath().append(u"\\").append(name));
+    if (unlink(path.c_str()) == 0) {
+      ++removed;
+    } else if (errno != ENOENT) {
+      Complain(ShownName(path) + ": can't be removed: " + std::strerror(errno));
+    }
+  }
+  return removed;
+}
+
+}  // namespace
+
+int DeleteRecords(const Options& options) {
+  if (options.operands.empty() == !options.group) throw WrongUsage("name either keys or a group");
+  KeysOf(options.operands);  // wrong ones are told ahead of everything else
+  Session session(options, options.dryRun ? StoreAccess::ReadOnly : StoreAccess::Existing);
+  bool allThere = true;
+  const std::vector<std::int32_t> keys = KeysToDelete(session, options, allThere);
+  const std::string deleted =
+      Counted(static_cast<long long>(keys.size()), NounOf(options.kind).one);
+  std::vector<WideString> pictures;
+  if (!options.dryRun) {
+    const std::int32_t count = options.kind == RecordKind::Contacts
+                                   ? session.store().DeleteContacts(keys, pictures)
+                                   : session.store().DeleteCalendars(keys);
+    if (count < 0) session.Fail();
+  }
+  const std::size_t removed = RemovePictures(pictures);
+  Print(deleted + (options.dryRun ? " would be deleted" : " deleted") +
+        (removed == 0 ? "" : ", with " + Counted(static_cast<long long>(removed), "picture")) +
+        "\n");
+  return allThere ? kDone : kFailed;
+}
+
+}  // namespace pim::app

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "app/commands/Options.h"
+
+namespace pim::app {
+
+// Reads files into the store. Gives the exit status, and throws Failure, StoreError, FileError or
+// Interrupted.
+int ImportFiles(const Options& options);
+
+}  // namespace pim::app

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "app/commands/Options.h"
+#include "pim/records/TypeCodes.h"
+
+namespace pim::app {
+
+// The stored kind of a noun that is about calendar items.
+constexpr CalendarType CalendarKindOf(RecordKind kind) {
+  switch (kind) {
+    case RecordKind::Todo:
+      return CalendarType::Todo;
+    case RecordKind::Memo:
+      return CalendarType::Memo;
+    case RecordKind::Contacts:
+    case RecordKind::Calendar:
+      break;
+  }
+  return CalendarType::Event;
+}
+
+}  // namespace pim::app

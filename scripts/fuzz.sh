@@ -4,7 +4,7 @@ set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 runs=${1:-10000}
 
-"$root/scripts/setup.sh"
+"$root/scripts/setup.sh" all
 cd "$root"
 cmake --preset fuzz
 cmake --build --preset fuzz --target fuzz_targets

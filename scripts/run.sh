@@ -2,14 +2,23 @@
 # Builds what is needed and runs: pimvobj ARGS...
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+build=$root/build/run
 
-{
-  "$root/scripts/setup.sh"
-  cmake -S "$root" -B "$root/build/run" -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_COMPILER=g++
-  cmake --build "$root/build/run" --target pimvobj
-} >"${TMPDIR:-/tmp}/pimvobj-build.$$" 2>&1 || {
-  cat "${TMPDIR:-/tmp}/pimvobj-build.$$" >&2
-  exit 1
+# Runs one step of the build, of which only a failure is shown.
+step() {
+  local log
+  log=$(mktemp)
+  if ! "$@" >"$log" 2>&1; then
+    cat "$log" >&2
+    rm -f "$log"
+    exit 1
+  fi
+  rm -f "$log"
 }
-rm -f "${TMPDIR:-/tmp}/pimvobj-build.$$"
-exec "$root/build/run/app/pimvobj" "$@"
+
+"$root/scripts/setup.sh"
+[ -x "$build/app/pimvobj" ] || echo "Building pimvobj, which takes about two minutes" >&2
+[ -e "$build/build.ninja" ] ||
+  step cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_COMPILER=g++
+step cmake --build "$build" --target pimvobj
+exec "$build/app/pimvobj" "$@"

@@ -1,10 +1,11 @@
 #!/usr/bin/env bash
-# Installs every Debian package that building, testing and checking needs. Does nothing where all are there.
+# Installs the Debian packages that are missing, and says so: those that building the program needs,
+# or with "all" also those that testing and checking need. Does nothing where all are there.
 set -euo pipefail
 
-packages=(
-  cmake ninja-build g++ clang clang-format clang-tidy libclang-rt-14-dev pkg-config
-  libsqlite3-dev libcli11-dev rapidjson-dev libutf8proc-dev
+packages=(cmake ninja-build g++ pkg-config libsqlite3-dev rapidjson-dev libutf8proc-dev)
+[ "${1:-}" = all ] && packages+=(
+  clang clang-format clang-tidy libclang-rt-14-dev
   libgtest-dev libbenchmark-dev
   tzdata sqlite3 jq
 )
@@ -15,8 +16,14 @@ for package in "${packages[@]}"; do
 done
 [ ${#missing[@]} -eq 0 ] && exit 0
 
+echo "Installing ${missing[*]}" >&2
 sudo=()
 [ "$(id -u)" -eq 0 ] || sudo=(sudo)
 export DEBIAN_FRONTEND=noninteractive
-"${sudo[@]}" apt-get update -qq >&2
-"${sudo[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}" >&2
+log=$(mktemp)
+trap 'rm -f "$log"' EXIT
+{ "${sudo[@]}" apt-get update -qq &&
+  "${sudo[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}"; } >"$log" 2>&1 </dev/null || {
+  cat "$log" >&2
+  exit 1
+}

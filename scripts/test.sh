@@ -4,7 +4,7 @@ set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 preset=${1:-dev}
 
-"$root/scripts/setup.sh"
+"$root/scripts/setup.sh" all
 cd "$root"
 cmake --preset "$preset"
 cmake --build --preset "$preset"

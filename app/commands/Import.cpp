@@ -26,7 +26,8 @@ class ContactImporter : public Importer {
       : Importer(options, {".vcf"}, "contact", TextForm::VCard, ByteOrderMark::Skipped) {}
 
  private:
-  FileCounts StoreText(NarrowStringView text, const ProgressCall& progress) override {
+  FileCounts StoreText(NarrowStringView text, const ProgressCall& progress,
+                       const WatchText& watch) override {
     std::int32_t saveOption = options().noGroups ? 0 : -1;
     if (options().group) saveOption = GroupIdOf(session(), *options().group);
     ContactImportCounts counts;
@@ -36,7 +37,7 @@ class ContactImporter : public Importer {
     std::int32_t stored = 0;
     try {
       stored = ImportContactText(session().db(), text, saveOption, options().keepDuplicates, counts,
-                                 report);
+                                 report, watch);
     } catch (ParseFailure) {
       report(counts);  // how many stood ahead of what was rejected
       throw;
@@ -58,13 +59,14 @@ class CalendarImporter : public Importer {
                  TextForm::VCalendar, ByteOrderMark::Kept) {}
 
  private:
-  FileCounts StoreText(NarrowStringView text, const ProgressCall& progress) override {
+  FileCounts StoreText(NarrowStringView text, const ProgressCall& progress,
+                       const WatchText& watch) override {
     CalendarImportCounts counts;
     const auto report = [&](const CalendarImportCounts& soFar) { progress(CountsOf(soFar)); };
     std::int32_t stored = 0;
     try {
       stored = ImportCalendarText(session().db(), CalendarKindOf(options().kind), text,
-                                  options().keepDuplicates, counts, report);
+                                  options().keepDuplicates, counts, report, watch);
     } catch (ParseFailure) {
       report(counts);  // how many stood ahead of what was rejected
       throw;

@@ -116,6 +116,7 @@ bool Importer::ReadFile(const std::string& path) {
 void Importer::ImportFile(const std::string& path) {
   const auto bytes = static_cast<std::int64_t>(text_.view().size());
   long long inText = 0;
+  Outcome outcome;
   const auto show = [&] {
     const long long files = done_.files + open_.files;
     const long long records = done_.inText + open_.inText + inText;
@@ -127,16 +128,21 @@ void Importer::ImportFile(const std::string& path) {
     StoreTransaction savepoint(session_.store());
     if (!savepoint.IsOpen()) session_.Fail();
     const std::int64_t before = bytesDone_;
-    FileCounts counts = StoreText(text_.view(), [&](const FileCounts& soFar) {
-      inText = soFar.inText;
-      bytesDone_ = before + soFar.bytes;
-      CheckInterrupt();
-      show();
-    });
+    FileCounts counts = StoreText(
+        text_.view(),
+        [&](const FileCounts& soFar) {
+          inText = soFar.inText;
+          bytesDone_ = before + soFar.bytes;
+          CheckInterrupt();
+          show();
+        },
+        [&outcome](const TextNotice& notice) { outcome.notices.push_back(notice); });
     bytesDone_ = before + bytes;
     inText = counts.inText;
     if (!savepoint.Commit()) session_.Fail();
-    TellMessages(path);
+    static_cast<void>(messages_.Take());  // notices say it better
+    if (!outcome.notices.empty()) progress_.Clear();
+    TellMessages(path, outcome, {});
     if (inText == 0) return RefuseAsNothing(path);
     open_.inText += std::exchange(inText, 0);
     open_.stored += counts.stored;
@@ -147,7 +153,7 @@ void Importer::ImportFile(const std::string& path) {
     show();
   } catch (ParseFailure) {
     progress_.Clear();
-    TellRejection(path);
+    TellRejection(path, outcome);
     Refuse(inText, kRejected);
   } catch (const Failure& failure) {
     FailFile(failure.what(), inText);
@@ -158,17 +164,15 @@ void Importer::ImportFile(const std::string& path) {
 }
 
 // Reads the text once more, which tells the place.
-void Importer::TellRejection(const std::string& path) {
-  static_cast<void>(messages_.Take());
+void Importer::TellRejection(const std::string& path, Outcome& outcome) {
   const auto goOn = [](const auto&) {
     CheckInterrupt();
     return true;
   };
-  Outcome outcome;
   outcome.result = form_ == TextForm::VCard ? ReadContacts(text_.view(), goOn)
                                             : ReadCalendars(text_.view(), goOn);
   outcome.messages = messages_.Take();
-  app::TellMessages(path, outcome, "; nothing of this file is imported");
+  TellMessages(path, outcome, "; nothing of this file is imported");
 }
 
 void Importer::RefuseAsNothing(const std::string& path) {
@@ -183,13 +187,6 @@ void Importer::FailFile(std::string_view problem, long long inText) {
   progress_.Clear();
   Complain(problem);
   Refuse(inText, kFailed);
-}
-
-void Importer::TellMessages(const std::string& path) {
-  const std::vector<std::u16string> texts = messages_.Take();
-  if (texts.empty()) return;
-  progress_.Clear();
-  for (const std::u16string& text : texts) Complain(ShownName(path) + ": " + ShownInOneLine(text));
 }
 
 // A file or a store that fails weighs more than a text that is rejected.

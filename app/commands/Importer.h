@@ -7,6 +7,7 @@
 
 #include "app/commands/Session.h"
 #include "app/input/PictureStaging.h"
+#include "app/input/TextReading.h"
 #include "app/output/Messages.h"
 #include "app/output/Progress.h"
 #include "support/TextFiles.h"
@@ -54,7 +55,8 @@ class Importer {
 
   // Stores one text in the open transaction. Throws kParseFailure, Failure or FileError, after all
   // of which the text is taken back.
-  virtual FileCounts StoreText(NarrowStringView text, const ProgressCall& progress) = 0;
+  virtual FileCounts StoreText(NarrowStringView text, const ProgressCall& progress,
+                               const WatchText& watch) = 0;
 
   std::vector<std::string> AllFiles();
   std::int32_t GroupCount();
@@ -62,8 +64,7 @@ class Importer {
   void Begin();
   bool ReadFile(const std::string& path);
   void ImportFile(const std::string& path);
-  void TellMessages(const std::string& path);
-  void TellRejection(const std::string& path);
+  void TellRejection(const std::string& path, Outcome& outcome);
   void RefuseAsNothing(const std::string& path);
   void FailFile(std::string_view problem, long long inText);
   void Refuse(long long inText, int status);

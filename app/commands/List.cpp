@@ -142,10 +142,16 @@ class Lister {
     };
     std::vector<std::vector<std::string>> kept;
     const bool keeps = options_.order != ListOrder::Key || !options_.FilterFrom(0).IsEmpty();
+    // The last column has no width.
+    const bool measuresGroups =
+        std::any_of(fields_.begin(), fields_.end() - 1,
+                    [](const FieldRow<Record>* field) { return field->name == "groups"; });
+    records_.BringGroups(keeps || measuresGroups);
     EachRow(fill, [&](const std::vector<std::string>& cells) {
       table.Measure(cells);
       if (keeps) kept.push_back(cells);
     });
+    records_.BringGroups(true);
     app::Print(table.TitleLine());
     const auto print = [&table](const std::vector<std::string>& cells) {
       app::Print(table.Line(cells));

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <limits>
+#include <optional>
 #include <utility>
 
 #include "app/commands/CommandTable.h"
@@ -92,10 +93,11 @@ void StoredContacts::FindMembers(const std::string& group) {
 }
 
 void StoredContacts::VisitAll(const Visitor& visitor) {
-  ContactExport names({}, groups_, pairs_);
+  std::optional<ContactExport> names;
+  if (bringsGroups()) names.emplace(WideString(), groups_, pairs_);
   const std::int32_t visited = session().store().VisitContacts([&](CContact& contact) {
     CheckInterrupt();
-    names.AttachGroupNames(contact);
+    if (names) names->AttachGroupNames(contact);
     visitor(contact);
     return true;
   });

@@ -38,6 +38,8 @@ class StoredRecords {
 
   // Each of them by ascending key. May be called again, and gives the same ones then.
   void Visit(const Visitor& visitor);
+  // Whether they come with the names of their groups, where they have some. They do at first.
+  void BringGroups(bool brings) { bringsGroups_ = brings; }
   // Those that have the keys, in the order of the keys, whatever the filter says; keys that no
   // record has are passed over.
   virtual void VisitKeys(std::span<const std::int32_t> keys, const Visitor& visitor) = 0;
@@ -51,6 +53,7 @@ class StoredRecords {
 
   Session& session() { return session_; }
   const Filter& filter() const { return filter_; }
+  bool bringsGroups() const { return bringsGroups_; }
 
   virtual void VisitAll(const Visitor& visitor) = 0;
   // What can be told of a record besides its words.
@@ -66,6 +69,7 @@ class StoredRecords {
   Session& session_;
   StoreReading reading_;
   Filter filter_;
+  bool bringsGroups_ = true;
   LocalTimes times_;
   std::vector<std::string> words_;  // folded
   std::string text_;                // of one record

@@ -8,25 +8,60 @@
 #include "platform/CodePages.h"
 
 namespace pim::app {
+namespace {
+
+std::string NoticeText(const TextNotice& notice) {
+  constexpr std::size_t kLongestValue = 60;
+  const std::string name =
+      notice.record.empty() ? "" : " of '" + ShownInOneLine(notice.record) + "'";
+  const std::string value =
+      Shown(WideFromUtf8(NarrowStringView(notice.value).substr(0, kLongestValue)));
+  switch (notice.event) {
+    case TextEvent::DateNotUnderstood:
+      return notice.property + name + ": not a date that is understood; the rest stays: " + value;
+    case TextEvent::RuleNotUnderstood:
+      return notice.property + name +
+             ": not a rule that is understood; the item stays, without it: " + value;
+    case TextEvent::RecordsJoined:
+      return "texts are joined without a line end: " + value +
+             "; what begins in this line isn't seen as a record of its own";
+    case TextEvent::EndsInsideRecord:
+      return "the text ends inside a record; it may have been cut" +
+             (name.empty() ? "" : ": no END" + name);
+  }
+  return {};
+}
+
+}  // namespace
 
 Outcome ReadText(NarrowStringView text, const std::function<void(CContact&)>& take) {
   Messages messages;
-  TextResult result = ReadContacts(text, [&take](CContact& contact) {
-    CheckInterrupt();
-    take(contact);
-    return true;
-  });
-  return {std::move(result), messages.Take()};
+  Outcome outcome;
+  outcome.result = ReadContacts(
+      text,
+      [&take](CContact& contact) {
+        CheckInterrupt();
+        take(contact);
+        return true;
+      },
+      [&outcome](const TextNotice& notice) { outcome.notices.push_back(notice); });
+  outcome.messages = messages.Take();
+  return outcome;
 }
 
 Outcome ReadText(NarrowStringView text, const std::function<void(CCalendar&)>& take) {
   Messages messages;
-  TextResult result = ReadCalendars(text, [&take](CCalendar& item) {
-    CheckInterrupt();
-    take(item);
-    return true;
-  });
-  return {std::move(result), messages.Take()};
+  Outcome outcome;
+  outcome.result = ReadCalendars(
+      text,
+      [&take](CCalendar& item) {
+        CheckInterrupt();
+        take(item);
+        return true;
+      },
+      [&outcome](const TextNotice& notice) { outcome.notices.push_back(notice); });
+  outcome.messages = messages.Take();
+  return outcome;
 }
 
 int TellOutcome(const std::string& path, const Outcome& outcome, NarrowStringView text,
@@ -44,16 +79,14 @@ int TellOutcome(const std::string& path, const Outcome& outcome, NarrowStringVie
   }
 }
 
-// A rejection is shown last, and where it was is known.
+// A message that isn't the rejection, which comes last, says of a rule what a notice says better.
 void TellMessages(const std::string& path, const Outcome& outcome, std::string_view consequence) {
-  for (const std::u16string& message : outcome.messages) {
-    const bool isRejection =
-        outcome.result.outcome == TextOutcome::Rejected && &message == &outcome.messages.back();
-    std::string place = ShownName(path);
-    if (isRejection) place += ":" + std::to_string(outcome.result.line);
-    Complain(place + ": " + ShownInOneLine(message) +
-             (isRejection ? std::string(consequence) : std::string()));
-  }
+  const std::string file = ShownName(path) + ":";
+  for (const TextNotice& notice : outcome.notices)
+    Complain(file + std::to_string(notice.line) + ": " + NoticeText(notice));
+  if (outcome.result.outcome != TextOutcome::Rejected || outcome.messages.empty()) return;
+  Complain(file + std::to_string(outcome.result.line) + ": " +
+           ShownInOneLine(outcome.messages.back()) + std::string(consequence));
 }
 
 void TellVersion(const std::string& path, NarrowStringView text, TextForm form) {

@@ -14,6 +14,7 @@ namespace pim::app {
 struct Outcome {
   TextResult result;
   std::vector<std::u16string> messages;  // what the user was to see, the rejection included
+  std::vector<TextNotice> notices = {};
 };
 
 // Read a whole text and hand over its records one by one; each is gone behind the call. They aren't
@@ -26,7 +27,8 @@ Outcome ReadText(NarrowStringView text, const std::function<void(CCalendar&)>& t
 int TellOutcome(const std::string& path, const Outcome& outcome, NarrowStringView text,
                 TextForm form);
 
-// Tells the messages of a text, the rejection with its line and with what follows from it.
+// Tells what was noticed in a text and a rejection, each with its line, the latter with what
+// follows from it.
 void TellMessages(const std::string& path, const Outcome& outcome, std::string_view consequence);
 
 // Tells when the text says that it is of another version than the one that is read ("3.0").

@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "pim/records/RecordStore.h"
+#include "pim/stream/TextWatch.h"
 #include "pim/support/Strings.h"
 
 namespace pim {
@@ -21,7 +22,8 @@ inline constexpr std::size_t kBatchBytes = std::size_t{256} * 1024;
 // throws.
 template <class Batches, class Counts>
 std::int32_t ImportInBatches(std::int32_t db, NarrowStringView text, Batches& batches,
-                             Counts& counts, const std::function<void(const Counts&)>& progress) {
+                             Counts& counts, const std::function<void(const Counts&)>& progress,
+                             const WatchText& watch) {
   RecordStore* const store = StoreForHandle(db);
   std::optional<StoreTransaction> transaction;
   if (store != nullptr) {
@@ -31,6 +33,7 @@ std::int32_t ImportInBatches(std::int32_t db, NarrowStringView text, Batches& ba
 
   auto& records = batches.records();
   typename Batches::Reader reader(records);
+  if (watch) reader.Watch(watch);
   bool accepted = true;
   do {
     const std::size_t size = std::min(text.size(), kBatchBytes);

@@ -48,10 +48,11 @@ class CalendarBatches {
 
 std::int32_t ImportCalendarText(std::int32_t db, CalendarType flow, NarrowStringView text,
                                 bool saveFlag, CalendarImportCounts& counts,
-                                const std::function<void(const CalendarImportCounts&)>& progress) {
+                                const std::function<void(const CalendarImportCounts&)>& progress,
+                                const WatchText& watch) {
   counts = {};
   CalendarBatches batches(db, flow, saveFlag, counts);
-  return ImportInBatches(db, text, batches, counts, progress);
+  return ImportInBatches(db, text, batches, counts, progress, watch);
 }
 
 }  // namespace pim

@@ -46,10 +46,11 @@ class ContactBatches {
 
 std::int32_t ImportContactText(std::int32_t db, NarrowStringView text, std::int32_t saveOption,
                                bool saveFlag, ContactImportCounts& counts,
-                               const std::function<void(const ContactImportCounts&)>& progress) {
+                               const std::function<void(const ContactImportCounts&)>& progress,
+                               const WatchText& watch) {
   counts = {};
   ContactBatches batches(db, saveOption, saveFlag, counts);
-  return ImportInBatches(db, text, batches, counts, progress);
+  return ImportInBatches(db, text, batches, counts, progress, watch);
 }
 
 }  // namespace pim

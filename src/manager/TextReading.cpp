@@ -36,7 +36,8 @@ struct NoMoreWanted {};
 template <class Form, class Take>
 class Reading {
  public:
-  explicit Reading(Take take) : take_(std::move(take)), reader_(open_) {
+  Reading(Take take, const WatchText& watch) : take_(std::move(take)), reader_(open_) {
+    if (watch) reader_.Watch(watch);
     reader_.OnBegin([this] { HandOver(); });
   }
 
@@ -84,25 +85,26 @@ class Reading {
 };
 
 template <class Form>
-TextResult ReadText(NarrowStringView text, typename Form::Records& records) {
+TextResult ReadText(NarrowStringView text, typename Form::Records& records,
+                    const WatchText& watch) {
   const auto keep = [&records](std::unique_ptr<typename Form::Record> record) {
     records.Add(std::move(record));
     return true;
   };
-  return Reading<Form, decltype(keep)>(keep).Read(text);
+  return Reading<Form, decltype(keep)>(keep, watch).Read(text);
 }
 
 template <class Form>
-TextResult ReadText(NarrowStringView text,
-                    const std::function<bool(typename Form::Record&)>& take) {
+TextResult ReadText(NarrowStringView text, const std::function<bool(typename Form::Record&)>& take,
+                    const WatchText& watch) {
   const auto show = [&take](std::unique_ptr<typename Form::Record> record) {
     return take(*record);
   };
-  return Reading<Form, decltype(show)>(show).Read(text);
+  return Reading<Form, decltype(show)>(show, watch).Read(text);
 }
 
 template <class Form, class Target>
-TextResult ReadFile(WideStringView path, Target&& target) {
+TextResult ReadFile(WideStringView path, Target&& target, const WatchText& watch) {
   InputFile file(NativePath(path));
   std::string problem = file.Problem();
   if (file.IsOpen()) {
@@ -112,37 +114,37 @@ TextResult ReadFile(WideStringView path, Target&& target) {
     } catch (const FileError& failure) {
       problem = failure.reason();
     }
-    if (problem.empty()) return ReadText<Form>(text.view(), target);
+    if (problem.empty()) return ReadText<Form>(text.view(), target, watch);
   }
   return {TextOutcome::Unreadable, 0, 0, std::move(problem)};
 }
 
 }  // namespace
 
-TextResult ReadContacts(NarrowStringView text, CContacts& contacts) {
-  return ReadText<ContactForm>(text, contacts);
+TextResult ReadContacts(NarrowStringView text, CContacts& contacts, const WatchText& watch) {
+  return ReadText<ContactForm>(text, contacts, watch);
 }
-TextResult ReadContacts(NarrowStringView text, const TakeContact& take) {
-  return ReadText<ContactForm>(text, take);
+TextResult ReadContacts(NarrowStringView text, const TakeContact& take, const WatchText& watch) {
+  return ReadText<ContactForm>(text, take, watch);
 }
-TextResult ReadCalendars(NarrowStringView text, CCalendars& items) {
-  return ReadText<CalendarForm>(text, items);
+TextResult ReadCalendars(NarrowStringView text, CCalendars& items, const WatchText& watch) {
+  return ReadText<CalendarForm>(text, items, watch);
 }
-TextResult ReadCalendars(NarrowStringView text, const TakeCalendar& take) {
-  return ReadText<CalendarForm>(text, take);
+TextResult ReadCalendars(NarrowStringView text, const TakeCalendar& take, const WatchText& watch) {
+  return ReadText<CalendarForm>(text, take, watch);
 }
 
-TextResult ReadContactFile(WideStringView path, CContacts& contacts) {
-  return ReadFile<ContactForm>(path, contacts);
+TextResult ReadContactFile(WideStringView path, CContacts& contacts, const WatchText& watch) {
+  return ReadFile<ContactForm>(path, contacts, watch);
 }
-TextResult ReadContactFile(WideStringView path, const TakeContact& take) {
-  return ReadFile<ContactForm>(path, take);
+TextResult ReadContactFile(WideStringView path, const TakeContact& take, const WatchText& watch) {
+  return ReadFile<ContactForm>(path, take, watch);
 }
-TextResult ReadCalendarFile(WideStringView path, CCalendars& items) {
-  return ReadFile<CalendarForm>(path, items);
+TextResult ReadCalendarFile(WideStringView path, CCalendars& items, const WatchText& watch) {
+  return ReadFile<CalendarForm>(path, items, watch);
 }
-TextResult ReadCalendarFile(WideStringView path, const TakeCalendar& take) {
-  return ReadFile<CalendarForm>(path, take);
+TextResult ReadCalendarFile(WideStringView path, const TakeCalendar& take, const WatchText& watch) {
+  return ReadFile<CalendarForm>(path, take, watch);
 }
 
 }  // namespace pim

@@ -41,12 +41,14 @@ std::unique_ptr<VObjectParser> VObjectParser::Create() noexcept {
 bool VObjectParser::Parse(const char* bytes, std::int32_t count, bool final) {
   const char* from = bytes;
   const char* const end = bytes + count;
+  lineStart = nullptr;
   while (from != end) {
     if (atLineStart) {
       from = SkipLineStart(*this, from, end);
       if (from == end) break;
       StartLine(*this);
       if (!foldSeen && state == ParserState::StateName) {
+        lineStart = from;
         from = FeedWholeLines(*this, from, end);
         if (from == nullptr) return false;  // no memory for a header, which is no fault of the text
       }

@@ -95,6 +95,10 @@ struct VObjectParser {
   std::size_t bufferAllocated = 0;
   std::size_t paramsAllocated = 0;
 
+  // Where, in the piece being parsed, the logical line begins that is being read; null when that
+  // was in an earlier piece.
+  const char* lineStart = nullptr;
+
   // The start, in its piece, of the run of bytes without a line feed in which one was rejected.
   std::size_t rejectedRun = 0;
 };

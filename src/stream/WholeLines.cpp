@@ -98,6 +98,7 @@ const char* TakeValue(VObjectParser& parser, const char* from, const char* end) 
 
 const char* FeedWholeLines(VObjectParser& parser, const char* from, const char* end) {
   for (;;) {
+    parser.lineStart = from;
     if (!HeaderTaker(parser, from, end).Take()) {
       parser.paramCount = 0;
       return from;

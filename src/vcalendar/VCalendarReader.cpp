@@ -22,6 +22,59 @@ std::uint32_t AlarmBitsOf(NarrowStringView name, NarrowStringView value) {
   return 0;
 }
 
+WideString NameOfLast(const CCalendars& calendars) {
+  if (calendars.GetCount() == 0) return {};
+  const CCalendar& item = calendars[calendars.GetCount() - 1];
+  return (item.summary.empty() ? item.description : item.summary).str();
+}
+
+// The date that a property is read into; null for one that holds none.
+const COleDateTime* DateOf(std::int32_t propertyId, const CCalendar& item) {
+  switch (propertyId) {
+    case VCAL_AALARM:
+      return &item.reminder.alarm_date;
+    case VCAL_DTCREATE:
+      return &item.created_time;
+    case VCAL_LAST_MODIFIED:
+      return &item.modified_time;
+    case VCAL_X_MODIFIED:
+      return &item.xmodified_time;
+    case VCAL_DTSTART:
+      return &item.start_time;
+    case VCAL_DTEND:
+      return &item.end_time;
+    case VCAL_DUE:
+      return &item.due;
+    case VCAL_COMPLETED:
+      return &item.completed;
+    default:
+      return nullptr;
+  }
+}
+
+// Tells of a date or rule that came to nothing.
+void WatchValue(const VCalReadContext& context, NarrowStringView value, const CCalendar& item) {
+  const std::int32_t id = context.propertyId;
+  const NarrowStringView name = TextOf(kVCalendarProperties, static_cast<std::uint32_t>(id));
+  if (id == VCAL_RRULE || id == VCAL_XRULE) {
+    const CRecurrence& rule = id == VCAL_RRULE ? item.recurrence : item.exceptionRule;
+    if (rule.GetRecurrenceData() == nullptr)
+      context.watcher->Note(TextEvent::RuleNotUnderstood, name, value);
+    return;
+  }
+  const COleDateTime* date = DateOf(id, item);
+  if (date != nullptr && date->status != StatusValid)
+    context.watcher->Note(TextEvent::DateNotUnderstood, name, value);
+}
+
+void WatchEnd(TextWatcher& watcher, NarrowStringView value) {
+  watcher.LookForJoined(value);
+  if (EqualsIgnoringCase(value.substr(0, kCalendarObject.text.size()), kCalendarObject.text))
+    watcher.EndFrame();
+  for (const Word& word : kItemObjects)
+    if (EqualsIgnoringCase(value.substr(0, word.text.size()), word.text)) watcher.EndRecord();
+}
+
 }  // namespace
 
 VCalendarReader::VCalendarReader(CCalendars& calendars) : parser_(VObjectParser::Create()) {
@@ -32,8 +85,23 @@ VCalendarReader::VCalendarReader(CCalendars& calendars) : parser_(VObjectParser:
   parser_->SetUserData(&context_);
 }
 
+void VCalendarReader::Watch(WatchText watch) {
+  watcher_.emplace(std::move(watch), *parser_);
+  context_.watcher = &*watcher_;
+}
+
 bool VCalendarReader::Read(NarrowStringView piece, bool final) {
-  return parser_->Parse(piece.data(), static_cast<std::int32_t>(piece.size()), final);
+  const auto size = static_cast<std::int32_t>(piece.size());
+  if (!watcher_) return parser_->Parse(piece.data(), size, final);
+  watcher_->StartPiece(piece);
+  const bool accepted = parser_->Parse(piece.data(), size, final);
+  watcher_->EndPiece();
+  if (!accepted) {
+    watcher_->Complete(NameOfLast(*context_.calendars));
+  } else if (final) {
+    watcher_->Finish(NameOfLast(*context_.calendars));
+  }
+  return accepted;
 }
 
 void ShowVCalendarFailure() { ShowParseFailure(u"Error parsing vCalendar"); }
@@ -56,6 +124,7 @@ void OnVCalProperty(void* user, const char* name, const ParserParam* params) {
   context.alarmFormat = 0;
   const auto id = kPropertyIndex.CodeOf(KeyOf(name));
   context.propertyId = id ? static_cast<std::int32_t>(*id) : VCAL_UNKNOWN;
+  if (context.watcher != nullptr) context.isEnd = EqualsIgnoringCase(name, kEndWord);
   for (const ParserParam* param = params; param->name.text != nullptr; ++param) {
     TakeTextParameter(KeyOf(param->name.text), param->ValueText(), context.charset,
                       context.encoding);
@@ -77,14 +146,23 @@ void OnVCalData(void* user, const char* bytes, std::int32_t length) {
   // blocks inside it, is its own.
   if (context.propertyId == VCAL_BEGIN) {
     if (const auto type = CodeOfStart(kItemObjects, value)) {
+      if (context.watcher != nullptr) {
+        context.watcher->Complete(NameOfLast(calendars));
+        context.watcher->BeginRecord();
+      }
       if (context.onBegin) context.onBegin();
       calendars.AddNew().calendar_type = static_cast<std::uint8_t>(*type);
       AllDayPending = false;
+    } else if (context.watcher != nullptr && EqualsIgnoringCase(value, kCalendarObject.text)) {
+      context.watcher->BeginFrame();
     }
     return;
   }
+  if (context.isEnd) WatchEnd(*context.watcher, value);
   if (calendars.GetCount() == 0) return;
-  TakeVCalendarValue(context, bytes, length, calendars[calendars.GetCount() - 1]);
+  CCalendar& item = calendars[calendars.GetCount() - 1];
+  TakeVCalendarValue(context, bytes, length, item);
+  if (context.watcher != nullptr) WatchValue(context, value, item);
 }
 
 }  // namespace pim

@@ -3,8 +3,10 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include "pim/records/Calendar.h"
+#include "stream/TextWatcher.h"
 #include "stream/VObjectParser.h"
 #include "support/ByteBuffer.h"
 
@@ -18,6 +20,8 @@ struct VCalReadContext {
   std::int32_t encoding = 0;        // EncodingCode
   std::uint32_t alarmFormat = 0;    // of an AALARM: ReminderType and ReminderValueType bits
   WideString text;                  // the value's text; one piece of memory for the whole reading
+  bool isEnd = false;               // the property is an END; told only where a host watches
+  TextWatcher* watcher = nullptr;   // for a host that watches; not owned
   std::function<void()> onBegin;    // called ahead of each item, the one before being complete
 };
 
@@ -32,6 +36,9 @@ class VCalendarReader {
   // throws ends the reading.
   void OnBegin(std::function<void()> begin) { context_.onBegin = std::move(begin); }
 
+  // Has a host told of what happens.
+  void Watch(WatchText watch);
+
   // Takes the next piece; `final` ends the text. False when it is rejected.
   [[nodiscard]] bool Read(NarrowStringView piece, bool final);
   // Where in the piece that was rejected: the start of a part of the line that holds the place.
@@ -40,6 +47,7 @@ class VCalendarReader {
  private:
   VCalReadContext context_;
   std::unique_ptr<VObjectParser> parser_;
+  std::optional<TextWatcher> watcher_;
 };
 
 // Shows the message of a rejected vCalendar text; the second one throws kParseFailure behind that.

@@ -59,6 +59,31 @@ void TakeType(VCardReadContext& context, const WordKey& name, const char* value)
   }
 }
 
+WideString NameOfLast(const CContacts& contacts) {
+  if (contacts.GetCount() == 0) return {};
+  const CContact& contact = contacts[contacts.GetCount() - 1];
+  if (!contact.formatted_name.empty()) return contact.formatted_name.str();
+  WideString name = contact.name.given_name.str();
+  if (!name.empty() && !contact.name.family_name.empty()) name += u' ';
+  return name.append(contact.name.family_name.view());
+}
+
+// Tells of a date that came to nothing.
+void WatchDate(const VCardReadContext& context, NarrowStringView value, const CContact& contact) {
+  const std::int32_t id = context.propertyId;
+  if (id != VCARD_BDAY && id != VCARD_X_ANNI && id != VCARD_X_EVENTDAY) return;
+  const CContactEvent& event = contact.GetContactEvent(contact.GetContactEventCount() - 1);
+  if (event.event_date.status == StatusValid) return;
+  context.watcher->Note(TextEvent::DateNotUnderstood,
+                        TextOf(kVCardProperties, static_cast<std::uint32_t>(id)), value);
+}
+
+void WatchEnd(TextWatcher& watcher, NarrowStringView value) {
+  watcher.LookForJoined(value);
+  const NarrowStringView word = value.substr(0, kContactObject.text.size());
+  if (EqualsIgnoringCase(word, kContactObject.text)) watcher.EndRecord();
+}
+
 }  // namespace
 
 VCardReader::VCardReader(CContacts& contacts) : parser_(VObjectParser::Create()) {
@@ -69,8 +94,23 @@ VCardReader::VCardReader(CContacts& contacts) : parser_(VObjectParser::Create())
   parser_->SetUserData(&context_);
 }
 
+void VCardReader::Watch(WatchText watch) {
+  watcher_.emplace(std::move(watch), *parser_);
+  context_.watcher = &*watcher_;
+}
+
 bool VCardReader::Read(NarrowStringView piece, bool final) {
-  return parser_->Parse(piece.data(), static_cast<std::int32_t>(piece.size()), final);
+  const auto size = static_cast<std::int32_t>(piece.size());
+  if (!watcher_) return parser_->Parse(piece.data(), size, final);
+  watcher_->StartPiece(piece);
+  const bool accepted = parser_->Parse(piece.data(), size, final);
+  watcher_->EndPiece();
+  if (!accepted) {
+    watcher_->Complete(NameOfLast(*context_.contacts));
+  } else if (final) {
+    watcher_->Finish(NameOfLast(*context_.contacts));
+  }
+  return accepted;
 }
 
 void ShowVCardFailure() { ShowParseFailure(u"Error parsing vCard"); }
@@ -94,6 +134,7 @@ void OnVCardProperty(void* user, const char* name, const ParserParam* params) {
   context.typeFlags = 0;
   const auto id = kPropertyIndex.CodeOf(KeyOf(name));
   context.propertyId = id ? static_cast<std::int32_t>(*id) : VCARD_UNKNOWN;
+  if (context.watcher != nullptr) context.isEnd = EqualsIgnoringCase(name, kEndWord);
   for (const ParserParam* param = params; param->name.text != nullptr; ++param) {
     const WordKey paramName = KeyOf(param->name.text);
     const NarrowStringView value = param->ValueText();
@@ -114,11 +155,18 @@ void OnVCardData(void* user, const char* bytes, std::int32_t length) {
   const NarrowStringView value(bytes, static_cast<std::size_t>(length));
   // The only place where a card begins; none has an end, so what stands behind its END is its own.
   if (context.propertyId == VCARD_BEGIN && IsStartOf(kContactObject.text, value)) {
+    if (context.watcher != nullptr) {
+      context.watcher->Complete(NameOfLast(contacts));
+      context.watcher->BeginRecord();
+    }
     if (context.onBegin) context.onBegin();
     contacts.AddNew();
   }
+  if (context.isEnd) WatchEnd(*context.watcher, value);
   if (contacts.GetCount() == 0) return;
-  TakeVCardValue(context, bytes, length, contacts[contacts.GetCount() - 1]);
+  CContact& contact = contacts[contacts.GetCount() - 1];
+  TakeVCardValue(context, bytes, length, contact);
+  if (context.watcher != nullptr) WatchDate(context, value, contact);
 }
 
 }  // namespace pim

@@ -3,8 +3,10 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include "pim/records/Contacts.h"
+#include "stream/TextWatcher.h"
 #include "stream/VObjectParser.h"
 #include "support/ByteBuffer.h"
 
@@ -12,14 +14,16 @@ namespace pim {
 
 // The tokeniser's user data during one reading: the property whose value comes next.
 struct VCardReadContext {
-  CContacts* contacts = nullptr;  // not owned; the card being read is the last one
-  std::int32_t propertyId = 0;    // VCardPropertyId, 0 outside a property
-  std::int32_t charset = 0;       // CharsetCode
-  std::int32_t encoding = 0;      // EncodingCode
-  std::int32_t mediaType = 0;     // MediaCode
-  std::uint32_t typeFlags = 0;    // a mask or a code, by the property
-  WideString text;                // the value's text; one piece of memory for the whole reading
-  std::function<void()> onBegin;  // called ahead of each card, the one before being complete
+  CContacts* contacts = nullptr;   // not owned; the card being read is the last one
+  std::int32_t propertyId = 0;     // VCardPropertyId, 0 outside a property
+  std::int32_t charset = 0;        // CharsetCode
+  std::int32_t encoding = 0;       // EncodingCode
+  std::int32_t mediaType = 0;      // MediaCode
+  std::uint32_t typeFlags = 0;     // a mask or a code, by the property
+  WideString text;                 // the value's text; one piece of memory for the whole reading
+  bool isEnd = false;              // the property is an END; told only where a host watches
+  TextWatcher* watcher = nullptr;  // for a host that watches; not owned
+  std::function<void()> onBegin;   // called ahead of each card, the one before being complete
 };
 
 // Reads one vCard text in pieces into a collection, whose last card stays open between them.
@@ -32,6 +36,9 @@ class VCardReader {
   // throws ends the reading.
   void OnBegin(std::function<void()> begin) { context_.onBegin = std::move(begin); }
 
+  // Has a host told of what happens.
+  void Watch(WatchText watch);
+
   // Takes the next piece; `final` ends the text. False when it is rejected.
   [[nodiscard]] bool Read(NarrowStringView piece, bool final);
   // Where in the piece that was rejected: the start of a part of the line that holds the place.
@@ -40,6 +47,7 @@ class VCardReader {
  private:
   VCardReadContext context_;
   std::unique_ptr<VObjectParser> parser_;
+  std::optional<TextWatcher> watcher_;
 };
 
 // Shows the message of a rejected vCard text; the second one throws kParseFailure behind that.

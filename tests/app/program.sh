@@ -135,7 +135,7 @@ for kind in calendar todo memo; do
   golden $kind --store kinds.db $kind list
 done
 same kinds-json '[18,6,3]' "$(for kind in calendar todo memo; do "$program" --store kinds.db $kind list --json; done | jq -sc 'map(.calendars | length)')"
-check bad-rule 0 'Invalid recurrence' calendar import all.vcs --store cal.db
+check bad-rule 0 'all.vcs:6: RRULE of .Lunch.: not a rule' calendar import all.vcs --store cal.db
 check todos 0 '^1 to-do imported: 3 in 1 file' todo import all.vcs --store todo.db
 check calendar-again 0 '^0 items imported: 3 in 1 file, 0 new, 2 already there' calendar import all.vcs --skip-duplicates --store cal.db
 check calendar-list 0 '2010-03-05 11:30 .*Lunch' calendar list --store cal.db

@@ -6,6 +6,7 @@
 #include "pim/manager/TextReading.h"
 #include "pim/manager/TextWriting.h"
 #include "pim/platform/Host.h"
+#include "pim/stream/TextHead.h"
 #include "platform/CodePages.h"
 #include "tests/platform/Scoped.h"
 
@@ -130,6 +131,62 @@ TEST_F(TextReading, TellsAnUnreadableFileFromOneWithNothingInIt) {
             TextOutcome::NothingBegins);
   EXPECT_EQ(ReadCalendarFile(WideFromUtf8(folder.path()), [](CCalendar&) { return true; }).outcome,
             TextOutcome::Unreadable);
+}
+
+// "what line property value of record", one line for each notice.
+std::string NoticesOf(TextForm form, NarrowStringView text) {
+  static constexpr const char* kEvents[] = {"date", "rule", "joined", "cut"};
+  std::string told;
+  const auto watch = [&told](const TextNotice& notice) {
+    told += std::string(kEvents[static_cast<std::size_t>(notice.event)]) + ' ' +
+            std::to_string(notice.line) + ' ' + notice.property + ' ' + notice.value + " of " +
+            Utf8FromWide(notice.record) + '\n';
+  };
+  CContacts contacts;
+  CCalendars items;
+  static_cast<void>(form == TextForm::VCard ? ReadContacts(text, contacts, watch)
+                                            : ReadCalendars(text, items, watch));
+  return told;
+}
+
+TEST_F(TextReading, TellsAWatcher) {
+  static constexpr struct {
+    TextForm form;
+    std::string_view text;
+    std::string_view told;
+  } kRows[] = {
+      {TextForm::VCard, "BEGIN:VCARD\nFN:a\nBDAY:19700131\nX-OTHER:x\nEND:VCARD\n", ""},
+      // a name that comes behind; folded, soft-broken and empty lines count
+      {TextForm::VCard,
+       "BEGIN:VCARD\r\n\r\nNOTE:a\r\n b\r\nBDAY:so\r\n on\r\nN:Berg;Ann\r\nEND:VCARD\r\n",
+       "date 5 BDAY soon of Ann Berg\n"},
+      {TextForm::VCard,
+       "BEGIN:VCARD\nNOTE;QUOTED-PRINTABLE:a=\nb\nX-ANNI:?\nFN:a\nEND:VCARD\n"
+       "BEGIN:VCARD\nFN:b\nX-EVENTDAY:!\nend:vcard",
+       "date 4 X-ANNI ? of a\ndate 9 X-EVENTDAY ! of b\n"},
+      {TextForm::VCard, "BEGIN:VCARD\nFN:a\nEND:VCARDBEGIN:VCARD\nFN:b\nEND:VCARD\n",
+       "joined 3 END VCARDBEGIN:VCARD of b\n"},
+      {TextForm::VCard, "BEGIN:VCARD\nFN:a\nEND:VCARD\nBEGIN:VCARD\nFN:b\nPHOTO;BASE64:\n QUJ",
+       "cut 4   of b\n"},
+      // up to a rejection
+      {TextForm::VCard, "BEGIN:VCARD\nFN:a\nBDAY:x\nTEL;:1\nBDAY:y\n", "date 3 BDAY x of a\n"},
+      {TextForm::VCalendar,
+       "BEGIN:VCALENDAR\nBEGIN:VEVENT\nDTSTART:soon\nRRULE:X 1\nSUMMARY:a\nEND:VEVENT\n"
+       "BEGIN:VTODO\nDUE:20101399\nAALARM:;;;\nXRULE:Y\nDESCRIPTION:b\nEND:VTODO\nEND:VCALENDAR\n",
+       "date 3 DTSTART soon of a\nrule 4 RRULE X 1 of a\ndate 8 DUE 20101399 of b\n"
+       "date 9 AALARM ;;; of b\nrule 10 XRULE Y of b\n"},
+      {TextForm::VCalendar, "BEGIN:VCALENDAR\nBEGIN:VEVENT\nSUMMARY:a\n", "cut 2   of a\n"},
+      {TextForm::VCalendar, "BEGIN:VCALENDAR\nBEGIN:VMEMO\nSUMMARY:a\nEND:VMEMO\n",
+       "cut 1   of \n"},
+      {TextForm::VCalendar,
+       "BEGIN:VCALENDAR\nBEGIN:VEVENT\nEND:VEVENT\nEND:VCALENDARBEGIN:VCALENDAR\n"
+       "BEGIN:VEVENT\nEND:VEVENT\nEND:VCALENDAR\n",
+       "joined 4 END VCALENDARBEGIN:VCALENDAR of \n"},
+  };
+  for (const auto& row : kRows) {
+    SCOPED_TRACE(row.text);
+    EXPECT_EQ(NoticesOf(row.form, row.text), row.told);
+  }
 }
 
 }  // namespace

@@ -63,6 +63,90 @@ class StoreContract : public ::testing::TestWithParam<bool> {
   testing::TemporaryFolder folder_;
   std::unique_ptr<RecordStore> store;
 };
+TEST_P(StoreContract, VisitsByKeyInTheirOrder) {
+  CCalendars items;
+  for (const CalendarType kind : {CalendarType::Event, CalendarType::Memo})
+    items.AddNew().calendar_type = static_cast<std::uint8_t>(kind);
+  ASSERT_EQ(store->SaveCalendars(items, true), 2);
+  CContacts contacts;
+  for (const char16_t* name : {u"a", u"b", u"c"}) contacts.AddNew().formatted_name = name;
+  FillContact(contacts.AddNew());
+  ASSERT_EQ(store->SaveContacts(contacts, 0, true), 4);
+  const std::int32_t full = contacts[3].tag;
+  std::string names;
+  const std::int32_t keys[] = {3, 99, 1, -1, 0, 3};
+  EXPECT_EQ(store->VisitContacts(keys,
+                                 [&](CContact& contact) {
+                                   names += static_cast<char>(contact.formatted_name.view()[0]);
+                                   return names.size() < 3;
+                                 }),
+            3);
+  EXPECT_EQ(names, "cac");
+  EXPECT_EQ(store->VisitContacts({&full, 1},
+                                 [&](CContact& contact) {
+                                   ExpectContact(contact, contacts[3]);
+                                   return true;
+                                 }),
+            1);
+  const std::int32_t both[] = {2, 1};
+  std::string kinds;
+  EXPECT_EQ(store->VisitCalendars(both,
+                                  [&](CCalendar& item) {
+                                    kinds += std::to_string(item.calendar_type);
+                                    return true;
+                                  }),
+            2);
+  EXPECT_EQ(kinds, "31");
+  const auto throws = [](CContact&) -> bool { throw 7; };
+  EXPECT_THROW(static_cast<void>(store->VisitContacts(keys, throws)), int);
+}
+
+TEST_P(StoreContract, DeletesWithAllThatBelongsToARecord) {
+  CContacts contacts;
+  FillContact(contacts.AddNew());
+  contacts[0].photo = u"shared";
+  FillContact(contacts.AddNew());
+  contacts[1].photo = u"own";
+  contacts[1].hobby = u"another";
+  contacts.AddNew().photo = u"shared";
+  ASSERT_EQ(store->SaveContacts(contacts, SaveGroup(u"g"), false), 3);
+  const std::int32_t keys[] = {contacts[0].tag, 99, contacts[1].tag, contacts[0].tag};
+  std::vector<WideString> pictures;
+  {
+    const StoreTransaction undone(*store);
+    EXPECT_EQ(store->DeleteContacts(keys, pictures), 2);
+    EXPECT_EQ(CountContacts(), 1);
+    EXPECT_EQ(CountLinks(), 1);
+  }
+  EXPECT_EQ(CountContacts(), 3);
+  EXPECT_EQ(CountLinks(), 3);
+  EXPECT_EQ(pictures, std::vector<WideString>{u"own"});
+  pictures.clear();
+  EXPECT_EQ(store->DeleteContacts(keys, pictures), 2);
+  EXPECT_EQ(pictures, std::vector<WideString>{u"own"});
+  EXPECT_EQ(CountLinks(), 1);
+  // what was deleted isn't there any more, and no key is given twice
+  CContacts again;
+  FillContact(again.AddNew());
+  EXPECT_EQ(store->SaveContacts(again, 0, false), 1);
+  EXPECT_EQ(again[0].tag, 4);
+  CContacts loaded;
+  ASSERT_EQ(store->LoadContacts(loaded), 2);
+  ExpectContact(loaded[1], again[0]);
+}
+
+TEST_P(StoreContract, DeletesItems) {
+  CCalendars items;
+  FillItem(items.AddNew(), RECUR_WEEKLY);
+  FillItem(items.AddNew(), RECUR_WEEKLY);
+  ASSERT_EQ(store->SaveCalendars(items, true), 2);
+  const std::int32_t highest = items[1].tag;
+  EXPECT_EQ(store->DeleteCalendars({&highest, 1}), 1);
+  EXPECT_EQ(store->DeleteCalendars({&highest, 1}), 0);
+  const StoreReading reading(*store);
+  EXPECT_EQ(store->DeleteCalendars({&highest, 1}), -1);
+}
+
 INSTANTIATE_TEST_SUITE_P(Stores, StoreContract, ::testing::Bool(),
                          [](const auto& store) { return store.param ? "Sqlite" : "Memory"; });
 

@@ -352,5 +352,48 @@ TEST_F(StoreFile, AddsWhatAVersionLacks) {
   EXPECT_EQ(OtherProgram(path_).Ask("PRAGMA user_version"), "1");
 }
 
+TEST_F(StoreFile, ReadingMakesNoStore) {
+  for (const StoreAccess access : {StoreAccess::ReadOnly, StoreAccess::Existing}) {
+    EXPECT_THROW(SqliteStore(folder_.File("none.db"), access), NoStoreError);
+    std::ofstream(folder_.File("empty.db"));
+    EXPECT_THROW(SqliteStore(folder_.File("empty.db"), access), NoStoreError);
+  }
+  EXPECT_FALSE(fs::exists(folder_.File("none.db")));
+  EXPECT_EQ(fs::file_size(folder_.File("empty.db")), 0U);
+  // names that mean something in a URI, and rows of every table that deleting must reach
+  const std::string path = folder_.File("a b%20?mode=memory#\xC3\xA4.db");
+  {
+    SqliteStore store(path);
+    CContacts contacts;
+    testing::FillContact(contacts.AddNew());
+    CContactGroups groups;
+    groups.AddNew().group_name = u"g";
+    ASSERT_EQ(store.SaveContactGroups(groups, true), 1);
+    ASSERT_EQ(store.SaveContacts(contacts, groups[0].group_id, true), 1);
+    CCalendars items;
+    testing::FillItem(items.AddNew(), RECUR_WEEKLY);
+    ASSERT_EQ(store.SaveCalendars(items, true), 1);
+  }
+  ASSERT_TRUE(fs::exists(path));
+  {
+    SqliteStore store(path, StoreAccess::ReadOnly);
+    CContacts contacts;
+    EXPECT_EQ(store.LoadContacts(contacts), 1);
+    contacts.AddNew();
+    EXPECT_EQ(store.SaveContacts(contacts, 0, true), -1);
+    EXPECT_NE(store.LastError(), "");
+  }
+  SqliteStore store(path, StoreAccess::Existing);
+  const std::int32_t key = 1;
+  std::vector<WideString> pictures;
+  EXPECT_EQ(store.DeleteContacts({&key, 1}, pictures), 1);
+  EXPECT_EQ(store.DeleteCalendars({&key, 1}), 1);
+  OtherProgram other(path);
+  const std::string tables =
+      "SELECT group_concat('SELECT count(*) AS n FROM \"' || name || '\"', "
+      "' UNION ALL ') FROM sqlite_schema WHERE type = 'table'";
+  EXPECT_EQ(other.Ask("SELECT sum(n) FROM (" + other.Ask(tables) + ")"), "1") << "the group";
+}
+
 }  // namespace
 }  // namespace pim

@@ -7,6 +7,7 @@
 #include "pim/Export.h"
 #include "pim/records/Calendar.h"
 #include "pim/records/Contacts.h"
+#include "pim/stream/TextWatch.h"
 #include "pim/support/Strings.h"
 
 namespace pim {
@@ -41,16 +42,26 @@ using TakeCalendar = std::function<bool(CCalendar& item)>;
 // of the caller-ID folder; one that can't be written to its end throws FileError. What the user is
 // to see (a rejected text, a bad repeat rule) goes to the message sink on the way.
 //
+// `watch`, where given, is told what else happens.
+//
 // Only one text is read at a time: a host must not begin another from within its call.
-PIM_EXPORT TextResult ReadContacts(NarrowStringView text, CContacts& contacts);
-PIM_EXPORT TextResult ReadContacts(NarrowStringView text, const TakeContact& take);
-PIM_EXPORT TextResult ReadCalendars(NarrowStringView text, CCalendars& items);
-PIM_EXPORT TextResult ReadCalendars(NarrowStringView text, const TakeCalendar& take);
+PIM_EXPORT TextResult ReadContacts(NarrowStringView text, CContacts& contacts,
+                                   const WatchText& watch = {});
+PIM_EXPORT TextResult ReadContacts(NarrowStringView text, const TakeContact& take,
+                                   const WatchText& watch = {});
+PIM_EXPORT TextResult ReadCalendars(NarrowStringView text, CCalendars& items,
+                                    const WatchText& watch = {});
+PIM_EXPORT TextResult ReadCalendars(NarrowStringView text, const TakeCalendar& take,
+                                    const WatchText& watch = {});
 
 // The same for a regular file of up to 2 GiB.
-PIM_EXPORT TextResult ReadContactFile(WideStringView path, CContacts& contacts);
-PIM_EXPORT TextResult ReadContactFile(WideStringView path, const TakeContact& take);
-PIM_EXPORT TextResult ReadCalendarFile(WideStringView path, CCalendars& items);
-PIM_EXPORT TextResult ReadCalendarFile(WideStringView path, const TakeCalendar& take);
+PIM_EXPORT TextResult ReadContactFile(WideStringView path, CContacts& contacts,
+                                      const WatchText& watch = {});
+PIM_EXPORT TextResult ReadContactFile(WideStringView path, const TakeContact& take,
+                                      const WatchText& watch = {});
+PIM_EXPORT TextResult ReadCalendarFile(WideStringView path, CCalendars& items,
+                                       const WatchText& watch = {});
+PIM_EXPORT TextResult ReadCalendarFile(WideStringView path, const TakeCalendar& take,
+                                       const WatchText& watch = {});
 
 }  // namespace pim

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <cstdint>
+#include <utility>
+#include <vector>
+
+#include "pim/stream/TextWatch.h"
+#include "stream/VObjectParser.h"
+
+namespace pim {
+
+// Keeps what a host is told of one text: where each thing stood, and of which record it was. Lines
+// are counted once, up to the places that are told and to the end of each piece.
+class TextWatcher {
+ public:
+  // `parser` must outlive this.
+  TextWatcher(WatchText watch, const VObjectParser& parser)
+      : watch_(std::move(watch)), parser_(parser) {}
+
+  // Around the parsing of each piece.
+  void StartPiece(NarrowStringView piece);
+  void EndPiece();
+
+  // At the value of a BEGIN or END, with the words of the records that a text can hold; a frame
+  // holds records and is none. What the END of a frame or record ends is closed.
+  void BeginRecord() { openRecord_ = CurrentLine(); }
+  void BeginFrame() { openFrame_ = CurrentLine(); }
+  void EndRecord() { openRecord_ = 0; }
+  void EndFrame() { openFrame_ = openRecord_ = 0; }
+  // Notes a BEGIN in the value of an END.
+  void LookForJoined(NarrowStringView valueOfEnd);
+  void Note(TextEvent event, NarrowStringView property, NarrowStringView value);
+
+  // Tells what was noted of a record, now that all of it is known.
+  void Complete(WideStringView record);
+  // The same for the last one, at the end of the text.
+  void Finish(WideStringView record);
+
+ private:
+  // Of the line that the parser is at.
+  std::int64_t CurrentLine();
+  void CountUpTo(const char* place);
+
+  WatchText watch_;
+  const VObjectParser& parser_;
+  const char* counted_ = nullptr;  // up to here, in the piece
+  const char* end_ = nullptr;
+  std::int64_t line_ = 1;        // at `counted_`
+  std::int64_t openLine_ = 1;    // where the line began that the piece before left open
+  std::int64_t openRecord_ = 0;  // where one begins that has no END yet, or 0
+  std::int64_t openFrame_ = 0;
+  std::vector<TextNotice> noted_;
+};
+
+}  // namespace pim

@@ -38,11 +38,21 @@ int Run(const Options& options) {
   return kWrongUsage;
 }
 
+int RunCommandLine(int argc, char** argv) {
+  int status = kDone;
+  if (const auto options = ReadCommandLine(argc, argv, status)) {
+    SetWritingForm(options->toTheLetter ? WritingForm::ToTheLetter : WritingForm::ReadsBack);
+    status = Run(*options);
+  }
+  FlushOutput();
+  return status;
+}
+
 // What fails once the program was asked to end, such as the wait for a lock, is no failure of its
 // own.
-int RunOrInterrupt(const Options& options) {
+int RunOrInterrupt(int argc, char** argv) {
   try {
-    return Run(options);
+    return RunCommandLine(argc, argv);
   } catch (const std::exception&) {
     CheckInterrupt();
     throw;
@@ -53,13 +63,7 @@ int RunOrInterrupt(const Options& options) {
 int RunGuarded(int argc, char** argv) {
   try {
     WatchSignals();
-    int status = kDone;
-    if (const auto options = ReadCommandLine(argc, argv, status)) {
-      SetWritingForm(options->toTheLetter ? WritingForm::ToTheLetter : WritingForm::ReadsBack);
-      status = RunOrInterrupt(*options);
-    }
-    FlushOutput();
-    return status;
+    return RunOrInterrupt(argc, argv);
   } catch (const Interrupted& interrupted) {
     Complain("interrupted; what wasn't stored yet is left out");
     return 128 + interrupted.signal;

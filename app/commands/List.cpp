@@ -11,6 +11,7 @@
 #include "app/commands/Nearest.h"
 #include "app/commands/StoredRecords.h"
 #include "app/input/Inputs.h"
+#include "app/input/PictureStaging.h"
 #include "app/input/TextReading.h"
 #include "app/labels/Labels.h"
 #include "app/output/Csv.h"
@@ -206,6 +207,8 @@ template <class Record>
 int CountFiles(const Options& options, TextForm form, ByteOrderMark mark) {
   if (!options.FilterFrom(options.operands.size()).IsEmpty())
     throw WrongUsage("files are counted whole: --group and --no-name choose stored records");
+  PrivatePictures pictures(TemporaryFolder());
+  pictures.LeaveOut(true);
   int status = kDone;
   for (const std::string& path : options.operands) {
     status = Worse(status, ForInput([&] {

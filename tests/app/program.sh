@@ -48,13 +48,35 @@ cp friends.vcf cards/A.VCF && mkdir cards/sub && cp desktop.vcf cards/sub/b.vcf 
 printf 'BEGIN:VCARD\nTITLE:\a' >control.vcf
 mkfifo pipe.vcf
 
-# wrong usage
-check usage 2 . contacts
-check usage 2 . contacts import
-check usage 2 . contacts import x --group ''
-check usage 2 . contacts import x --group g --no-groups
-check usage 2 . contacts list --code-page NONSENSE
+# wrong usage, with what was likely meant
+check usage 2 'Commands of .contacts.' contacts
+check usage 2 "^pimvobj: 'contacts import' needs PATH" contacts import
+check usage 2 '^pimvobj: --group is empty' contacts import x --group ''
+check usage 2 'either --group or --no-groups' contacts import x --group g --no-groups
+check usage 2 "unknown code page 'NONSENSE'" contacts list --code-page NONSENSE
+check usage 2 "unknown command 'contatcs'; did you mean 'contacts'" contatcs list
+check usage 2 "unknown command 'lst' of 'todo'; did you mean 'list'" todo lst
+check usage 2 "did you mean 'pimvobj calendar import x.vcs'" import x.vcs
+check usage 2 '--la. could be --labels or --lang' show friends.vcf --la de
+check usage 2 "unknown option '--sotr'; did you mean '--sort'" contacts list --sotr name
+check usage 2 "unknown option '-x'" contacts list -qx
+check usage 2 "'--sort' needs a value" contacts list --sort
+check usage 2 "'--json' takes no value" contacts list --json=x
+check usage 2 "'todo list' has no option '--group'" todo list --group g
+check usage 2 "takes vcard or vcalendar, not 'vcrad'; did you mean 'vcard'" inspect friends.vcf --as vcrad
+check usage 2 "'x' is no key" contacts show x
+check usage 2 'either words or files' contacts count friends.vcf ann
+check usage 2 'either keys or a group' contacts delete 1 --group g
+same alone '2 0 ' "$("$program" >alone.out 2>err; echo $? "$(wc -c <alone.out)" "$(grep -c . err | grep -c '^0')" | sed 's/ 0$/ /')"
+# help and version, wherever they stand
 check version 0 '^pimvobj [0-9]' --version
+check version 0 '^pimvobj [0-9]' contacts list -V
+for command in '' contacts 'contacts list' 'todo export' inspect; do
+  same "help-$command" "$("$program" $command --help)" "$("$program" help $command)"
+  same "help-$command" 1 "$("$program" $command -h | grep -c '^Examples:')"
+done
+same help-noun 0 "$("$program" memo import --help | grep -c '[{}]')"
+[ -e /dev/full ] && { "$program" --help >/dev/full 2>/dev/null; same full-help 1 $?; }
 
 # files that can't be imported
 check missing 1 '^pimvobj: missing.vcf: .*No such file' contacts import missing.vcf
@@ -76,6 +98,38 @@ check list 0 'Alice Martin .*alice.martin@example.org .*Friends' contacts list
 same picture 1 "$(find "$HOME/.local/share/Tessaly Works/Tessaly Deskmate IV/CallerId" -name 'zevo*.png' | wc -l)"
 same input '田中' "$("$program" --store japan.db contacts import - --group J <phone-japan.vcf >/dev/null &&
   "$program" contacts list --json --store japan.db | jq -r '.contacts[1] | select(.groups == ["J"]) | .name.family_name')"
+
+# options stand anywhere, and two hyphens end them
+cp friends.vcf ./-odd.vcf
+sed -i '/^PHOTO/,/^\r*$/d' ./-odd.vcf
+check anywhere 0 '^3 contacts imported' --store=any.db -q contacts import -- -odd.vcf
+same anywhere "$("$program" contacts list --json)" "$("$program" --json contacts list)"
+same anywhere 3 "$(POSIXLY_CORRECT=1 "$program" contacts count --store any.db)"
+# FIFOs and streams
+same process-substitution 3 "$("$program" contacts count <(cat friends.vcf))"
+same stdin 3 "$("$program" contacts count /dev/stdin <friends.vcf)"
+(sleep 0.2; cat friends.vcf >pipe.vcf) &
+same slow-fifo 3 "$("$program" contacts count pipe.vcf)"
+check several 1 '^friends.vcf:3$' contacts count friends.vcf missing.vcf
+check several 0 '^1 contact$' inspect friends.vcf desktop.vcf
+# lists: every field has a title, and orders put nothing away
+for kind in contacts calendar; do
+  check "$kind-fields" 0 . --store any.db $kind list --fields "$("$program" $kind list --fields help | paste -sd,)"
+done
+same sort-name 'Alice Martin|Jürgen Müller|Pat Sample' "$("$program" --store any.db contacts list --sort name --fields name --csv | tail -n +2 | tr -d '\r' | paste -sd'|')"
+same sort-json "$("$program" contacts list --jsonl | jq -sS 'map(.tag) | sort')" "$("$program" contacts list --json --sort time | jq -S '[.contacts[].tag] | sort')"
+printf 'BEGIN:VCARD\nN:A"b;c, d\nNOTE;QUOTED-PRINTABLE:x=0D=0Ay\n' >csv.vcf
+check csv-in 0 . --store csv.db contacts import csv.vcf
+same csv 'name,note
+"c, d A""b","x
+y"' "$("$program" --store csv.db contacts list --csv --fields name,note | tr -d '\r')"
+check all-of-a-file 0 '^Pat Sample$' show --all friends.vcf
+
+# exit statuses as their table has them
+while read -r status command; do
+  "$program" $command >/dev/null 2>&1 </dev/null
+  same "status of $command" "$status" $?
+done < <(sed -n 's/^| \([0-9]*\) .*| `pimvobj \(.*\)` |$/\1 \2/p' "$root/docs/exit-statuses.md")
 
 # the round trip, pictures too
 check export 0 '^4 contacts exported$' contacts export out

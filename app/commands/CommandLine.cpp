@@ -298,9 +298,10 @@ void CheckOptions(const Parts& parts, const HelpPlace& place) {
     const auto takes = [&given](std::span<const Option> options) {
       return std::ranges::find(options, given.id) != options.end();
     };
-    if (!takes(CommonOptions()) && !takes(place.command->options))
+    if (!takes(CommonOptions()) && !takes(place.command->options)) {
       throw WrongUsage("'" + place.Words() + "' has no option '" + DashedName(RowOf(given.id)) +
                        "'");
+    }
   }
   for (const auto& [one, other] : kEitherOr) {
     if (parts.Has(one) && parts.Has(other))

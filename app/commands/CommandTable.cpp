@@ -7,36 +7,36 @@ namespace pim::app {
 namespace {
 
 constexpr OptionRow kOptions[] = {
-    {Option::All, "all", 0, nullptr, "All of them, not only the first; export: all three kinds"},
-    {Option::As, "as", 0, "FORM", "Read it as vcard or vcalendar, whatever it looks like"},
-    {Option::CodePage, "code-page", 0, "NAME",
+    {Option::All, 0, "all", nullptr, "All of them, not only the first; export: all three kinds"},
+    {Option::As, 0, "as", "FORM", "Read it as vcard or vcalendar, whatever it looks like"},
+    {Option::CodePage, 0, "code-page", "NAME",
      "Charset of texts that name none, such as CP1252 (default: UTF-8)"},
-    {Option::Csv, "csv", 0, nullptr, "Print comma-separated values (RFC 4180)"},
-    {Option::DryRun, "dry-run", 'n', nullptr, "Tell what would be done, and do nothing"},
-    {Option::Fields, "fields", 0, "NAME,...", "Which fields, in this order; \"help\" names them"},
-    {Option::Force, "force", 'f', nullptr, "Replace a file, or add to a folder that isn't empty"},
-    {Option::Group, "group", 0, "NAME",
+    {Option::Csv, 0, "csv", nullptr, "Print comma-separated values (RFC 4180)"},
+    {Option::DryRun, 'n', "dry-run", nullptr, "Tell what would be done, and do nothing"},
+    {Option::Fields, 0, "fields", "NAME,...", "Which fields, in this order; \"help\" names them"},
+    {Option::Force, 'f', "force", nullptr, "Replace a file, or add to a folder that isn't empty"},
+    {Option::Group, 0, "group", "NAME",
      "Those in this group; import: put all of them into it, not into the file's own"},
-    {Option::Help, "help", 'h', nullptr, "Print this help"},
-    {Option::Json, "json", 0, nullptr, "Print whole records as one JSON object"},
-    {Option::JsonLines, "jsonl", 0, nullptr, "Print whole records as JSON, one a line"},
-    {Option::KeepDuplicates, "keep-duplicates", 0, nullptr,
+    {Option::Help, 'h', "help", nullptr, "Print this help"},
+    {Option::Json, 0, "json", nullptr, "Print whole records as one JSON object"},
+    {Option::JsonLines, 0, "jsonl", nullptr, "Print whole records as JSON, one a line"},
+    {Option::KeepDuplicates, 0, "keep-duplicates", nullptr,
      "Store also what equals a stored record (default: it is left out)"},
-    {Option::Labels, "labels", 0, "FILE", "Labels of your own, as lines \"key = text\""},
-    {Option::Lang, "lang", 0, "LANG", "Language of labels and titles (default: the locale's)"},
-    {Option::NoGroups, "no-groups", 0, nullptr, "Leave the cards' group names out"},
-    {Option::NoName, "no-name", 0, nullptr, "Those that have no name or summary"},
-    {Option::Output, "output", 'o', "FILE", "Write into this file (- for standard output)"},
-    {Option::Quiet, "quiet", 'q', nullptr, "Show no progress"},
-    {Option::SkipDuplicates, "skip-duplicates", 0, nullptr,
+    {Option::Labels, 0, "labels", "FILE", "Labels of your own, as lines \"key = text\""},
+    {Option::Lang, 0, "lang", "LANG", "Language of labels and titles (default: the locale's)"},
+    {Option::NoGroups, 0, "no-groups", nullptr, "Leave the cards' group names out"},
+    {Option::NoName, 0, "no-name", nullptr, "Those that have no name or summary"},
+    {Option::Output, 'o', "output", "FILE", "Write into this file (- for standard output)"},
+    {Option::Quiet, 'q', "quiet", nullptr, "Show no progress"},
+    {Option::SkipDuplicates, 0, "skip-duplicates", nullptr,
      "Leave out what equals a stored record, as is done anyway"},
-    {Option::Sort, "sort", 0, "ORDER", "By name, key or time (default: key)"},
-    {Option::Store, "store", 0, "FILE",
+    {Option::Sort, 0, "sort", "ORDER", "By name, key or time (default: key)"},
+    {Option::Store, 0, "store", "FILE",
      "The store (default: $PIMVOBJ_STORE, else pimvobj/pim.db in the application-data folder)"},
-    {Option::ToTheLetter, "to-the-letter", 0, nullptr,
+    {Option::ToTheLetter, 0, "to-the-letter", nullptr,
      "Write blanks at the head of a line and line breaks in numbers as they stand, though readers "
      "lose them"},
-    {Option::Version, "version", 'V', nullptr, "Print the program's version"},
+    {Option::Version, 'V', "version", nullptr, "Print the program's version"},
 };
 
 constexpr bool StandInOrder() {
@@ -83,70 +83,70 @@ constexpr const char* kExporting =
     "Nothing is replaced unless --force is given. WORDs choose as those of list do.";
 
 constexpr CommandRow kCommands[] = {
-    {Family::Contacts, "import", Action::Import, "PATH...", 1, kAnyNumber,
+    {Family::Contacts, Action::Import, "import", "PATH...", 1, kAnyNumber,
      "Read vCard files into the store", kContactImport,
      "pimvobj contacts import backup.vcf\n"
      "pimvobj contacts import phone/ --group Phone\n"
      "unzip -p backup.zip contacts.vcf | pimvobj contacts import -",
      "A PATH is a file, a folder (its .vcf files, subfolders too) or - for standard input. A file "
      "goes in wholly or not at all."},
-    {Family::Contacts, "export", Action::Export, "DIR|FILE.vcf|- [WORD...]", 0, kAnyNumber,
+    {Family::Contacts, Action::Export, "export", "DIR|FILE.vcf|- [WORD...]", 0, kAnyNumber,
      "Write contacts as vCard: one file each into DIR, or all into one file", kContactExport,
      "pimvobj contacts export cards/\n"
      "pimvobj contacts export all.vcf\n"
      "pimvobj contacts export - --group Family > family.vcf",
      kExporting},
-    {Family::Contacts, "list", Action::List, "[WORD...]", 0, kAnyNumber, "List stored contacts",
+    {Family::Contacts, Action::List, "list", "[WORD...]", 0, kAnyNumber, "List stored contacts",
      kContactList,
      "pimvobj contacts list müller berlin\n"
      "pimvobj contacts list --group Family --sort name\n"
      "pimvobj contacts list --fields name,mail --csv > mail.csv",
      kWords},
-    {Family::Contacts, "count", Action::Count, "[WORD...|FILE...]", 0, kAnyNumber,
+    {Family::Contacts, Action::Count, "count", "[WORD...|FILE...]", 0, kAnyNumber,
      "Count stored contacts, or those of files", kContactCount,
      "pimvobj contacts count\n"
      "pimvobj contacts count --no-name\n"
      "pimvobj contacts count old.vcf new.vcf",
      kCounting},
-    {Family::Contacts, "show", Action::ShowRecords, "KEY...", 1, kAnyNumber,
+    {Family::Contacts, Action::ShowRecords, "show", "KEY...", 1, kAnyNumber,
      "Show stored contacts in a few lines", kPreview, "pimvobj contacts show 17", ""},
-    {Family::Contacts, "delete", Action::Delete, "KEY...", 0, kAnyNumber,
+    {Family::Contacts, Action::Delete, "delete", "KEY...", 0, kAnyNumber,
      "Delete stored contacts, with pictures that no other one has", kContactDelete,
      "pimvobj contacts delete 17 18\n"
      "pimvobj contacts delete --group Phone --dry-run",
      ""},
-    {Family::Items, "import", Action::Import, "PATH...", 1, kAnyNumber,
+    {Family::Items, Action::Import, "import", "PATH...", 1, kAnyNumber,
      "Read vCalendar files into the store", kItemImport,
      "pimvobj {noun} import calendar.vcs\n"
      "pimvobj {noun} import phone/",
      "A PATH is a file, a folder (its .vcs and .ics files, subfolders too) or - for standard "
      "input. A file goes in wholly or not at all."},
-    {Family::Items, "export", Action::Export, "FILE|- [WORD...]", 0, kAnyNumber,
+    {Family::Items, Action::Export, "export", "FILE|- [WORD...]", 0, kAnyNumber,
      "Write {one}s into one vCalendar file", kItemExport,
      "pimvobj {noun} export all.vcs\n"
      "pimvobj {noun} export - --all > everything.vcs",
      kExporting},
-    {Family::Items, "list", Action::List, "[WORD...]", 0, kAnyNumber, "List stored {one}s",
+    {Family::Items, Action::List, "list", "[WORD...]", 0, kAnyNumber, "List stored {one}s",
      kItemList,
      "pimvobj {noun} list lunch\n"
      "pimvobj {noun} list --sort time\n"
      "pimvobj {noun} list --jsonl | jq .summary",
      kWords},
-    {Family::Items, "count", Action::Count, "[WORD...|FILE...]", 0, kAnyNumber,
+    {Family::Items, Action::Count, "count", "[WORD...|FILE...]", 0, kAnyNumber,
      "Count stored {one}s, or the items of files", kItemCount,
      "pimvobj {noun} count\n"
      "pimvobj {noun} count calendar.vcs",
      kCounting},
-    {Family::Items, "show", Action::ShowRecords, "KEY...", 1, kAnyNumber,
+    {Family::Items, Action::ShowRecords, "show", "KEY...", 1, kAnyNumber,
      "Show stored {one}s in a few lines", kPreview, "pimvobj {noun} show 3", ""},
-    {Family::Items, "delete", Action::Delete, "KEY...", 1, kAnyNumber, "Delete stored {one}s",
+    {Family::Items, Action::Delete, "delete", "KEY...", 1, kAnyNumber, "Delete stored {one}s",
      kItemDelete, "pimvobj {noun} delete 3 4", ""},
-    {Family::Files, "inspect", Action::Inspect, "FILE...", 1, kAnyNumber,
+    {Family::Files, Action::Inspect, "inspect", "FILE...", 1, kAnyNumber,
      "Show what files hold, record by record", kInspect,
      "pimvobj inspect backup.vcf\n"
      "pimvobj inspect backup.vcf --json | jq '.contacts[0]'",
      "A FILE may be - for standard input. No store is touched."},
-    {Family::Files, "show", Action::ShowFile, "FILE...", 1, kAnyNumber,
+    {Family::Files, Action::ShowFile, "show", "FILE...", 1, kAnyNumber,
      "Show the first vObject of a file in a few lines", kShowFile,
      "pimvobj show card.vcf\n"
      "pimvobj show --all calendar.vcs --lang ja",

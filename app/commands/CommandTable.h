@@ -41,8 +41,8 @@ enum class Option : std::uint8_t {
 
 struct OptionRow {
   Option id;
-  const char* name;   // behind two hyphens
-  char letter;        // behind one; NUL for none
+  char letter;        // behind one hyphen; NUL for none
+  const char* name;   // behind two
   const char* value;  // what help calls its value; null for an option without one
   const char* help;
 };
@@ -73,8 +73,8 @@ inline constexpr std::size_t kAnyNumber = static_cast<std::size_t>(-1);
 // A command. In its texts {noun} stands for the noun's word and {one} for one of its records.
 struct CommandRow {
   Family family;  // Files: the command has no noun
-  const char* verb;
   Action action;
+  const char* verb;
   const char* operands;  // as help shows them; empty for none
   std::size_t fewest;    // operands
   std::size_t most;

@@ -114,7 +114,7 @@ int ExportToFolder(StoredContacts& contacts, const std::string& folder, const Op
   OpenFolder(folder, options.force);
   ContactExport files(u"./", contacts.groups(), contacts.pairs());
   MissingPictures missing;
-  Progress progress(options.quiet);
+  Progress progress(options.quiet, contacts.CountAll());
   long long written = 0;
   try {
     contacts.Visit([&](CContact& contact) {
@@ -122,7 +122,7 @@ int ExportToFolder(StoredContacts& contacts, const std::string& folder, const Op
       if (!files.WriteContactFile(contact))
         throw FileError(Utf8FromWide(files.LastPath()), std::strerror(errno));
       ++written;
-      progress.Show(0, [&] { return Counted(written, "contact"); });
+      progress.Show(written, [&] { return Counted(written, "contact"); });
     });
   } catch (const FileError& failure) {
     progress.Clear();
@@ -137,7 +137,7 @@ int ExportToFolder(StoredContacts& contacts, const std::string& folder, const Op
 int ExportToFile(StoredContacts& contacts, const Target& target, const Options& options) {
   CheckFile(target.path, options.force);
   MissingPictures missing;
-  Progress progress(options.quiet);
+  Progress progress(options.quiet, contacts.CountAll());
   NarrowString text;
   long long written = 0;
   contacts.Visit([&](CContact& contact) {
@@ -145,7 +145,7 @@ int ExportToFile(StoredContacts& contacts, const Target& target, const Options& 
     text.append(WriteContact(contact)).append("\r\n");
     if (target.IsStandardOutput()) Print(std::exchange(text, {}));
     ++written;
-    progress.Show(0, [&] { return Counted(written, "contact"); });
+    progress.Show(written, [&] { return Counted(written, "contact"); });
   });
   progress.Clear();
   if (written == 0) {

@@ -124,7 +124,8 @@ class Lister {
       rows.push_back({records_.SortKeyOf(record, options_.order), {}});
       fill(record, rows.back().cells);
     });
-    std::ranges::stable_sort(rows, {}, &KeptRow::sortKey);
+    std::ranges::stable_sort(
+        rows, [](const KeptRow& a, const KeptRow& b) { return a.sortKey < b.sortKey; });
     for (const KeptRow& row : rows) take(row.cells);
   }
 

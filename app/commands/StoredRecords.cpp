@@ -92,6 +92,13 @@ void StoredContacts::FindMembers(const std::string& group) {
   throw Failure("no group is called '" + ShownName(group) + "'" + Suggestion(group, choices));
 }
 
+std::int32_t StoredContacts::CountAll() {
+  if (!filter().IsEmpty()) return 0;
+  const std::int32_t count = session().store().CountContacts();
+  if (count < 0) session().Fail();
+  return count;
+}
+
 void StoredContacts::VisitAll(const Visitor& visitor) {
   std::optional<ContactExport> names;
   if (bringsGroups()) names.emplace(WideString(), groups_, pairs_);
@@ -178,9 +185,10 @@ std::vector<std::int32_t> KeysOf(const std::vector<std::string>& operands) {
     std::int32_t key = 0;
     const char* end = operand.data() + operand.size();
     const auto [behind, error] = std::from_chars(operand.data(), end, key);
-    if (error != std::errc() || behind != end || key <= 0)
+    if (error != std::errc() || behind != end || key <= 0) {
       throw WrongUsage("'" + ShownName(operand) +
                        "' is no key; a key is a number of list's first column");
+    }
     keys.push_back(key);
   }
   return keys;

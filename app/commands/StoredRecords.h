@@ -1,10 +1,10 @@
 #pragma once
 
-#include <compare>
 #include <cstdint>
 #include <functional>
 #include <span>
 #include <string>
+#include <tuple>
 #include <unordered_set>
 #include <vector>
 
@@ -22,7 +22,9 @@ struct SortKey {
   bool isNameless = false;
   std::string name = {};
 
-  friend auto operator<=>(const SortKey&, const SortKey&) = default;
+  bool operator<(const SortKey& other) const {
+    return std::tie(time, isNameless, name) < std::tie(other.time, other.isNameless, other.name);
+  }
 };
 
 // The stored records of one kind that a filter chooses. One state of the store is seen while this
@@ -81,6 +83,8 @@ class StoredContacts final : public StoredRecords<CContact> {
   StoredContacts(Session& session, Filter filter);
   void VisitKeys(std::span<const std::int32_t> keys, const Visitor& visitor) override;
 
+  // How many there are; 0 where a filter chooses, and nobody knows yet.
+  std::int32_t CountAll();
   const CContactGroups& groups() const { return groups_; }
   const CContactGroupPairs& pairs() const { return pairs_; }
 

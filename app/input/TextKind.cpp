@@ -37,9 +37,10 @@ std::string LooksLike(NarrowStringView text, TextForm wanted) {
   const auto* mark =
       std::ranges::find_if(kMarks, [text](const Mark& row) { return text.starts_with(row.head); });
   if (mark != std::end(kMarks)) return "it looks like " + std::string(mark->meaning);
-  if (text.substr(0, 512).find('\0') != NarrowStringView::npos)
+  if (text.substr(0, 512).find('\0') != NarrowStringView::npos) {
     return "it looks like a binary file, or like UTF-16 text, of which iconv -f UTF-16LE -t UTF-8 "
            "makes text that can be read";
+  }
   return {};
 }
 

@@ -20,9 +20,8 @@ const LabelFile* FindLabels(std::string_view language) {
 Titles::Titles(const LabelFile& file) {
   constexpr WideStringView kPrefix = u"FIELD_";
   for (const auto& [key, text] : ReadLabels(file.text)) {
-    if (key.starts_with(kPrefix))
-      byField_.emplace(Utf8FromWide(WideStringView(key).substr(kPrefix.size())),
-                       Utf8FromWide(text));
+    if (!key.starts_with(kPrefix)) continue;
+    byField_.emplace(Utf8FromWide(WideStringView(key).substr(kPrefix.size())), Utf8FromWide(text));
   }
 }
 

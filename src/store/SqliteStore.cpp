@@ -74,12 +74,8 @@ class SqliteStore::Impl final : public RecordStore {
        std::function<bool()> givesUp)
       : db_(OpenStoreFile(path, access, {lockWait, std::move(givesUp)})) {}
 
-  std::int32_t CountItemsWithoutKind() {
-    return Try([&] {
-      Rows rows(itemsWithoutKind_);
-      return rows.Next() ? static_cast<std::int32_t>(itemsWithoutKind_.Integer(0)) : 0;
-    });
-  }
+  std::int32_t CountContacts() { return Count(storedContacts_); }
+  std::int32_t CountItemsWithoutKind() { return Count(itemsWithoutKind_); }
   void SetPictureReader(PictureReader reader) {
     pictures_ = std::move(reader);
     contacts_.contents.Drop();
@@ -362,6 +358,13 @@ class SqliteStore::Impl final : public RecordStore {
            }) != kFailure;
   }
 
+  std::int32_t Count(Statement& counting) {
+    return Try([&] {
+      Rows rows(counting);
+      return rows.Next() ? static_cast<std::int32_t>(counting.Integer(0)) : 0;
+    });
+  }
+
   // Another program may have renamed a group without knowing of the column that finds it.
   void FoldGroupNames() {
     const std::int64_t version = DataVersion();
@@ -382,6 +385,7 @@ class SqliteStore::Impl final : public RecordStore {
   Kind<CCalendar, CCalendars> calendars_{*this, CalendarMap()};
   PictureNames pictureNames_{*db_};
   RecordReader calendarsOfKind_{*db_, CalendarMap(), "calendar_type"};
+  Statement storedContacts_{*db_, CountSql(ContactMap().table, {})};
   Statement itemsWithoutKind_{*db_,
                               CountOthersSql("Calendars", "calendar_type",
                                              {static_cast<std::int32_t>(CalendarType::Event),
@@ -413,6 +417,8 @@ SqliteStore::SqliteStore(std::unique_ptr<Impl> impl)
     : ForwardingStore(*impl), impl_(std::move(impl)) {}
 
 SqliteStore::~SqliteStore() = default;
+
+std::int32_t SqliteStore::CountContacts() { return impl_->CountContacts(); }
 
 std::int32_t SqliteStore::CountItemsWithoutKind() { return impl_->CountItemsWithoutKind(); }
 

@@ -210,10 +210,22 @@ check no-way 1 'no-such/x.vcs: can.t be written' --store cal.db calendar export 
 check not-a-folder 1 'all.vcs/x: ' contacts export all.vcs/x
 same homeless 1 "$(env -u HOME "$program" contacts list 2>&1 | grep -c "no store: HOME isn't set")"
 
+# a signal ends it the same way from the first moment on
+for ((i = 0; i < 40; ++i)); do
+  "$program" --store sig.db contacts import cards >/dev/null 2>&1 &
+  sleep "0.00$((i % 10))"
+  kill -TERM $! 2>/dev/null
+  wait $! 2>/dev/null
+  status=$?
+  [ $status -eq 0 ] || [ $status -eq 143 ] || same signal '0 or 143' $status
+done
+
 # what a terminal gets besides: progress once half a second has gone, and no control bytes
 if command -v script >/dev/null; then
   terminal() { script -qec "$1" /dev/null </dev/null; }
   same progress 1 "$(terminal "(sleep 0.7; cat friends.vcf) | '$program' --store t.db contacts import -" | grep -c '1 file, 3 records')"
+  same no-escapes 0 "$(terminal "(sleep 0.7; cat friends.vcf) | '$program' --store u.db contacts import -" | grep -c $'\\033')"
+  same zone 1 "$(TZ=Europe/Berlin terminal "'$program' show all.vcs" | grep -c '^times are UTC; in Europe/Berlin 12:30 to 13:30')"
   same visible 1 "$(printf 'BEGIN:VCARD\nN:\033[31m;x\n' >red.vcf; terminal "'$program' show red.vcf" | grep -c 'u001B')"
 fi
 

@@ -48,6 +48,8 @@ class PIM_EXPORT SqliteStore final : public ForwardingStore {
               std::function<bool()> givesUp = {});
   ~SqliteStore() override;
 
+  // The number of stored contacts, or -1 when the store fails.
+  [[nodiscard]] std::int32_t CountContacts();
   // The number of stored items whose type is no CalendarType, as another program may write them:
   // no operation gives them out. -1 when the store fails.
   [[nodiscard]] std::int32_t CountItemsWithoutKind();

@@ -32,36 +32,36 @@ std::string NoticeText(const TextNotice& notice) {
   return {};
 }
 
-}  // namespace
-
-Outcome ReadText(NarrowStringView text, const std::function<void(CContact&)>& take) {
+// Calls read(take, watch) so that it can be interrupted and all that is told is kept.
+template <class Guarded, class Read, class Take>
+Outcome ReadWith(Read read, const Take& take) {
   Messages messages;
   Outcome outcome;
-  outcome.result = ReadContacts(
-      text,
-      [&take](CContact& contact) {
-        CheckInterrupt();
-        take(contact);
-        return true;
-      },
-      [&outcome](const TextNotice& notice) { outcome.notices.push_back(notice); });
+  const Guarded guarded = [&take](auto& record) {
+    CheckInterrupt();
+    take(record);
+    return true;
+  };
+  outcome.result =
+      read(guarded, [&outcome](const TextNotice& notice) { outcome.notices.push_back(notice); });
   outcome.messages = messages.Take();
   return outcome;
 }
 
+}  // namespace
+
+Outcome ReadText(NarrowStringView text, const std::function<void(CContact&)>& take) {
+  return ReadWith<TakeContact>(
+      [text](const auto& guarded, const auto& watch) { return ReadContacts(text, guarded, watch); },
+      take);
+}
+
 Outcome ReadText(NarrowStringView text, const std::function<void(CCalendar&)>& take) {
-  Messages messages;
-  Outcome outcome;
-  outcome.result = ReadCalendars(
-      text,
-      [&take](CCalendar& item) {
-        CheckInterrupt();
-        take(item);
-        return true;
+  return ReadWith<TakeCalendar>(
+      [text](const auto& guarded, const auto& watch) {
+        return ReadCalendars(text, guarded, watch);
       },
-      [&outcome](const TextNotice& notice) { outcome.notices.push_back(notice); });
-  outcome.messages = messages.Take();
-  return outcome;
+      take);
 }
 
 int TellOutcome(const std::string& path, const Outcome& outcome, NarrowStringView text,

@@ -12,15 +12,11 @@ namespace {
 
 using Cell = std::string (*)(const CContact& contact, const LocalTimes& times, CellForm form);
 
-std::string Text(WideStringView text, CellForm form) {
-  return form == CellForm::Table ? Shown(text) : Utf8FromWide(text);
-}
-
 template <class List, class TextOfEntry>
 std::string Joined(const List& list, CellForm form, TextOfEntry textOf) {
   std::string cell;
   for (const auto& entry : list) {
-    const std::string text = Text(textOf(entry), form);
+    const std::string text = CellText(textOf(entry), form);
     if (text.empty()) continue;
     cell.append(cell.empty() ? "" : ", ").append(text);
   }
@@ -36,11 +32,11 @@ WideString JoinedParts(std::initializer_list<const WideText*> parts) {
 
 template <WideText CContact::*Field>
 std::string Plain(const CContact& contact, const LocalTimes&, CellForm form) {
-  return Text(contact.*Field, form);
+  return CellText(contact.*Field, form);
 }
 template <WideText CName::*Part>
 std::string NamePart(const CContact& contact, const LocalTimes&, CellForm form) {
-  return Text(contact.name.*Part, form);
+  return CellText(contact.name.*Part, form);
 }
 
 // The entries of a list of the contact, by one text of each.
@@ -59,13 +55,13 @@ std::string Key(const CContact& contact, const LocalTimes&, CellForm) {
   return std::to_string(contact.tag);
 }
 std::string Name(const CContact& contact, const LocalTimes&, CellForm form) {
-  return Text(DisplayName(contact), form);
+  return CellText(DisplayName(contact), form);
 }
 std::string PhoneticName(const CContact& contact, const LocalTimes&, CellForm form) {
   const CName& name = contact.phonetic;
-  return Text(JoinedParts({&name.prefix_name, &name.given_name, &name.additional_name,
-                           &name.family_name, &name.suffix_name}),
-              form);
+  return CellText(JoinedParts({&name.prefix_name, &name.given_name, &name.additional_name,
+                               &name.family_name, &name.suffix_name}),
+                  form);
 }
 std::string Addresses(const CContact& contact, const LocalTimes&, CellForm form) {
   return Joined(contact.addresses(), form, [](const CPostalAddress& entry) {
@@ -77,9 +73,9 @@ std::string Units(const CContact& contact, const LocalTimes&, CellForm form) {
   std::string cell;
   for (const COrganization& entry : contact.organizations()) {
     for (const WideStringView unit : {entry.org_position.view()})
-      if (!unit.empty()) cell.append(cell.empty() ? "" : ", ").append(Text(unit, form));
+      if (!unit.empty()) cell.append(cell.empty() ? "" : ", ").append(CellText(unit, form));
     for (const WideText& unit : entry.org_additional)
-      if (!unit.empty()) cell.append(cell.empty() ? "" : ", ").append(Text(unit, form));
+      if (!unit.empty()) cell.append(cell.empty() ? "" : ", ").append(CellText(unit, form));
   }
   return cell;
 }
@@ -141,6 +137,10 @@ constexpr FieldRow<CContact> kFields[] = {
 constexpr std::string_view kUsual[] = {"key", "name", "number", "mail", "organisation", "groups"};
 
 }  // namespace
+
+std::string CellText(WideStringView text, CellForm form) {
+  return form == CellForm::Table ? Shown(text) : Utf8FromWide(text);
+}
 
 std::span<const FieldRow<CContact>> FieldsOf(const CContact*) { return kFields; }
 std::span<const std::string_view> UsualContactFields() { return kUsual; }

@@ -14,6 +14,8 @@ namespace pim::app {
 // For a table a text is visible on a terminal and in one line; else it is as the record has it.
 enum class CellForm : std::uint8_t { Table, Whole };
 
+std::string CellText(WideStringView text, CellForm form);
+
 // One field of records as lists show it: in one cell, the entries of a list joined with ", ".
 template <class Record>
 struct FieldRow {

@@ -1,24 +1,16 @@
-#include <algorithm>
-
 #include "app/output/Fields.h"
 #include "app/output/ItemText.h"
-#include "app/output/Output.h"
 #include "pim/manager/TypeWords.h"
-#include "platform/CodePages.h"
 
 namespace pim::app {
 namespace {
-
-std::string Text(WideStringView text, CellForm form) {
-  return form == CellForm::Table ? Shown(text) : Utf8FromWide(text);
-}
 
 // What an item is about, in one line: many devices fill the description alone.
 std::string Subject(const CCalendar& item, const LocalTimes&, CellForm form) {
   WideString title = (item.summary.empty() ? item.description : item.summary).str();
   for (char16_t& unit : title)
     if (unit == u'\n' || unit == u'\r') unit = u' ';
-  return Text(title, form);
+  return CellText(title, form);
 }
 std::string Key(const CCalendar& item, const LocalTimes&, CellForm) {
   return std::to_string(item.tag);
@@ -58,12 +50,12 @@ std::string Class(const CCalendar& item, const LocalTimes&, CellForm) {
 std::string Category(const CCalendar& item, const LocalTimes&, CellForm form) {
   std::string cell;
   for (const CCategory& category : item.categories)
-    cell.append(cell.empty() ? "" : ", ").append(Text(category.category_name, form));
+    cell.append(cell.empty() ? "" : ", ").append(CellText(category.category_name, form));
   return cell;
 }
 template <WideText CCalendar::*Field>
 std::string Plain(const CCalendar& item, const LocalTimes&, CellForm form) {
-  return Text(item.*Field, form);
+  return CellText(item.*Field, form);
 }
 std::string AllDay(const CCalendar& item, const LocalTimes&, CellForm) {
   return item.allday == 1 ? "yes" : "";

@@ -17,9 +17,20 @@ class TextWatcher {
   TextWatcher(WatchText watch, const VObjectParser& parser)
       : watch_(std::move(watch)), parser_(parser) {}
 
-  // Around the parsing of each piece.
-  void StartPiece(NarrowStringView piece);
-  void EndPiece();
+  // Runs parse(), which takes the next piece of the text and gives false when it is rejected.
+  // nameOfLast() tells how the last record is called. Gives what parse() gives.
+  template <class Parse, class NameOfLast>
+  bool Around(NarrowStringView piece, bool final, Parse parse, NameOfLast nameOfLast) {
+    StartPiece(piece);
+    const bool accepted = parse();
+    EndPiece();
+    if (!accepted) {
+      Complete(nameOfLast());
+    } else if (final) {
+      Finish(nameOfLast());
+    }
+    return accepted;
+  }
 
   // At the value of a BEGIN or END, with the words of the records that a text can hold; a frame
   // holds records and is none. What the END of a frame or record ends is closed.
@@ -33,10 +44,12 @@ class TextWatcher {
 
   // Tells what was noted of a record, now that all of it is known.
   void Complete(WideStringView record);
-  // The same for the last one, at the end of the text.
-  void Finish(WideStringView record);
 
  private:
+  void StartPiece(NarrowStringView piece);
+  void EndPiece();
+  // Complete for the last record, at the end of the text.
+  void Finish(WideStringView record);
   // Of the line that the parser is at.
   std::int64_t CurrentLine();
   void CountUpTo(const char* place);

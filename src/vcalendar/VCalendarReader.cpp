@@ -91,17 +91,11 @@ void VCalendarReader::Watch(WatchText watch) {
 }
 
 bool VCalendarReader::Read(NarrowStringView piece, bool final) {
-  const auto size = static_cast<std::int32_t>(piece.size());
-  if (!watcher_) return parser_->Parse(piece.data(), size, final);
-  watcher_->StartPiece(piece);
-  const bool accepted = parser_->Parse(piece.data(), size, final);
-  watcher_->EndPiece();
-  if (!accepted) {
-    watcher_->Complete(NameOfLast(*context_.calendars));
-  } else if (final) {
-    watcher_->Finish(NameOfLast(*context_.calendars));
-  }
-  return accepted;
+  const auto parse = [&] {
+    return parser_->Parse(piece.data(), static_cast<std::int32_t>(piece.size()), final);
+  };
+  if (!watcher_) return parse();
+  return watcher_->Around(piece, final, parse, [this] { return NameOfLast(*context_.calendars); });
 }
 
 void ShowVCalendarFailure() { ShowParseFailure(u"Error parsing vCalendar"); }

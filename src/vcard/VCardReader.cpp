@@ -100,17 +100,11 @@ void VCardReader::Watch(WatchText watch) {
 }
 
 bool VCardReader::Read(NarrowStringView piece, bool final) {
-  const auto size = static_cast<std::int32_t>(piece.size());
-  if (!watcher_) return parser_->Parse(piece.data(), size, final);
-  watcher_->StartPiece(piece);
-  const bool accepted = parser_->Parse(piece.data(), size, final);
-  watcher_->EndPiece();
-  if (!accepted) {
-    watcher_->Complete(NameOfLast(*context_.contacts));
-  } else if (final) {
-    watcher_->Finish(NameOfLast(*context_.contacts));
-  }
-  return accepted;
+  const auto parse = [&] {
+    return parser_->Parse(piece.data(), static_cast<std::int32_t>(piece.size()), final);
+  };
+  if (!watcher_) return parse();
+  return watcher_->Around(piece, final, parse, [this] { return NameOfLast(*context_.contacts); });
 }
 
 void ShowVCardFailure() { ShowParseFailure(u"Error parsing vCard"); }

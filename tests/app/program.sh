@@ -210,7 +210,8 @@ check no-way 1 'no-such/x.vcs: can.t be written' --store cal.db calendar export 
 check not-a-folder 1 'all.vcs/x: ' contacts export all.vcs/x
 same homeless 1 "$(env -u HOME "$program" contacts list 2>&1 | grep -c "no store: HOME isn't set")"
 
-# a signal ends it the same way from the first moment on
+# a signal ends it the same way from the first moment on; ahead of that it hits this script's child
+trap - EXIT
 for ((i = 0; i < 40; ++i)); do
   "$program" --store sig.db contacts import cards >/dev/null 2>&1 &
   sleep "0.00$((i % 10))"
@@ -219,6 +220,7 @@ for ((i = 0; i < 40; ++i)); do
   status=$?
   [ $status -eq 0 ] || [ $status -eq 143 ] || same signal '0 or 143' $status
 done
+trap 'rm -rf "$work"' EXIT
 
 # what a terminal gets besides: progress once half a second has gone, and no control bytes
 if command -v script >/dev/null; then

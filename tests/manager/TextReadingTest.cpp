@@ -9,6 +9,8 @@
 #include "pim/stream/TextHead.h"
 #include "platform/CodePages.h"
 #include "tests/platform/Scoped.h"
+#include "vcalendar/VCalendarReader.h"
+#include "vcard/VCardReader.h"
 
 namespace pim {
 namespace {
@@ -133,8 +135,9 @@ TEST_F(TextReading, TellsAnUnreadableFileFromOneWithNothingInIt) {
             TextOutcome::Unreadable);
 }
 
-// "what line property value of record", one line for each notice.
-std::string NoticesOf(TextForm form, NarrowStringView text) {
+// "what line property value of record", one line for each notice, of a text that is read in two
+// pieces.
+std::string NoticesOf(TextForm form, NarrowStringView text, std::size_t cut) {
   static constexpr const char* kEvents[] = {"date", "rule", "joined", "cut"};
   std::string told;
   const auto watch = [&told](const TextNotice& notice) {
@@ -144,8 +147,12 @@ std::string NoticesOf(TextForm form, NarrowStringView text) {
   };
   CContacts contacts;
   CCalendars items;
-  static_cast<void>(form == TextForm::VCard ? ReadContacts(text, contacts, watch)
-                                            : ReadCalendars(text, items, watch));
+  const auto read = [&](auto reader) {
+    reader.Watch(watch);
+    if (reader.Read(text.substr(0, cut), false))
+      static_cast<void>(reader.Read(text.substr(cut), true));
+  };
+  form == TextForm::VCard ? read(VCardReader(contacts)) : read(VCalendarReader(items));
   return told;
 }
 
@@ -185,7 +192,8 @@ TEST_F(TextReading, TellsAWatcher) {
   };
   for (const auto& row : kRows) {
     SCOPED_TRACE(row.text);
-    EXPECT_EQ(NoticesOf(row.form, row.text), row.told);
+    for (std::size_t cut = 0; cut <= row.text.size(); ++cut)
+      EXPECT_EQ(NoticesOf(row.form, row.text, cut), row.told) << cut;
   }
 }
 

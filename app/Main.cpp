@@ -42,7 +42,12 @@ int RunCommandLine(int argc, char** argv) {
   int status = kDone;
   if (const auto options = ReadCommandLine(argc, argv, status)) {
     SetWritingForm(options->toTheLetter ? WritingForm::ToTheLetter : WritingForm::ReadsBack);
-    status = Run(*options);
+    try {
+      status = Run(*options);
+    } catch (const WrongUsage& wrong) {
+      TellWrongUsage(wrong.what(), options->command);
+      status = kWrongUsage;
+    }
   }
   FlushOutput();
   return status;
@@ -67,9 +72,6 @@ int RunGuarded(int argc, char** argv) {
   } catch (const Interrupted& interrupted) {
     Complain("interrupted; what wasn't stored yet is left out");
     return 128 + interrupted.signal;
-  } catch (const WrongUsage& wrong) {
-    TellWrongUsage(wrong.what(), "");
-    return kWrongUsage;
   } catch (const std::exception& failure) {
     Complain(failure.what());
     return kFailed;

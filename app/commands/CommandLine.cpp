@@ -344,6 +344,7 @@ std::optional<Options> ReadParts(Parts& parts, HelpPlace& place, int& status) {
   CheckOperands(parts.words, place);
   options.operands = std::move(parts.words);
   options.action = place.command->action;
+  options.command = place.Words();
   if (place.noun != nullptr) options.kind = place.noun->kind;
   return options;
 }

@@ -32,6 +32,7 @@ struct Target {
   Filter filter;
 
   bool IsStandardOutput() const { return path == "-"; }
+  std::string Shown() const { return IsStandardOutput() ? "standard output" : ShownName(path); }
   // What is told must not come between the data.
   void Tell(const std::string& line) const {
     IsStandardOutput() ? Complain(line) : Print(line + "\n");
@@ -149,7 +150,7 @@ int ExportToFile(StoredContacts& contacts, const Target& target, const Options& 
   });
   progress.Clear();
   if (written == 0) {
-    target.Tell("no contact is chosen; nothing is written to " + ShownName(target.path));
+    target.Tell("no contact is chosen; nothing is written to " + target.Shown());
     return kDone;
   }
   if (!target.IsStandardOutput()) WriteWhole(target.path, text, options.force);
@@ -197,7 +198,7 @@ int ExportItems(const Options& options) {
   }
   CheckInterrupt();
   if (items.GetCount() == 0) {
-    target.Tell("no " + noun + " is chosen; nothing is written to " + ShownName(target.path));
+    target.Tell("no " + noun + " is chosen; nothing is written to " + target.Shown());
     return kDone;
   }
   NarrowString text = WriteCalendars(items);

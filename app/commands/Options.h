@@ -36,6 +36,7 @@ struct Filter {
 struct Options {
   Action action = Action::Inspect;
   RecordKind kind = RecordKind::Contacts;
+  std::string command;                // "contacts list"
   std::vector<std::string> operands;  // files, folders, words or keys, as the command takes them
   std::optional<std::string> store;
   std::optional<std::string> group;   // import: every contact joins it; elsewhere: those in it

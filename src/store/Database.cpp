@@ -37,12 +37,9 @@ constexpr struct {
 // A name in which nothing but the path's own slashes means anything.
 std::string UriOf(const std::string& path) {
   constexpr std::string_view kDigits = "0123456789abcdef";
-  // A slash keeps names such as ":memory:" names of files; more than one would name a host.
-  std::string uri = "file:";
-  if (path.starts_with('/'))
-    uri += "//";
-  else
-    uri += "./";
+  // An absolute path stands behind an empty host. Ahead of any other, "./" keeps names such as
+  // ":memory:" names of files.
+  std::string uri = path.starts_with('/') ? "file://" : "file:./";
   for (const char c : path) {
     if (IsLetter(c) || IsDigit(c) || c == '/' || c == '.' || c == '-' || c == '_') {
       uri += c;

@@ -12,9 +12,10 @@ namespace pim {
 RecordEraser::RecordEraser(Database& db, const RecordMap& map)
     : record_(db, DeleteSql(map.table, KeyOf(StoreTable(map.table)))) {
   for (const TableLayout& table : StoreTables()) {
-    for (const Column& column : table.Columns())
+    for (const Column& column : table.Columns()) {
       if (column.key == KeyMark::Reference && OwnerOf(column) == map.table)
         references_.emplace_back(db, DeleteSql(table.name, column.name));
+    }
   }
 }
 

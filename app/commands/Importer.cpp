@@ -100,7 +100,7 @@ void Importer::Begin() {
   commitAt_ = std::chrono::steady_clock::now() + kCommitInterval;
 }
 
-// A file that can't be read isn't refused: nobody knows what is in it.
+// A file that can't be read adds no records to the counts: nobody knows how many are in it.
 bool Importer::ReadFile(const std::string& path) {
   try {
     ReadInput(path, mark_, text_);

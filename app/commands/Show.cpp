@@ -125,7 +125,9 @@ class Previews {
 
  private:
   void PrintText(const NarrowString& text) {
-    PrintDone(Render(manager_, WideString(text.begin(), text.end())));
+    WideString wide;  // a telephone number may be in the default code page
+    WidenText(text, wide);
+    PrintDone(Render(manager_, std::move(wide)));
   }
 
   VObjectMgr manager_;

@@ -25,6 +25,8 @@ std::string NoticeText(const TextNotice& notice) {
     case TextEvent::RecordsJoined:
       return "texts are joined without a line end: " + value +
              "; what begins in this line isn't seen as a record of its own";
+    case TextEvent::EndsInsideValue:
+      return "the text ends inside a picture" + name + "; it may have been cut";
     case TextEvent::EndsInsideRecord:
       return "the text ends inside a record; it may have been cut" +
              (name.empty() ? "" : ": no END" + name);
@@ -92,7 +94,8 @@ void TellMessages(const std::string& path, const Outcome& outcome, std::string_v
 void TellVersion(const std::string& path, NarrowStringView text, TextForm form) {
   const auto head = TextHeadOf(text);
   const NarrowStringView own = form == TextForm::VCard ? "2.1" : "1.0";
-  if (!head || head->version.empty() || head->version == own) return;
+  if (!head || FormOf(head->object) != form || head->version.empty() || head->version == own)
+    return;
   const std::string name = form == TextForm::VCard  ? "vCard "
                            : head->version == "2.0" ? "iCalendar "
                                                     : "vCalendar ";

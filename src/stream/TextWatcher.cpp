@@ -29,32 +29,35 @@ void TextWatcher::CountUpTo(const char* place) {
   counted_ = place;
 }
 
-void TextWatcher::LookForJoined(NarrowStringView valueOfEnd) {
-  for (std::size_t at = 1; at < valueOfEnd.size(); ++at) {
-    const NarrowStringView rest = valueOfEnd.substr(at);
+NarrowStringView TextWatcher::WordOfEnd(NarrowStringView value) {
+  for (std::size_t at = 0; at < value.size(); ++at) {
+    const NarrowStringView rest = value.substr(at);
     if (rest.size() <= kBeginWord.size() || rest[kBeginWord.size()] != ':') continue;
     if (!EqualsIgnoringCase(rest.substr(0, kBeginWord.size()), kBeginWord)) continue;
-    return Note(TextEvent::RecordsJoined, kEndWord, valueOfEnd);
+    Note(TextEvent::RecordsJoined, kEndWord, value);
+    return Trim(value.substr(0, at));
   }
+  return Trim(value);
 }
 
 void TextWatcher::Note(TextEvent event, NarrowStringView property, NarrowStringView value) {
   noted_.push_back({event, CurrentLine(), NarrowString(property), NarrowString(value), {}});
 }
 
-void TextWatcher::Complete(WideStringView record) {
+void TextWatcher::TellNoted(WideStringView record) {
   for (TextNotice& notice : std::exchange(noted_, {})) {
     notice.record = record;
     watch_(notice);
   }
 }
 
-void TextWatcher::Finish(WideStringView record) {
-  Complete(record);
+void TextWatcher::TellEnd(WideStringView record) {
   if (openRecord_ != 0) {
     watch_({TextEvent::EndsInsideRecord, openRecord_, {}, {}, WideString(record)});
   } else if (openFrame_ != 0) {
     watch_({TextEvent::EndsInsideRecord, openFrame_, {}, {}, {}});
+  } else {
+    watch_({TextEvent::EndsInsideValue, openLine_, {}, {}, WideString(record)});
   }
 }
 

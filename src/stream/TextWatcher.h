@@ -24,11 +24,8 @@ class TextWatcher {
     StartPiece(piece);
     const bool accepted = parse();
     EndPiece();
-    if (!accepted) {
-      Complete(nameOfLast());
-    } else if (final) {
-      Finish(nameOfLast());
-    }
+    if (!accepted || final) Complete(nameOfLast);
+    if (accepted && final && EndsInside()) TellEnd(nameOfLast());
     return accepted;
   }
 
@@ -38,18 +35,23 @@ class TextWatcher {
   void BeginFrame() { openFrame_ = CurrentLine(); }
   void EndRecord() { openRecord_ = 0; }
   void EndFrame() { openFrame_ = openRecord_ = 0; }
-  // Notes a BEGIN in the value of an END.
-  void LookForJoined(NarrowStringView valueOfEnd);
+  // Notes a BEGIN in the value of an END, and gives the word ahead of it.
+  NarrowStringView WordOfEnd(NarrowStringView value);
   void Note(TextEvent event, NarrowStringView property, NarrowStringView value);
 
-  // Tells what was noted of a record, now that all of it is known.
-  void Complete(WideStringView record);
+  // Tells what was noted of a record, now that all of it is known, its name too.
+  template <class NameOfLast>
+  void Complete(NameOfLast nameOfLast) {
+    if (!noted_.empty()) TellNoted(nameOfLast());
+  }
 
  private:
   void StartPiece(NarrowStringView piece);
   void EndPiece();
-  // Complete for the last record, at the end of the text.
-  void Finish(WideStringView record);
+  void TellNoted(WideStringView record);
+  // At the end of the text: whether it breaks off.
+  bool EndsInside() const { return openRecord_ != 0 || openFrame_ != 0 || parser_.endsInGroup; }
+  void TellEnd(WideStringView record);
   // Of the line that the parser is at.
   std::int64_t CurrentLine();
   void CountUpTo(const char* place);

@@ -47,8 +47,8 @@ bool VObjectParser::Parse(const char* bytes, std::int32_t count, bool final) {
       from = SkipLineStart(*this, from, end);
       if (from == end) break;
       StartLine(*this);
+      if (state == ParserState::StateName && length == 0) lineStart = from;
       if (!foldSeen && state == ParserState::StateName) {
-        lineStart = from;
         from = FeedWholeLines(*this, from, end);
         if (from == nullptr) return false;  // no memory for a header, which is no fault of the text
       }
@@ -64,7 +64,11 @@ bool VObjectParser::Parse(const char* bytes, std::int32_t count, bool final) {
     foldSeen = false;
     from = lineFeed + 1;
   }
-  if (final) FeedLineFeed(*this);
+  if (final) {
+    endsInGroup = state == ParserState::StateValue &&
+                  encoding == TransferEncoding::EncodingBase64 && groupCount > 0;
+    FeedLineFeed(*this);
+  }
   return true;
 }
 

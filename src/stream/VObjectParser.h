@@ -99,6 +99,9 @@ struct VObjectParser {
   // was in an earlier piece.
   const char* lineStart = nullptr;
 
+  // The text has ended inside a group of base64 digits: its last value was cut, or lacks padding.
+  bool endsInGroup = false;
+
   // The start, in its piece, of the run of bytes without a line feed in which one was rejected.
   std::size_t rejectedRun = 0;
 };

@@ -35,4 +35,10 @@ constexpr std::int32_t ParseNumber(NarrowStringView text) {
   return Saturated(negative ? -number : number);
 }
 
+// Whether a text in a date's place names none: it holds no digit but 0 and no other letter than a
+// date does. Devices write such for a date that isn't set.
+constexpr bool NamesNoDate(NarrowStringView text) {
+  return text.find_first_not_of("0TZ-: \t\r\n") == NarrowStringView::npos;
+}
+
 }  // namespace pim

@@ -28,51 +28,11 @@ WideString NameOfLast(const CCalendars& calendars) {
   return (item.summary.empty() ? item.description : item.summary).str();
 }
 
-// The date that a property is read into; null for one that holds none.
-const COleDateTime* DateOf(std::int32_t propertyId, const CCalendar& item) {
-  switch (propertyId) {
-    case VCAL_AALARM:
-      return &item.reminder.alarm_date;
-    case VCAL_DTCREATE:
-      return &item.created_time;
-    case VCAL_LAST_MODIFIED:
-      return &item.modified_time;
-    case VCAL_X_MODIFIED:
-      return &item.xmodified_time;
-    case VCAL_DTSTART:
-      return &item.start_time;
-    case VCAL_DTEND:
-      return &item.end_time;
-    case VCAL_DUE:
-      return &item.due;
-    case VCAL_COMPLETED:
-      return &item.completed;
-    default:
-      return nullptr;
-  }
-}
-
-// Tells of a date or rule that came to nothing.
-void WatchValue(const VCalReadContext& context, NarrowStringView value, const CCalendar& item) {
-  const std::int32_t id = context.propertyId;
-  const NarrowStringView name = TextOf(kVCalendarProperties, static_cast<std::uint32_t>(id));
-  if (id == VCAL_RRULE || id == VCAL_XRULE) {
-    const CRecurrence& rule = id == VCAL_RRULE ? item.recurrence : item.exceptionRule;
-    if (rule.GetRecurrenceData() == nullptr)
-      context.watcher->Note(TextEvent::RuleNotUnderstood, name, value);
-    return;
-  }
-  const COleDateTime* date = DateOf(id, item);
-  if (date != nullptr && date->status != StatusValid)
-    context.watcher->Note(TextEvent::DateNotUnderstood, name, value);
-}
-
+// Like their BEGIN, an item's END may be cut short.
 void WatchEnd(TextWatcher& watcher, NarrowStringView value) {
-  watcher.LookForJoined(value);
-  if (EqualsIgnoringCase(value.substr(0, kCalendarObject.text.size()), kCalendarObject.text))
-    watcher.EndFrame();
-  for (const Word& word : kItemObjects)
-    if (EqualsIgnoringCase(value.substr(0, word.text.size()), word.text)) watcher.EndRecord();
+  const NarrowStringView word = watcher.WordOfEnd(value);
+  if (CodeOfStart(kItemObjects, word)) return watcher.EndRecord();
+  if (IsStartOf(kCalendarObject.text, word)) watcher.EndFrame();
 }
 
 }  // namespace
@@ -141,7 +101,7 @@ void OnVCalData(void* user, const char* bytes, std::int32_t length) {
   if (context.propertyId == VCAL_BEGIN) {
     if (const auto type = CodeOfStart(kItemObjects, value)) {
       if (context.watcher != nullptr) {
-        context.watcher->Complete(NameOfLast(calendars));
+        context.watcher->Complete([&calendars] { return NameOfLast(calendars); });
         context.watcher->BeginRecord();
       }
       if (context.onBegin) context.onBegin();
@@ -155,8 +115,11 @@ void OnVCalData(void* user, const char* bytes, std::int32_t length) {
   if (context.isEnd) WatchEnd(*context.watcher, value);
   if (calendars.GetCount() == 0) return;
   CCalendar& item = calendars[calendars.GetCount() - 1];
-  TakeVCalendarValue(context, bytes, length, item);
-  if (context.watcher != nullptr) WatchValue(context, value, item);
+  const auto event = TakeVCalendarValue(context, bytes, length, item);
+  if (event && context.watcher != nullptr) {
+    const auto id = static_cast<std::uint32_t>(context.propertyId);
+    context.watcher->Note(*event, TextOf(kVCalendarProperties, id), value);
+  }
 }
 
 }  // namespace pim

@@ -31,6 +31,9 @@ class VCalendarReader {
  public:
   // `calendars` must outlive the reader. Throws std::bad_alloc when there is no parser.
   explicit VCalendarReader(CCalendars& calendars);
+  VCalendarReader(const VCalendarReader&) = delete;
+  VCalendarReader& operator=(const VCalendarReader&) = delete;
+  ~VCalendarReader() = default;
 
   // Has `begin` called ahead of each item that begins, when the one before is complete. What it
   // throws ends the reading.

@@ -78,7 +78,7 @@ void TakeText(VCalReadContext& context, NarrowStringView value, WideText& field)
 }
 
 // Start or end of an item, which is all-day when both neighbours have the form.
-void TakeSpanEnd(NarrowStringView value, COleDateTimeNull& field, CCalendar& item) {
+bool TakeSpanEnd(NarrowStringView value, COleDateTimeNull& field, CCalendar& item) {
   const bool hasForm = IsAllDayForm(value);
   if (!hasForm) {
     item.allday = 0;
@@ -86,15 +86,23 @@ void TakeSpanEnd(NarrowStringView value, COleDateTimeNull& field, CCalendar& ite
     item.allday = 1;
   }
   AllDayPending = hasForm;
-  ParseDateTime(value, field);
+  return ParseDateTime(value, field);
 }
 
-void TakeAlarm(const VCalReadContext& context, NarrowStringView value, CReminder& reminder) {
+bool TakeAlarm(const VCalReadContext& context, NarrowStringView value, CReminder& reminder) {
   reminder.SetAlramType(DESKMATE_IDS::ALARM_AUDIO);
   reminder.SetType(context.alarmFormat & 0xF0);
   reminder.SetValueType(context.alarmFormat & 0x0F);
-  ParseAlarm(value.data(), static_cast<std::int32_t>(value.size()), context.charset,
-             context.encoding, reminder);
+  return ParseAlarm(value.data(), static_cast<std::int32_t>(value.size()), context.charset,
+                    context.encoding, reminder);
+}
+
+std::optional<TextEvent> TakeRule(NarrowStringView value, CRecurrence& holder) {
+  ParseRecurrence(value.data(), static_cast<std::int32_t>(value.size()), holder);
+  const RecurrenceData* const rule = holder.GetRecurrenceData();
+  if (rule == nullptr) return TextEvent::RuleNotUnderstood;
+  if (rule->endDate.status == StatusInvalid) return TextEvent::DateNotUnderstood;
+  return std::nullopt;
 }
 
 // The number behind the first `mark`; 0 without one.
@@ -107,72 +115,91 @@ bool IsUtc(NarrowStringView text) { return text.find('Z') != NarrowStringView::n
 
 }  // namespace
 
-void TakeVCalendarValue(VCalReadContext& context, const char* bytes, std::int32_t length,
-                        CCalendar& item) {
+std::optional<TextEvent> TakeVCalendarValue(VCalReadContext& context, const char* bytes,
+                                            std::int32_t length, CCalendar& item) {
   const NarrowStringView value = ViewOf(bytes, length);
+  bool isDateUnderstood = true;
   switch (context.propertyId) {
     case VCAL_TZ:
-      return ParseUtcOffset(value, item.zone.tzOffset);
+      ParseUtcOffset(value, item.zone.tzOffset);
+      break;
     case VCAL_DAYLIGHT:
-      return ParseDaylight(bytes, length, context.charset, context.encoding, item.zone);
+      isDateUnderstood = ParseDaylight(bytes, length, context.charset, context.encoding, item.zone);
+      break;
     case VCAL_CATEGORIES:
-      return ParseCategories(bytes, length, item);
+      ParseCategories(bytes, length, item);
+      break;
     case VCAL_CLASS:
       item.class_ = static_cast<std::int32_t>(CodeOfStart(kClassWords, value).value_or(CLASS_NONE));
-      return;
+      break;
     case VCAL_AALARM:
-      return TakeAlarm(context, value, item.reminder);
+      isDateUnderstood = TakeAlarm(context, value, item.reminder);
+      break;
     case VCAL_DTCREATE:
-      return ParseDateTime(value, item.created_time);
+      isDateUnderstood = ParseDateTime(value, item.created_time);
+      break;
     case VCAL_LAST_MODIFIED:
-      return ParseDateTime(value, item.modified_time);
+      isDateUnderstood = ParseDateTime(value, item.modified_time);
+      break;
     case VCAL_X_MODIFIED:
-      return ParseDateTime(value, item.xmodified_time);
+      isDateUnderstood = ParseDateTime(value, item.xmodified_time);
+      break;
     case VCAL_DTSTART:
-      return TakeSpanEnd(value, item.start_time, item);
+      isDateUnderstood = TakeSpanEnd(value, item.start_time, item);
+      break;
     case VCAL_DTEND:
-      return TakeSpanEnd(value, item.end_time, item);
+      isDateUnderstood = TakeSpanEnd(value, item.end_time, item);
+      break;
     case VCAL_DUE:
-      return ParseDateTime(value, item.due);
+      isDateUnderstood = ParseDateTime(value, item.due);
+      break;
     case VCAL_COMPLETED:
-      return ParseDateTime(value, item.completed);
+      isDateUnderstood = ParseDateTime(value, item.completed);
+      break;
     case VCAL_SUMMARY:
-      return TakeText(context, value, item.summary);
+      TakeText(context, value, item.summary);
+      break;
     case VCAL_DESCRIPTION:
-      return TakeText(context, value, item.description);
+      TakeText(context, value, item.description);
+      break;
     case VCAL_LOCATION:
-      return TakeText(context, value, item.location);
+      TakeText(context, value, item.location);
+      break;
     case VCAL_RRULE:
-      return ParseRecurrence(bytes, length, item.recurrence);
+      return TakeRule(value, item.recurrence);
     case VCAL_XRULE:
-      return ParseRecurrence(bytes, length, item.exceptionRule);
+      return TakeRule(value, item.exceptionRule);
     case VCAL_PRIORITY:
       item.priority = ParseNumber(value);
-      return;
+      break;
     case VCAL_STATUS:
       item.status =
           static_cast<std::int32_t>(CodeOfStart(kStatusWords, value).value_or(STATUS_NEEDS_ACTION));
-      return;
+      break;
     case VCAL_X_COLOR:
-      return TakeText(context, value, item.color);
+      TakeText(context, value, item.color);
+      break;
     case VCAL_X_HOLIDAY:
       item.set_holiday = IsStartOf(kHolidayYes, value) ? 1 : 0;
-      return;
+      break;
     default:
-      return;
+      break;
   }
+  if (isDateUnderstood) return std::nullopt;
+  return TextEvent::DateNotUnderstood;
 }
 
-void ParseDateTime(NarrowStringView text, COleDateTimeNull& value) {
+bool ParseDateTime(NarrowStringView text, COleDateTimeNull& value) {
   const std::int32_t date = ParseNumber(text);
   if (date == 0) {
     value.status = StatusNull;
-    return;
+    return NamesNoDate(text);
   }
   std::int32_t time = NumberBehind(text, 'T');
   if (time / 10000 == 24) time = 0;
   value.SetDateTime(date / 10000, date / 100 % 100, date % 100, time / 10000, time / 100 % 100, 0);
   if (!IsUtc(text)) value = ConvertDateTime(value);
+  return value.status == StatusValid;
 }
 
 bool IsAllDayForm(NarrowStringView text) {
@@ -218,28 +245,33 @@ void ParseDuration(NarrowStringView text, COleDateTimeSpan& span) {
   span.SetDateTimeSpan(Saturated(allDays), hours, minutes, seconds);
 }
 
-void ParseDaylight(const char* bytes, std::int32_t length, std::int32_t charset,
+bool ParseDaylight(const char* bytes, std::int32_t length, std::int32_t charset,
                    std::int32_t encoding, CCalendarZone& zone) {
   zone.daylightStart = zone.daylightEnd = {};
   zone.standardName.clear();
   zone.daylightName.clear();
   zone.daylightOffset = {};
   NarrowStringView rest = ViewOf(bytes, length);
-  if (TakeToken(rest) != "TRUE") return;
+  if (TakeToken(rest) != "TRUE") return true;
+  bool understood = true;
   if (const auto offset = TakeToken(rest)) ParseUtcOffset(*offset, zone.daylightOffset);
-  if (const auto start = TakeToken(rest)) ParseDateTime(*start, zone.daylightStart);
-  if (const auto end = TakeToken(rest)) ParseDateTime(*end, zone.daylightEnd);
+  for (COleDateTimeNull* date : {&zone.daylightStart, &zone.daylightEnd}) {
+    const auto token = TakeToken(rest);
+    if (token && !ParseDateTime(*token, *date)) understood = false;
+  }
   if (const auto name = TakeToken(rest)) zone.standardName = Decoded(*name, charset, encoding);
   if (const auto name = TakeToken(rest)) zone.daylightName = Decoded(*name, charset, encoding);
+  return understood;
 }
 
-void ParseAlarm(const char* bytes, std::int32_t length, std::int32_t charset, std::int32_t encoding,
+bool ParseAlarm(const char* bytes, std::int32_t length, std::int32_t charset, std::int32_t encoding,
                 CReminder& reminder) {
   NarrowStringView rest = ViewOf(bytes, length);
-  ParseDateTime(TakeField(rest), reminder.alarm_date);
+  const bool understood = ParseDateTime(TakeField(rest), reminder.alarm_date);
   ParseDuration(TakeField(rest), reminder.snooze);
   reminder.repeatCount = ParseNumber(TakeField(rest));
   reminder.displayText = Decoded(Trim(TakeField(rest)), charset, encoding);
+  return understood;
 }
 
 void ParseCategories(const char* bytes, std::int32_t length, CCalendar& item) {

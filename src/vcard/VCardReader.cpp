@@ -68,20 +68,8 @@ WideString NameOfLast(const CContacts& contacts) {
   return name.append(contact.name.family_name.view());
 }
 
-// Tells of a date that came to nothing.
-void WatchDate(const VCardReadContext& context, NarrowStringView value, const CContact& contact) {
-  const std::int32_t id = context.propertyId;
-  if (id != VCARD_BDAY && id != VCARD_X_ANNI && id != VCARD_X_EVENTDAY) return;
-  const CContactEvent& event = contact.GetContactEvent(contact.GetContactEventCount() - 1);
-  if (event.event_date.status == StatusValid) return;
-  context.watcher->Note(TextEvent::DateNotUnderstood,
-                        TextOf(kVCardProperties, static_cast<std::uint32_t>(id)), value);
-}
-
 void WatchEnd(TextWatcher& watcher, NarrowStringView value) {
-  watcher.LookForJoined(value);
-  const NarrowStringView word = value.substr(0, kContactObject.text.size());
-  if (EqualsIgnoringCase(word, kContactObject.text)) watcher.EndRecord();
+  if (IsStartOf(kContactObject.text, watcher.WordOfEnd(value))) watcher.EndRecord();
 }
 
 }  // namespace
@@ -150,7 +138,7 @@ void OnVCardData(void* user, const char* bytes, std::int32_t length) {
   // The only place where a card begins; none has an end, so what stands behind its END is its own.
   if (context.propertyId == VCARD_BEGIN && IsStartOf(kContactObject.text, value)) {
     if (context.watcher != nullptr) {
-      context.watcher->Complete(NameOfLast(contacts));
+      context.watcher->Complete([&contacts] { return NameOfLast(contacts); });
       context.watcher->BeginRecord();
     }
     if (context.onBegin) context.onBegin();
@@ -159,8 +147,10 @@ void OnVCardData(void* user, const char* bytes, std::int32_t length) {
   if (context.isEnd) WatchEnd(*context.watcher, value);
   if (contacts.GetCount() == 0) return;
   CContact& contact = contacts[contacts.GetCount() - 1];
-  TakeVCardValue(context, bytes, length, contact);
-  if (context.watcher != nullptr) WatchDate(context, value, contact);
+  if (!TakeVCardValue(context, bytes, length, contact) && context.watcher != nullptr) {
+    const auto id = static_cast<std::uint32_t>(context.propertyId);
+    context.watcher->Note(TextEvent::DateNotUnderstood, TextOf(kVCardProperties, id), value);
+  }
 }
 
 }  // namespace pim

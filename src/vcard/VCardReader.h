@@ -31,6 +31,9 @@ class VCardReader {
  public:
   // `contacts` must outlive the reader. Throws std::bad_alloc when there is no parser.
   explicit VCardReader(CContacts& contacts);
+  VCardReader(const VCardReader&) = delete;
+  VCardReader& operator=(const VCardReader&) = delete;
+  ~VCardReader() = default;
 
   // Has `begin` called ahead of each card that begins, when the one before is complete. What it
   // throws ends the reading.

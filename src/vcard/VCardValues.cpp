@@ -3,6 +3,7 @@
 #include <span>
 #include <utility>
 
+#include "support/Numbers.h"
 #include "support/TextCodec.h"
 #include "vcard/PhotoMedia.h"
 #include "vcard/VCardReader.h"
@@ -72,10 +73,11 @@ void TakeFormattedName(VCardReadContext& context, const char* bytes, std::int32_
     contact.name.given_name = contact.formatted_name;
 }
 
-void TakeEvent(const char* bytes, std::int32_t length, ContactEventType type, CContact& contact) {
+bool TakeEvent(const char* bytes, std::int32_t length, ContactEventType type, CContact& contact) {
   COleDateTimeNull date;
-  ParseEventDate(bytes, length, date);
+  const bool understood = ParseEventDate(bytes, length, date);
   contact.NewContactEvent(date, type);  // also without a date: the event is there
+  return understood;
 }
 
 void TakePhoto(const VCardReadContext& context, const char* bytes, std::int32_t length,
@@ -87,61 +89,76 @@ void TakePhoto(const VCardReadContext& context, const char* bytes, std::int32_t 
 
 }  // namespace
 
-void TakeVCardValue(VCardReadContext& context, const char* bytes, std::int32_t length,
+bool TakeVCardValue(VCardReadContext& context, const char* bytes, std::int32_t length,
                     CContact& contact) {
   const std::uint32_t type = context.typeFlags;
   switch (context.propertyId) {
     case VCARD_FN:
-      return TakeFormattedName(context, bytes, length, contact);
+      TakeFormattedName(context, bytes, length, contact);
+      break;
     case VCARD_N:
-      return ParseNameValue(bytes, length, context.charset, context.encoding, contact.name);
+      ParseNameValue(bytes, length, context.charset, context.encoding, contact.name);
+      break;
     case VCARD_NICKNAME:
-      return contact.NewNickname(Decoded(context, bytes, length));
+      contact.NewNickname(Decoded(context, bytes, length));
+      break;
     case VCARD_SOUND:
-      return ParseNameValue(bytes, length, context.charset, context.encoding, contact.phonetic);
+      ParseNameValue(bytes, length, context.charset, context.encoding, contact.phonetic);
+      break;
     case VCARD_BDAY:
       return TakeEvent(bytes, length, EVENT_BIRTHDAY, contact);
     case VCARD_X_BLOOD:
-      return ParseBloodType(bytes, length, contact.blood_type);
+      ParseBloodType(bytes, length, contact.blood_type);
+      break;
     case VCARD_TEL:
       contact.NewTelephone(Widened(context, bytes, length), type, false, -1);
-      return;
+      break;
     case VCARD_EMAIL:
       contact.NewEmail(Decoded(context, bytes, length), type, -1);
-      return;
+      break;
     case VCARD_URL:
       contact.NewURL(Decoded(context, bytes, length), type, -1);
-      return;
+      break;
     case VCARD_ADR:
-      return ParseAddressValue(bytes, length, context.charset, context.encoding,
-                               contact.NewAddress(nullptr, type, -1));
+      ParseAddressValue(bytes, length, context.charset, context.encoding,
+                        contact.NewAddress(nullptr, type, -1));
+      break;
     case VCARD_NOTE:
-      return contact.NewComment(Decoded(context, bytes, length));
+      contact.NewComment(Decoded(context, bytes, length));
+      break;
     case VCARD_TITLE:
-      return Decode(context, bytes, length, contact.org_title);
+      Decode(context, bytes, length, contact.org_title);
+      break;
     case VCARD_ROLE:
-      return Decode(context, bytes, length, contact.org_role);
+      Decode(context, bytes, length, contact.org_role);
+      break;
     case VCARD_ORG:
-      return ParseOrganizationValue(bytes, length, context.charset, context.encoding,
-                                    contact.NewOrganization(type));
+      ParseOrganizationValue(bytes, length, context.charset, context.encoding,
+                             contact.NewOrganization(type));
+      break;
     case VCARD_X_HOBBY:
-      return Decode(context, bytes, length, contact.hobby);
+      Decode(context, bytes, length, contact.hobby);
+      break;
     case VCARD_PHOTO:
-      return TakePhoto(context, bytes, length, contact);
+      TakePhoto(context, bytes, length, contact);
+      break;
     case VCARD_X_GROUP:
-      return contact.NewGroup(Decoded(context, bytes, length));
+      contact.NewGroup(Decoded(context, bytes, length));
+      break;
     case VCARD_X_CHATID:
       contact.NewMessenger(Decoded(context, bytes, length), type);
-      return;
+      break;
     case VCARD_X_ANNI:
       return TakeEvent(bytes, length, EVENT_ANNIVERSARY, contact);
     case VCARD_X_EVENTDAY:
       return TakeEvent(bytes, length, EVENT_OTHER, contact);
     case VCARD_X_FAVORITE:
-      return ParseYesFlag(bytes, length, contact.favorite);
+      ParseYesFlag(bytes, length, contact.favorite);
+      break;
     default:
-      return;
+      break;
   }
+  return true;
 }
 
 void ParseNameValue(const char* bytes, std::int32_t length, std::int32_t charset,
@@ -177,19 +194,22 @@ void ParseOrganizationValue(const char* bytes, std::int32_t length, std::int32_t
   });
 }
 
-void ParseEventDate(const char* bytes, std::int32_t length, COleDateTimeNull& date) {
-  if (length != 8 && length != 10) return;
-  if (length == 10 && (bytes[4] != '-' || bytes[7] != '-')) return;
+bool ParseEventDate(const char* bytes, std::int32_t length, COleDateTimeNull& date) {
+  const bool namesNone = NamesNoDate(ViewOf(bytes, length));
+  if (length != 8 && length != 10) return namesNone;
+  if (length == 10 && (bytes[4] != '-' || bytes[7] != '-')) return namesNone;
   std::int32_t digits = 0;
   for (std::int32_t i = 0; i < length; ++i) {
     if (bytes[i] == '-' && (i == 4 || i == 7))
       continue;  // in eight bytes too: 1970-131 is 197-01-31
-    if (!IsDigit(bytes[i])) return;
+    if (!IsDigit(bytes[i])) return namesNone;
     digits = digits * 10 + (bytes[i] - '0');
   }
   COleDateTime day;
   day.SetDateTime(digits / 10000, digits / 100 % 100, digits % 100, 0, 0, 0);
-  if (day.status == StatusValid) date = day;
+  if (day.status != StatusValid) return namesNone;
+  date = day;
+  return true;
 }
 
 void ParseYesFlag(const char* bytes, std::int32_t length, std::int32_t& flag) {

@@ -9,8 +9,9 @@ namespace pim {
 struct VCardReadContext;
 
 // Puts the value of the context's property into the contact. A property without a treatment does
-// nothing, and a value that can't be read leaves its field empty, null or 0.
-void TakeVCardValue(VCardReadContext& context, const char* bytes, std::int32_t length,
+// nothing, and a value that can't be read leaves its field empty, null or 0. False for a date that
+// isn't understood.
+bool TakeVCardValue(VCardReadContext& context, const char* bytes, std::int32_t length,
                     CContact& contact);
 
 // Structured values, split at their semicolons before anything is decoded. Fields that the value
@@ -23,8 +24,8 @@ void ParseOrganizationValue(const char* bytes, std::int32_t length, std::int32_t
                             std::int32_t encoding, COrganization& organization);
 
 // Reads YYYYMMDD or YYYY-MM-DD; any other text, or a day that doesn't exist, leaves `date` as it
-// was.
-void ParseEventDate(const char* bytes, std::int32_t length, COleDateTimeNull& date);
+// was. Gives whether it is understood: as a day, or as none.
+bool ParseEventDate(const char* bytes, std::int32_t length, COleDateTimeNull& date);
 
 // 1 for YES or a start of it, else 0.
 void ParseYesFlag(const char* bytes, std::int32_t length, std::int32_t& flag);

@@ -138,7 +138,7 @@ TEST_F(TextReading, TellsAnUnreadableFileFromOneWithNothingInIt) {
 // "what line property value of record", one line for each notice, of a text that is read in two
 // pieces.
 std::string NoticesOf(TextForm form, NarrowStringView text, std::size_t cut) {
-  static constexpr const char* kEvents[] = {"date", "rule", "joined", "cut"};
+  static constexpr const char* kEvents[] = {"date", "rule", "joined", "cut", "cut value"};
   std::string told;
   const auto watch = [&told](const TextNotice& notice) {
     told += std::string(kEvents[static_cast<std::size_t>(notice.event)]) + ' ' +
@@ -181,7 +181,18 @@ TEST_F(TextReading, TellsAWatcher) {
        "BEGIN:VCALENDAR\nBEGIN:VEVENT\nDTSTART:soon\nRRULE:X 1\nSUMMARY:a\nEND:VEVENT\n"
        "BEGIN:VTODO\nDUE:20101399\nAALARM:;;;\nXRULE:Y\nDESCRIPTION:b\nEND:VTODO\nEND:VCALENDAR\n",
        "date 3 DTSTART soon of a\nrule 4 RRULE X 1 of a\ndate 8 DUE 20101399 of b\n"
-       "date 9 AALARM ;;; of b\nrule 10 XRULE Y of b\n"},
+       "rule 10 XRULE Y of b\n"},
+      // what holds no date but zeros isn't set; dates inside other values count
+      {TextForm::VCalendar,
+       "BEGIN:VEVENT\nDTSTART:00000000T000000\nAALARM:x;;;\nRRULE:D1 20240231T000000Z\n"
+       "DAYLIGHT:TRUE;+01;20101399;0;a;b\nDAYLIGHT:FALSE;x\nEND:VEV\n",
+       "date 3 AALARM x;;; of \ndate 4 RRULE D1 20240231T000000Z of \n"
+       "date 5 DAYLIGHT TRUE;+01;20101399;0;a;b of \n"},
+      {TextForm::VCard, "\n\n BEGIN:VCARD\nBDAY:0000-00-00\nX-ANNI:0\n", "cut 3   of \n"},
+      {TextForm::VCard, "BEGIN:VC\nFN:a\nEND:VC \n", ""},
+      {TextForm::VCard, "BEGIN:V\nEND:VBEGIN:VCARD\n", "joined 2 END VBEGIN:VCARD of \n"},
+      {TextForm::VCard, "BEGIN:VCARD\nFN:a\nEND:VCARD\nPHOTO;BASE64:\n QUJ",
+       "cut value 4   of a\n"},
       {TextForm::VCalendar, "BEGIN:VCALENDAR\nBEGIN:VEVENT\nSUMMARY:a\n", "cut 2   of a\n"},
       {TextForm::VCalendar, "BEGIN:VCALENDAR\nBEGIN:VMEMO\nSUMMARY:a\nEND:VMEMO\n",
        "cut 1   of \n"},

@@ -14,6 +14,7 @@ enum class TextEvent : std::uint8_t {
   RuleNotUnderstood,  // a repeat or exception rule; the item stays without it
   RecordsJoined,      // a BEGIN in the line of an END: it begins nothing, its record isn't seen
   EndsInsideRecord,   // the text ends ahead of the END of its last record, or of a calendar's frame
+  EndsInsideValue,    // it ends behind that END, but inside a group of base64
 };
 
 struct TextNotice {
@@ -27,8 +28,8 @@ struct TextNotice {
   WideString record = {};
 };
 
-// Takes one notice. They come in the order of their lines, EndsInsideRecord last, when their record
-// is complete, and all of them before the reading ends.
+// Takes one notice. They come in the order of their lines, one for the text's end last, when their
+// record is complete, and all of them before the reading ends.
 using WatchText = std::function<void(const TextNotice& notice)>;
 
 }  // namespace pim

@@ -2,11 +2,14 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <utility>
+#include <vector>
 
 #include "app/commands/Kinds.h"
 #include "app/commands/StoredRecords.h"
 #include "app/input/Inputs.h"
+#include "app/input/Interrupt.h"
 #include "app/input/PictureStaging.h"
 #include "app/input/TextReading.h"
 #include "app/labels/Labels.h"
@@ -77,14 +80,9 @@ void TellLocalTimes(const CCalendar& item, const LocalTimes& times) {
   if (!local.empty()) Print("times are UTC; in " + times.ZoneName() + " " + local + "\n");
 }
 
-// By what the readers see begin. A lone VEVENT or VMEMO has no layout of its own: it shows as one
-// in a calendar does. Empty for a text in which nothing begins.
-WideString Render(const VObjectMgr& manager, WideString text) {
-  NarrowString narrow;
-  NarrowText(text, narrow);
-  const auto head = TextHeadOf(narrow);
-  if (!head) return {};
-  switch (head->object) {
+// A lone VEVENT or VMEMO has no layout of its own: it shows as one in a calendar does.
+WideString Render(const VObjectMgr& manager, TextObject object, WideString text) {
+  switch (object) {
     case TextObject::Contact:
       return manager.VCardToString(std::move(text));
     case TextObject::Todo:
@@ -95,6 +93,15 @@ WideString Render(const VObjectMgr& manager, WideString text) {
       break;
   }
   return manager.VCalendarToString(std::move(text));
+}
+
+// By what the readers see begin. Empty for a text in which nothing begins.
+WideString Render(const VObjectMgr& manager, WideString text) {
+  NarrowString narrow;
+  NarrowText(text, narrow);
+  const auto head = TextHeadOf(narrow);
+  if (!head) return {};
+  return Render(manager, head->object, std::move(text));
 }
 
 // A record must not steer a terminal; a file or a pipe gets the text as it is.
@@ -117,6 +124,12 @@ class Previews {
   }
   // Of a whole text, as its first vObject shows.
   WideString Of(NarrowStringView bytes) { return Render(manager_, Decode(bytes)); }
+  // Of one vObject as it shows where it stands, its text being in the default code page.
+  WideString OfPart(NarrowStringView bytes, const TextPart& part) {
+    WideString text;
+    WidenText(bytes, text);
+    return Render(manager_, part.isFramed ? TextObject::Calendar : part.object, std::move(text));
+  }
   void PrintDone(const WideString& preview) {
     if (!isFirst_) app::Print("\n");
     isFirst_ = false;
@@ -134,20 +147,6 @@ class Previews {
   LocalTimes times_;
   bool isFirst_ = true;
 };
-
-// Reads the whole text and previews each of its records.
-template <class Record>
-int PrintAll(const std::string& path, NarrowStringView text, TextForm form, Previews& previews) {
-  const Outcome outcome = ReadText(text, [&](Record& record) { previews.Print(record); });
-  return TellOutcome(path, outcome, text, form);
-}
-
-int ShowAll(const std::string& path, NarrowStringView text, Previews& previews) {
-  const auto head = TextHeadOf(text);
-  if (!head || FormOf(head->object) == TextForm::VCard)
-    return PrintAll<CContact>(path, text, TextForm::VCard, previews);
-  return PrintAll<CCalendar>(path, text, TextForm::VCalendar, previews);
-}
 
 void TellAll(const std::string& path, Messages& messages) {
   for (const std::u16string& message : messages.Take())
@@ -182,6 +181,46 @@ int ShowFirst(const std::string& path, NarrowStringView text, Previews& previews
   previews.PrintDone(preview);
   TellLocalTimesOf(text);
   return kDone;
+}
+
+// What reading the whole text tells, in each form that stands in it, or of one in which nothing
+// begins.
+int TellReading(const std::string& path, NarrowStringView text,
+                const std::vector<TextPart>& parts) {
+  int status = kDone;
+  for (const TextForm form : {TextForm::VCard, TextForm::VCalendar}) {
+    const bool isThere = std::ranges::any_of(parts, [form](const TextPart& part) {
+      return FormOf(part.object) == form && part.object != TextObject::Calendar;
+    });
+    if (!isThere && (!parts.empty() || form != TextForm::VCard)) continue;
+    const Outcome outcome = form == TextForm::VCard ? ReadText(text, [](const CContact&) {})
+                                                    : ReadText(text, [](const CCalendar&) {});
+    status = TellOutcome(path, outcome, text, form);
+    if (status != kDone) break;  // the other form is rejected there too
+  }
+  return status;
+}
+
+// Each vObject as it shows alone.
+int ShowAll(const std::string& path, NarrowStringView bytes, Previews& previews) {
+  NarrowString text;
+  NarrowText(Decode(bytes), text);
+  const std::vector<TextPart> parts = PartsOf(text);
+  int status = kDone;
+  for (const TextPart& part : parts) {
+    CheckInterrupt();
+    const NarrowStringView own = NarrowStringView(text).substr(part.offset, part.size);
+    const Messages unheard;  // of a rule; it is told below, with its line
+    const WideString preview = previews.OfPart(own, part);
+    if (preview.empty()) {
+      TellNothingBegins(path, "vObject", own, TextForm::VCard);
+      status = kRejected;
+      continue;
+    }
+    previews.PrintDone(preview);
+    TellLocalTimesOf(own);
+  }
+  return Worse(status, TellReading(path, text, parts));
 }
 
 // Tells of those that aren't there.

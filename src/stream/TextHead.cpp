@@ -1,5 +1,9 @@
 #include "pim/stream/TextHead.h"
 
+#include <memory>
+#include <new>
+#include <utility>
+
 #include "stream/ObjectWords.h"
 #include "stream/VObjectParser.h"
 #include "support/ByteOrderMark.h"
@@ -50,6 +54,79 @@ void OnValue(void* user, const char* bytes, std::int32_t length) {
 }
 
 }  // namespace
+
+namespace {
+
+// Finds where the objects of a text begin.
+class PartScan {
+ public:
+  explicit PartScan(NarrowStringView text) : text_(text), parser_(VObjectParser::Create()) {
+    if (parser_ == nullptr) throw std::bad_alloc();
+    parser_->SetPropertyHandler([](void* user, const char* name, const ParserParam*) {
+      static_cast<PartScan*>(user)->property_ = PropertyOf(name);
+    });
+    parser_->SetDataHandler([](void* user, const char* bytes, std::int32_t length) {
+      if (bytes != nullptr)
+        static_cast<PartScan*>(user)->Take({bytes, static_cast<std::size_t>(length)});
+    });
+    parser_->SetUserData(this);
+  }
+
+  std::vector<TextPart> Run() {
+    constexpr std::size_t kPiece = std::size_t{1} << 30;  // the parser counts in 31 bits
+    bool accepted = true;
+    for (std::size_t done = text_.size() - WithoutMark(text_).size(); accepted;) {
+      const NarrowStringView piece = text_.substr(done, kPiece);
+      done += piece.size();
+      const bool final = done == text_.size();
+      accepted = parser_->Parse(piece.data(), static_cast<std::int32_t>(piece.size()), final);
+      lineStart_ = LineStart();
+      if (final) break;
+    }
+    LimitParts(accepted ? text_.size() : lineStart_);
+    return std::move(parts_);
+  }
+
+ private:
+  void Take(NarrowStringView value) {
+    if (property_ == HeadScan::Property::End) {
+      if (EqualsIgnoringCase(kCalendarObject.text, Trim(value))) inFrame_ = false;
+    } else if (property_ == HeadScan::Property::Begin) {
+      if (const auto object = ObjectOf(value)) Begin(*object);
+    }
+  }
+  // A frame shows in its items; one that holds any is no part of its own.
+  void Begin(TextObject object) {
+    const bool isItem = object != TextObject::Calendar && object != TextObject::Contact;
+    if (object == TextObject::Calendar) inFrame_ = true;
+    if (isItem && inFrame_ && !parts_.empty() && parts_.back().object == TextObject::Calendar)
+      parts_.pop_back();
+    parts_.push_back({LineStart(), 0, object, isItem && inFrame_});
+  }
+  void LimitParts(std::size_t end) {
+    for (std::size_t i = parts_.size(); i > 0; --i) {
+      TextPart& part = parts_[i - 1];
+      part.size = end - part.offset;
+      end = part.offset;
+    }
+  }
+  // Of the line that is being read.
+  std::size_t LineStart() const {
+    if (parser_->lineStart == nullptr) return lineStart_;
+    return static_cast<std::size_t>(parser_->lineStart - text_.data());
+  }
+
+  NarrowStringView text_;
+  std::unique_ptr<VObjectParser> parser_;
+  HeadScan::Property property_ = HeadScan::Property::Other;
+  std::vector<TextPart> parts_;
+  std::size_t lineStart_ = 0;  // of the line that the piece before left open
+  bool inFrame_ = false;
+};
+
+}  // namespace
+
+std::vector<TextPart> PartsOf(NarrowStringView text) { return PartScan(text).Run(); }
 
 std::optional<TextHead> TextHeadOf(NarrowStringView text) {
   constexpr std::size_t kPiece = 4096;

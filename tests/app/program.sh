@@ -124,6 +124,13 @@ same csv 'name,note
 "c, d A""b","x
 y"' "$("$program" --store csv.db contacts list --csv --fields name,note | tr -d '\r')"
 check all-of-a-file 0 '^Pat Sample$' show --all friends.vcf
+# Each as it shows alone, whatever its form; a calendar with nothing in it is told.
+printf 'BEGIN:VTODO\nSUMMARY:Pay\nEND:VTODO\nBEGIN:VCALENDAR\nEND:VCALENDAR\n' >todo-behind.vcs
+cat friends.vcf todo-behind.vcs >both.vcf
+same all-of-both "$("$program" show --all friends.vcf && echo && "$program" show todo-behind.vcs)" \
+  "$("$program" show --all both.vcf 2>both.told)"
+same told-of-both 'pimvobj: both.vcf: no vObject begins in it: it looks like a calendar, which '\''calendar import'\'' reads' \
+  "$(cat both.told)"
 
 # exit statuses as their table has them
 while read -r status command; do

@@ -208,5 +208,48 @@ TEST_F(TextReading, TellsAWatcher) {
   }
 }
 
+// A frame is a part of its own only without items; what stands behind an END is its record's.
+TEST_F(TextReading, DividesATextIntoItsParts) {
+  static constexpr struct {
+    std::string_view text;
+    std::string_view objects;  // with a + for an item in a frame
+  } kRows[] = {
+      {"", ""},
+      {"FN:a\nTEL;:1\n", ""},
+      {"\xEF\xBB\xBF"
+       "BEGIN:VCARD\nFN:a\nEND:VCARD\nFN:b\nbegin:V\nBEGIN:VCALENDAR\nBEGIN:VTOD\n",
+       "VCARD VCARD VTODO+ "},
+      {"BEGIN:VCALENDAR\nEND:VCALENDAR\nBEGIN:VTODO\nSUMMARY:a\nEND:VTODO\n", "VCALENDAR VTODO "},
+      {"x\nBEGIN:VCALENDAR\nBEGIN:VMEMO\nSUMMARY:a\nEND:VMEMO\nBEGIN:VEVENT\nSUMMARY:b\n"
+       "END:VEVENT\nEND:VCALENDAR\nBEGIN:VCALENDAR\nDESCRIPTION:of b\nBEGIN:VEVENT\nLOCATION:c\n"
+       "TZ;:1\nSUMMARY:unread\n",
+       "VMEMO+ VEVENT+ VEVENT+ "},
+  };
+  static constexpr const char* kNames[] = {"VCARD", "VEVENT", "VTODO", "VMEMO", "VCALENDAR"};
+  for (const auto& row : kRows) {
+    SCOPED_TRACE(row.text);
+    std::string objects;
+    CContacts contacts;
+    CCalendars items;
+    for (const TextPart& part : PartsOf(row.text)) {
+      objects +=
+          std::string(kNames[static_cast<std::size_t>(part.object)]) + (part.isFramed ? "+ " : " ");
+      const NarrowStringView own = NarrowStringView(row.text).substr(part.offset, part.size);
+      EXPECT_TRUE(own.starts_with("BEGIN:") || own.starts_with("begin:")) << own;
+      static_cast<void>(ReadContacts(own, contacts));
+      static_cast<void>(ReadCalendars(own, items));
+    }
+    EXPECT_EQ(objects, row.objects);
+    CContacts wholeContacts;
+    CCalendars wholeItems;
+    static_cast<void>(ReadContacts(row.text, wholeContacts));
+    static_cast<void>(ReadCalendars(row.text, wholeItems));
+    EXPECT_EQ(WriteCalendars(items), WriteCalendars(wholeItems));
+    ASSERT_EQ(contacts.GetCount(), wholeContacts.GetCount());
+    for (std::int32_t i = 0; i < contacts.GetCount(); ++i)
+      EXPECT_EQ(WriteContact(contacts[i]), WriteContact(wholeContacts[i]));
+  }
+}
+
 }  // namespace
 }  // namespace pim

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <vector>
 
 #include "pim/Export.h"
 #include "pim/support/Strings.h"
@@ -29,5 +30,20 @@ struct TextHead {
 // contact. A UTF-8 byte order mark is stepped over. Nothing for a text in which none begins, or
 // that is rejected ahead of it. Linear in what stands ahead of the object.
 PIM_EXPORT std::optional<TextHead> TextHeadOf(NarrowStringView text);
+
+// A stretch of a text with one object in it, from the line of its BEGIN to that of the next part's,
+// since what stands behind an END still lands on its record.
+struct TextPart {
+  std::size_t offset = 0;  // in the text
+  std::size_t size = 0;
+  TextObject object;
+  bool isFramed = false;  // an item inside the frame of a calendar
+};
+
+// The records of a text in their order, of both forms, and the frames that hold no item: reading
+// the parts one by one gives the records that reading a text of one form gives. The last part ends
+// with the text, or ahead of the line in which a reader rejects it. A UTF-8 byte order mark is
+// stepped over. Linear in the text. Throws std::bad_alloc.
+PIM_EXPORT std::vector<TextPart> PartsOf(NarrowStringView text);
 
 }  // namespace pim

@@ -5,7 +5,7 @@
 #include "pim/manager/TextReading.h"
 #include "pim/manager/TextWriting.h"
 #include "pim/platform/Host.h"
-#include "tests/work/CountedWork.h"
+#include "tests/growth/CountedWork.h"
 
 namespace pim {
 namespace {

@@ -1,4 +1,4 @@
-#include "tests/work/CountedWork.h"
+#include "tests/growth/CountedWork.h"
 
 #include <cstddef>
 

@@ -2,7 +2,7 @@
 #include <string_view>
 
 #include "support/DateTimeText.h"
-#include "vcalendar/VCalendarValues.h"
+#include "vcalendar/VCalendarForms.h"
 
 // Date-time texts give a date that exists, or say that they don't; a date comes back from its
 // figures in UTC.

@@ -5,8 +5,8 @@
 #include <functional>
 #include <optional>
 
+#include "manager/Observe.h"
 #include "pim/records/RecordStore.h"
-#include "pim/stream/TextWatch.h"
 #include "pim/support/Strings.h"
 
 namespace pim {
@@ -23,7 +23,7 @@ inline constexpr std::size_t kBatchBytes = std::size_t{256} * 1024;
 template <class Batches, class Counts>
 std::int32_t ImportInBatches(std::int32_t db, NarrowStringView text, Batches& batches,
                              Counts& counts, const std::function<void(const Counts&)>& progress,
-                             const WatchText& watch) {
+                             const TextObserver& observer) {
   RecordStore* const store = StoreForHandle(db);
   std::optional<StoreTransaction> transaction;
   if (store != nullptr) {
@@ -33,7 +33,7 @@ std::int32_t ImportInBatches(std::int32_t db, NarrowStringView text, Batches& ba
 
   auto& records = batches.records();
   typename Batches::Reader reader(records);
-  if (watch) reader.Watch(watch);
+  Observe(reader, observer);
   bool accepted = true;
   do {
     const std::size_t size = std::min(text.size(), kBatchBytes);
@@ -51,6 +51,7 @@ std::int32_t ImportInBatches(std::int32_t db, NarrowStringView text, Batches& ba
     if (progress) progress(counts);
   } while (!text.empty());
   if (!accepted) {
+    reader.EndAccount(text);
     transaction.reset();
     counts.stored = 0;
     batches.RaiseFailure();

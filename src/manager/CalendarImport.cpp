@@ -49,10 +49,10 @@ class CalendarBatches {
 std::int32_t ImportCalendarText(std::int32_t db, CalendarType flow, NarrowStringView text,
                                 bool saveFlag, CalendarImportCounts& counts,
                                 const std::function<void(const CalendarImportCounts&)>& progress,
-                                const WatchText& watch) {
+                                const TextObserver& observer) {
   counts = {};
   CalendarBatches batches(db, flow, saveFlag, counts);
-  return ImportInBatches(db, text, batches, counts, progress, watch);
+  return ImportInBatches(db, text, batches, counts, progress, observer);
 }
 
 }  // namespace pim

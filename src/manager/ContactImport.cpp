@@ -47,10 +47,10 @@ class ContactBatches {
 std::int32_t ImportContactText(std::int32_t db, NarrowStringView text, std::int32_t saveOption,
                                bool saveFlag, ContactImportCounts& counts,
                                const std::function<void(const ContactImportCounts&)>& progress,
-                               const WatchText& watch) {
+                               const TextObserver& observer) {
   counts = {};
   ContactBatches batches(db, saveOption, saveFlag, counts);
-  return ImportInBatches(db, text, batches, counts, progress, watch);
+  return ImportInBatches(db, text, batches, counts, progress, observer);
 }
 
 }  // namespace pim

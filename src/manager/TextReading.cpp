@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <memory>
 
+#include "manager/Observe.h"
 #include "pim/platform/FileError.h"
 #include "platform/Files.h"
 #include "support/TextFiles.h"
@@ -36,8 +37,8 @@ struct NoMoreWanted {};
 template <class Form, class Take>
 class Reading {
  public:
-  Reading(Take take, const WatchText& watch) : take_(std::move(take)), reader_(open_) {
-    if (watch) reader_.Watch(watch);
+  Reading(Take take, const TextObserver& observer) : take_(std::move(take)), reader_(open_) {
+    Observe(reader_, observer);
     reader_.OnBegin([this] { HandOver(); });
   }
 
@@ -64,6 +65,8 @@ class Reading {
         Form::ShowFailure();
         result_.outcome = TextOutcome::Rejected;
         result_.line = 1 + std::ranges::count(text.substr(0, done + reader_.rejectedAt()), '\n');
+        result_.fault = reader_.fault();
+        reader_.EndAccount(text.substr(done + piece.size()));
         return;
       }
       done += piece.size();
@@ -86,25 +89,25 @@ class Reading {
 
 template <class Form>
 TextResult ReadText(NarrowStringView text, typename Form::Records& records,
-                    const WatchText& watch) {
+                    const TextObserver& observer) {
   const auto keep = [&records](std::unique_ptr<typename Form::Record> record) {
     records.Add(std::move(record));
     return true;
   };
-  return Reading<Form, decltype(keep)>(keep, watch).Read(text);
+  return Reading<Form, decltype(keep)>(keep, observer).Read(text);
 }
 
 template <class Form>
 TextResult ReadText(NarrowStringView text, const std::function<bool(typename Form::Record&)>& take,
-                    const WatchText& watch) {
+                    const TextObserver& observer) {
   const auto show = [&take](std::unique_ptr<typename Form::Record> record) {
     return take(*record);
   };
-  return Reading<Form, decltype(show)>(show, watch).Read(text);
+  return Reading<Form, decltype(show)>(show, observer).Read(text);
 }
 
 template <class Form, class Target>
-TextResult ReadFile(WideStringView path, Target&& target, const WatchText& watch) {
+TextResult ReadFile(WideStringView path, Target&& target, const TextObserver& observer) {
   InputFile file(NativePath(path));
   std::string problem = file.Problem();
   if (file.IsOpen()) {
@@ -114,37 +117,46 @@ TextResult ReadFile(WideStringView path, Target&& target, const WatchText& watch
     } catch (const FileError& failure) {
       problem = failure.reason();
     }
-    if (problem.empty()) return ReadText<Form>(text.view(), target, watch);
+    if (problem.empty()) return ReadText<Form>(text.view(), target, observer);
   }
-  return {TextOutcome::Unreadable, 0, 0, std::move(problem)};
+  return {.outcome = TextOutcome::Unreadable, .problem = std::move(problem)};
 }
 
 }  // namespace
 
-TextResult ReadContacts(NarrowStringView text, CContacts& contacts, const WatchText& watch) {
-  return ReadText<ContactForm>(text, contacts, watch);
-}
-TextResult ReadContacts(NarrowStringView text, const TakeContact& take, const WatchText& watch) {
-  return ReadText<ContactForm>(text, take, watch);
-}
-TextResult ReadCalendars(NarrowStringView text, CCalendars& items, const WatchText& watch) {
-  return ReadText<CalendarForm>(text, items, watch);
-}
-TextResult ReadCalendars(NarrowStringView text, const TakeCalendar& take, const WatchText& watch) {
-  return ReadText<CalendarForm>(text, take, watch);
+std::span<const NarrowStringView> RecordFields(TextForm form) {
+  if (form == TextForm::VCard) return kContactFields;
+  return kItemFields;
 }
 
-TextResult ReadContactFile(WideStringView path, CContacts& contacts, const WatchText& watch) {
-  return ReadFile<ContactForm>(path, contacts, watch);
+TextResult ReadContacts(NarrowStringView text, CContacts& contacts, const TextObserver& observer) {
+  return ReadText<ContactForm>(text, contacts, observer);
 }
-TextResult ReadContactFile(WideStringView path, const TakeContact& take, const WatchText& watch) {
-  return ReadFile<ContactForm>(path, take, watch);
+TextResult ReadContacts(NarrowStringView text, const TakeContact& take,
+                        const TextObserver& observer) {
+  return ReadText<ContactForm>(text, take, observer);
 }
-TextResult ReadCalendarFile(WideStringView path, CCalendars& items, const WatchText& watch) {
-  return ReadFile<CalendarForm>(path, items, watch);
+TextResult ReadCalendars(NarrowStringView text, CCalendars& items, const TextObserver& observer) {
+  return ReadText<CalendarForm>(text, items, observer);
 }
-TextResult ReadCalendarFile(WideStringView path, const TakeCalendar& take, const WatchText& watch) {
-  return ReadFile<CalendarForm>(path, take, watch);
+TextResult ReadCalendars(NarrowStringView text, const TakeCalendar& take,
+                         const TextObserver& observer) {
+  return ReadText<CalendarForm>(text, take, observer);
+}
+
+TextResult ReadContactFile(WideStringView path, CContacts& contacts, const TextObserver& observer) {
+  return ReadFile<ContactForm>(path, contacts, observer);
+}
+TextResult ReadContactFile(WideStringView path, const TakeContact& take,
+                           const TextObserver& observer) {
+  return ReadFile<ContactForm>(path, take, observer);
+}
+TextResult ReadCalendarFile(WideStringView path, CCalendars& items, const TextObserver& observer) {
+  return ReadFile<CalendarForm>(path, items, observer);
+}
+TextResult ReadCalendarFile(WideStringView path, const TakeCalendar& take,
+                            const TextObserver& observer) {
+  return ReadFile<CalendarForm>(path, take, observer);
 }
 
 }  // namespace pim

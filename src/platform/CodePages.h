@@ -15,8 +15,8 @@ inline constexpr std::uint32_t kCodePageUtf8 = 65001;
 // Replaces `wide` by `bytes` converted as a whole, NUL bytes included. An invalid sequence becomes
 // U+FFFD (for UTF-8, one for each maximal part of a sequence, as Unicode recommends) and the
 // conversion goes on behind it. `wide` keeps its memory, so that one work string can serve many
-// calls.
-void MultiByteToWide(std::uint32_t codePage, std::string_view bytes, std::u16string& wide);
+// calls. Gives whether all of it was valid.
+bool MultiByteToWide(std::uint32_t codePage, std::string_view bytes, std::u16string& wide);
 
 // Whether each ASCII character stands for itself in the page, so that a text of them needs no
 // conversion.

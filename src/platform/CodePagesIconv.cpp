@@ -84,26 +84,29 @@ class Page {
   bool IsKnown() const noexcept { return decoder_ && encoder_; }
   bool HasAsciiRuns() const noexcept { return has_ascii_runs_; }
 
-  void Decode(std::string_view bytes, std::u16string& wide) {
+  bool Decode(std::string_view bytes, std::u16string& wide) {
     if (!has_ascii_runs_) {
       wide.clear();
     } else {
       wide.resize(bytes.size());
       wide.resize(WidenAscii(bytes, wide.data()));
       bytes.remove_prefix(wide.size());
-      if (bytes.empty()) return;
+      if (bytes.empty()) return true;
     }
     decoder_.Reset();
     IconvOutput output(wide, bytes.size());
     const char* from = bytes.data();
     std::size_t size = bytes.size();
+    bool isValid = true;
     while (size > 0 && output.Convert(decoder_, from, size) != Iconv::Outcome::Done) {
+      isValid = false;
       output.Append(kReplacementCharacter);
       const std::size_t skipped = std::min(size, unit_size_);
       from += skipped;
       size -= skipped;
     }
     output.Finish(decoder_);
+    return isValid;
   }
 
   void Encode(std::u16string_view wide, std::string& bytes) {
@@ -232,12 +235,9 @@ bool IsUtf8Name(std::string_view name) {
 
 }  // namespace
 
-void MultiByteToWide(std::uint32_t codePage, std::string_view bytes, std::u16string& wide) {
-  if (Page* page = PageOf(codePage)) {
-    page->Decode(bytes, wide);
-  } else {
-    Utf8ToWide(bytes, wide);
-  }
+bool MultiByteToWide(std::uint32_t codePage, std::string_view bytes, std::u16string& wide) {
+  if (Page* page = PageOf(codePage)) return page->Decode(bytes, wide);
+  return Utf8ToWide(bytes, wide);
 }
 
 void WideToMultiByte(std::uint32_t codePage, std::u16string_view wide, std::string& bytes) {

@@ -77,9 +77,10 @@ std::size_t EncodeCharacter(char32_t character, char* to) noexcept {
 
 }  // namespace
 
-void Utf8ToWide(std::string_view bytes, std::u16string& wide) {
+bool Utf8ToWide(std::string_view bytes, std::u16string& wide) {
   wide.resize(bytes.size());  // no sequence gives more units than it has bytes
   char16_t* to = wide.data();
+  bool isValid = true;
   while (!bytes.empty()) {
     if (static_cast<unsigned char>(bytes.front()) < 0x80) {
       const std::size_t run = WidenAscii(bytes, to);
@@ -88,6 +89,9 @@ void Utf8ToWide(std::string_view bytes, std::u16string& wide) {
       continue;
     }
     const auto [character, length] = DecodeSequence(bytes);
+    // The character itself takes three bytes and starts as no part of a sequence of three does.
+    if (character == kReplacementCharacter)
+      isValid = isValid && length == 3 && static_cast<unsigned char>(bytes.front()) == 0xEF;
     bytes.remove_prefix(length);
     if (character < 0x10000) {
       *to++ = static_cast<char16_t>(character);
@@ -97,6 +101,7 @@ void Utf8ToWide(std::string_view bytes, std::u16string& wide) {
     }
   }
   wide.resize(static_cast<std::size_t>(to - wide.data()));
+  return isValid;
 }
 
 std::size_t EncodeUtf8(std::u16string_view units, char* to) noexcept {

@@ -7,8 +7,8 @@
 namespace pim {
 
 // Replaces `wide` by `bytes`, with U+FFFD for each maximal part of an invalid sequence. `wide`
-// keeps its memory.
-void Utf8ToWide(std::string_view bytes, std::u16string& wide);
+// keeps its memory. Gives whether all of it was valid.
+bool Utf8ToWide(std::string_view bytes, std::u16string& wide);
 
 // Writes the one character that `units` is, a lone surrogate as U+FFFD, and gives the number of its
 // bytes.

@@ -71,6 +71,14 @@ bool EndWord(VObjectParser& parser, ParserState next) {
   return AppendByte(parser, '\0');
 }
 
+// Gives null. The name stands at the start of the buffer, zero-terminated.
+const char* RejectHeader(VObjectParser& parser, TextFault fault) {
+  parser.fault = fault;
+  parser.rejectedName = parser.buffer.get();
+  Reset(parser);
+  return nullptr;
+}
+
 // Each takes as much of the run as belongs to its state and gives where it stopped, or null when
 // the byte there is rejected.
 
@@ -84,10 +92,8 @@ const char* FeedName(VObjectParser& parser, const char* from, const char* end) {
 }
 
 const char* FeedParamStart(VObjectParser& parser, const char* from, const char*) {
-  if (*from == ':') {  // "TEL;:1": the semicolon promised a parameter
-    Reset(parser);
-    return nullptr;
-  }
+  // "TEL;:1": the semicolon promised a parameter
+  if (*from == ':') return RejectHeader(parser, TextFault::NoParameter);
   if (IsWhiteSpace(*from)) return from + 1;
   if (!AddParam(parser, static_cast<std::size_t>(parser.length))) return nullptr;
   parser.state = ParserState::StateParamName;
@@ -106,10 +112,8 @@ const char* FeedParamName(VObjectParser& parser, const char* from, const char* e
 }
 
 const char* FeedParamValueStart(VObjectParser& parser, const char* from, const char*) {
-  if (*from == ':' || *from == ';') {  // "TEL;TYPE=:1": the equals sign promised a value
-    Reset(parser);
-    return nullptr;
-  }
+  // "TEL;TYPE=:1": the equals sign promised a value
+  if (*from == ':' || *from == ';') return RejectHeader(parser, TextFault::NoParameterValue);
   if (IsWhiteSpace(*from)) return from + 1;
   if (!SetParamValue(parser, static_cast<std::size_t>(parser.length))) return nullptr;
   parser.state = ParserState::StateParamValue;
@@ -168,6 +172,7 @@ bool FeedRun(VObjectParser& parser, const char* from, const char* end) {
 // Inside a header a line feed is only white space: TEL;HOME with X:1 below is one property.
 void FeedLineFeed(VObjectParser& parser) {
   if (parser.state == ParserState::StateName) {
+    if (parser.length > 0 && parser.junkHandler != nullptr) parser.junkHandler(parser.userData);
     Reset(parser);  // a line without a colon is dropped
   } else if (parser.state == ParserState::StateValue) {
     EndValue(parser);

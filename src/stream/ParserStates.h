@@ -24,4 +24,8 @@ const char* FindSoftBreak(const char* from, const char* end);
 const char* FeedValue(VObjectParser& parser, const char* from, const char* end);
 void EndValue(VObjectParser& parser);
 
+// The line end that a soft break, or a fold, takes out of quoted-printable text. An escape of which
+// only one digit stood ahead of it is lost.
+void EndSoftBreak(VObjectParser& parser);
+
 }  // namespace pim

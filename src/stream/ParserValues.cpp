@@ -126,7 +126,9 @@ bool DecodeGroup(VObjectParser& parser) {
     digits[i] = kBase64Values[static_cast<unsigned char>(parser.group[i])];
   if (digits[0] == kNoDigit || digits[1] == kNoDigit) return false;
   AppendByte(parser, static_cast<char>(digits[0] << 2 | digits[1] >> 4));
-  if (parser.group[2] != '=') {
+  if (parser.group[2] == '=') {
+    if (parser.group[3] != '=') parser.valueLosses |= LOSS_BAD_BASE64;
+  } else {
     if (digits[2] == kNoDigit) return false;
     AppendByte(parser, static_cast<char>((digits[1] & 15) << 4 | digits[2] >> 2));
     if (parser.group[3] != '=') {
@@ -150,7 +152,10 @@ const char* FeedBase64(VObjectParser& parser, const char* from, const char* end)
     from = DecodeGroups(parser, from, end);
     if (from == end) return end;
   }
-  if (*from != '\r' && !FeedBase64Digit(parser, *from)) return nullptr;
+  if (*from != '\r' && !FeedBase64Digit(parser, *from)) {
+    parser.fault = TextFault::NoBase64;
+    return nullptr;
+  }
   return from + 1;
 }
 
@@ -175,13 +180,19 @@ const char* FeedValue(VObjectParser& parser, const char* from, const char* end) 
   return FeedPlain(parser, from, end);
 }
 
+void EndSoftBreak(VObjectParser& parser) {
+  if (parser.softBreak && parser.group[0] != '\0') parser.valueLosses |= LOSS_BAD_ESCAPE;
+  parser.softBreak = false;
+}
+
 void EndValue(VObjectParser& parser) {
   if (parser.encoding == TransferEncoding::EncodingQuotedPrintable && parser.softBreak) {
-    parser.softBreak = false;  // the value goes on with the next line
+    EndSoftBreak(parser);  // the value goes on with the next line
     return;
   }
   if (parser.dataHandler != nullptr) {
-    if (parser.encoding == TransferEncoding::EncodingBase64) {
+    if (parser.encoding == TransferEncoding::EncodingBase64 && parser.groupCount > 0) {
+      parser.valueLosses |= LOSS_BAD_BASE64;
       // A short last group is padded. One that can't be decoded stays full and ends the loop; the
       // bytes ahead of it are still the value.
       while (parser.groupCount > 0 && FeedBase64Digit(parser, '=')) {

@@ -28,8 +28,20 @@ void StartLine(VObjectParser& parser) {
   if (!parser.foldSeen) {
     FeedLineFeed(parser);
   } else if (parser.encoding == TransferEncoding::EncodingQuotedPrintable) {
-    parser.softBreak = false;
+    EndSoftBreak(parser);
   }
+}
+
+// What stands ahead of the carriage returns at the end of a run.
+const char* WithoutReturns(const char* from, const char* end) {
+  while (end != from && end[-1] == '\r') --end;
+  return end;
+}
+
+bool Fail(VObjectParser& parser, const char* piece, const char* run) {
+  if (parser.fault == TextFault::None) parser.fault = TextFault::NoMemory;
+  parser.rejectedRun = static_cast<std::size_t>(run - piece);
+  return false;
 }
 
 }  // namespace
@@ -42,6 +54,7 @@ bool VObjectParser::Parse(const char* bytes, std::int32_t count, bool final) {
   const char* from = bytes;
   const char* const end = bytes + count;
   lineStart = nullptr;
+  contentEnd = nullptr;
   while (from != end) {
     if (atLineStart) {
       from = SkipLineStart(*this, from, end);
@@ -50,15 +63,15 @@ bool VObjectParser::Parse(const char* bytes, std::int32_t count, bool final) {
       if (state == ParserState::StateName && length == 0) lineStart = from;
       if (!foldSeen && state == ParserState::StateName) {
         from = FeedWholeLines(*this, from, end);
-        if (from == nullptr) return false;  // no memory for a header, which is no fault of the text
+        if (from == nullptr) return Fail(*this, bytes, lineStart);  // no memory for a header
       }
     }
     const auto* lineFeed =
         static_cast<const char*>(std::memchr(from, '\n', static_cast<std::size_t>(end - from)));
-    if (!FeedRun(*this, from, lineFeed == nullptr ? end : lineFeed)) {
-      rejectedRun = static_cast<std::size_t>(from - bytes);
-      return false;
-    }
+    const char* const runEnd = lineFeed == nullptr ? end : lineFeed;
+    if (!FeedRun(*this, from, runEnd)) return Fail(*this, bytes, from);
+    const char* const content = WithoutReturns(from, runEnd);
+    if (content != from) contentEnd = content;
     if (lineFeed == nullptr) break;
     atLineStart = true;
     foldSeen = false;

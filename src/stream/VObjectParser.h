@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <memory>
 
+#include "pim/stream/TextAccount.h"
 #include "pim/support/Strings.h"
 #include "support/ParameterWords.h"
 
@@ -99,11 +100,23 @@ struct VObjectParser {
   // was in an earlier piece.
   const char* lineStart = nullptr;
 
+  // Behind the last byte in the piece that was a part of it: not of blank lines that follow it.
+  const char* contentEnd = nullptr;
+
+  // Called with the user data at the end of a logical line without a colon.
+  void (*junkHandler)(void* userData) = nullptr;
+
+  // What was lost of a value as it was put together; whoever looks at it sets it back.
+  LossMask valueLosses = 0;
+
   // The text has ended inside a group of base64 digits: its last value was cut, or lacks padding.
   bool endsInGroup = false;
 
-  // The start, in its piece, of the run of bytes without a line feed in which one was rejected.
+  // Why a byte was rejected; the start, in its piece, of the run of bytes without a line feed that
+  // holds it; and the name of its property, where it stands in the header.
+  TextFault fault = TextFault::None;
   std::size_t rejectedRun = 0;
+  NarrowString rejectedName;
 };
 
 }  // namespace pim

@@ -84,6 +84,7 @@ const char* TakeValue(VObjectParser& parser, const char* from, const char* end) 
   if (parser.encoding == TransferEncoding::EncodingQuotedPrintable &&
       FindSoftBreak(from, stop) != stop)
     return nullptr;
+  parser.contentEnd = stop;
   if (stop != from)
     parser.dataHandler(parser.userData, from, static_cast<std::int32_t>(stop - from));
   parser.dataHandler(parser.userData, nullptr, 0);
@@ -106,7 +107,10 @@ const char* FeedWholeLines(VObjectParser& parser, const char* from, const char* 
     const char* const value = from + parser.length + 1;
     if (!EmitProperty(parser)) return nullptr;
     const char* const next = TakeValue(parser, value, end);
-    if (next == nullptr) return value;
+    if (next == nullptr) {
+      parser.contentEnd = value;
+      return value;
+    }
     from = next;
   }
 }

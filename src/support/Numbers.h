@@ -35,6 +35,17 @@ constexpr std::int32_t ParseNumber(NarrowStringView text) {
   return Saturated(negative ? -number : number);
 }
 
+// Whether the text is a number as ParseNumber reads it, and nothing else but white space; one
+// beyond 32 bits isn't.
+constexpr bool IsNumber(NarrowStringView text) {
+  text = Trim(text);
+  const std::int32_t number = ParseNumber(text);
+  if (text.starts_with('-') || text.starts_with('+')) text.remove_prefix(1);
+  return !text.empty() && std::ranges::all_of(text, IsDigit) &&
+         number != std::numeric_limits<std::int32_t>::max() &&
+         number != std::numeric_limits<std::int32_t>::min();
+}
+
 // Whether a text in a date's place names none: it holds no digit but 0 and no other letter than a
 // date does. Devices write such for a date that isn't set.
 constexpr bool NamesNoDate(NarrowStringView text) {

@@ -45,4 +45,15 @@ constexpr bool TakeTextParameter(const WordKey& name, NarrowStringView value, st
   return code.has_value();
 }
 
+// An encoding of values that stand as they are, which needs no look.
+constexpr bool IsPlainEncoding(NarrowStringView word) {
+  return EqualsIgnoringCase(word, k8BitWord.text) || EqualsIgnoringCase(word, k7BitText);
+}
+
+// Whether a parameter names an encoding that isn't known, so that the value isn't what it means.
+constexpr bool IsUnknownEncoding(const WordKey& name, NarrowStringView value) {
+  return EqualsIgnoringCase(name.text, kEncodingName) && !kEncodingIndex.CodeOf(KeyOf(value)) &&
+         !IsPlainEncoding(value);
+}
+
 }  // namespace pim

@@ -22,6 +22,8 @@ inline constexpr Word kQuotedPrintableWord = {
     "QUOTED-PRINTABLE", static_cast<std::uint32_t>(TransferEncoding::EncodingQuotedPrintable)};
 inline constexpr Word kBase64Word = {"BASE64",
                                      static_cast<std::uint32_t>(TransferEncoding::EncodingBase64)};
+// The words of values that stand as they are. They need not be looked at.
+inline constexpr NarrowStringView k7BitText = "7BIT";
 inline constexpr Word k8BitWord = {"8BIT",
                                    static_cast<std::uint32_t>(TransferEncoding::Encoding8Bit)};
 

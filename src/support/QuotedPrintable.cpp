@@ -125,10 +125,8 @@ constexpr int HexValue(char c) {
 }
 
 // Reads up to the first character that is no hexadecimal digit; no digit at all gives 0.
-constexpr char HexPair(char high, char low) {
-  const int first = HexValue(high);
+constexpr char HexPair(int first, int second) {
   if (first == kNotHex) return 0;
-  const int second = HexValue(low);
   return static_cast<char>(second == kNotHex ? first : first * 16 + second);
 }
 
@@ -163,19 +161,26 @@ void EncodeText(WideStringView text, NarrowString& encoded, HeadBlank blank) {
   Encoder(encoded, blank).Encode(text);
 }
 
-bool QuotedPrintableDecode(const char* bytes, std::int32_t length, char* out,
-                           std::int32_t& written) {
+bool QuotedPrintableDecode(const char* bytes, std::int32_t length, char* out, std::int32_t& written,
+                           bool* isExact) {
   const char* from = bytes;
   const char* const end = bytes + length;
   char* to = out;
   bool whole = true;
+  bool exact = true;
   while (from != end) {
     const char c = *from++;
     if (c != '=') {
       if (c != '\r' && c != '\n') *to++ = c;
     } else if (from != end && (IsDigit(*from) || IsLetter(*from))) {
-      if (end - from < 2) break;  // a pair cut short by the end gives no byte
-      *to++ = HexPair(from[0], from[1]);
+      if (end - from < 2) {  // a pair cut short by the end gives no byte
+        exact = false;
+        break;
+      }
+      const int high = HexValue(from[0]);
+      const int low = HexValue(from[1]);
+      exact = exact && high != kNotHex && low != kNotHex;
+      *to++ = HexPair(high, low);
       from += 2;
     } else if (end - from >= 2 && from[0] == '\r' && from[1] == '\n') {
       from += 2;
@@ -185,6 +190,7 @@ bool QuotedPrintableDecode(const char* bytes, std::int32_t length, char* out,
     }
   }
   written = static_cast<std::int32_t>(to - out);
+  if (isExact != nullptr) *isExact = exact && whole;
   return whole;
 }
 

@@ -30,7 +30,8 @@ std::int32_t QuotedPrintableEncodedSize(std::int32_t length);
 
 // Decodes into `out`, a buffer of at least `length` bytes, and sets `written`. False when an equals
 // sign begins neither an escape nor a soft line break; what stands before it is in `out`.
-bool QuotedPrintableDecode(const char* bytes, std::int32_t length, char* out,
-                           std::int32_t& written);
+// `isExact`, where given, becomes false then, and for an escape without its two hexadecimal digits.
+bool QuotedPrintableDecode(const char* bytes, std::int32_t length, char* out, std::int32_t& written,
+                           bool* isExact = nullptr);
 
 }  // namespace pim

@@ -36,51 +36,68 @@ class Untransferred {
         to = long_.get();
       }
       std::int32_t written = 0;
-      QuotedPrintableDecode(bytes, length, to, written);  // a bad escape ends the text
+      bool isExact = true;
+      QuotedPrintableDecode(bytes, length, to, written, &isExact);  // a bad escape ends the text
       bytes_ = {to, static_cast<std::size_t>(written)};
+      if (!isExact) losses_ = LOSS_BAD_ESCAPE;
     }
   }
   Untransferred(const Untransferred&) = delete;
   Untransferred& operator=(const Untransferred&) = delete;
 
   NarrowStringView bytes() const { return bytes_; }
+  LossMask losses() const { return losses_; }
 
  private:
   NarrowStringView bytes_;
+  LossMask losses_ = 0;
   std::array<char, 512> short_;
   std::unique_ptr<char[]> long_;
 };
 
-void Convert(std::uint32_t codePage, NarrowStringView bytes, WideString& work, WideText& text) {
-  MultiByteToWide(codePage, bytes, work);
-  text = work;
+bool HasOtherThanAscii(NarrowStringView bytes) {
+  return std::ranges::any_of(bytes, [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
+}
+
+LossMask Convert(std::uint32_t codePage, NarrowStringView bytes, WideString& text) {
+  return LossIf(!MultiByteToWide(codePage, bytes, text), LOSS_INVALID_BYTES);
+}
+
+// What of a value isn't plain ASCII: up to its first NUL.
+LossMask ConvertValue(std::int32_t charset, NarrowStringView bytes, WideString& text) {
+  const NarrowStringView kept = UpToNul(bytes);
+  return Convert(CodePageOf(charset), kept, text) | LossIf(kept.size() != bytes.size(), LOSS_NUL) |
+         LossIf(charset == CHARSET_OTHER && HasOtherThanAscii(kept), LOSS_UNKNOWN_CHARSET);
 }
 
 }  // namespace
 
-void DecodeText(const char* bytes, std::int32_t length, std::int32_t charset, std::int32_t encoding,
-                WideString& text) {
+LossMask DecodeText(const char* bytes, std::int32_t length, std::int32_t charset,
+                    std::int32_t encoding, WideString& text) {
   const Untransferred value(bytes, length, encoding);
-  MultiByteToWide(CodePageOf(charset), UpToNul(value.bytes()), text);
+  return value.losses() | ConvertValue(charset, value.bytes(), text);
 }
 
-void DecodeText(const char* bytes, std::int32_t length, std::int32_t charset, std::int32_t encoding,
-                WideString& work, WideText& text) {
-  const std::uint32_t codePage = CodePageOf(charset);
+LossMask DecodeText(const char* bytes, std::int32_t length, std::int32_t charset,
+                    std::int32_t encoding, WideString& work, WideText& text) {
   const Untransferred value(bytes, length, encoding);
-  if (IsAsciiText(value.bytes()) && HasAsciiRuns(codePage)) {
+  if (IsAsciiText(value.bytes()) && HasAsciiRuns(CodePageOf(charset))) {
     text.AssignAscii(value.bytes());
-  } else {
-    Convert(codePage, UpToNul(value.bytes()), work, text);
+    return value.losses();
   }
+  const LossMask losses = ConvertValue(charset, value.bytes(), work);
+  text = work;
+  return value.losses() | losses;
 }
 
-void WidenText(NarrowStringView bytes, WideString& work, WideText& text) {
+LossMask WidenText(NarrowStringView bytes, WideString& work, WideText& text) {
   if (IsAsciiText(bytes) && HasAsciiRuns(kCodePageDefault)) {
     text.AssignAscii(bytes);
-  } else {
-    Convert(kCodePageDefault, bytes, work, text);
+    return 0;
   }
+  const LossMask losses = Convert(kCodePageDefault, bytes, work);
+  text = work;
+  return losses;
 }
 
 void WidenText(NarrowStringView bytes, WideString& text) {

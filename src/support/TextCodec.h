@@ -2,6 +2,7 @@
 
 #include <cstdint>
 
+#include "pim/support/Loss.h"
 #include "pim/support/Strings.h"
 #include "pim/support/WideText.h"
 #include "support/ParameterWords.h"
@@ -11,15 +12,16 @@ namespace pim {
 
 // Replaces `text` by the value's text. Quoted-printable is decoded, other bytes are taken as they
 // stand (base64 has gone already); then UTF-8, Shift-JIS or, for any other charset, the default
-// code page is converted. The text ends at the first NUL byte and at a bad escape.
-void DecodeText(const char* bytes, std::int32_t length, std::int32_t charset, std::int32_t encoding,
-                WideString& text);
+// code page is converted. The text ends at the first NUL byte and at a bad escape. Gives what was
+// lost.
+LossMask DecodeText(const char* bytes, std::int32_t length, std::int32_t charset,
+                    std::int32_t encoding, WideString& text);
 
 // The same for a record's text. Most are plain ASCII and go there at once; the others by way of
 // `work`, one piece of memory for many calls.
-void DecodeText(const char* bytes, std::int32_t length, std::int32_t charset, std::int32_t encoding,
-                WideString& work, WideText& text);
-void WidenText(NarrowStringView bytes, WideString& work, WideText& text);
+LossMask DecodeText(const char* bytes, std::int32_t length, std::int32_t charset,
+                    std::int32_t encoding, WideString& work, WideText& text);
+LossMask WidenText(NarrowStringView bytes, WideString& work, WideText& text);
 
 // Conversions by the default code page, as a whole: for what devices write in their own charset
 // whatever the parameters say, and for text that has none.

@@ -127,21 +127,24 @@ void TakeList(NarrowStringView& text, EntryForm form, RecurrenceList& list) {
   }
 }
 
-void TakeLists(NarrowStringView& text, RecurrenceData& rule) {
+LossMask TakeLists(NarrowStringView& text, RecurrenceData& rule) {
   const auto takeDays = [&](EntryForm form) {
     TakeList(text, form, static_cast<DaysData&>(rule).days);
+    return LossMask{0};
   };
   switch (rule.type) {
     case RECUR_DAILY: {
       RecurrenceList dropped;  // a daily rule may name weekdays, but keeps none
-      return TakeList(text, Weekday, dropped);
+      TakeList(text, Weekday, dropped);
+      return LossIf(!dropped.empty(), LOSS_OTHER_PARTS);
     }
     case RECUR_WEEKLY:
       return takeDays(Weekday);
     case RECUR_MONTHLY_BY_POS: {
       auto& byPos = static_cast<MonthlyByPosData&>(rule);
       TakeList(text, WeekPosition, byPos.positions);
-      return TakeList(text, Weekday, byPos.weekdays);
+      TakeList(text, Weekday, byPos.weekdays);
+      return 0;
     }
     case RECUR_MONTHLY_BY_DAY:
       return takeDays(MonthDay);
@@ -152,28 +155,31 @@ void TakeLists(NarrowStringView& text, RecurrenceData& rule) {
   }
 }
 
-RecurrencePointer ReadRule(NarrowStringView text) {
+RecurrencePointer ReadRule(NarrowStringView text, LossMask& losses) {
   text = Trim(text);
   RecurrencePointer rule = MakeRecurrenceData(TakeKind(text));
   rule->interval = TakeInterval(text);
   // The end date stands behind the count, and only from the end can either be told from a list.
   rule->endDate = TakeEndDate(text);
   rule->count = TakeCount(text);
-  TakeLists(text, *rule);
+  losses = TakeLists(text, *rule) | LossIf(rule->endDate.status == StatusInvalid, LOSS_BAD_VALUE);
   if (!text.empty()) throw kParseFailure;
   return rule;
 }
 
 }  // namespace
 
-void ParseRecurrence(const char* bytes, std::int32_t length, CRecurrence& holder) {
+LossMask ParseRecurrence(const char* bytes, std::int32_t length, CRecurrence& holder) {
   holder.ResetRecurrenceData();
   const NarrowStringView value(bytes, static_cast<std::size_t>(length));
+  LossMask losses = 0;
   try {
-    holder.data = ReadRule(value);
+    holder.data = ReadRule(value, losses);
   } catch (ParseFailure) {
     ShowValueMessage(u"Invalid recurrence.\n\n", value);
+    losses = LOSS_BAD_VALUE;
   }
+  return losses;
 }
 
 void AddSorted(RecurrenceList& list, std::int32_t value) {

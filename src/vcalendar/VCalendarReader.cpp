@@ -28,11 +28,27 @@ WideString NameOfLast(const CCalendars& calendars) {
   return (item.summary.empty() ? item.description : item.summary).str();
 }
 
-// Like their BEGIN, an item's END may be cut short.
-void WatchEnd(TextWatcher& watcher, NarrowStringView value) {
-  const NarrowStringView word = watcher.WordOfEnd(value);
-  if (CodeOfStart(kItemObjects, word)) return watcher.EndRecord();
-  if (IsStartOf(kCalendarObject.text, word)) watcher.EndFrame();
+// Like their BEGIN, an item's END may be cut short. That of the frame ends its items too.
+void TellEnd(VCalReadContext& context, NarrowStringView value) {
+  const EndWord end = WordOfEnd(value);
+  const bool endsItem = CodeOfStart(kItemObjects, end.word).has_value();
+  const bool endsFrame = !endsItem && IsStartOf(kCalendarObject.text, end.word);
+  if (context.watcher != nullptr) {
+    if (end.isJoined) context.watcher->Note(TextEvent::RecordsJoined, kEndWord, value);
+    if (endsItem) context.watcher->EndRecord();
+    if (endsFrame) context.watcher->EndFrame();
+  }
+  if (context.account != nullptr) {
+    if (end.isJoined) context.account->TellJoined();
+    if (endsItem || endsFrame) context.account->EndRecord();
+  }
+}
+
+PropertyKind KindOf(const VCalReadContext& context) {
+  if (context.propertyId == VCAL_UNKNOWN)
+    return context.isEnd ? PropertyKind::Frame : PropertyKind::Unknown;
+  const bool isFrame = context.propertyId == VCAL_BEGIN || context.propertyId == VCAL_VERSION;
+  return isFrame ? PropertyKind::Frame : PropertyKind::Known;
 }
 
 }  // namespace
@@ -50,12 +66,22 @@ void VCalendarReader::Watch(WatchText watch) {
   context_.watcher = &*watcher_;
 }
 
+void VCalendarReader::Account(TakeEntry take) {
+  account_.emplace(std::move(take), *parser_, [this] { return NameOfLast(*context_.calendars); });
+  context_.account = &*account_;
+  parser_->junkHandler = [](void* user) {
+    static_cast<VCalReadContext*>(user)->account->TakeJunk();
+  };
+}
+
 bool VCalendarReader::Read(NarrowStringView piece, bool final) {
   const auto parse = [&] {
     return parser_->Parse(piece.data(), static_cast<std::int32_t>(piece.size()), final);
   };
-  if (!watcher_) return parse();
-  return watcher_->Around(piece, final, parse, [this] { return NameOfLast(*context_.calendars); });
+  const auto account = [&] { return account_ ? account_->Around(piece, final, parse) : parse(); };
+  if (!watcher_) return account();
+  return watcher_->Around(piece, final, account,
+                          [this] { return NameOfLast(*context_.calendars); });
 }
 
 void ShowVCalendarFailure() { ShowParseFailure(u"Error parsing vCalendar"); }
@@ -78,22 +104,37 @@ void OnVCalProperty(void* user, const char* name, const ParserParam* params) {
   context.alarmFormat = 0;
   const auto id = kPropertyIndex.CodeOf(KeyOf(name));
   context.propertyId = id ? static_cast<std::int32_t>(*id) : VCAL_UNKNOWN;
-  if (context.watcher != nullptr) context.isEnd = EqualsIgnoringCase(name, kEndWord);
+  VCalendarAccount* const account = context.account;
+  if (context.watcher != nullptr || account != nullptr)
+    context.isEnd = EqualsIgnoringCase(name, kEndWord);
+  if (account != nullptr) {
+    account->BeginProperty(name, KindOf(context), [](NarrowStringView rest) {
+      return kPropertyIndex.CodeOf(KeyOf(rest)).has_value();
+    });
+  }
   for (const ParserParam* param = params; param->name.text != nullptr; ++param) {
-    TakeTextParameter(KeyOf(param->name.text), param->ValueText(), context.charset,
-                      context.encoding);
-    if (context.propertyId == VCAL_AALARM)
-      context.alarmFormat |= AlarmBitsOf(param->name.text, param->ValueText());
+    const WordKey paramName = KeyOf(param->name.text);
+    const NarrowStringView value = param->ValueText();
+    const bool ofText = TakeTextParameter(paramName, value, context.charset, context.encoding);
+    std::uint32_t alarmBits = 0;
+    if (context.propertyId == VCAL_AALARM) alarmBits = AlarmBitsOf(paramName.text, value);
+    context.alarmFormat |= alarmBits;
+    if (account == nullptr || KindOf(context) != PropertyKind::Known) continue;
+    const bool isHeard = ofText || alarmBits != 0 || IsPlainEncoding(paramName.text);
+    if (!isHeard || IsUnknownEncoding(paramName, value)) account->Tell(LOSS_TYPE_IGNORED);
   }
 }
 
 void OnVCalData(void* user, const char* bytes, std::int32_t length) {
   auto& context = *static_cast<VCalReadContext*>(user);
+  VCalendarAccount* const account = context.account;
   if (bytes == nullptr) {
+    if (account != nullptr) account->EndProperty();
     context.propertyId = VCAL_NO_PROPERTY;
     context.alarmFormat = 0;
     return;
   }
+  if (account != nullptr) account->TakeValue();
   CCalendars& calendars = *context.calendars;
   const NarrowStringView value(bytes, static_cast<std::size_t>(length));
   // The only place where an item begins; none has an end, so what stands behind its END, and in
@@ -104,6 +145,7 @@ void OnVCalData(void* user, const char* bytes, std::int32_t length) {
         context.watcher->Complete([&calendars] { return NameOfLast(calendars); });
         context.watcher->BeginRecord();
       }
+      if (account != nullptr) account->BeginRecord();
       if (context.onBegin) context.onBegin();
       calendars.AddNew().calendar_type = static_cast<std::uint8_t>(*type);
       AllDayPending = false;
@@ -112,13 +154,14 @@ void OnVCalData(void* user, const char* bytes, std::int32_t length) {
     }
     return;
   }
-  if (context.isEnd) WatchEnd(*context.watcher, value);
+  if (context.isEnd) TellEnd(context, value);
   if (calendars.GetCount() == 0) return;
   CCalendar& item = calendars[calendars.GetCount() - 1];
-  const auto event = TakeVCalendarValue(context, bytes, length, item);
-  if (event && context.watcher != nullptr) {
+  const ValueOutcome outcome = TakeVCalendarValue(context, bytes, length, item);
+  if (account != nullptr) account->Tell(outcome.losses);
+  if (outcome.event && context.watcher != nullptr) {
     const auto id = static_cast<std::uint32_t>(context.propertyId);
-    context.watcher->Note(*event, TextOf(kVCalendarProperties, id), value);
+    context.watcher->Note(*outcome.event, TextOf(kVCalendarProperties, id), value);
   }
 }
 

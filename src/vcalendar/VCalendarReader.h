@@ -9,6 +9,7 @@
 #include "stream/TextWatcher.h"
 #include "stream/VObjectParser.h"
 #include "support/ByteBuffer.h"
+#include "vcalendar/VCalendarAccount.h"
 
 namespace pim {
 
@@ -20,9 +21,10 @@ struct VCalReadContext {
   std::int32_t encoding = 0;        // EncodingCode
   std::uint32_t alarmFormat = 0;    // of an AALARM: ReminderType and ReminderValueType bits
   WideString text;                  // the value's text; one piece of memory for the whole reading
-  bool isEnd = false;               // the property is an END; told only where a host watches
+  bool isEnd = false;               // the property is an END; told only for one of those below
   TextWatcher* watcher = nullptr;   // for a host that watches; not owned
-  std::function<void()> onBegin;    // called ahead of each item, the one before being complete
+  VCalendarAccount* account = nullptr;  // for a host that wants one; not owned
+  std::function<void()> onBegin;        // called ahead of each item, the one before being complete
 };
 
 // Reads one vCalendar text in pieces into a collection, whose last item stays open between them.
@@ -42,15 +44,24 @@ class VCalendarReader {
   // Has a host told of what happens.
   void Watch(WatchText watch);
 
+  // Gives a host the account of the text, entry by entry.
+  void Account(TakeEntry take);
+  // Ends the account of a text that was rejected; `rest` stands behind the last piece.
+  void EndAccount(NarrowStringView rest) {
+    if (account_) account_->EndRejected(rest);
+  }
+
   // Takes the next piece; `final` ends the text. False when it is rejected.
   [[nodiscard]] bool Read(NarrowStringView piece, bool final);
   // Where in the piece that was rejected: the start of a part of the line that holds the place.
   std::size_t rejectedAt() const { return parser_->rejectedRun; }
+  TextFault fault() const { return parser_->fault; }
 
  private:
   VCalReadContext context_;
   std::unique_ptr<VObjectParser> parser_;
   std::optional<TextWatcher> watcher_;
+  std::optional<VCalendarAccount> account_;
 };
 
 // Shows the message of a rejected vCalendar text; the second one throws kParseFailure behind that.

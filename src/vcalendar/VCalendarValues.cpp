@@ -2,13 +2,11 @@
 
 #include <algorithm>
 #include <cstring>
-#include <optional>
 
-#include "records/CategoryWords.h"
-#include "support/DateTimeZones.h"
 #include "support/Numbers.h"
 #include "support/TextCodec.h"
 #include "vcalendar/RecurrenceReader.h"
+#include "vcalendar/VCalendarForms.h"
 #include "vcalendar/VCalendarReader.h"
 #include "vcalendar/VCalendarWords.h"
 
@@ -17,33 +15,6 @@ namespace pim {
 bool AllDayPending = false;
 
 namespace {
-
-NarrowStringView ViewOf(const char* bytes, std::int32_t length) {
-  return {bytes, static_cast<std::size_t>(length)};
-}
-
-// Takes the next run of bytes without a semicolon off `rest`; nothing when there is no more.
-std::optional<NarrowStringView> TakeToken(NarrowStringView& rest) {
-  rest.remove_prefix(std::min(rest.find_first_not_of(';'), rest.size()));
-  if (rest.empty()) return std::nullopt;
-  const NarrowStringView token = rest.substr(0, rest.find(';'));
-  rest.remove_prefix(token.size());
-  return token;
-}
-
-// Takes what stands ahead of the next semicolon, and that, off `rest`.
-NarrowStringView TakeField(NarrowStringView& rest) {
-  const NarrowStringView field = rest.substr(0, rest.find(';'));
-  rest.remove_prefix(std::min(field.size() + 1, rest.size()));
-  return field;
-}
-
-WideText Decoded(NarrowStringView text, std::int32_t charset, std::int32_t encoding) {
-  WideString work;
-  WideText decoded;
-  DecodeText(text.data(), static_cast<std::int32_t>(text.size()), charset, encoding, work, decoded);
-  return decoded;
-}
 
 // The first carriage return, or npos. Byte by byte there are library calls that are fast.
 std::size_t FindReturn(WideStringView text) {
@@ -68,223 +39,234 @@ void JoinLineEnds(WideString& text) {
   text.resize(to);
 }
 
-void TakeText(VCalReadContext& context, NarrowStringView value, WideText& field) {
-  DecodeText(value.data(), static_cast<std::int32_t>(value.size()), context.charset,
-             context.encoding, context.text, field);
-  if (FindReturn(field) == WideStringView::npos) return;
-  context.text = field.view();
-  JoinLineEnds(context.text);
-  field = context.text;
+// Whether two values of a field are told as the same.
+bool AreSame(const COleDateTime& a, const COleDateTime& b) {
+  return a == b || (a.status == StatusInvalid && b.status == StatusInvalid);
+}
+bool AreSame(const COleDateTimeSpan& a, const COleDateTimeSpan& b) {
+  return a.status == b.status && (a.status != StatusValid || a.value == b.value);
+}
+bool AreSame(const CCalendarZone& a, const CCalendarZone& b) {
+  return AreSame(a.daylightOffset, b.daylightOffset) && AreSame(a.daylightStart, b.daylightStart) &&
+         AreSame(a.daylightEnd, b.daylightEnd) && a.standardName == b.standardName &&
+         a.daylightName == b.daylightName;
+}
+bool AreSame(const CReminder& a, const CReminder& b) {
+  return a.reminderType == b.reminderType && a.valueType == b.valueType &&
+         a.alarmType == b.alarmType && AreSame(a.alarm_date, b.alarm_date) &&
+         AreSame(a.snooze, b.snooze) && a.repeatCount == b.repeatCount &&
+         a.displayText == b.displayText;
+}
+// Looks at the rules with valid end dates in the place of invalid ones.
+bool AreSame(RecurrenceData* a, RecurrenceData* b) {
+  if (a == nullptr || b == nullptr) return a == b;
+  if (!AreSame(a->endDate, b->endDate)) return false;
+  const COleDateTimeNull date = std::exchange(b->endDate, a->endDate);
+  const COleDateTimeNull other = std::exchange(a->endDate, {});
+  b->endDate = {};
+  const bool same = *a == *b;
+  a->endDate = other;
+  b->endDate = date;
+  return same;
 }
 
-// Start or end of an item, which is all-day when both neighbours have the form.
-bool TakeSpanEnd(NarrowStringView value, COleDateTimeNull& field, CCalendar& item) {
-  const bool hasForm = IsAllDayForm(value);
-  if (!hasForm) {
-    item.allday = 0;
-  } else if (AllDayPending) {
-    item.allday = 1;
+// One property's value on its way into the item, told to the account as it goes.
+class ValueTaker {
+ public:
+  ValueTaker(VCalReadContext& context, NarrowStringView value, CCalendar& item)
+      : context_(context), value_(value), item_(item), account_(context.account) {}
+
+  ValueOutcome Take() {
+    switch (context_.propertyId) {
+      case VCAL_TZ:
+        return {TakeOffset()};
+      case VCAL_DAYLIGHT:
+        return TakeDaylight();
+      case VCAL_CATEGORIES:
+        return {TakeCategories()};
+      case VCAL_CLASS:
+        return {TakeWord(kClassWords, CLASS_NONE, item_.class_, FIELD_CLASS)};
+      case VCAL_AALARM:
+        return TakeAlarm();
+      case VCAL_DTCREATE:
+        return TakeDate(item_.created_time, FIELD_CREATED_TIME);
+      case VCAL_LAST_MODIFIED:
+        return TakeDate(item_.modified_time, FIELD_MODIFIED_TIME);
+      case VCAL_X_MODIFIED:
+        return TakeDate(item_.xmodified_time, FIELD_XMODIFIED_TIME);
+      case VCAL_DTSTART:
+        return TakeSpanEnd(item_.start_time, FIELD_START_TIME);
+      case VCAL_DTEND:
+        return TakeSpanEnd(item_.end_time, FIELD_END_TIME);
+      case VCAL_DUE:
+        return TakeDate(item_.due, FIELD_DUE);
+      case VCAL_COMPLETED:
+        return TakeDate(item_.completed, FIELD_COMPLETED);
+      case VCAL_SUMMARY:
+        return {TakeText(item_.summary, FIELD_SUMMARY)};
+      case VCAL_DESCRIPTION:
+        return {TakeText(item_.description, FIELD_DESCRIPTION)};
+      case VCAL_LOCATION:
+        return {TakeText(item_.location, FIELD_LOCATION)};
+      case VCAL_RRULE:
+        return TakeRule(item_.recurrence, FIELD_RECURRENCE);
+      case VCAL_XRULE:
+        return TakeRule(item_.exceptionRule, FIELD_EXCEPTION_RULE);
+      case VCAL_PRIORITY:
+        return {TakePriority()};
+      case VCAL_STATUS:
+        return {TakeWord(kStatusWords, STATUS_NEEDS_ACTION, item_.status, FIELD_STATUS)};
+      case VCAL_X_COLOR:
+        return {TakeText(item_.color, FIELD_COLOR)};
+      case VCAL_X_HOLIDAY:
+        return {TakeHoliday()};
+      default:
+        return {};
+    }
   }
-  AllDayPending = hasForm;
-  return ParseDateTime(value, field);
-}
 
-bool TakeAlarm(const VCalReadContext& context, NarrowStringView value, CReminder& reminder) {
-  reminder.SetAlramType(DESKMATE_IDS::ALARM_AUDIO);
-  reminder.SetType(context.alarmFormat & 0xF0);
-  reminder.SetValueType(context.alarmFormat & 0x0F);
-  return ParseAlarm(value.data(), static_cast<std::int32_t>(value.size()), context.charset,
-                    context.encoding, reminder);
-}
+ private:
+  const char* bytes() const { return value_.data(); }
+  std::int32_t length() const { return static_cast<std::int32_t>(value_.size()); }
+  void Tell(std::uint8_t place, bool same, bool says) {
+    if (account_ != nullptr) account_->Write(place, {.same = same, .says = says});
+  }
 
-std::optional<TextEvent> TakeRule(NarrowStringView value, CRecurrence& holder) {
-  ParseRecurrence(value.data(), static_cast<std::int32_t>(value.size()), holder);
-  const RecurrenceData* const rule = holder.GetRecurrenceData();
-  if (rule == nullptr) return TextEvent::RuleNotUnderstood;
-  if (rule->endDate.status == StatusInvalid) return TextEvent::DateNotUnderstood;
-  return std::nullopt;
-}
+  LossMask TakeOffset() {
+    COleDateTimeSpan& offset = item_.zone.tzOffset;
+    const COleDateTimeSpan before = offset;
+    const bool isUnderstood = ParseUtcOffset(value_, offset);
+    Tell(FIELD_ZONE, AreSame(before, offset), true);
+    return LossIf(!isUnderstood, LOSS_BAD_VALUE);
+  }
 
-// The number behind the first `mark`; 0 without one.
-std::int32_t NumberBehind(NarrowStringView text, char mark) {
-  const std::size_t at = text.find(mark);
-  return at == NarrowStringView::npos ? 0 : ParseNumber(text.substr(at + 1));
-}
+  ValueOutcome TakeDaylight() {
+    CCalendarZone before;
+    if (account_ != nullptr) before = item_.zone;
+    const ValueOutcome outcome =
+        ParseDaylight(bytes(), length(), context_.charset, context_.encoding, item_.zone);
+    // One that isn't understood clears the fields, which is nothing that it says.
+    const bool says = (outcome.losses & LOSS_BAD_VALUE) == 0 || !AreSame({}, item_.zone);
+    if (account_ != nullptr) Tell(PLACE_DAYLIGHT, AreSame(before, item_.zone), says);
+    return outcome;
+  }
 
-bool IsUtc(NarrowStringView text) { return text.find('Z') != NarrowStringView::npos; }
+  LossMask TakeCategories() {
+    const std::uint8_t before = item_.calendar_type;
+    const CategoriesRead read = ParseCategories(bytes(), length(), item_);
+    if (account_ != nullptr && read.hasRows) account_->Add(FIELD_CATEGORIES);
+    if (read.isMemo) Tell(FIELD_CALENDAR_TYPE, before == item_.calendar_type, true);
+    return read.losses;
+  }
+
+  LossMask TakeWord(std::span<const Word> words, std::int32_t other, std::int32_t& field,
+                    ItemField place) {
+    const std::int32_t before = field;
+    const auto code = CodeOfStart(words, value_);
+    field = code ? static_cast<std::int32_t>(*code) : other;
+    Tell(place, before == field, code.has_value());
+    return LossIf(!code, LOSS_BAD_VALUE);
+  }
+
+  ValueOutcome TakeAlarm() {
+    CReminder& reminder = item_.reminder;
+    CReminder before;
+    if (account_ != nullptr) before = reminder;
+    reminder.SetAlramType(DESKMATE_IDS::ALARM_AUDIO);
+    reminder.SetType(context_.alarmFormat & 0xF0);
+    reminder.SetValueType(context_.alarmFormat & 0x0F);
+    const ValueOutcome outcome =
+        ParseAlarm(bytes(), length(), context_.charset, context_.encoding, reminder);
+    if (account_ != nullptr) Tell(FIELD_REMINDER, AreSame(before, reminder), true);
+    return outcome;
+  }
+
+  ValueOutcome TakeDate(COleDateTimeNull& field, ItemField place) {
+    const COleDateTimeNull before = field;
+    const bool isUnderstood = ParseDateTime(value_, field);
+    ValueOutcome outcome = OutcomeOfDate(isUnderstood);
+    if (account_ == nullptr) return outcome;
+    outcome.losses = LossesOfDateTime(value_, isUnderstood);
+    Tell(place, AreSame(before, field), isUnderstood || field.status == StatusInvalid);
+    return outcome;
+  }
+
+  // Start or end of an item, which is all-day when both neighbours have the form.
+  ValueOutcome TakeSpanEnd(COleDateTimeNull& field, ItemField place) {
+    const VCalendarAccount::Span before{item_.allday, AllDayPending};
+    VCalendarAccount::Span now = before;
+    const bool hasForm = IsAllDayForm(value_);
+    now.Take(hasForm);
+    item_.allday = now.allday;
+    AllDayPending = now.isPending;
+    if (account_ != nullptr) {
+      if (!hasForm || before.isPending) {
+        account_->Write(FIELD_ALLDAY, {.same = before.allday == now.allday,
+                                       .says = hasForm,
+                                       .follows = true,
+                                       .isJoint = true});
+      }
+      account_->TakeSpan(before, now, hasForm);
+    }
+    ValueOutcome outcome = TakeDate(field, place);
+    if (hasForm && now.allday != 0) outcome.losses &= ~LossMask{LOSS_TIME_DROPPED};
+    return outcome;
+  }
+
+  LossMask TakeText(WideText& field, ItemField place) {
+    const WideText before = std::move(field);
+    const LossMask losses =
+        DecodeText(bytes(), length(), context_.charset, context_.encoding, context_.text, field);
+    if (FindReturn(field) != WideStringView::npos) {
+      context_.text = field.view();
+      JoinLineEnds(context_.text);
+      field = context_.text;
+    }
+    Tell(place, before == field, !field.empty());
+    return losses;
+  }
+
+  ValueOutcome TakeRule(CRecurrence& holder, ItemField place) {
+    RecurrencePointer before;
+    if (account_ != nullptr) before = std::move(holder.data);
+    ValueOutcome outcome{ParseRecurrence(bytes(), length(), holder)};
+    RecurrenceData* const rule = holder.data.get();
+    if (rule == nullptr) {
+      outcome.event = TextEvent::RuleNotUnderstood;
+    } else if (rule->endDate.status == StatusInvalid) {
+      outcome.event = TextEvent::DateNotUnderstood;
+    }
+    if (account_ != nullptr) Tell(place, AreSame(before.get(), rule), rule != nullptr);
+    return outcome;
+  }
+
+  LossMask TakePriority() {
+    const std::int32_t before = item_.priority;
+    item_.priority = ParseNumber(value_);
+    const bool isUnderstood = IsNumber(value_);
+    Tell(FIELD_PRIORITY, before == item_.priority, isUnderstood || item_.priority != 0);
+    return LossIf(!isUnderstood, LOSS_BAD_VALUE);
+  }
+
+  LossMask TakeHoliday() {
+    const std::uint8_t before = item_.set_holiday;
+    item_.set_holiday = IsStartOf(kHolidayYes, value_) ? 1 : 0;
+    const bool isKnown = item_.set_holiday != 0 || IsStartOf(kHolidayNo, value_);
+    Tell(FIELD_SET_HOLIDAY, before == item_.set_holiday, isKnown);
+    return LossIf(!isKnown, LOSS_BAD_VALUE);
+  }
+
+  VCalReadContext& context_;
+  NarrowStringView value_;
+  CCalendar& item_;
+  VCalendarAccount* account_;
+};
 
 }  // namespace
 
-std::optional<TextEvent> TakeVCalendarValue(VCalReadContext& context, const char* bytes,
-                                            std::int32_t length, CCalendar& item) {
-  const NarrowStringView value = ViewOf(bytes, length);
-  bool isDateUnderstood = true;
-  switch (context.propertyId) {
-    case VCAL_TZ:
-      ParseUtcOffset(value, item.zone.tzOffset);
-      break;
-    case VCAL_DAYLIGHT:
-      isDateUnderstood = ParseDaylight(bytes, length, context.charset, context.encoding, item.zone);
-      break;
-    case VCAL_CATEGORIES:
-      ParseCategories(bytes, length, item);
-      break;
-    case VCAL_CLASS:
-      item.class_ = static_cast<std::int32_t>(CodeOfStart(kClassWords, value).value_or(CLASS_NONE));
-      break;
-    case VCAL_AALARM:
-      isDateUnderstood = TakeAlarm(context, value, item.reminder);
-      break;
-    case VCAL_DTCREATE:
-      isDateUnderstood = ParseDateTime(value, item.created_time);
-      break;
-    case VCAL_LAST_MODIFIED:
-      isDateUnderstood = ParseDateTime(value, item.modified_time);
-      break;
-    case VCAL_X_MODIFIED:
-      isDateUnderstood = ParseDateTime(value, item.xmodified_time);
-      break;
-    case VCAL_DTSTART:
-      isDateUnderstood = TakeSpanEnd(value, item.start_time, item);
-      break;
-    case VCAL_DTEND:
-      isDateUnderstood = TakeSpanEnd(value, item.end_time, item);
-      break;
-    case VCAL_DUE:
-      isDateUnderstood = ParseDateTime(value, item.due);
-      break;
-    case VCAL_COMPLETED:
-      isDateUnderstood = ParseDateTime(value, item.completed);
-      break;
-    case VCAL_SUMMARY:
-      TakeText(context, value, item.summary);
-      break;
-    case VCAL_DESCRIPTION:
-      TakeText(context, value, item.description);
-      break;
-    case VCAL_LOCATION:
-      TakeText(context, value, item.location);
-      break;
-    case VCAL_RRULE:
-      return TakeRule(value, item.recurrence);
-    case VCAL_XRULE:
-      return TakeRule(value, item.exceptionRule);
-    case VCAL_PRIORITY:
-      item.priority = ParseNumber(value);
-      break;
-    case VCAL_STATUS:
-      item.status =
-          static_cast<std::int32_t>(CodeOfStart(kStatusWords, value).value_or(STATUS_NEEDS_ACTION));
-      break;
-    case VCAL_X_COLOR:
-      TakeText(context, value, item.color);
-      break;
-    case VCAL_X_HOLIDAY:
-      item.set_holiday = IsStartOf(kHolidayYes, value) ? 1 : 0;
-      break;
-    default:
-      break;
-  }
-  if (isDateUnderstood) return std::nullopt;
-  return TextEvent::DateNotUnderstood;
-}
-
-bool ParseDateTime(NarrowStringView text, COleDateTimeNull& value) {
-  const std::int32_t date = ParseNumber(text);
-  if (date == 0) {
-    value.status = StatusNull;
-    return NamesNoDate(text);
-  }
-  std::int32_t time = NumberBehind(text, 'T');
-  if (time / 10000 == 24) time = 0;
-  value.SetDateTime(date / 10000, date / 100 % 100, date % 100, time / 10000, time / 100 % 100, 0);
-  if (!IsUtc(text)) value = ConvertDateTime(value);
-  return value.status == StatusValid;
-}
-
-bool IsAllDayForm(NarrowStringView text) {
-  if (ParseNumber(text) == 0 || IsUtc(text)) return false;
-  const std::int32_t time = NumberBehind(text, 'T');
-  const std::int32_t hour = time / 10000;
-  return (hour == 0 || hour == 24) && time / 100 % 100 == 0;
-}
-
-void ParseUtcOffset(NarrowStringView text, COleDateTimeSpan& span) {
-  const std::int64_t hours = ParseNumber(text);
-  const std::int64_t minutes = NumberBehind(text, ':');
-  span.SetDateTimeSpan(0, 0, Saturated(hours * 60 + (hours < 0 ? -minutes : minutes)), 0);
-}
-
-void ParseDuration(NarrowStringView text, COleDateTimeSpan& span) {
-  span = {};
-  if (!text.starts_with('P')) return;
-  text.remove_prefix(1);
-  bool inTime = false;
-  std::int32_t number = 0;
-  std::int32_t years = 0;
-  std::int32_t months = 0;
-  std::int32_t days = 0;
-  std::int32_t hours = 0;
-  std::int32_t minutes = 0;
-  std::int32_t seconds = 0;
-  for (const char c : text) {
-    if (IsDigit(c)) {
-      number = WithDigit(number, c);
-      continue;
-    }
-    if (!IsLetter(c)) return;
-    if (c == 'T') inTime = true;
-    if (c == 'Y' && !inTime) years = number;
-    if (c == 'M') (inTime ? minutes : months) = number;
-    if (c == 'D' && !inTime) days = number;
-    if (c == 'H' && inTime) hours = number;
-    if (c == 'S' && inTime) seconds = number;
-    number = 0;
-  }
-  const std::int64_t allDays = std::int64_t{years} * 365 + std::int64_t{months} * 30 + days;
-  span.SetDateTimeSpan(Saturated(allDays), hours, minutes, seconds);
-}
-
-bool ParseDaylight(const char* bytes, std::int32_t length, std::int32_t charset,
-                   std::int32_t encoding, CCalendarZone& zone) {
-  zone.daylightStart = zone.daylightEnd = {};
-  zone.standardName.clear();
-  zone.daylightName.clear();
-  zone.daylightOffset = {};
-  NarrowStringView rest = ViewOf(bytes, length);
-  if (TakeToken(rest) != "TRUE") return true;
-  bool understood = true;
-  if (const auto offset = TakeToken(rest)) ParseUtcOffset(*offset, zone.daylightOffset);
-  for (COleDateTimeNull* date : {&zone.daylightStart, &zone.daylightEnd}) {
-    const auto token = TakeToken(rest);
-    if (token && !ParseDateTime(*token, *date)) understood = false;
-  }
-  if (const auto name = TakeToken(rest)) zone.standardName = Decoded(*name, charset, encoding);
-  if (const auto name = TakeToken(rest)) zone.daylightName = Decoded(*name, charset, encoding);
-  return understood;
-}
-
-bool ParseAlarm(const char* bytes, std::int32_t length, std::int32_t charset, std::int32_t encoding,
-                CReminder& reminder) {
-  NarrowStringView rest = ViewOf(bytes, length);
-  const bool understood = ParseDateTime(TakeField(rest), reminder.alarm_date);
-  ParseDuration(TakeField(rest), reminder.snooze);
-  reminder.repeatCount = ParseNumber(TakeField(rest));
-  reminder.displayText = Decoded(Trim(TakeField(rest)), charset, encoding);
-  return understood;
-}
-
-void ParseCategories(const char* bytes, std::int32_t length, CCalendar& item) {
-  NarrowStringView rest = ViewOf(bytes, length);
-  std::uint32_t mask = 0;
-  while (const auto token = TakeToken(rest)) mask |= CategoryBitOf(Trim(*token));
-  for (const std::uint32_t kept : {CATEGORY_APPOINTMENT, CATEGORY_ANNIVERSARY, CATEGORY_BIRTHDAY}) {
-    if ((mask & kept) == 0) continue;
-    const NarrowStringView word = TextOf(kCategoryWords, kept);
-    item.NewCategory(WideString(word.begin(), word.end()));
-  }
-  if ((mask & CATEGORY_MEMO) != 0)
-    item.calendar_type = static_cast<std::uint8_t>(CalendarType::Memo);
+ValueOutcome TakeVCalendarValue(VCalReadContext& context, const char* bytes, std::int32_t length,
+                                CCalendar& item) {
+  return ValueTaker(context, {bytes, static_cast<std::size_t>(length)}, item).Take();
 }
 
 }  // namespace pim

@@ -93,6 +93,10 @@ inline constexpr Word kStatusWords[] = {
 inline constexpr NarrowStringView kHolidayYes = "YES";
 inline constexpr NarrowStringView kHolidayNo = "NO";
 
+// What a DAYLIGHT line begins with: this in capitals, or anything else for no daylight time.
+inline constexpr NarrowStringView kDaylightYes = "TRUE";
+inline constexpr NarrowStringView kDaylightNo = "FALSE";
+
 // What an alarm's parameters say, by the start of the parameter's name.
 inline constexpr NarrowStringView kAlarmTypeName = kTypeName;
 inline constexpr Word kAlarmTypeWords[] = {

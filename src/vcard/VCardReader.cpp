@@ -20,43 +20,69 @@ constexpr WordIndex kOrganizationIndex(kOrganizationWords);
 constexpr WordIndex kMessengerIndex(kMessengerWords);
 constexpr WordIndex kMediaIndex(kMediaWords);
 
-void TakeMedia(VCardReadContext& context, const WordKey& name, NarrowStringView value) {
-  if (EqualsIgnoringCase(name.text, kTypeName)) {
-    const auto code = kMediaIndex.CodeOf(KeyOf(value));
-    context.mediaType = code ? static_cast<std::int32_t>(*code) : MEDIA_OTHER;
-  } else if (const auto code = kMediaIndex.CodeOf(name)) {
+// Gives whether the parameter says a picture's media.
+bool TakeMedia(VCardReadContext& context, const WordKey& name, NarrowStringView value) {
+  const bool valued = EqualsIgnoringCase(name.text, kTypeName);
+  const auto code = kMediaIndex.CodeOf(valued ? KeyOf(value) : name);
+  if (code) {
     context.mediaType = static_cast<std::int32_t>(*code);
+  } else if (valued) {
+    context.mediaType = MEDIA_OTHER;
   }
+  return code && context.propertyId == VCARD_PHOTO;
+}
+
+// A bit, where the word has one.
+bool TakeBit(std::uint32_t& type, std::optional<std::uint32_t> bit) {
+  type |= bit.value_or(0);
+  return bit.has_value();
+}
+
+// A code, where the word has one. A different one before it has no effect any more.
+bool TakeCode(VCardReadContext& context, std::optional<std::uint32_t> code) {
+  std::uint32_t& type = context.typeFlags;
+  if (!code) return false;
+  if (context.account != nullptr && type != 0 && type != *code)
+    context.account->Tell(LOSS_TYPE_IGNORED);
+  type = *code;
+  return true;
 }
 
 // Adds what a parameter says of the value's type, by the property: the bits of all words are
 // joined, and of codes the last one holds. Only a telephone's word may stand behind TYPE= too.
-void TakeType(VCardReadContext& context, const WordKey& name, const char* value) {
-  std::uint32_t& type = context.typeFlags;
+// Gives whether the parameter says any.
+bool TakeType(VCardReadContext& context, const WordKey& name, const char* value) {
   switch (context.propertyId) {
     case VCARD_TEL: {
       const bool valued = value != nullptr && EqualsIgnoringCase(name.text, kTypeName);
-      type |= kTelephoneIndex.CodeOf(valued ? KeyOf(value) : name).value_or(0);
-      return;
+      return TakeBit(context.typeFlags, kTelephoneIndex.CodeOf(valued ? KeyOf(value) : name));
     }
     case VCARD_ADR:
-      type |= kAddressIndex.CodeOf(name).value_or(0);
-      return;
+      return TakeBit(context.typeFlags, kAddressIndex.CodeOf(name));
     case VCARD_EMAIL:
-      type = kEmailIndex.CodeOf(name).value_or(type);
-      return;
+      return TakeCode(context, kEmailIndex.CodeOf(name));
     case VCARD_URL:
-      type = kUrlIndex.CodeOf(name).value_or(type);
-      return;
+      return TakeCode(context, kUrlIndex.CodeOf(name));
     case VCARD_ORG:
-      type = kOrganizationIndex.CodeOf(name).value_or(type);
-      return;
+      return TakeCode(context, kOrganizationIndex.CodeOf(name));
     case VCARD_X_CHATID:
-      type = kMessengerIndex.CodeOf(name).value_or(type);
-      return;
+      return TakeCode(context, kMessengerIndex.CodeOf(name));
     default:
-      return;
+      return false;
   }
+}
+
+// Whether a parameter without a word that is known changes nothing by that.
+bool IsHarmless(const VCardReadContext& context, NarrowStringView name) {
+  return IsPlainEncoding(name) ||
+         (context.propertyId == VCARD_SOUND && EqualsIgnoringCase(name, kIrmcNameParameter));
+}
+
+PropertyKind KindOf(const VCardReadContext& context) {
+  if (context.propertyId == VCARD_UNKNOWN)
+    return context.isEnd ? PropertyKind::Frame : PropertyKind::Unknown;
+  const bool isFrame = context.propertyId == VCARD_BEGIN || context.propertyId == VCARD_VERSION;
+  return isFrame ? PropertyKind::Frame : PropertyKind::Known;
 }
 
 WideString NameOfLast(const CContacts& contacts) {
@@ -68,8 +94,17 @@ WideString NameOfLast(const CContacts& contacts) {
   return name.append(contact.name.family_name.view());
 }
 
-void WatchEnd(TextWatcher& watcher, NarrowStringView value) {
-  if (IsStartOf(kContactObject.text, watcher.WordOfEnd(value))) watcher.EndRecord();
+void TellEnd(VCardReadContext& context, NarrowStringView value) {
+  const EndWord end = WordOfEnd(value);
+  const bool endsCard = IsStartOf(kContactObject.text, end.word);
+  if (context.watcher != nullptr) {
+    if (end.isJoined) context.watcher->Note(TextEvent::RecordsJoined, kEndWord, value);
+    if (endsCard) context.watcher->EndRecord();
+  }
+  if (context.account != nullptr) {
+    if (end.isJoined) context.account->TellJoined();
+    if (endsCard) context.account->EndRecord();
+  }
 }
 
 }  // namespace
@@ -87,12 +122,21 @@ void VCardReader::Watch(WatchText watch) {
   context_.watcher = &*watcher_;
 }
 
+void VCardReader::Account(TakeEntry take) {
+  account_.emplace(std::move(take), *parser_, [this] { return NameOfLast(*context_.contacts); });
+  context_.account = &*account_;
+  parser_->junkHandler = [](void* user) {
+    static_cast<VCardReadContext*>(user)->account->TakeJunk();
+  };
+}
+
 bool VCardReader::Read(NarrowStringView piece, bool final) {
   const auto parse = [&] {
     return parser_->Parse(piece.data(), static_cast<std::int32_t>(piece.size()), final);
   };
-  if (!watcher_) return parse();
-  return watcher_->Around(piece, final, parse, [this] { return NameOfLast(*context_.contacts); });
+  const auto account = [&] { return account_ ? account_->Around(piece, final, parse) : parse(); };
+  if (!watcher_) return account();
+  return watcher_->Around(piece, final, account, [this] { return NameOfLast(*context_.contacts); });
 }
 
 void ShowVCardFailure() { ShowParseFailure(u"Error parsing vCard"); }
@@ -116,23 +160,36 @@ void OnVCardProperty(void* user, const char* name, const ParserParam* params) {
   context.typeFlags = 0;
   const auto id = kPropertyIndex.CodeOf(KeyOf(name));
   context.propertyId = id ? static_cast<std::int32_t>(*id) : VCARD_UNKNOWN;
-  if (context.watcher != nullptr) context.isEnd = EqualsIgnoringCase(name, kEndWord);
+  VCardAccount* const account = context.account;
+  if (context.watcher != nullptr || account != nullptr)
+    context.isEnd = EqualsIgnoringCase(name, kEndWord);
+  if (account != nullptr) {
+    account->BeginProperty(name, KindOf(context), [](NarrowStringView rest) {
+      return kPropertyIndex.CodeOf(KeyOf(rest)).has_value();
+    });
+  }
   for (const ParserParam* param = params; param->name.text != nullptr; ++param) {
     const WordKey paramName = KeyOf(param->name.text);
     const NarrowStringView value = param->ValueText();
-    if (!TakeTextParameter(paramName, value, context.charset, context.encoding))
-      TakeMedia(context, paramName, value);
-    TakeType(context, paramName, param->value.text);
+    const bool ofText = TakeTextParameter(paramName, value, context.charset, context.encoding);
+    const bool ofMedia = !ofText && TakeMedia(context, paramName, value);
+    const bool ofType = TakeType(context, paramName, param->value.text);
+    if (account == nullptr || KindOf(context) != PropertyKind::Known) continue;
+    const bool isHeard = ofText || ofMedia || ofType || IsHarmless(context, paramName.text);
+    if (!isHeard || IsUnknownEncoding(paramName, value)) account->Tell(LOSS_TYPE_IGNORED);
   }
 }
 
 void OnVCardData(void* user, const char* bytes, std::int32_t length) {
   auto& context = *static_cast<VCardReadContext*>(user);
+  VCardAccount* const account = context.account;
   if (bytes == nullptr) {
+    if (account != nullptr) account->EndProperty();
     context.propertyId = VCARD_NO_PROPERTY;
     context.typeFlags = 0;
     return;
   }
+  if (account != nullptr) account->TakeValue();
   CContacts& contacts = *context.contacts;
   const NarrowStringView value(bytes, static_cast<std::size_t>(length));
   // The only place where a card begins; none has an end, so what stands behind its END is its own.
@@ -141,15 +198,18 @@ void OnVCardData(void* user, const char* bytes, std::int32_t length) {
       context.watcher->Complete([&contacts] { return NameOfLast(contacts); });
       context.watcher->BeginRecord();
     }
+    if (account != nullptr) account->BeginRecord();
     if (context.onBegin) context.onBegin();
     contacts.AddNew();
   }
-  if (context.isEnd) WatchEnd(*context.watcher, value);
+  if (context.isEnd) TellEnd(context, value);
   if (contacts.GetCount() == 0) return;
   CContact& contact = contacts[contacts.GetCount() - 1];
-  if (!TakeVCardValue(context, bytes, length, contact) && context.watcher != nullptr) {
+  const ValueOutcome outcome = TakeVCardValue(context, bytes, length, contact);
+  if (account != nullptr) account->Tell(outcome.losses);
+  if (outcome.event && context.watcher != nullptr) {
     const auto id = static_cast<std::uint32_t>(context.propertyId);
-    context.watcher->Note(TextEvent::DateNotUnderstood, TextOf(kVCardProperties, id), value);
+    context.watcher->Note(*outcome.event, TextOf(kVCardProperties, id), value);
   }
 }
 

@@ -1,5 +1,7 @@
 #include "vcard/VCardValues.h"
 
+#include <array>
+#include <optional>
 #include <span>
 #include <utility>
 
@@ -39,150 +41,282 @@ void ForEachField(NarrowStringView value, Take take) {
   }
 }
 
-void DecodeFields(NarrowStringView value, std::int32_t charset, std::int32_t encoding,
-                  std::span<WideText* const> targets) {
+// Where the fields of a structured value go. With an account, `place` is that of the first one;
+// those of a list's entry have none.
+struct FieldTargets {
+  std::span<WideText* const> fields;
+  VCardAccount* account = nullptr;
+  std::optional<std::uint8_t> place = {};
+};
+
+LossMask DecodeFields(NarrowStringView value, std::int32_t charset, std::int32_t encoding,
+                      const FieldTargets& targets) {
   WideString work;
+  LossMask losses = 0;
   ForEachField(value, [&](std::size_t index, NarrowStringView field) {
-    DecodeText(field.data(), static_cast<std::int32_t>(field.size()), charset, encoding, work,
-               *targets[index]);
-    return index + 1 < targets.size();
+    if (index >= targets.fields.size()) {
+      if (!field.empty()) losses |= LOSS_EXTRA_PARTS;
+      return field.empty();
+    }
+    WideText& target = *targets.fields[index];
+    const auto decode = [&] {
+      losses |= DecodeText(field.data(), static_cast<std::int32_t>(field.size()), charset, encoding,
+                           work, target);
+    };
+    if (targets.account == nullptr || !targets.place) {
+      decode();
+    } else {
+      const WideText before = std::move(target);
+      decode();
+      const auto place = static_cast<std::uint8_t>(*targets.place + index);
+      targets.account->Write(place, {.same = before == target,
+                                     .says = !target.empty(),
+                                     .isJoint = place <= PLACE_GIVEN_NAME});
+    }
+    return index + 1 < targets.fields.size() || targets.account != nullptr;
   });
+  return losses;
 }
 
-void Decode(VCardReadContext& context, const char* bytes, std::int32_t length, WideText& text) {
-  DecodeText(bytes, length, context.charset, context.encoding, context.text, text);
+std::array<WideText*, kNameParts> PartsOf(CName& name) {
+  return {&name.family_name, &name.given_name, &name.additional_name, &name.prefix_name,
+          &name.suffix_name};
 }
 
-WideText Decoded(VCardReadContext& context, const char* bytes, std::int32_t length) {
-  WideText text;
-  Decode(context, bytes, length, text);
-  return text;
+std::array<WideText*, 7> PartsOf(CPostalAddress& address) {
+  return {&address.post_office, &address.extended_address, &address.street, &address.locality,
+          &address.region,      &address.postal_code,      &address.country};
 }
 
-// Devices write numbers in their own code page whatever the parameters say.
-WideText Widened(VCardReadContext& context, const char* bytes, std::int32_t length) {
-  WideText text;
-  WidenText(ViewOf(bytes, length), context.text, text);
-  return text;
-}
+// One property's value on its way into the contact, told to the account as it goes.
+class ValueTaker {
+ public:
+  ValueTaker(VCardReadContext& context, NarrowStringView value, CContact& contact)
+      : context_(context), value_(value), contact_(contact), account_(context.account) {}
 
-void TakeFormattedName(VCardReadContext& context, const char* bytes, std::int32_t length,
-                       CContact& contact) {
-  Decode(context, bytes, length, contact.formatted_name);
-  if (contact.name.family_name.empty() && contact.name.given_name.empty())
-    contact.name.given_name = contact.formatted_name;
-}
+  ValueOutcome Take() {
+    switch (context_.propertyId) {
+      case VCARD_FN:
+        return {TakeFormattedName()};
+      case VCARD_N:
+        return {TakeName()};
+      case VCARD_NICKNAME:
+        return TakeEntry([this](WideText text) { contact_.NewNickname(std::move(text)); });
+      case VCARD_SOUND:
+        return {TakeParts(contact_.phonetic, PLACE_PHONETIC)};
+      case VCARD_BDAY:
+        return TakeEvent(EVENT_BIRTHDAY);
+      case VCARD_X_BLOOD:
+        return {TakeBloodType()};
+      case VCARD_TEL:
+        return {TakeTelephone()};
+      case VCARD_EMAIL:
+        return TakeEntry(
+            [this](WideText text) { contact_.NewEmail(std::move(text), context_.typeFlags, -1); });
+      case VCARD_URL:
+        return TakeEntry(
+            [this](WideText text) { contact_.NewURL(std::move(text), context_.typeFlags, -1); });
+      case VCARD_ADR:
+        return {TakeAddress()};
+      case VCARD_NOTE:
+        return TakeEntry([this](WideText text) { contact_.NewComment(std::move(text)); });
+      case VCARD_TITLE:
+        return {TakeText(contact_.org_title)};
+      case VCARD_ROLE:
+        return {TakeText(contact_.org_role)};
+      case VCARD_ORG:
+        return {TakeOrganization()};
+      case VCARD_X_HOBBY:
+        return {TakeText(contact_.hobby)};
+      case VCARD_PHOTO:
+        return {TakePhoto()};
+      case VCARD_X_GROUP:
+        return TakeEntry([this](WideText text) { contact_.NewGroup(std::move(text)); });
+      case VCARD_X_CHATID:
+        return TakeEntry(
+            [this](WideText text) { contact_.NewMessenger(std::move(text), context_.typeFlags); });
+      case VCARD_X_ANNI:
+        return TakeEvent(EVENT_ANNIVERSARY);
+      case VCARD_X_EVENTDAY:
+        return TakeEvent(EVENT_OTHER);
+      case VCARD_X_FAVORITE:
+        return {TakeFavorite()};
+      default:
+        return {};
+    }
+  }
 
-bool TakeEvent(const char* bytes, std::int32_t length, ContactEventType type, CContact& contact) {
-  COleDateTimeNull date;
-  const bool understood = ParseEventDate(bytes, length, date);
-  contact.NewContactEvent(date, type);  // also without a date: the event is there
-  return understood;
-}
+ private:
+  const char* bytes() const { return value_.data(); }
+  std::int32_t length() const { return static_cast<std::int32_t>(value_.size()); }
+  std::uint8_t Field() const {
+    return RowOf(static_cast<VCardPropertyId>(context_.propertyId)).field;
+  }
+  void TellAdded() {
+    if (account_ != nullptr) account_->Add(Field());
+  }
+  void TellWritten(Written written) {
+    if (account_ != nullptr) account_->Write(Field(), written);
+  }
 
-void TakePhoto(const VCardReadContext& context, const char* bytes, std::int32_t length,
-               CContact& contact) {
-  WideString photo;
-  SavePhoto(bytes, length, context.mediaType, photo);
-  contact.photo = photo;
-}
+  LossMask Decode(WideText& text) {
+    return DecodeText(bytes(), length(), context_.charset, context_.encoding, context_.text, text);
+  }
+
+  LossMask TakeText(WideText& field) {
+    const WideText before = std::move(field);
+    const LossMask losses = Decode(field);
+    TellWritten({.same = before == field, .says = !field.empty()});
+    return losses;
+  }
+
+  // An entry of a list: make(text) makes it.
+  template <class Make>
+  ValueOutcome TakeEntry(Make make) {
+    WideText text;
+    const LossMask losses = Decode(text);
+    make(std::move(text));
+    TellAdded();
+    return {losses};
+  }
+
+  LossMask TakeFormattedName() {
+    const LossMask losses = TakeText(contact_.formatted_name);
+    const auto fill = [this](auto& family, auto& given) {
+      if (family.empty() && given.empty()) given = contact_.formatted_name;
+    };
+    CName& name = contact_.name;
+    if (account_ == nullptr) {
+      fill(name.family_name, name.given_name);
+      return losses;
+    }
+    const VCardAccount::Name before = VCardAccount::Of(name);
+    fill(name.family_name, name.given_name);
+    if (before.given != name.given_name)
+      account_->Write(PLACE_GIVEN_NAME, {.follows = true, .isJoint = true});
+    account_->TakeNames(before, name,
+                        [&fill](VCardAccount::Name& other) { fill(other.family, other.given); });
+    return losses;
+  }
+
+  LossMask TakeParts(CName& name, std::uint8_t place) {
+    const auto parts = PartsOf(name);
+    return DecodeFields(value_, context_.charset, context_.encoding, {parts, account_, place});
+  }
+
+  LossMask TakeName() {
+    CName& name = contact_.name;
+    if (account_ == nullptr) return TakeParts(name, PLACE_NAME);
+    const VCardAccount::Name before = VCardAccount::Of(name);
+    const LossMask losses = TakeParts(name, PLACE_NAME);
+    bool hasGiven = false;
+    ForEachField(value_, [&hasGiven](std::size_t index, NarrowStringView) {
+      hasGiven = index > 0;
+      return !hasGiven;
+    });
+    account_->TakeNames(before, name, [&name, hasGiven](VCardAccount::Name& other) {
+      other.family = name.family_name;
+      if (hasGiven) other.given = name.given_name;
+    });
+    return losses;
+  }
+
+  // Devices write numbers in their own code page whatever the parameters say.
+  LossMask TakeTelephone() {
+    WideText number;
+    LossMask losses = WidenText(value_, context_.text, number);
+    if (account_ != nullptr && (context_.charset != 0 || context_.encoding != 0)) {
+      WideText meant;
+      Decode(meant);
+      if (meant != number) losses |= LOSS_TYPE_IGNORED;
+    }
+    contact_.NewTelephone(std::move(number), context_.typeFlags, false, -1);
+    TellAdded();
+    return losses;
+  }
+
+  LossMask TakeAddress() {
+    const auto parts = PartsOf(contact_.NewAddress(nullptr, context_.typeFlags, -1));
+    TellAdded();
+    return DecodeFields(value_, context_.charset, context_.encoding, {parts, account_});
+  }
+
+  LossMask TakeOrganization() {
+    TellAdded();
+    return ParseOrganizationValue(bytes(), length(), context_.charset, context_.encoding,
+                                  contact_.NewOrganization(context_.typeFlags));
+  }
+
+  ValueOutcome TakeEvent(ContactEventType type) {
+    COleDateTimeNull date;
+    const bool isUnderstood = ParseEventDate(bytes(), length(), date);
+    contact_.NewContactEvent(date, type);  // also without a date: the event is there
+    TellAdded();
+    return OutcomeOfDate(isUnderstood);
+  }
+
+  LossMask TakeBloodType() {
+    const std::int32_t before = contact_.blood_type;
+    ParseBloodType(bytes(), length(), contact_.blood_type);
+    const bool isKnown = contact_.blood_type != BLOOD_NONE;
+    TellWritten({.same = before == contact_.blood_type, .says = isKnown});
+    return LossIf(!isKnown, LOSS_BAD_VALUE);
+  }
+
+  LossMask TakeFavorite() {
+    const std::int32_t before = contact_.favorite;
+    ParseYesFlag(bytes(), length(), contact_.favorite);
+    const bool isKnown = contact_.favorite != 0 || IsStartOf(kNoWord, value_);
+    TellWritten({.same = before == contact_.favorite, .says = isKnown});
+    return LossIf(!isKnown, LOSS_BAD_VALUE);
+  }
+
+  LossMask TakePhoto() {
+    WideString photo;
+    SavePhoto(bytes(), length(), context_.mediaType, photo);
+    contact_.photo = photo;
+    if (account_ == nullptr) return 0;
+    const bool isThere = !photo.empty();
+    const bool isSame = account_->IsSamePicture(isThere, value_, context_.mediaType);
+    TellWritten({.same = isSame, .says = isThere});
+    const bool isEscaped = context_.encoding == ENCODING_QUOTED_PRINTABLE &&
+                           value_.find('=') != NarrowStringView::npos;
+    return LossIf(!isThere, LOSS_NO_PICTURE) | LossIf(isEscaped, LOSS_TYPE_IGNORED);
+  }
+
+  VCardReadContext& context_;
+  NarrowStringView value_;
+  CContact& contact_;
+  VCardAccount* account_;
+};
 
 }  // namespace
 
-bool TakeVCardValue(VCardReadContext& context, const char* bytes, std::int32_t length,
-                    CContact& contact) {
-  const std::uint32_t type = context.typeFlags;
-  switch (context.propertyId) {
-    case VCARD_FN:
-      TakeFormattedName(context, bytes, length, contact);
-      break;
-    case VCARD_N:
-      ParseNameValue(bytes, length, context.charset, context.encoding, contact.name);
-      break;
-    case VCARD_NICKNAME:
-      contact.NewNickname(Decoded(context, bytes, length));
-      break;
-    case VCARD_SOUND:
-      ParseNameValue(bytes, length, context.charset, context.encoding, contact.phonetic);
-      break;
-    case VCARD_BDAY:
-      return TakeEvent(bytes, length, EVENT_BIRTHDAY, contact);
-    case VCARD_X_BLOOD:
-      ParseBloodType(bytes, length, contact.blood_type);
-      break;
-    case VCARD_TEL:
-      contact.NewTelephone(Widened(context, bytes, length), type, false, -1);
-      break;
-    case VCARD_EMAIL:
-      contact.NewEmail(Decoded(context, bytes, length), type, -1);
-      break;
-    case VCARD_URL:
-      contact.NewURL(Decoded(context, bytes, length), type, -1);
-      break;
-    case VCARD_ADR:
-      ParseAddressValue(bytes, length, context.charset, context.encoding,
-                        contact.NewAddress(nullptr, type, -1));
-      break;
-    case VCARD_NOTE:
-      contact.NewComment(Decoded(context, bytes, length));
-      break;
-    case VCARD_TITLE:
-      Decode(context, bytes, length, contact.org_title);
-      break;
-    case VCARD_ROLE:
-      Decode(context, bytes, length, contact.org_role);
-      break;
-    case VCARD_ORG:
-      ParseOrganizationValue(bytes, length, context.charset, context.encoding,
-                             contact.NewOrganization(type));
-      break;
-    case VCARD_X_HOBBY:
-      Decode(context, bytes, length, contact.hobby);
-      break;
-    case VCARD_PHOTO:
-      TakePhoto(context, bytes, length, contact);
-      break;
-    case VCARD_X_GROUP:
-      contact.NewGroup(Decoded(context, bytes, length));
-      break;
-    case VCARD_X_CHATID:
-      contact.NewMessenger(Decoded(context, bytes, length), type);
-      break;
-    case VCARD_X_ANNI:
-      return TakeEvent(bytes, length, EVENT_ANNIVERSARY, contact);
-    case VCARD_X_EVENTDAY:
-      return TakeEvent(bytes, length, EVENT_OTHER, contact);
-    case VCARD_X_FAVORITE:
-      ParseYesFlag(bytes, length, contact.favorite);
-      break;
-    default:
-      break;
-  }
-  return true;
+ValueOutcome TakeVCardValue(VCardReadContext& context, const char* bytes, std::int32_t length,
+                            CContact& contact) {
+  return ValueTaker(context, ViewOf(bytes, length), contact).Take();
 }
 
 void ParseNameValue(const char* bytes, std::int32_t length, std::int32_t charset,
                     std::int32_t encoding, CName& name) {
-  WideText* const targets[] = {&name.family_name, &name.given_name, &name.additional_name,
-                               &name.prefix_name, &name.suffix_name};
-  DecodeFields(ViewOf(bytes, length), charset, encoding, targets);
+  const auto parts = PartsOf(name);
+  DecodeFields(ViewOf(bytes, length), charset, encoding, {parts});
 }
 
 void ParseAddressValue(const char* bytes, std::int32_t length, std::int32_t charset,
                        std::int32_t encoding, CPostalAddress& address) {
-  WideText* const targets[] = {
-      &address.post_office, &address.extended_address, &address.street, &address.locality,
-      &address.region,      &address.postal_code,      &address.country};
-  DecodeFields(ViewOf(bytes, length), charset, encoding, targets);
+  const auto parts = PartsOf(address);
+  DecodeFields(ViewOf(bytes, length), charset, encoding, {parts});
 }
 
-void ParseOrganizationValue(const char* bytes, std::int32_t length, std::int32_t charset,
-                            std::int32_t encoding, COrganization& organization) {
+LossMask ParseOrganizationValue(const char* bytes, std::int32_t length, std::int32_t charset,
+                                std::int32_t encoding, COrganization& organization) {
   WideString work;
+  LossMask losses = 0;
   ForEachField(ViewOf(bytes, length), [&](std::size_t index, NarrowStringView field) {
     WideText text;
-    DecodeText(field.data(), static_cast<std::int32_t>(field.size()), charset, encoding, work,
-               text);
+    losses |= DecodeText(field.data(), static_cast<std::int32_t>(field.size()), charset, encoding,
+                         work, text);
     if (index == 0) {
       organization.org_name = std::move(text);
     } else if (index == 1) {
@@ -192,6 +326,7 @@ void ParseOrganizationValue(const char* bytes, std::int32_t length, std::int32_t
     }
     return true;
   });
+  return losses;
 }
 
 bool ParseEventDate(const char* bytes, std::int32_t length, COleDateTimeNull& date) {

@@ -111,8 +111,9 @@ inline constexpr Word kMessengerWords[] = {
 inline constexpr Word kBloodWords[] = {
     {"A", BLOOD_A}, {"B", BLOOD_B}, {"O", BLOOD_O}, {"AB", BLOOD_AB}};
 
-// What a favourite's line says; there is no word for the opposite.
+// What a favourite's line says. Only the first is written; the other is what any word reads as.
 inline constexpr NarrowStringView kYesWord = "YES";
+inline constexpr NarrowStringView kNoWord = "NO";
 
 // The media of a picture: what its parameter says, and the extension of its file.
 enum MediaCode : std::int32_t {
@@ -129,6 +130,9 @@ inline constexpr Word kMediaWords[] = {
     {"JPEG", MEDIA_JPEG}, {"JPG", MEDIA_JPEG}, {"PNG", MEDIA_PNG},
     {"GIF", MEDIA_GIF},   {"BMP", MEDIA_BMP},  {"BIN", MEDIA_BIN},
 };
+
+// A parameter of SOUND that devices write, and that changes nothing: it is read as they mean it.
+inline constexpr NarrowStringView kIrmcNameParameter = "X-IRMC-N";
 
 inline constexpr Word kMediaExtensions[] = {
     {"jpg", MEDIA_JPEG}, {"jpeg", MEDIA_JPEG}, {"png", MEDIA_PNG},

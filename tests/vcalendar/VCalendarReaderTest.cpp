@@ -6,6 +6,7 @@
 #include "tests/platform/Scoped.h"
 #include "tests/vcalendar/VCalendars.h"
 #include "vcalendar/VCalendarReader.h"
+#include "vcalendar/VCalendarForms.h"
 #include "vcalendar/VCalendarValues.h"
 
 namespace pim {
@@ -115,7 +116,7 @@ TEST(VCalendarReader, AllDay) {
 }
 
 TEST(VCalendarReader, Spans) {
-  using Parse = void (*)(NarrowStringView, COleDateTimeSpan&);
+  using Parse = bool (*)(NarrowStringView, COleDateTimeSpan&);
   static constexpr struct {
     Parse parse;
     const char* text;

@@ -5,7 +5,7 @@
 
 #include "pim/Export.h"
 #include "pim/records/TypeCodes.h"
-#include "pim/stream/TextWatch.h"
+#include "pim/stream/TextObserver.h"
 #include "pim/support/ParseFailure.h"
 #include "pim/support/Strings.h"
 
@@ -23,14 +23,13 @@ struct CalendarImportCounts {
 // so that memory doesn't grow with the number of items. `saveFlag` is that of CCalendars::SaveToDB.
 //
 // `progress`, where given, is called behind each batch with what has been done so far; what it
-// throws ends the import and passes to the caller. `watch`, where given, is told what else the text
-// holds. Gives the number newly stored or updated, or -1
-// when the store fails; throws kParseFailure for a rejected text. In all three cases the store is
-// as before, and `counts` tells what was read.
+// throws ends the import and passes to the caller. `observer` is told what else the text holds.
+// Gives the number newly stored or updated, or -1 when the store fails; throws kParseFailure for a
+// rejected text. In all three cases the store is as before, and `counts` tells what was read.
 [[nodiscard]] PIM_EXPORT std::int32_t ImportCalendarText(
     std::int32_t db, CalendarType flow, NarrowStringView text, bool saveFlag,
     CalendarImportCounts& counts,
     const std::function<void(const CalendarImportCounts&)>& progress = {},
-    const WatchText& watch = {});
+    const TextObserver& observer = {});
 
 }  // namespace pim

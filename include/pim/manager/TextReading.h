@@ -2,12 +2,13 @@
 
 #include <cstdint>
 #include <functional>
+#include <span>
 #include <string>
 
 #include "pim/Export.h"
 #include "pim/records/Calendar.h"
 #include "pim/records/Contacts.h"
-#include "pim/stream/TextWatch.h"
+#include "pim/stream/TextObserver.h"
 #include "pim/support/Strings.h"
 
 namespace pim {
@@ -27,7 +28,8 @@ struct [[nodiscard]] TextResult {
   TextOutcome outcome = TextOutcome::Read;
   std::int64_t records = 0;  // read, or handed to the host
   std::int64_t line = 0;     // where a text was rejected: its physical line, from 1; else 0
-  std::string problem;       // why a file is unreadable, as the operating system says it; UTF-8
+  TextFault fault = TextFault::None;  // why
+  std::string problem;  // why a file is unreadable, as the operating system says it; UTF-8
 };
 
 // Takes one record, which is the host's to change, as soon as it is complete: when the next one
@@ -42,26 +44,30 @@ using TakeCalendar = std::function<bool(CCalendar& item)>;
 // of the caller-ID folder; one that can't be written to its end throws FileError. What the user is
 // to see (a rejected text, a bad repeat rule) goes to the message sink on the way.
 //
-// `watch`, where given, is told what else happens.
+// `observer` is told what else happens.
 //
 // Only one text is read at a time: a host must not begin another from within its call.
 PIM_EXPORT TextResult ReadContacts(NarrowStringView text, CContacts& contacts,
-                                   const WatchText& watch = {});
+                                   const TextObserver& observer = {});
 PIM_EXPORT TextResult ReadContacts(NarrowStringView text, const TakeContact& take,
-                                   const WatchText& watch = {});
+                                   const TextObserver& observer = {});
 PIM_EXPORT TextResult ReadCalendars(NarrowStringView text, CCalendars& items,
-                                    const WatchText& watch = {});
+                                    const TextObserver& observer = {});
 PIM_EXPORT TextResult ReadCalendars(NarrowStringView text, const TakeCalendar& take,
-                                    const WatchText& watch = {});
+                                    const TextObserver& observer = {});
 
 // The same for a regular file of up to 2 GiB.
 PIM_EXPORT TextResult ReadContactFile(WideStringView path, CContacts& contacts,
-                                      const WatchText& watch = {});
+                                      const TextObserver& observer = {});
 PIM_EXPORT TextResult ReadContactFile(WideStringView path, const TakeContact& take,
-                                      const WatchText& watch = {});
+                                      const TextObserver& observer = {});
 PIM_EXPORT TextResult ReadCalendarFile(WideStringView path, CCalendars& items,
-                                       const WatchText& watch = {});
+                                       const TextObserver& observer = {});
 PIM_EXPORT TextResult ReadCalendarFile(WideStringView path, const TakeCalendar& take,
-                                       const WatchText& watch = {});
+                                       const TextObserver& observer = {});
+
+// The names of a record's fields by the numbers of the bits of AccountEntry::into, in the order of
+// record dumps.
+PIM_EXPORT std::span<const NarrowStringView> RecordFields(TextForm form);
 
 }  // namespace pim

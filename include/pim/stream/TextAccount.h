@@ -1,0 +1,74 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+
+#include "pim/Export.h"
+#include "pim/stream/TextHead.h"
+#include "pim/support/Loss.h"
+#include "pim/support/Strings.h"
+
+namespace pim {
+
+// The account of a text: what its reading made of each physical line. Reading gives the same
+// records with and without it.
+//
+// What holds for it: without the lines of a dropped entry the text gives the same records. Without
+// those of a kept or changed one it gives others, or the entry's `same` is true.
+
+enum class Verdict : std::uint8_t {
+  Frame,     // BEGIN, END, VERSION and blank lines: nothing to keep
+  Kept,      // the record holds all that it says
+  Changed,   // the record holds a part of it, or something else than it says
+  Dropped,   // the records are as they would be without it
+  Rejected,  // the text is rejected in it
+  Unread,    // all that stands behind that
+};
+// "frame" and so on.
+PIM_EXPORT NarrowStringView NameOf(Verdict verdict);
+
+// One property with its folds, soft breaks and continued header, or one line without a colon, or a
+// run of blank lines. Entries stand in order, touch and cover the text.
+struct AccountEntry {
+  std::int64_t first = 0;  // physical lines, from 1; each line feed ends one
+  std::int64_t last = 0;
+  std::int64_t record = -1;  // the index of the record begun last, its own for a BEGIN; -1 ahead
+  NarrowStringView name;     // of the property, as it stands without its blanks; else empty
+  Verdict verdict = Verdict::Frame;
+  bool same = false;  // kept or changed, but the record would hold the same without it
+  LossMask why = 0;   // Loss bits
+  std::uint32_t into =
+      0;  // the fields that hold it: a bit for each, by its number in RecordFields()
+  // What the record is called, as in TextNotice, from its first entry on that isn't kept; good for
+  // the call.
+  WideStringView title = {};
+};
+
+// Takes one entry, whose name is good for the call. An entry comes when its record is complete,
+// since a later line may replace what it says.
+using TakeEntry = std::function<void(const AccountEntry& entry)>;
+
+// In physical lines; `lines` is the sum of the others, and a rejected entry counts as unread.
+struct AccountTotals {
+  std::int64_t lines = 0;
+  std::int64_t frame = 0;
+  std::int64_t kept = 0;
+  std::int64_t changed = 0;
+  std::int64_t dropped = 0;
+  std::int64_t unread = 0;
+
+  PIM_EXPORT void Add(const AccountEntry& entry);
+};
+
+// Why the tokeniser rejects a text.
+enum class TextFault : std::uint8_t {
+  None,
+  NoParameter,       // a colon behind the semicolon that promised a parameter
+  NoParameterValue,  // a colon or semicolon behind the equals sign that promised a value
+  NoBase64,          // a byte inside a value that belongs to no base64
+  NoMemory,
+};
+// "a byte that belongs to no base64".
+PIM_EXPORT NarrowStringView TextOf(TextFault fault);
+
+}  // namespace pim

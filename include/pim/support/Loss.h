@@ -1,0 +1,97 @@
+#pragma once
+
+#include <cstdint>
+
+#include "pim/support/Strings.h"
+
+namespace pim {
+
+// What happened to a line of a text that the records don't hold, or not as it says: one bit each.
+enum Loss : std::uint32_t {
+  LOSS_NO_COLON = 1U << 0,
+  LOSS_BEFORE_FIRST = 1U << 1,
+  LOSS_UNKNOWN_PROPERTY = 1U << 2,
+  LOSS_GROUP_PREFIX = 1U << 3,
+  LOSS_EMPTY = 1U << 4,
+  LOSS_REPLACED = 1U << 5,
+  LOSS_BAD_VALUE = 1U << 6,
+  LOSS_TYPE_IGNORED = 1U << 7,
+  LOSS_UNKNOWN_CHARSET = 1U << 8,
+  LOSS_INVALID_BYTES = 1U << 9,
+  LOSS_BAD_ESCAPE = 1U << 10,
+  LOSS_NUL = 1U << 11,
+  LOSS_EXTRA_PARTS = 1U << 12,
+  LOSS_TIME_DROPPED = 1U << 13,
+  LOSS_SECONDS_DROPPED = 1U << 14,
+  LOSS_OTHER_PARTS = 1U << 15,
+  LOSS_BAD_BASE64 = 1U << 16,
+  LOSS_NO_PICTURE = 1U << 17,
+  LOSS_CUT = 1U << 18,
+  LOSS_JOINED = 1U << 19,
+  // Not losses by themselves: where the line stood.
+  LOSS_BEHIND_END = 1U << 20,
+  LOSS_NESTED = 1U << 21,
+};
+
+// Any number of them, joined.
+using LossMask = std::uint32_t;
+
+constexpr LossMask LossIf(bool isLost, Loss loss) { return isLost ? LossMask{loss} : 0; }
+
+// How a loss is told.
+struct LossRow {
+  Loss code;
+  NarrowStringView name;  // in accounts for programs
+  NarrowStringView text;  // in accounts for people
+  NarrowStringView one;   // counted: "1 unknown property"
+  NarrowStringView many;  // "3 unknown properties"
+};
+
+// In the order in which a line's codes are told. The first one of a line is what it counts as.
+inline constexpr LossRow kLosses[] = {
+    {LOSS_NO_COLON, "no-colon", "a line without a colon", "line without a colon",
+     "lines without a colon"},
+    {LOSS_BEFORE_FIRST, "before-first", "it stands ahead of the first record",
+     "line ahead of the first record", "lines ahead of the first record"},
+    {LOSS_UNKNOWN_PROPERTY, "unknown-property", "there is no field for it", "unknown property",
+     "unknown properties"},
+    {LOSS_GROUP_PREFIX, "group-prefix", "unknown with its prefix, and known without it",
+     "name with a prefix", "names with a prefix"},
+    {LOSS_EMPTY, "empty", "it has no value", "empty value", "empty values"},
+    {LOSS_REPLACED, "replaced", "a later line gave the field another value", "replaced value",
+     "replaced values"},
+    {LOSS_BAD_VALUE, "bad-value", "a date, number or word that isn't understood",
+     "value that isn't understood", "values that aren't understood"},
+    {LOSS_TYPE_IGNORED, "type-ignored", "a type or other parameter without effect", "type ignored",
+     "types ignored"},
+    {LOSS_UNKNOWN_CHARSET, "unknown-charset", "its charset isn't known; read as any other text",
+     "unknown charset", "unknown charsets"},
+    {LOSS_INVALID_BYTES, "invalid-bytes", "bytes that are no text in the code page; U+FFFD instead",
+     "value with bytes that are no text", "values with bytes that are no text"},
+    {LOSS_BAD_ESCAPE, "bad-escape", "an equals sign that begins no escape; the text ends there",
+     "bad escape", "bad escapes"},
+    {LOSS_NUL, "nul", "a NUL character; the text ends there", "value cut by a NUL",
+     "values cut by a NUL"},
+    {LOSS_EXTRA_PARTS, "extra-parts", "more parts than there are fields for",
+     "value with too many parts", "values with too many parts"},
+    {LOSS_TIME_DROPPED, "time-dropped", "its time of day isn't kept", "time of day dropped",
+     "times of day dropped"},
+    {LOSS_SECONDS_DROPPED, "seconds-dropped", "its seconds aren't kept", "time without its seconds",
+     "times without their seconds"},
+    {LOSS_OTHER_PARTS, "other-parts", "only the known words of the list are kept",
+     "list of which a part is kept", "lists of which a part is kept"},
+    {LOSS_BAD_BASE64, "bad-base64", "its base64 is cut, or holds other bytes", "cut base64",
+     "cut base64"},
+    {LOSS_NO_PICTURE, "no-picture", "no file can be made for it", "picture without a file",
+     "pictures without a file"},
+    {LOSS_CUT, "cut", "the text ends inside its value", "value cut by the text's end",
+     "values cut by the text's end"},
+    {LOSS_JOINED, "joined", "a BEGIN in the line of an END begins nothing", "BEGIN behind an END",
+     "BEGINs behind an END"},
+    {LOSS_BEHIND_END, "behind-end", "it stands behind the END of its record", "line behind an END",
+     "lines behind an END"},
+    {LOSS_NESTED, "nested", "a record begins inside another one", "record inside another one",
+     "records inside other ones"},
+};
+
+}  // namespace pim

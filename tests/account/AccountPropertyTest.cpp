@@ -1,0 +1,108 @@
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <map>
+
+#include "pim/stream/TextHead.h"
+#include "tests/account/Accounts.h"
+#include "tests/account/MadeLines.h"
+#include "tests/store/TemporaryFolder.h"
+
+namespace pim::testing {
+namespace {
+
+class Account : public ::testing::Test {
+ protected:
+  Account() {
+    SetAppDataFolder(folder_.path());
+    SetMessageSink([](std::u16string_view) {});
+  }
+  ~Account() override {
+    SetAppDataFolder({});
+    SetMessageSink({});
+  }
+
+  // Tries the text itself, in pieces too, and without each of its entries' lines.
+  void Try(TextForm form, const std::string& text) {
+    const Reading reading = Read(form, text);
+    ASSERT_EQ(FaultOf(reading, text), "") << text;
+    ASSERT_EQ(reading.records, Read(form, text, text.size(), false).records) << text;
+    for (const std::size_t size : {std::size_t{1}, std::size_t{7}}) {
+      const Reading inPieces = Read(form, text, size);
+      for (std::size_t i = 0; i < reading.entries.size(); ++i)
+        ASSERT_EQ(inPieces.entries.at(i).text, reading.entries[i].text) << text;
+    }
+    for (const KeptEntry& entry : reading.entries) {
+      ASSERT_EQ(FaultOf(reading, entry, form, text), "") << text;
+      for (const LossRow& loss : kLosses)
+        if ((entry.why & loss.code) != 0) ++told_[loss.code];
+    }
+    ++texts_;
+  }
+
+  int texts_ = 0;
+  std::map<Loss, int> told_;
+
+ private:
+  TemporaryFolder folder_;
+};
+
+std::string BytesOf(const std::filesystem::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+// How many texts of each kind; more of them by hand.
+std::uint32_t Seeds() {
+  const char* given = std::getenv("PIM_ACCOUNT_SEEDS");
+  return given == nullptr ? 1500 : static_cast<std::uint32_t>(std::strtoul(given, nullptr, 10));
+}
+
+// A dropped line can be taken out and nothing changes; any other one can't, or it says so.
+TEST_F(Account, HoldsForMadeTexts) {
+  for (std::uint32_t seed = 0; seed < Seeds(); ++seed) {
+    MadeLines lines(seed);
+    ASSERT_NO_FATAL_FAILURE(Try(TextForm::VCard, lines.Cards())) << seed;
+    ASSERT_NO_FATAL_FAILURE(Try(TextForm::VCalendar, lines.Items())) << seed;
+  }
+  EXPECT_GE(texts_, 2000);
+  for (const LossRow& loss : kLosses) {
+    if (loss.code == LOSS_NO_PICTURE) continue;  // no text makes a file impossible
+    EXPECT_GE(told_[loss.code], 20) << loss.name;
+  }
+}
+
+TEST_F(Account, HoldsForSamples) {
+  std::vector<std::string> folders = {PIM_TEST_DATA, PIM_TEST_DATA "/../../samples"};
+  if (const char* given = std::getenv("PIM_ACCOUNT_FOLDER")) folders.emplace_back(given);
+  for (const std::string& folder : folders) {
+    for (const auto& file : std::filesystem::recursive_directory_iterator(folder)) {
+      if (!file.is_regular_file() || file.path().extension() == ".db") continue;
+      const std::string text = BytesOf(file.path());
+      const auto head = TextHeadOf(text);
+      ASSERT_NO_FATAL_FAILURE(Try(head ? FormOf(head->object) : TextForm::VCard, text))
+          << file.path();
+    }
+  }
+}
+
+// Any bytes in any place.
+TEST_F(Account, HoldsForBrokenTexts) {
+  static constexpr std::string_view kBytes = "\r\n\t :;=\\\"*\xFF";
+  for (std::uint32_t seed = 0; seed < Seeds(); ++seed) {
+    MadeLines lines(seed);
+    const TextForm form = seed % 2 == 0 ? TextForm::VCard : TextForm::VCalendar;
+    std::string text = form == TextForm::VCard ? lines.Cards() : lines.Items();
+    for (int times = 0; times < 3; ++times) {
+      text[lines.Number(text.size())] = kBytes[lines.Number(kBytes.size())];
+      text.insert(lines.Number(text.size()), 1, kBytes[lines.Number(kBytes.size())]);
+    }
+    ASSERT_NO_FATAL_FAILURE(Try(form, text)) << seed;
+  }
+}
+
+}  // namespace
+}  // namespace pim::testing

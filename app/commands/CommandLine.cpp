@@ -253,6 +253,9 @@ void Set(Options& options, const GivenOption& given) {
       CheckLanguage(value);
       options.language = value;
       break;
+    case Option::Losses:
+      options.losses = true;
+      break;
     case Option::NoGroups:
       options.noGroups = true;
       break;
@@ -272,6 +275,9 @@ void Set(Options& options, const GivenOption& given) {
       break;
     case Option::Store:
       options.store = value;
+      break;
+    case Option::Strict:
+      options.strict = true;
       break;
     case Option::ToTheLetter:
       options.toTheLetter = true;
@@ -307,6 +313,8 @@ void CheckOptions(const Parts& parts, const HelpPlace& place) {
     if (parts.Has(one) && parts.Has(other))
       throw WrongUsage("take either " + DashedName(RowOf(one)) + " or " + DashedName(RowOf(other)));
   }
+  if (parts.Has(Option::Strict) && !parts.Has(Option::Losses))
+    throw WrongUsage("--strict goes with --losses");
 }
 
 void CheckOperands(const std::vector<std::string>& operands, const HelpPlace& place) {

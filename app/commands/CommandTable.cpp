@@ -24,6 +24,7 @@ constexpr OptionRow kOptions[] = {
      "Store also what equals a stored record (default: it is left out)"},
     {Option::Labels, 0, "labels", "FILE", "Labels of your own, as lines \"key = text\""},
     {Option::Lang, 0, "lang", "LANG", "Language of labels and titles (default: the locale's)"},
+    {Option::Losses, 0, "losses", nullptr, "Tell each line that isn't kept, or not as it is"},
     {Option::NoGroups, 0, "no-groups", nullptr, "Leave the cards' group names out"},
     {Option::NoName, 0, "no-name", nullptr, "Those that have no name or summary"},
     {Option::Output, 'o', "output", "FILE", "Write into this file (- for standard output)"},
@@ -33,6 +34,7 @@ constexpr OptionRow kOptions[] = {
     {Option::Sort, 0, "sort", "ORDER", "By name, key or time (default: key)"},
     {Option::Store, 0, "store", "FILE",
      "The store (default: $PIMVOBJ_STORE, else pimvobj/pim.db in the application-data folder)"},
+    {Option::Strict, 0, "strict", nullptr, "With --losses: exit status 4 when there are any"},
     {Option::ToTheLetter, 0, "to-the-letter", nullptr,
      "Write blanks at the head of a line and line breaks in numbers as they stand, though readers "
      "lose them"},
@@ -71,7 +73,7 @@ constexpr Option kPreview[] = {Option::Labels};
 constexpr Option kContactDelete[] = {Option::Group, Option::DryRun};
 constexpr Option kItemDelete[] = {Option::DryRun};
 constexpr Option kShowFile[] = {Option::All, Option::Labels};
-constexpr Option kInspect[] = {Option::Json, Option::As};
+constexpr Option kInspect[] = {Option::Json, Option::As, Option::Losses, Option::Strict};
 
 constexpr const char* kWords =
     "WORDs choose the records that hold all of them in any text, whatever their letter case and "
@@ -144,7 +146,8 @@ constexpr CommandRow kCommands[] = {
     {Family::Files, Action::Inspect, "inspect", "FILE...", 1, kAnyNumber,
      "Show what files hold, record by record", kInspect,
      "pimvobj inspect backup.vcf\n"
-     "pimvobj inspect backup.vcf --json | jq '.contacts[0]'",
+     "pimvobj inspect backup.vcf --json | jq '.contacts[0]'\n"
+     "pimvobj inspect backup.vcf --losses",
      "A FILE may be - for standard input. No store is touched."},
     {Family::Files, Action::ShowFile, "show", "FILE...", 1, kAnyNumber,
      "Show the first vObject of a file in a few lines", kShowFile,

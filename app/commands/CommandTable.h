@@ -28,6 +28,7 @@ enum class Option : std::uint8_t {
   KeepDuplicates,
   Labels,
   Lang,
+  Losses,
   NoGroups,
   NoName,
   Output,
@@ -35,6 +36,7 @@ enum class Option : std::uint8_t {
   SkipDuplicates,
   Sort,
   Store,
+  Strict,
   ToTheLetter,
   Version,
 };

@@ -27,7 +27,7 @@ class ContactImporter : public Importer {
 
  private:
   FileCounts StoreText(NarrowStringView text, const ProgressCall& progress,
-                       const WatchText& watch) override {
+                       const TextObserver& observer) override {
     std::int32_t saveOption = options().noGroups ? 0 : -1;
     if (options().group) saveOption = GroupIdOf(session(), *options().group);
     ContactImportCounts counts;
@@ -37,7 +37,7 @@ class ContactImporter : public Importer {
     std::int32_t stored = 0;
     try {
       stored = ImportContactText(session().db(), text, saveOption, options().keepDuplicates, counts,
-                                 report, watch);
+                                 report, observer);
     } catch (ParseFailure) {
       report(counts);  // how many stood ahead of what was rejected
       throw;
@@ -60,13 +60,13 @@ class CalendarImporter : public Importer {
 
  private:
   FileCounts StoreText(NarrowStringView text, const ProgressCall& progress,
-                       const WatchText& watch) override {
+                       const TextObserver& observer) override {
     CalendarImportCounts counts;
     const auto report = [&](const CalendarImportCounts& soFar) { progress(CountsOf(soFar)); };
     std::int32_t stored = 0;
     try {
       stored = ImportCalendarText(session().db(), CalendarKindOf(options().kind), text,
-                                  options().keepDuplicates, counts, report, watch);
+                                  options().keepDuplicates, counts, report, observer);
     } catch (ParseFailure) {
       report(counts);  // how many stood ahead of what was rejected
       throw;

@@ -136,7 +136,7 @@ void Importer::ImportFile(const std::string& path) {
           CheckInterrupt();
           show();
         },
-        [&outcome](const TextNotice& notice) { outcome.notices.push_back(notice); });
+        {[&outcome](const TextNotice& notice) { outcome.notices.push_back(notice); }, {}});
     bytesDone_ = before + bytes;
     inText = counts.inText;
     if (!savepoint.Commit()) session_.Fail();

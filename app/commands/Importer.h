@@ -56,7 +56,7 @@ class Importer {
   // Stores one text in the open transaction. Throws kParseFailure, Failure or FileError, after all
   // of which the text is taken back.
   virtual FileCounts StoreText(NarrowStringView text, const ProgressCall& progress,
-                               const WatchText& watch) = 0;
+                               const TextObserver& observer) = 0;
 
   std::vector<std::string> AllFiles();
   std::int32_t GroupCount();

@@ -1,5 +1,6 @@
 #include "app/commands/Inspect.h"
 
+#include "app/commands/Losses.h"
 #include "app/input/Inputs.h"
 #include "app/input/PictureStaging.h"
 #include "app/input/TextReading.h"
@@ -85,6 +86,7 @@ int InspectFiles(const Options& options) {
                      ReadInput(path, ByteOrderMark::Kept, bytes);
                      const NarrowStringView text = bytes.view();
                      const TextForm form = options.form ? *options.form : FormOfText(text);
+                     if (options.losses) return PrintLosses(path, text, form, options);
                      const Outcome outcome = form == TextForm::VCard
                                                  ? PrintRecords<CContact>(options, text)
                                                  : PrintRecords<CCalendar>(options, text);

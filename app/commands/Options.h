@@ -51,9 +51,11 @@ struct Options {
   bool dryRun = false;
   bool force = false;
   bool keepDuplicates = false;
+  bool losses = false;  // tell what becomes of each line, not the records
   bool noGroups = false;
   bool noName = false;
   bool quiet = false;
+  bool strict = false;       // a loss is a failure
   bool toTheLetter = false;  // what is written need not read back
 
   // The filter whose words are the operands from the one with that number on.

@@ -34,9 +34,9 @@ std::string NoticeText(const TextNotice& notice) {
   return {};
 }
 
-// Calls read(take, watch) so that it can be interrupted and all that is told is kept.
+// Calls read(take, observer) so that it can be interrupted and all that is told is kept.
 template <class Guarded, class Read, class Take>
-Outcome ReadWith(Read read, const Take& take) {
+Outcome ReadWith(Read read, const Take& take, const TakeEntry& entry) {
   Messages messages;
   Outcome outcome;
   const Guarded guarded = [&take](auto& record) {
@@ -44,26 +44,31 @@ Outcome ReadWith(Read read, const Take& take) {
     take(record);
     return true;
   };
-  outcome.result =
-      read(guarded, [&outcome](const TextNotice& notice) { outcome.notices.push_back(notice); });
+  const TextObserver observer{
+      [&outcome](const TextNotice& notice) { outcome.notices.push_back(notice); }, entry};
+  outcome.result = read(guarded, observer);
   outcome.messages = messages.Take();
   return outcome;
 }
 
 }  // namespace
 
-Outcome ReadText(NarrowStringView text, const std::function<void(CContact&)>& take) {
+Outcome ReadText(NarrowStringView text, const std::function<void(CContact&)>& take,
+                 const TakeEntry& entry) {
   return ReadWith<TakeContact>(
-      [text](const auto& guarded, const auto& watch) { return ReadContacts(text, guarded, watch); },
-      take);
+      [text](const auto& guarded, const auto& observer) {
+        return ReadContacts(text, guarded, observer);
+      },
+      take, entry);
 }
 
-Outcome ReadText(NarrowStringView text, const std::function<void(CCalendar&)>& take) {
+Outcome ReadText(NarrowStringView text, const std::function<void(CCalendar&)>& take,
+                 const TakeEntry& entry) {
   return ReadWith<TakeCalendar>(
-      [text](const auto& guarded, const auto& watch) {
-        return ReadCalendars(text, guarded, watch);
+      [text](const auto& guarded, const auto& observer) {
+        return ReadCalendars(text, guarded, observer);
       },
-      take);
+      take, entry);
 }
 
 int TellOutcome(const std::string& path, const Outcome& outcome, NarrowStringView text,

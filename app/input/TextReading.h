@@ -19,8 +19,11 @@ struct Outcome {
 
 // Read a whole text and hand over its records one by one; each is gone behind the call. They aren't
 // stored. Throw Interrupted between two records.
-Outcome ReadText(NarrowStringView text, const std::function<void(CContact&)>& take);
-Outcome ReadText(NarrowStringView text, const std::function<void(CCalendar&)>& take);
+// `entry`, where given, takes the account.
+Outcome ReadText(NarrowStringView text, const std::function<void(CContact&)>& take,
+                 const TakeEntry& entry = {});
+Outcome ReadText(NarrowStringView text, const std::function<void(CCalendar&)>& take,
+                 const TakeEntry& entry = {});
 
 // Tells on standard error what came of reading the file at `path`: the messages, what a text looks
 // like that holds no record of the form, and another version. Gives the exit status.

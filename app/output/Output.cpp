@@ -38,7 +38,9 @@ std::string ShownName(const std::string& path) {
 }
 
 int Worse(int one, int other) {
-  return one == kFailed || other == kFailed ? int{kFailed} : std::max(one, other);
+  for (const int status : {kFailed, kRejected})
+    if (one == status || other == status) return status;
+  return std::max(one, other);
 }
 
 void Complain(std::string_view message) {

@@ -8,7 +8,7 @@
 
 namespace pim::app {
 
-enum ExitStatus : int { kDone = 0, kFailed = 1, kWrongUsage = 2, kRejected = 3 };
+enum ExitStatus : int { kDone = 0, kFailed = 1, kWrongUsage = 2, kRejected = 3, kLossy = 4 };
 
 // Ends the command with exit status 1; what() is "FILE: what is wrong".
 class Failure : public std::runtime_error {
@@ -23,7 +23,7 @@ class WrongUsage : public std::runtime_error {
 };
 
 // The exit status of two pieces of work: a file or a store that fails weighs more than a text that
-// is rejected.
+// is rejected, and that more than one of which something is lost.
 int Worse(int one, int other);
 
 // A file's name as messages show it: with control characters visible, "-" as standard input.

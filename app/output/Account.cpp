@@ -1,0 +1,117 @@
+#include "app/output/Account.h"
+
+#include <charconv>
+
+#include "app/output/JsonWriter.h"
+#include "app/output/Output.h"
+#include "pim/manager/TextReading.h"
+#include "platform/CodePages.h"
+
+namespace pim::app {
+namespace {
+
+std::string JsonText(std::string_view text) {
+  JsonWriter json;
+  json.Value(WideStringView(WideFromUtf8(text)));
+  return std::string(json.text());
+}
+
+NarrowStringView FormName(TextForm form) { return form == TextForm::VCard ? "vcard" : "vcalendar"; }
+
+bool IsPlainJson(NarrowStringView text) {
+  for (const char c : text)
+    if (c < ' ' || c > '~' || c == '"' || c == '\\') return false;
+  return true;
+}
+
+}  // namespace
+
+std::string AccountJson::Head(std::string_view file, TextForm form, bool rejected) {
+  std::string head = "{";
+  if (!file.empty()) head += "\"file\": " + JsonText(file) + ", ";
+  return head.append("\"form\": \"")
+      .append(FormName(form))
+      .append("\", \"rejected\": ")
+      .append(rejected ? "true" : "false")
+      .append(", \"lines\": [");
+}
+
+AccountJson::AccountJson(TextForm form) : fields_(RecordFields(form)) {}
+
+std::string_view AccountJson::Text(const AccountEntry& entry) {
+  text_.assign(empty_ ? "{" : ", {");
+  empty_ = false;
+  text_ += "\"first\": ";
+  AppendNumber(entry.first);
+  text_ += ", \"last\": ";
+  AppendNumber(entry.last);
+  text_ += ", \"record\": ";
+  if (entry.record < 0) {
+    text_ += "null";
+  } else {
+    AppendNumber(entry.record);
+  }
+  text_ += ", \"name\": ";
+  AppendName(entry.name);
+  text_.append(", \"verdict\": \"").append(NameOf(entry.verdict)).append("\", \"into\": [");
+  const char* mark = "\"";
+  for (std::size_t field = 0; field < fields_.size(); ++field) {
+    if ((entry.into >> field & 1U) == 0) continue;
+    text_.append(std::exchange(mark, ", \"")).append(fields_[field]).append("\"");
+  }
+  text_ += "], \"why\": [";
+  mark = "\"";
+  for (const LossRow& loss : kLosses) {
+    if ((entry.why & loss.code) == 0) continue;
+    text_.append(std::exchange(mark, ", \"")).append(loss.name).append("\"");
+  }
+  return text_.append("], \"same\": ").append(entry.same ? "true}" : "false}");
+}
+
+std::string AccountJson::Tail(const AccountTotals& totals) {
+  const auto count = [](std::string_view name, std::int64_t number) {
+    return std::string("\"").append(name).append("\": ").append(std::to_string(number));
+  };
+  return "], \"totals\": {" + count("lines", totals.lines) + ", " + count("frame", totals.frame) +
+         ", " + count("kept", totals.kept) + ", " + count("changed", totals.changed) + ", " +
+         count("dropped", totals.dropped) + ", " + count("unread", totals.unread) + "}}\n";
+}
+
+void AccountJson::AppendNumber(std::int64_t number) {
+  char digits[24];
+  const auto end = std::to_chars(std::begin(digits), std::end(digits), number).ptr;
+  text_.append(digits, end);
+}
+
+void AccountJson::AppendName(NarrowStringView name) {
+  if (IsPlainJson(name)) {
+    text_.append("\"").append(name).append("\"");
+  } else {
+    text_ += JsonText(name);
+  }
+}
+
+std::string AccountLine(std::string_view file, const AccountEntry& entry) {
+  std::string line = std::string(file) + ":" + std::to_string(entry.first);
+  if (entry.last != entry.first) line += "-" + std::to_string(entry.last);
+  line += ": ";
+  if (!entry.name.empty()) line += Shown(WideFromUtf8(entry.name)) + ": ";
+  line += NameOf(entry.verdict);
+  std::string_view mark = ": ";
+  for (const LossRow& loss : kLosses) {
+    if ((entry.why & loss.code) == 0) continue;
+    line.append(std::exchange(mark, "; ")).append(loss.text);
+  }
+  return line += '\n';
+}
+
+std::string TotalsText(const AccountTotals& totals) {
+  std::string text = Counted(totals.lines, "line") + ": " + std::to_string(totals.kept) +
+                     " kept, " + std::to_string(totals.changed) + " changed, " +
+                     std::to_string(totals.dropped) + " dropped, " + std::to_string(totals.frame) +
+                     " frame";
+  if (totals.unread != 0) text += ", " + std::to_string(totals.unread) + " unread";
+  return text;
+}
+
+}  // namespace pim::app

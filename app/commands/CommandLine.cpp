@@ -210,6 +210,8 @@ void Set(Options& options, const GivenOption& given) {
   const OptionRow& row = RowOf(given.id);
   const std::string& value = given.value;
   if (row.value != nullptr && value.empty()) throw WrongUsage(DashedName(row) + " is empty");
+  if ((given.id == Option::Rejects || given.id == Option::Report) && value == "-")
+    throw WrongUsage(DashedName(row) + " takes the name of a file");
   switch (given.id) {
     case Option::All:
       options.all = true;
@@ -267,6 +269,12 @@ void Set(Options& options, const GivenOption& given) {
       break;
     case Option::Quiet:
       options.quiet = true;
+      break;
+    case Option::Rejects:
+      options.rejects = value;
+      break;
+    case Option::Report:
+      options.report = value;
       break;
     case Option::Sort:
       options.order = Choice<ListOrder>(

@@ -29,6 +29,10 @@ constexpr OptionRow kOptions[] = {
     {Option::NoName, 0, "no-name", nullptr, "Those that have no name or summary"},
     {Option::Output, 'o', "output", "FILE", "Write into this file (- for standard output)"},
     {Option::Quiet, 'q', "quiet", nullptr, "Show no progress"},
+    {Option::Rejects, 0, "rejects", "FILE",
+     "Put records that are rejected into this file, and take the others"},
+    {Option::Report, 0, "report", "FILE",
+     "Write into this file what became of each line, as JSON, one text a line"},
     {Option::SkipDuplicates, 0, "skip-duplicates", nullptr,
      "Leave out what equals a stored record, as is done anyway"},
     {Option::Sort, 0, "sort", "ORDER", "By name, key or time (default: key)"},
@@ -58,9 +62,11 @@ constexpr NounRow kNouns[] = {
     {"memo", RecordKind::Memo, "memo", "Memos, as vCalendar 1.0"},
 };
 
-constexpr Option kContactImport[] = {Option::Group, Option::NoGroups, Option::KeepDuplicates,
-                                     Option::SkipDuplicates};
-constexpr Option kItemImport[] = {Option::KeepDuplicates, Option::SkipDuplicates};
+constexpr Option kContactImport[] = {
+    Option::Group,   Option::NoGroups, Option::KeepDuplicates, Option::SkipDuplicates,
+    Option::Rejects, Option::Report,   Option::Force};
+constexpr Option kItemImport[] = {Option::KeepDuplicates, Option::SkipDuplicates, Option::Rejects,
+                                  Option::Report, Option::Force};
 constexpr Option kContactExport[] = {Option::Group, Option::NoName, Option::Output, Option::Force};
 constexpr Option kItemExport[] = {Option::All, Option::NoName, Option::Output, Option::Force};
 constexpr Option kContactList[] = {Option::Group, Option::NoName,    Option::Sort, Option::Fields,
@@ -89,9 +95,10 @@ constexpr CommandRow kCommands[] = {
      "Read vCard files into the store", kContactImport,
      "pimvobj contacts import backup.vcf\n"
      "pimvobj contacts import phone/ --group Phone\n"
-     "unzip -p backup.zip contacts.vcf | pimvobj contacts import -",
+     "unzip -p backup.zip contacts.vcf | pimvobj contacts import -\n"
+     "pimvobj contacts import damaged.vcf --rejects rejects.vcf",
      "A PATH is a file, a folder (its .vcf files, subfolders too) or - for standard input. A file "
-     "goes in wholly or not at all."},
+     "goes in wholly or not at all, but for what --rejects puts aside."},
     {Family::Contacts, Action::Export, "export", "DIR|FILE.vcf|- [WORD...]", 0, kAnyNumber,
      "Write contacts as vCard: one file each into DIR, or all into one file", kContactExport,
      "pimvobj contacts export cards/\n"
@@ -122,7 +129,7 @@ constexpr CommandRow kCommands[] = {
      "pimvobj {noun} import calendar.vcs\n"
      "pimvobj {noun} import phone/",
      "A PATH is a file, a folder (its .vcs and .ics files, subfolders too) or - for standard "
-     "input. A file goes in wholly or not at all."},
+     "input. A file goes in wholly or not at all, but for what --rejects puts aside."},
     {Family::Items, Action::Export, "export", "FILE|- [WORD...]", 0, kAnyNumber,
      "Write {one}s into one vCalendar file", kItemExport,
      "pimvobj {noun} export all.vcs\n"

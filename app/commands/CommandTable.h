@@ -33,6 +33,8 @@ enum class Option : std::uint8_t {
   NoName,
   Output,
   Quiet,
+  Rejects,
+  Report,
   SkipDuplicates,
   Sort,
   Store,

@@ -8,14 +8,48 @@
 #include "app/input/Inputs.h"
 #include "app/input/Interrupt.h"
 #include "app/input/TextReading.h"
+#include "app/output/Fields.h"
+#include "app/output/ItemText.h"
 #include "app/output/Output.h"
 #include "pim/records/ContactGroups.h"
 #include "pim/support/ParseFailure.h"
+#include "platform/CodePages.h"
 
 namespace pim::app {
 namespace {
 
 constexpr auto kCommitInterval = std::chrono::milliseconds(700);
+
+void CheckIsNoSource(const std::string& target, const std::vector<std::string>& files) {
+  std::error_code error;
+  for (const std::string& file : files) {
+    if (std::filesystem::equivalent(file, target, error))
+      throw Failure(ShownName(target) + ": is one of the files to read");
+  }
+}
+
+// The lines of a text by those of the text without its rejected parts.
+class LineMap {
+ public:
+  explicit LineMap(const std::vector<RejectedPart>& parts) {
+    std::int64_t left = 0;
+    for (const RejectedPart& part : parts) {
+      left += part.lastLine - part.firstLine + 1;
+      rows_.push_back({part.lastLine + 1 - left, left});
+    }
+  }
+  std::int64_t Original(std::int64_t line) const {
+    const auto next = std::ranges::upper_bound(rows_, line, {}, &Row::first);
+    return next == rows_.begin() ? line : line + std::prev(next)->left;
+  }
+
+ private:
+  struct Row {
+    std::int64_t first;  // line behind a part
+    std::int64_t left;   // lines that are left out ahead of it
+  };
+  std::vector<Row> rows_;
+};
 
 }  // namespace
 
@@ -27,13 +61,17 @@ Importer::Importer(const Options& options, std::vector<std::string_view> extensi
       form_(form),
       mark_(mark),
       session_(options, StoreAccess::Create),
-      progress_(options.quiet) {
+      progress_(options.quiet),
+      account_(form, options.report, options.force) {
+  if (options.rejects) rejects_.emplace(*options.rejects, options.force);
   if (form == TextForm::VCard) pictures_.emplace(session_.store(), session_.path());
 }
 
 int Importer::Run() {
   const std::int32_t groupsBefore = GroupCount();
   const std::vector<std::string> files = AllFiles();
+  for (const auto& target : {options_.rejects, options_.report})
+    if (target) CheckIsNoSource(*target, files);
   for (const std::string& file : files) {
     CheckInterrupt();
     if (IsStream(file)) Commit();  // whoever writes it may take long, and others wait for the store
@@ -43,8 +81,10 @@ int Importer::Run() {
     if (std::chrono::steady_clock::now() >= commitAt_) Commit();
   }
   Commit();
+  account_.Publish();
   progress_.Clear();
   Print(Summary(GroupCount() - groupsBefore));
+  Print(account_.Summary());
   return status_;
 }
 
@@ -114,7 +154,19 @@ bool Importer::ReadFile(const std::string& path) {
 }
 
 void Importer::ImportFile(const std::string& path) {
-  const auto bytes = static_cast<std::int64_t>(text_.view().size());
+  ++open_.files;
+  account_.BeginFile(path);
+  if (Store(path, text_.view(), {})) return;
+  progress_.Clear();
+  if (rejects_) return ImportRest(path);
+  account_.EndFile(false);
+  TellRejection(path);
+  Refuse(RejectedPartsOf(text_.view(), form_).records, kRejected);
+}
+
+bool Importer::Store(const std::string& path, NarrowStringView text,
+                     const RejectedParts& rejected) {
+  const auto bytes = static_cast<std::int64_t>(text.size());
   long long inText = 0;
   Outcome outcome;
   const auto show = [&] {
@@ -123,56 +175,123 @@ void Importer::ImportFile(const std::string& path) {
     progress_.Show(bytesDone_,
                    [&] { return Counted(files, "file") + ", " + Counted(records, "record"); });
   };
+  const std::int64_t before = bytesDone_;
+  const LineMap lines(rejected.parts);
   try {
-    ++open_.files;
     StoreTransaction savepoint(session_.store());
     if (!savepoint.IsOpen()) session_.Fail();
-    const std::int64_t before = bytesDone_;
-    FileCounts counts = StoreText(
-        text_.view(),
-        [&](const FileCounts& soFar) {
-          inText = soFar.inText;
-          bytesDone_ = before + soFar.bytes;
-          CheckInterrupt();
-          show();
-        },
-        {[&outcome](const TextNotice& notice) { outcome.notices.push_back(notice); }, {}});
+    FileCounts counts = StoreText(text,
+                                  [&](const FileCounts& soFar) {
+                                    inText = soFar.inText;
+                                    bytesDone_ = before + soFar.bytes;
+                                    CheckInterrupt();
+                                    show();
+                                  },
+                                  {[&](const TextNotice& notice) {
+                                     outcome.notices.push_back(notice);
+                                     outcome.notices.back().line = lines.Original(notice.line);
+                                   },
+                                   [this](const AccountEntry& entry) { account_.Take(entry); }});
     bytesDone_ = before + bytes;
     inText = counts.inText;
+    if (!rejected.parts.empty()) rejects_->Add(text_.view(), rejected.parts);
     if (!savepoint.Commit()) session_.Fail();
     static_cast<void>(messages_.Take());  // notices say it better
     if (!outcome.notices.empty()) progress_.Clear();
-    TellMessages(path, outcome, {});
-    if (inText == 0) return RefuseAsNothing(path);
+    TellMessages(path, outcome, text, {});
+    account_.EndFile(inText != 0);
+    if (inText == 0 && rejected.parts.empty()) {
+      RefuseAsNothing(path);
+      return true;
+    }
     open_.inText += std::exchange(inText, 0);
     open_.stored += counts.stored;
     open_.otherKind += counts.otherKind;
     std::ranges::move(counts.pictures, std::back_inserter(unpublished_));
     progress_.Clear();
-    TellVersion(path, text_.view(), form_);
+    TellVersion(path, text, form_);
     show();
   } catch (ParseFailure) {
-    progress_.Clear();
-    TellRejection(path, outcome);
-    Refuse(inText, kRejected);
+    bytesDone_ = before;
+    static_cast<void>(messages_.Take());
+    return false;
   } catch (const Failure& failure) {
+    account_.TakeBack();
     FailFile(failure.what(), inText);
   } catch (const FileError& failure) {
+    account_.TakeBack();
     FailFile(std::string(failure.what()) + "; nothing of " + ShownName(path) + " is imported",
              inText);
   }
+  return true;
+}
+
+// Reads the text anew without the records that are rejected.
+void Importer::ImportRest(const std::string& path) {
+  const RejectedParts rejected = RejectedPartsOf(text_.view(), form_);
+  account_.TakeBack();
+  account_.BeginFile(path, rejected.parts);
+  const long long refused = refusedFiles_;
+  const NarrowString rest = WithoutParts(text_.view(), rejected.parts);
+  if (!Store(path, rest, rejected)) {
+    TellRejection(path);
+    Refuse(rejected.records, kRejected);
+  }
+  if (refusedFiles_ != refused) return;
+  TellPutAside(path, rejected);
+  const auto records = std::ranges::count_if(
+      rejected.parts, [](const RejectedPart& part) { return part.object.has_value(); });
+  open_.inText += records;
+  open_.refused += records;
+  status_ = Worse(status_, kRejected);
 }
 
 // Reads the text once more, which tells the place.
-void Importer::TellRejection(const std::string& path, Outcome& outcome) {
+void Importer::TellRejection(const std::string& path) {
   const auto goOn = [](const auto&) {
     CheckInterrupt();
     return true;
   };
-  outcome.result = form_ == TextForm::VCard ? ReadContacts(text_.view(), goOn)
-                                            : ReadCalendars(text_.view(), goOn);
+  Outcome outcome;
+  const TextObserver observer{
+      [&outcome](const TextNotice& notice) { outcome.notices.push_back(notice); }, {}};
+  outcome.result = form_ == TextForm::VCard ? ReadContacts(text_.view(), goOn, observer)
+                                            : ReadCalendars(text_.view(), goOn, observer);
   outcome.messages = messages_.Take();
-  TellMessages(path, outcome, "; nothing of this file is imported");
+  TellMessages(path, outcome, text_.view(),
+               "; nothing of this file is imported; --rejects FILE takes the others");
+}
+
+void Importer::TellPutAside(const std::string& path, const RejectedParts& rejected) {
+  for (const RejectedPart& part : rejected.parts) {
+    Complain(ShownName(path) + ":" + std::to_string(part.line) + ": " +
+             Shown(WideFromUtf8(part.property)) + ": rejected: " + std::string(TextOf(part.fault)) +
+             ", " + OwnerOf(part) + "; put into " + ShownName(rejects_->path()));
+  }
+  static_cast<void>(messages_.Take());
+}
+
+// "in the card of Ann Berg", by what stands ahead of the fault.
+std::string Importer::OwnerOf(const RejectedPart& part) {
+  if (!part.object) return "outside all records";
+  const NarrowStringView head = text_.view().substr(part.offset, part.lineOffset - part.offset);
+  std::string noun = "card";
+  WideString name;
+  if (form_ == TextForm::VCard) {
+    static_cast<void>(ReadContacts(head, [&name](const CContact& contact) {
+      name = DisplayName(contact);
+      return true;
+    }));
+  } else {
+    noun = NounOf(static_cast<CalendarType>(*part.object));
+    static_cast<void>(ReadCalendars(head, [&name](const CCalendar& item) {
+      name = (item.summary.empty() ? item.description : item.summary).view();
+      return true;
+    }));
+  }
+  if (name.empty())
+    return "in the " + noun + " that begins in line " + std::to_string(part.firstLine);
+  return "in the " + noun + " of " + ShownInOneLine(name);
 }
 
 void Importer::RefuseAsNothing(const std::string& path) {

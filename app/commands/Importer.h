@@ -5,6 +5,8 @@
 #include <string_view>
 #include <vector>
 
+#include "app/commands/ImportAccount.h"
+#include "app/commands/RejectsFile.h"
 #include "app/commands/Session.h"
 #include "app/input/PictureStaging.h"
 #include "app/input/TextReading.h"
@@ -64,7 +66,12 @@ class Importer {
   void Begin();
   bool ReadFile(const std::string& path);
   void ImportFile(const std::string& path);
-  void TellRejection(const std::string& path, Outcome& outcome);
+  // False when the text is rejected. `rejected` was taken out of it.
+  bool Store(const std::string& path, NarrowStringView text, const RejectedParts& rejected);
+  void ImportRest(const std::string& path);
+  void TellRejection(const std::string& path);
+  void TellPutAside(const std::string& path, const RejectedParts& rejected);
+  std::string OwnerOf(const RejectedPart& part);
   void RefuseAsNothing(const std::string& path);
   void FailFile(std::string_view problem, long long inText);
   void Refuse(long long inText, int status);
@@ -79,6 +86,8 @@ class Importer {
   std::optional<PictureStaging> pictures_;  // where the texts can hold some
   Progress progress_;
   Messages messages_;
+  ImportAccount account_;
+  std::optional<RejectsFile> rejects_;
   ByteBuffer text_;  // one piece of memory for all files
   std::optional<StoreTransaction> transaction_;
   std::chrono::steady_clock::time_point commitAt_;

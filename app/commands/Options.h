@@ -39,8 +39,10 @@ struct Options {
   std::string command;                // "contacts list"
   std::vector<std::string> operands;  // files, folders, words or keys, as the command takes them
   std::optional<std::string> store;
-  std::optional<std::string> group;   // import: every contact joins it; elsewhere: those in it
-  std::optional<std::string> output;  // where an export goes
+  std::optional<std::string> group;    // import: every contact joins it; elsewhere: those in it
+  std::optional<std::string> output;   // where an export goes
+  std::optional<std::string> rejects;  // import: where rejected records go, the others being taken
+  std::optional<std::string> report;   // import: where the account of all lines goes
   std::optional<TextForm> form;
   std::optional<std::string> language;  // of labels and titles
   std::optional<std::string> labels;    // a file of the user's own

@@ -1,5 +1,7 @@
 #include "app/input/TextReading.h"
 
+#include <algorithm>
+
 #include "app/input/Interrupt.h"
 #include "app/input/TextKind.h"
 #include "app/output/Messages.h"
@@ -32,6 +34,18 @@ std::string NoticeText(const TextNotice& notice) {
              (name.empty() ? "" : ": no END" + name);
   }
   return {};
+}
+
+// The first 60 characters of a physical line, control characters visible.
+std::string HeadOfLine(NarrowStringView text, std::int64_t line) {
+  constexpr std::size_t kMost = 60;
+  for (; line > 1; --line) text.remove_prefix(std::min(text.find('\n'), text.size() - 1) + 1);
+  text = text.substr(0, text.find('\n'));
+  if (text.ends_with('\r')) text.remove_suffix(1);
+  constexpr std::size_t kLongestCharacter = 4;
+  const WideString wide = WideFromUtf8(text.substr(0, kMost * kLongestCharacter));
+  if (wide.size() <= kMost) return Shown(wide);
+  return Shown(WideStringView(wide).substr(0, kMost)) + "...";
 }
 
 // Calls read(take, observer) so that it can be interrupted and all that is told is kept.
@@ -73,7 +87,7 @@ Outcome ReadText(NarrowStringView text, const std::function<void(CCalendar&)>& t
 
 int TellOutcome(const std::string& path, const Outcome& outcome, NarrowStringView text,
                 TextForm form) {
-  TellMessages(path, outcome, {});
+  TellMessages(path, outcome, text, {});
   switch (outcome.result.outcome) {
     case TextOutcome::Rejected:
       return kRejected;
@@ -87,13 +101,15 @@ int TellOutcome(const std::string& path, const Outcome& outcome, NarrowStringVie
 }
 
 // A message that isn't the rejection, which comes last, says of a rule what a notice says better.
-void TellMessages(const std::string& path, const Outcome& outcome, std::string_view consequence) {
+void TellMessages(const std::string& path, const Outcome& outcome, NarrowStringView text,
+                  std::string_view consequence) {
   const std::string file = ShownName(path) + ":";
   for (const TextNotice& notice : outcome.notices)
     Complain(file + std::to_string(notice.line) + ": " + NoticeText(notice));
   if (outcome.result.outcome != TextOutcome::Rejected || outcome.messages.empty()) return;
   Complain(file + std::to_string(outcome.result.line) + ": " +
            ShownInOneLine(outcome.messages.back()) + std::string(consequence));
+  Warn("    " + HeadOfLine(text, outcome.result.line) + "\n");
 }
 
 void TellVersion(const std::string& path, NarrowStringView text, TextForm form) {

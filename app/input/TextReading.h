@@ -31,8 +31,9 @@ int TellOutcome(const std::string& path, const Outcome& outcome, NarrowStringVie
                 TextForm form);
 
 // Tells what was noticed in a text and a rejection, each with its line, the latter with what
-// follows from it.
-void TellMessages(const std::string& path, const Outcome& outcome, std::string_view consequence);
+// follows from it and with the head of the line itself.
+void TellMessages(const std::string& path, const Outcome& outcome, NarrowStringView text,
+                  std::string_view consequence);
 
 // Tells when the text says that it is of another version than the one that is read ("3.0").
 void TellVersion(const std::string& path, NarrowStringView text, TextForm form);

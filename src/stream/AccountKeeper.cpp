@@ -27,6 +27,14 @@ void AccountTotals::Add(const AccountEntry& entry) {
   this->*RowOf(entry.verdict).count += count;
 }
 
+AccountTotals& AccountTotals::operator+=(const AccountTotals& other) {
+  lines += other.lines;
+  for (const auto count : {&AccountTotals::frame, &AccountTotals::kept, &AccountTotals::changed,
+                           &AccountTotals::dropped, &AccountTotals::unread})
+    this->*count += other.*count;
+  return *this;
+}
+
 NarrowStringView TextOf(TextFault fault) {
   switch (fault) {
     case TextFault::None:

@@ -7,6 +7,7 @@
 #include <map>
 
 #include "pim/stream/TextHead.h"
+#include "pim/stream/TextRejects.h"
 #include "tests/account/Accounts.h"
 #include "tests/account/MadeLines.h"
 #include "tests/store/TemporaryFolder.h"
@@ -86,6 +87,41 @@ TEST_F(Account, HoldsForSamples) {
       ASSERT_NO_FATAL_FAILURE(Try(head ? FormOf(head->object) : TextForm::VCard, text))
           << file.path();
     }
+  }
+}
+
+// What is left when the rejected parts are taken out is read to its end, and each part begins with
+// the record that it costs.
+TEST_F(Account, RejectsNoMoreThanItMust) {
+  for (std::uint32_t seed = 0; seed < Seeds(); ++seed) {
+    MadeLines lines(seed);
+    const TextForm form = seed % 2 == 0 ? TextForm::VCard : TextForm::VCalendar;
+    std::string text = form == TextForm::VCard ? lines.Cards() + lines.Cards() : lines.Items();
+    static constexpr std::string_view kBad[] = {
+        "TEL;:1\n", "X;P=;Q:1\n", "Y;BASE64:\n *AAA\n QUJD\n", "TEL\n;TYPE\n=:1\n x\n"};
+    for (std::size_t times = lines.Number(4); times > 0; --times) {
+      const std::size_t end = text.find('\n', lines.Number(text.size()));
+      if (end != std::string::npos) text.insert(end + 1, kBad[lines.Number(std::size(kBad))]);
+    }
+    const RejectedParts rejected = RejectedPartsOf(text, form);
+    const std::string rest = WithoutParts(text, rejected.parts);
+    const Reading reading = Read(form, rest);
+    EXPECT_EQ(reading.totals.unread, 0) << text;
+    EXPECT_EQ(rejected.parts.empty(), Read(form, text).totals.unread == 0) << text;
+    std::size_t records = reading.records.size();
+    for (const RejectedPart& part : rejected.parts) {
+      if (part.object) ++records;
+      ASSERT_LE(part.offset + part.size, text.size());
+      EXPECT_GT(Read(form, text.substr(part.offset, part.size)).totals.unread, 0) << text;
+      EXPECT_EQ(Read(form, text.substr(part.offset, part.size)).records.size(),
+                part.object ? 1 : 0);
+      EXPECT_EQ(LinesOf(text.substr(0, part.offset)) + 1, part.firstLine);
+      EXPECT_LE(LinesOf(text.substr(0, part.lineOffset)) + 1, part.line);
+      EXPECT_LE(part.line, part.lastLine);
+      EXPECT_EQ(LinesOf(text.substr(0, part.offset + part.size)), part.lastLine);
+    }
+    ASSERT_EQ(records, static_cast<std::size_t>(rejected.records)) << text;
+    if (HasFailure()) return;
   }
 }
 

@@ -58,6 +58,7 @@ struct AccountTotals {
   std::int64_t unread = 0;
 
   PIM_EXPORT void Add(const AccountEntry& entry);
+  PIM_EXPORT AccountTotals& operator+=(const AccountTotals& other);
 };
 
 // Why the tokeniser rejects a text.

@@ -1,0 +1,126 @@
+#include "app/commands/ImportAccount.h"
+
+#include <algorithm>
+
+#include "app/output/Output.h"
+
+namespace pim::app {
+namespace {
+
+// Of one length, so that the one can take the place of the other.
+constexpr std::string_view kFalse = "false";
+constexpr std::string_view kTrue = "true ";
+
+}  // namespace
+
+ImportAccount::ImportAccount(TextForm form, const std::optional<std::string>& report, bool force)
+    : form_(form) {
+  if (report) report_.emplace(*report, force);
+}
+
+void ImportAccount::BeginFile(const std::string& path, const std::vector<RejectedPart>& parts) {
+  parts_ = parts;
+  nextPart_ = 0;
+  lines_ = 0;
+  isRejected_ = !parts.empty();
+  file_ = {};
+  file_.lastPath = path;
+  if (!report_) return;
+  reportedTo_ = report_->size();
+  const std::string head = AccountJson::Head(path, form_, false);
+  verdictAt_ = reportedTo_ + static_cast<std::int64_t>(head.rfind(kFalse));
+  report_->Append(head);
+  json_.emplace(form_);
+}
+
+void ImportAccount::Take(const AccountEntry& entry) {
+  if (parts_.empty()) return TakeMapped(entry);
+  AccountEntry mapped = entry;
+  std::int64_t left = entry.last - entry.first + 1;
+  while (left > 0) {
+    TakeParts(lines_ + 1);
+    mapped.first = lines_ + 1;
+    mapped.last = lines_ + left;
+    // Blank lines on both sides of a part are one entry to the reader.
+    if (nextPart_ < parts_.size())
+      mapped.last = std::min(mapped.last, parts_[nextPart_].firstLine - 1);
+    left -= mapped.last - mapped.first + 1;
+    TakeMapped(mapped);
+  }
+}
+
+// The parts that begin at the line.
+void ImportAccount::TakeParts(std::int64_t line) {
+  for (; nextPart_ < parts_.size() && parts_[nextPart_].firstLine <= line; ++nextPart_) {
+    const RejectedPart& part = parts_[nextPart_];
+    AccountEntry entry;
+    entry.first = part.firstLine;
+    entry.last = part.lastLine;
+    entry.name = part.property;
+    entry.verdict = Verdict::Rejected;
+    TakeMapped(entry);
+    line = entry.last + 1;
+  }
+}
+
+void ImportAccount::TakeMapped(const AccountEntry& entry) {
+  lines_ = entry.last;
+  isRejected_ = isRejected_ || entry.verdict == Verdict::Rejected;
+  Count(entry, file_);
+  if (report_) report_->Append(json_->Text(entry));
+}
+
+void ImportAccount::Count(const AccountEntry& entry, Counts& counts) {
+  counts.totals.Add(entry);
+  if ((entry.why & LOSS_INVALID_BYTES) != 0) counts.hasInvalidBytes = true;
+  if (entry.verdict != Verdict::Changed && entry.verdict != Verdict::Dropped) return;
+  const auto* const first = std::ranges::find_if(
+      kLosses, [&entry](const LossRow& row) { return (entry.why & row.code) != 0; });
+  if (first != std::end(kLosses)) ++counts.entries[static_cast<std::size_t>(first - kLosses)];
+}
+
+void ImportAccount::TakeBack() {
+  if (report_) report_->Truncate(reportedTo_);
+  file_ = {};
+}
+
+void ImportAccount::EndFile(bool isImported) {
+  TakeParts(lines_ + 1);
+  if (report_) {
+    report_->Append(AccountJson::Tail(file_.totals));
+    if (isRejected_) report_->Overwrite(verdictAt_, kTrue);
+  }
+  if (!isImported) return;
+  done_.totals += file_.totals;
+  for (std::size_t i = 0; i < done_.entries.size(); ++i) done_.entries[i] += file_.entries[i];
+  done_.hasInvalidBytes = done_.hasInvalidBytes || file_.hasInvalidBytes;
+  if (file_.totals.changed + file_.totals.dropped == 0) return;
+  ++done_.files;
+  done_.lastPath = file_.lastPath;
+}
+
+std::string ImportAccount::Summary() const {
+  const std::int64_t lost = done_.totals.changed + done_.totals.dropped;
+  if (lost == 0) return {};
+  std::string line =
+      std::to_string(lost) + " of " + Counted(done_.totals.lines, "line") + " not kept";
+  const char* mark = " (";
+  for (std::size_t i = 0; i < done_.entries.size(); ++i) {
+    if (done_.entries[i] == 0) continue;
+    line.append(mark).append(std::to_string(done_.entries[i])).append(" ");
+    line += done_.entries[i] == 1 ? kLosses[i].one : kLosses[i].many;
+    mark = ", ";
+  }
+  line += "); pimvobj inspect --losses ";
+  const bool isOneFile = done_.files == 1 && done_.lastPath != "-";
+  line += isOneFile ? ShownName(done_.lastPath) : "FILE";
+  line += " tells each";
+  if (done_.hasInvalidBytes) line += "; --code-page NAME reads texts of another charset than UTF-8";
+  return line += '\n';
+}
+
+void ImportAccount::Publish() {
+  if (report_) report_->Publish();
+}
+
+}  // namespace pim::app

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "pim/stream/TextRejects.h"
+
+namespace pim::app {
+
+// Takes what imports put aside, byte for byte. The file is made when there is something for it.
+class RejectsFile {
+ public:
+  // Throws Failure for a name that is taken, unless `force`.
+  RejectsFile(std::string path, bool force);
+
+  // Writes the parts of a text, down to the disk. Throws Failure.
+  void Add(NarrowStringView text, const std::vector<RejectedPart>& parts);
+  const std::string& path() const { return path_; }
+
+ private:
+  struct Close {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+  };
+  [[noreturn]] void Fail() const;
+
+  std::string path_;
+  bool force_;
+  std::unique_ptr<std::FILE, Close> file_;
+};
+
+}  // namespace pim::app

@@ -1,0 +1,87 @@
+#include "app/output/ReportFile.h"
+
+#include <stdlib.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+
+#include "app/output/Output.h"
+
+namespace pim::app {
+namespace {
+
+namespace fs = std::filesystem;
+
+// As any new file's, by the user's mask.
+void OpenToOthers(int descriptor) {
+  const mode_t mask = umask(0);
+  umask(mask);
+  static_cast<void>(fchmod(descriptor, 0666 & ~mask));
+}
+
+}  // namespace
+
+void CheckNewFile(const std::string& path, bool force) {
+  std::error_code error;
+  const fs::file_status status = fs::status(path, error);
+  if (!fs::exists(status)) return;
+  if (!fs::is_regular_file(status)) throw Failure(ShownName(path) + ": is no regular file");
+  if (!force) throw Failure(ShownName(path) + ": is there already; --force replaces it");
+}
+
+ReportFile::ReportFile(std::string path, bool force) : path_(std::move(path)), force_(force) {
+  CheckNewFile(path_, force_);
+  std::string growing = path_ + ".XXXXXX";
+  const int descriptor = mkstemp(growing.data());
+  if (descriptor < 0) Fail(errno);
+  growing_ = std::move(growing);
+  OpenToOthers(descriptor);
+  file_.reset(fdopen(descriptor, "w"));
+  if (file_ == nullptr) Fail(errno);
+  constexpr std::size_t kBuffer = std::size_t{256} * 1024;
+  static_cast<void>(std::setvbuf(file_.get(), nullptr, _IOFBF, kBuffer));
+}
+
+ReportFile::~ReportFile() {
+  if (!growing_.empty()) unlink(growing_.c_str());
+}
+
+void ReportFile::Append(std::string_view bytes) {
+  if (std::fwrite(bytes.data(), 1, bytes.size(), file_.get()) != bytes.size()) Fail(errno);
+  size_ += static_cast<std::int64_t>(bytes.size());
+}
+
+void ReportFile::Overwrite(std::int64_t offset, std::string_view bytes) {
+  Seek(offset);
+  if (std::fwrite(bytes.data(), 1, bytes.size(), file_.get()) != bytes.size()) Fail(errno);
+  Seek(size_);
+}
+
+void ReportFile::Truncate(std::int64_t size) {
+  if (std::fflush(file_.get()) != 0 || ftruncate(fileno(file_.get()), size) != 0) Fail(errno);
+  size_ = size;
+  Seek(size_);
+}
+
+void ReportFile::Publish() {
+  if (std::fflush(file_.get()) != 0 || fsync(fileno(file_.get())) != 0) Fail(errno);
+  // A link takes no place that has been taken meanwhile.
+  if (force_ || link(growing_.c_str(), path_.c_str()) != 0) {
+    if (!force_ && errno == EEXIST) CheckNewFile(path_, force_);
+    if (rename(growing_.c_str(), path_.c_str()) != 0) Fail(errno);
+    growing_.clear();
+  }
+}
+
+void ReportFile::Seek(std::int64_t offset) {
+  if (fseeko(file_.get(), offset, SEEK_SET) != 0) Fail(errno);
+}
+
+void ReportFile::Fail(int error) const {
+  throw Failure(ShownName(path_) + ": can't be written: " + std::strerror(error));
+}
+
+}  // namespace pim::app

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include "pim/Export.h"
+#include "pim/stream/TextAccount.h"
+#include "pim/stream/TextHead.h"
+
+namespace pim {
+
+// What of a text is rejected when it is read. The other bytes, put together as they stand, are a
+// text that is read to its end, and gives the other records.
+struct RejectedPart {
+  std::size_t offset = 0;  // in the text
+  std::size_t size = 0;
+  std::int64_t firstLine = 0;  // physical lines of the text, from 1
+  std::int64_t lastLine = 0;
+  std::int64_t line = 0;       // the one in which it is rejected
+  std::size_t lineOffset = 0;  // where the property begins that is rejected
+  TextFault fault = TextFault::None;
+  NarrowString property;  // its name
+  // A record from its BEGIN to its END and what else would land on it, or to where the next one
+  // begins; nothing for a line that stands ahead of the first record or behind an END.
+  std::optional<TextObject> object;
+};
+
+struct RejectedParts {
+  std::vector<RejectedPart> parts;  // in order
+  std::int64_t records = 0;         // that begin in the text, the rejected ones too
+};
+
+// Linear in the text, however much of it is rejected. A byte order mark is not stepped over. Throws
+// std::bad_alloc.
+PIM_EXPORT RejectedParts RejectedPartsOf(NarrowStringView text, TextForm form);
+
+// The text without them.
+PIM_EXPORT NarrowString WithoutParts(NarrowStringView text, const std::vector<RejectedPart>& parts);
+
+}  // namespace pim

@@ -1,6 +1,7 @@
 #include <cstdio>
 #include <exception>
 
+#include "app/commands/Check.h"
 #include "app/commands/CommandLine.h"
 #include "app/commands/Delete.h"
 #include "app/commands/Export.h"
@@ -18,6 +19,8 @@ namespace {
 
 int Run(const Options& options) {
   switch (options.action) {
+    case Action::Check:
+      return CheckFiles(options);
     case Action::Import:
       return ImportFiles(options);
     case Action::Export:

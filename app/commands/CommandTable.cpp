@@ -79,6 +79,7 @@ constexpr Option kPreview[] = {Option::Labels};
 constexpr Option kContactDelete[] = {Option::Group, Option::DryRun};
 constexpr Option kItemDelete[] = {Option::DryRun};
 constexpr Option kShowFile[] = {Option::All, Option::Labels};
+constexpr Option kCheck[] = {Option::Json, Option::As};
 constexpr Option kInspect[] = {Option::Json, Option::As, Option::Losses, Option::Strict};
 
 constexpr const char* kWords =
@@ -150,6 +151,12 @@ constexpr CommandRow kCommands[] = {
      "Show stored {one}s in a few lines", kPreview, "pimvobj {noun} show 3", ""},
     {Family::Items, Action::Delete, "delete", "KEY...", 1, kAnyNumber, "Delete stored {one}s",
      kItemDelete, "pimvobj {noun} delete 3 4", ""},
+    {Family::Files, Action::Check, "check", "FILE...", 1, kAnyNumber,
+     "Tell what of files would not come back from an export", kCheck,
+     "pimvobj check backup.vcf\n"
+     "pimvobj check calendar.vcs --json | jq '.differences[].field'",
+     "Each record is read, written and read again. Exit status 4 when one doesn't come back as it "
+     "was. A FILE may be - for standard input. No store is touched."},
     {Family::Files, Action::Inspect, "inspect", "FILE...", 1, kAnyNumber,
      "Show what files hold, record by record", kInspect,
      "pimvobj inspect backup.vcf\n"

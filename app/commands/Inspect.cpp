@@ -3,6 +3,7 @@
 #include "app/commands/Losses.h"
 #include "app/input/Inputs.h"
 #include "app/input/PictureStaging.h"
+#include "app/input/TextKind.h"
 #include "app/input/TextReading.h"
 #include "app/labels/Labels.h"
 #include "app/output/ItemText.h"
@@ -71,11 +72,6 @@ Outcome PrintRecords(const Options& options, NarrowStringView text) {
   return PrintLines<Record>(text, Titles(LabelsOf(options.language)), pictures);
 }
 
-TextForm FormOfText(NarrowStringView text) {
-  const auto head = TextHeadOf(text);
-  return head ? FormOf(head->object) : TextForm::VCard;
-}
-
 }  // namespace
 
 int InspectFiles(const Options& options) {
@@ -85,7 +81,7 @@ int InspectFiles(const Options& options) {
                      ByteBuffer bytes;
                      ReadInput(path, ByteOrderMark::Kept, bytes);
                      const NarrowStringView text = bytes.view();
-                     const TextForm form = options.form ? *options.form : FormOfText(text);
+                     const TextForm form = FormToRead(options.form, text);
                      if (options.losses) return PrintLosses(path, text, form, options);
                      const Outcome outcome = form == TextForm::VCard
                                                  ? PrintRecords<CContact>(options, text)

@@ -11,6 +11,7 @@ namespace pim::app {
 
 enum class RecordKind : std::uint8_t { Contacts, Calendar, Todo, Memo };
 enum class Action : std::uint8_t {
+  Check,
   Import,
   Export,
   List,

@@ -44,4 +44,10 @@ std::string LooksLike(NarrowStringView text, TextForm wanted) {
   return {};
 }
 
+TextForm FormToRead(const std::optional<TextForm>& given, NarrowStringView text) {
+  if (given) return *given;
+  const auto head = TextHeadOf(text);
+  return head ? FormOf(head->object) : TextForm::VCard;
+}
+
 }  // namespace pim::app

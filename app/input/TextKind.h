@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "pim/stream/TextHead.h"
@@ -10,5 +11,9 @@ namespace pim::app {
 // What a text looks like in which no record of the form begins, as the end of a sentence:
 // "it looks like a JPEG picture". Empty when there is nothing to say.
 std::string LooksLike(NarrowStringView text, TextForm wanted);
+
+// As what a text is read: as the form that was given, else as what begins first in it, else as
+// contacts.
+TextForm FormToRead(const std::optional<TextForm>& given, NarrowStringView text);
 
 }  // namespace pim::app

@@ -10,14 +10,6 @@
 namespace pim::app {
 namespace {
 
-std::string JsonText(std::string_view text) {
-  JsonWriter json;
-  json.Value(WideStringView(WideFromUtf8(text)));
-  return std::string(json.text());
-}
-
-NarrowStringView FormName(TextForm form) { return form == TextForm::VCard ? "vcard" : "vcalendar"; }
-
 bool IsPlainJson(NarrowStringView text) {
   for (const char c : text)
     if (c < ' ' || c > '~' || c == '"' || c == '\\') return false;
@@ -25,6 +17,8 @@ bool IsPlainJson(NarrowStringView text) {
 }
 
 }  // namespace
+
+std::string_view FormName(TextForm form) { return form == TextForm::VCard ? "vcard" : "vcalendar"; }
 
 std::string AccountJson::Head(std::string_view file, TextForm form, bool rejected) {
   std::string head = "{";

@@ -30,6 +30,9 @@ class AccountJson {
   bool empty_ = true;
 };
 
+// "vcard" or "vcalendar", as options name it too.
+std::string_view FormName(TextForm form);
+
 // "NOTE: changed: a NUL character; the text ends there", with the places of several lines ahead.
 std::string AccountLine(std::string_view file, const AccountEntry& entry);
 

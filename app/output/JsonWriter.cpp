@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 
+#include "platform/CodePages.h"
 #include "platform/Utf16.h"
 #include "platform/Utf8.h"
 
@@ -101,6 +102,12 @@ void JsonWriter::Value(const COleDateTime& date) {
 void JsonWriter::Value(const COleDateTimeSpan& span) {
   if (span.status != StatusValid) return Ascii("invalid");
   Int64(std::llround(span.value * 86400));
+}
+
+std::string JsonText(std::string_view text) {
+  JsonWriter json;
+  json.Value(WideStringView(WideFromUtf8(text)));
+  return std::string(json.text());
 }
 
 }  // namespace pim::app

@@ -4,6 +4,7 @@
 #include <rapidjson/writer.h>
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 #include "pim/support/DateTime.h"
@@ -70,5 +71,8 @@ class JsonWriter : private rapidjson::Writer<rapidjson::StringBuffer> {
 
   rapidjson::StringBuffer buffer_;
 };
+
+// A text in UTF-8 as a JSON string; what is no UTF-8 becomes U+FFFD.
+std::string JsonText(std::string_view text);
 
 }  // namespace pim::app

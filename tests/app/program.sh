@@ -132,6 +132,26 @@ same all-of-both "$("$program" show --all friends.vcf && echo && "$program" show
 same told-of-both 'pimvobj: both.vcf: no vObject begins in it: it looks like a calendar, which '\''calendar import'\'' reads' \
   "$(cat both.told)"
 
+# losses, and what would not come back: each with its reason
+printf 'BEGIN:VCARD\nFN:A\nX:1\nTITLE:\nTEL;TYPE=A,B:1\nEND:VCARD\n' >losses.vcf
+check losses 0 '^losses.vcf:5: TEL: changed: a type or other parameter without effect$' inspect --losses losses.vcf
+check losses-totals 0 '^losses.vcf: 6 lines: 1 kept, 1 changed, 2 dropped, 2 frame$' inspect --losses losses.vcf
+check losses-strict 4 . inspect --losses --strict losses.vcf
+check losses-none 0 . inspect --losses --strict "$root"/samples/calendar.vcs
+check losses-stdin 3 '^standard input: 0 lines' inspect --losses -
+check strict-alone 2 'strict goes with --losses' inspect --strict losses.vcf
+same losses-json '{"form":"vcard","rejected":true,"totals":{"lines":5,"frame":2,"kept":0,"changed":0,"dropped":1,"unread":2}}' \
+  "$(printf 'X:"\1\n\nBEGIN:VCARD\nTEL;\n:1' | "$program" inspect --losses --json - 2>/dev/null | jq -c 'del(.lines)')"
+same losses-name '"A\"é"' "$(printf 'A"é:1' | "$program" inspect --losses --json - 2>/dev/null | jq -c '.lines[0].name')"
+check check 0 '^friends.vcf: 3 contacts, which come back as they were; written again, the text is the same to the byte$' check friends.vcf
+printf 'BEGIN:VCARD\nFN:A\nN:;\nBDAY:x\nORG:;\nEND:VCARD\n' >limits.vcf
+printf 'BEGIN:VEVENT\nDTCREATE:20100105T120000Z\nTZ:+09\nPRIORITY:1\nDUE:20100105T120000Z\nCATEGORIES:APPOINTMENT;BIRTHDAY\nX-COLOR:a\nXRULE:D1\nAALARM:;P1D\nEND:VEVENT\nBEGIN:VTODO\nDTEND:20100105T120000Z\nRRULE:D1 20100230T000000\nDUE:20100230\n' >limits.vcs
+check check-limits 4 '^  created_time: "2010-01-05T12:00:00" comes back as null: the stamp of creation is written as' check limits.vcs
+same check-reasons '3 11 0' "$("$program" check --json limits.vcf limits.vcs 2>/dev/null | jq -s '"\(.[0].differences | length) \(.[1].differences | length) \([.[].differences[] | select(.reason == null)] | length)"' -r)"
+printf 'BEGIN:VCARD\nFN:A\nTEL;:1\n' >rejected.vcf
+check check-rejected 3 '^pimvobj: rejected.vcf:3: Error parsing vCard$' check rejected.vcf
+check rejected-line 3 '^    TEL;:1$' inspect rejected.vcf
+
 # exit statuses as their table has them
 printf 'BEGIN:VCARD\nN:A\nX-FOO:1\nEND:VCARD\n' >lossy.vcf
 while read -r status command; do

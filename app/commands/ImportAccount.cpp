@@ -74,9 +74,7 @@ void ImportAccount::Count(const AccountEntry& entry, Counts& counts) {
   counts.totals.Add(entry);
   if ((entry.why & LOSS_INVALID_BYTES) != 0) counts.hasInvalidBytes = true;
   if (entry.verdict != Verdict::Changed && entry.verdict != Verdict::Dropped) return;
-  const auto* const first = std::ranges::find_if(
-      kLosses, [&entry](const LossRow& row) { return (entry.why & row.code) != 0; });
-  if (first != std::end(kLosses)) ++counts.entries[static_cast<std::size_t>(first - kLosses)];
+  if (entry.why != 0) ++counts.entries[static_cast<std::size_t>(&FirstOf(entry.why) - kLosses)];
 }
 
 void ImportAccount::TakeBack() {

@@ -1,5 +1,6 @@
 #include "app/output/Account.h"
 
+#include <bit>
 #include <charconv>
 
 #include "app/output/JsonWriter.h"
@@ -33,33 +34,31 @@ std::string AccountJson::Head(std::string_view file, TextForm form, bool rejecte
 AccountJson::AccountJson(TextForm form) : fields_(RecordFields(form)) {}
 
 std::string_view AccountJson::Text(const AccountEntry& entry) {
-  text_.assign(empty_ ? "{" : ", {");
+  text_.assign(empty_ ? "{" : ",{");
   empty_ = false;
-  text_ += "\"first\": ";
+  text_ += "\"first\":";
   AppendNumber(entry.first);
-  text_ += ", \"last\": ";
+  text_ += ",\"last\":";
   AppendNumber(entry.last);
-  text_ += ", \"record\": ";
+  text_ += ",\"record\":";
   if (entry.record < 0) {
     text_ += "null";
   } else {
     AppendNumber(entry.record);
   }
-  text_ += ", \"name\": ";
+  text_ += ",\"name\":";
   AppendName(entry.name);
-  text_.append(", \"verdict\": \"").append(NameOf(entry.verdict)).append("\", \"into\": [");
+  text_.append(",\"verdict\":\"").append(NameOf(entry.verdict)).append("\",\"into\":[");
   const char* mark = "\"";
-  for (std::size_t field = 0; field < fields_.size(); ++field) {
-    if ((entry.into >> field & 1U) == 0) continue;
-    text_.append(std::exchange(mark, ", \"")).append(fields_[field]).append("\"");
+  for (std::uint32_t left = entry.into; left != 0; left &= left - 1) {
+    const auto field = static_cast<std::size_t>(std::countr_zero(left));
+    text_.append(std::exchange(mark, ",\"")).append(fields_[field]).append("\"");
   }
-  text_ += "], \"why\": [";
+  text_ += "],\"why\":[";
   mark = "\"";
-  for (const LossRow& loss : kLosses) {
-    if ((entry.why & loss.code) == 0) continue;
-    text_.append(std::exchange(mark, ", \"")).append(loss.name).append("\"");
-  }
-  return text_.append("], \"same\": ").append(entry.same ? "true}" : "false}");
+  for (LossMask left = entry.why; left != 0; left &= left - 1)
+    text_.append(std::exchange(mark, ",\"")).append(FirstOf(left).name).append("\"");
+  return text_.append("],\"same\":").append(entry.same ? "true}" : "false}");
 }
 
 std::string AccountJson::Tail(const AccountTotals& totals) {
@@ -91,11 +90,10 @@ std::string AccountLine(std::string_view file, const AccountEntry& entry) {
   line += ": ";
   if (!entry.name.empty()) line += Shown(WideFromUtf8(entry.name)) + ": ";
   line += NameOf(entry.verdict);
+  if (entry.fault != TextFault::None) line.append(": ").append(TextOf(entry.fault));
   std::string_view mark = ": ";
-  for (const LossRow& loss : kLosses) {
-    if ((entry.why & loss.code) == 0) continue;
-    line.append(std::exchange(mark, "; ")).append(loss.text);
-  }
+  for (LossMask left = entry.why; left != 0; left &= left - 1)
+    line.append(std::exchange(mark, "; ")).append(FirstOf(left).text);
   return line += '\n';
 }
 

@@ -67,7 +67,7 @@ void ReportFile::Truncate(std::int64_t size) {
 }
 
 void ReportFile::Publish() {
-  if (std::fflush(file_.get()) != 0 || fsync(fileno(file_.get())) != 0) Fail(errno);
+  if (std::fflush(file_.get()) != 0) Fail(errno);
   // A link takes no place that has been taken meanwhile.
   if (force_ || link(growing_.c_str(), path_.c_str()) != 0) {
     if (!force_ && errno == EEXIST) CheckNewFile(path_, force_);

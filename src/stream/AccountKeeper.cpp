@@ -60,36 +60,38 @@ AccountKeeper::AccountKeeper(TakeEntry take, VObjectParser& parser,
       places_(fields.size()),
       nameOfLast_(std::move(nameOfLast)) {}
 
+LossMask AccountKeeper::PlaceOfLine() const {
+  if (record_ < 0) return LOSS_BEFORE_FIRST;
+  return isOpen_ ? 0 : LossMask{LOSS_BEHIND_END};
+}
+
 void AccountKeeper::Begin(NarrowStringView name, PropertyKind kind, LossMask why) {
   if (record_ < 0) Flush();
-  const std::int64_t first = lines_.First();
-  TakeBlankLines(first);
-  if (kind != PropertyKind::Frame) {
-    if (record_ < 0) why |= LOSS_BEFORE_FIRST;
-    if (record_ >= 0 && !isOpen_) why |= LOSS_BEHIND_END;
-  }
-  Append(first, first, Verdict::Dropped, why, name);
+  TakeBlankLines(lines_.First());
+  if (kind != PropertyKind::Frame) why |= PlaceOfLine();
+  Append(1, Verdict::Frame, why, name);
   entries_.back().kind = kind;
   entries_.back().isDecided = false;
   parser_.valueLosses = 0;
   inProperty_ = true;
-  hasValue_ = false;
+  hasValue_ = beginsRecord_ = false;
 }
 
-void AccountKeeper::TellJoined() {
+void AccountKeeper::TellFrame(LossMask losses) {
   Entry& entry = entries_.back();
   entry.kind = PropertyKind::Unknown;
-  entry.why |= LOSS_JOINED;
+  entry.why |= losses | PlaceOfLine();
 }
 
 void AccountKeeper::Write(std::uint8_t number, Written written) {
   Place& place = places_[number];
   const std::uint32_t current = Current();
+  entries_[current].written |= 1U << fields_[number];
   if (!written.same) {
     for (const Holder& holder : place.holders) {
-      Entry& entry = entries_[holder.entry];
-      --entry.held;
-      if (!holder.follows) entry.isReplaced = true;
+      if (holder.follows) continue;
+      --entries_[holder.entry].held;
+      entries_[holder.entry].isReplaced = true;
     }
     place.holders.clear();
   }
@@ -98,7 +100,7 @@ void AccountKeeper::Write(std::uint8_t number, Written written) {
   if (place.needs != kNone) ++entries_[current].needed;
   if (!written.says) return;
   place.holders.push_back({current, written.follows});
-  ++entries_[current].held;
+  if (!written.follows) ++entries_[current].held;
 }
 
 void AccountKeeper::Add(std::uint8_t field) {
@@ -109,33 +111,62 @@ void AccountKeeper::Add(std::uint8_t field) {
 
 void AccountKeeper::EndProperty() {
   Entry& entry = entries_.back();
-  entry.last = lastLine_ = lines_.Last();
-  entry.why |= std::exchange(parser_.valueLosses, 0);
+  const std::int64_t last = lines_.Last();
+  entry.lines = static_cast<std::uint32_t>(last - lastLine_);
+  lastLine_ = last;
+  const LossMask losses = std::exchange(parser_.valueLosses, 0);
+  if (losses != 0 && entry.kind == PropertyKind::Frame) {
+    if (!beginsRecord_) TellFrame(losses);
+  } else {
+    entry.why |= losses;
+  }
   if (!hasValue_ && entry.kind == PropertyKind::Known && (entry.why & LOSS_BAD_BASE64) == 0)
     entry.why |= LOSS_EMPTY;
   inProperty_ = false;
+  if (entry.kind == PropertyKind::Frame) return;
+  if (entry.kind == PropertyKind::Unknown || (entry.why & LOSS_EMPTY) != 0) {
+    entry.verdict = Verdict::Dropped;
+    entry.isDecided = true;
+    JoinAlike();
+  }
 }
 
 void AccountKeeper::TakeJunk() {
   if (record_ < 0) Flush();
-  const std::int64_t first = lines_.First();
-  TakeBlankLines(first);
-  lastLine_ = lines_.Last();
-  Append(first, lastLine_, Verdict::Dropped,
-         record_ < 0 ? LOSS_NO_COLON | LOSS_BEFORE_FIRST : LOSS_NO_COLON);
+  TakeBlankLines(lines_.First());
+  const std::int64_t last = lines_.Last();
+  Append(last - lastLine_, Verdict::Dropped, LOSS_NO_COLON | PlaceOfLine());
+  lastLine_ = last;
+  JoinAlike();
+}
+
+void AccountKeeper::JoinAlike() {
+  if (entries_.size() < 2) return;
+  Entry& one = entries_[entries_.size() - 2];
+  const Entry& other = entries_.back();
+  if (!one.isDecided || one.verdict != other.verdict || one.lines != other.lines ||
+      one.why != other.why || one.nameSize != other.nameSize ||
+      one.count == std::numeric_limits<std::uint32_t>::max() ||
+      NarrowStringView(names_).substr(one.name, one.nameSize) !=
+          NarrowStringView(names_).substr(other.name, other.nameSize))
+    return;
+  ++one.count;
+  if (other.name != one.name) names_.resize(other.name);
+  entries_.pop_back();
 }
 
 void AccountKeeper::BeginRecord() {
   if (isOpen_) Tell(LOSS_NESTED);
   // The property of the BEGIN is the first one of its record.
-  const Entry begin = entries_.back();
-  const NarrowString name = names_.substr(names_.size() - begin.nameSize);
+  Entry begin = entries_.back();
+  const NarrowString name = names_.substr(begin.name, begin.nameSize);
   CompleteRecord();
   HandOut(entries_.size() - 1);
+  begin.name = 0;
   entries_.push_back(begin);
   names_ = name;
   ++record_;
-  isOpen_ = true;
+  isOpen_ = beginsRecord_ = true;
 }
 
 void AccountKeeper::Reject(NarrowStringView piece) {
@@ -143,21 +174,20 @@ void AccountKeeper::Reject(NarrowStringView piece) {
   const std::int64_t last = lines_.At(piece.data() + parser_.rejectedRun);
   if (!inProperty_) {
     TakeBlankLines(first);
-    Append(first, last, Verdict::Rejected, 0, parser_.rejectedName);
-  } else {
-    Entry& entry = entries_.back();
-    entry.last = last;
-    entry.verdict = Verdict::Rejected;
-    entry.isDecided = true;
-    entry.why = 0;
+    Append(1, Verdict::Rejected, 0, parser_.rejectedName);
   }
+  Entry& entry = entries_.back();
+  entry.lines = static_cast<std::uint32_t>(last - lastLine_);
+  entry.verdict = Verdict::Rejected;
+  entry.isDecided = true;
+  entry.why = 0;
   lastLine_ = last;
   Flush();
 }
 
 void AccountKeeper::EndRejected(NarrowStringView rest) {
   lines_.Pass(rest);
-  if (lines_.Total() > lastLine_) Append(lastLine_ + 1, lines_.Total(), Verdict::Unread, 0);
+  if (lines_.Total() > lastLine_) Append(lines_.Total() - lastLine_, Verdict::Unread, 0);
   Flush();
 }
 
@@ -177,21 +207,21 @@ void AccountKeeper::Finish() {
 }
 
 void AccountKeeper::TakeBlankLines(std::int64_t next) {
-  if (next > lastLine_ + 1) Append(lastLine_ + 1, next - 1, Verdict::Frame, 0);
+  if (next > lastLine_ + 1) Append(next - 1 - lastLine_, Verdict::Frame, 0);
   lastLine_ = next - 1;
 }
 
-AccountKeeper::Entry& AccountKeeper::Append(std::int64_t first, std::int64_t last, Verdict verdict,
-                                            LossMask why, NarrowStringView name) {
+void AccountKeeper::Append(std::int64_t lines, Verdict verdict, LossMask why,
+                           NarrowStringView name) {
   Entry entry;
-  entry.first = first;
-  entry.last = last;
+  entry.lines = static_cast<std::uint32_t>(lines);
+  entry.name = static_cast<std::uint32_t>(names_.size());
   entry.nameSize = static_cast<std::uint32_t>(name.size());
   entry.why = why;
   entry.verdict = verdict;
   entry.isDecided = true;
   names_.append(name);
-  return entries_.emplace_back(entry);
+  entries_.push_back(entry);
 }
 
 void AccountKeeper::Flush() {
@@ -207,17 +237,26 @@ void AccountKeeper::HandOut(std::size_t count) {
     place.holders.clear();
     place.needs = kNone;
   }
-  const NarrowStringView names = names_;
-  std::size_t name = 0;
   WideString title;
   for (Entry& entry : std::span(entries_).first(count)) {
     if (!entry.isDecided) Decide(entry);
     const bool isHeld = entry.verdict == Verdict::Kept || entry.verdict == Verdict::Changed;
     const bool isTold = entry.verdict != Verdict::Frame && entry.verdict != Verdict::Kept;
     if (isTold && title.empty()) title = nameOfLast_();
-    take_({entry.first, entry.last, record_, names.substr(name, entry.nameSize), entry.verdict,
-           isHeld && entry.needed == 0, entry.why, isHeld ? entry.into : 0, title});
-    name += entry.nameSize;
+    AccountEntry told;
+    told.record = record_;
+    told.name = NarrowStringView(names_).substr(entry.name, entry.nameSize);
+    told.verdict = entry.verdict;
+    told.same = isHeld && entry.needed == 0;
+    told.why = entry.why;
+    if (isHeld) told.into = entry.into != 0 ? entry.into : entry.written;
+    if (entry.verdict == Verdict::Rejected) told.fault = parser_.fault;
+    told.title = title;
+    for (std::uint32_t left = entry.count; left > 0; --left) {
+      told.first = handedTo_ + 1;
+      told.last = handedTo_ += entry.lines;
+      take_(told);
+    }
   }
   entries_.clear();
   names_.clear();

@@ -70,8 +70,8 @@ class AccountKeeper {
   // At its value.
   void TakeValue() { hasValue_ = true; }
   void Tell(LossMask losses) { entries_.back().why |= losses; }
-  // An END that holds a BEGIN keeps nothing of that.
-  void TellJoined();
+  // That something is lost of a property of the frame, which else has nothing to keep.
+  void TellFrame(LossMask losses);
   // The value went to a place of the record, or was added to a list of its own.
   void Write(std::uint8_t place, Written written);
   void Add(std::uint8_t field);
@@ -85,8 +85,12 @@ class AccountKeeper {
 
   // The property's number among those of the record.
   std::uint32_t Current() const { return static_cast<std::uint32_t>(entries_.size() - 1); }
-  // That the record would not be the same without that property.
-  void NeedsEntry(std::uint32_t entry) { ++entries_[entry].needed; }
+  // That the field would not be the same without that property.
+  void NeedsEntry(std::uint32_t entry, std::uint8_t field) {
+    ++entries_[entry].needed;
+    entries_[entry].into |= 1U << field;
+  }
+  void TellOf(std::uint32_t entry, LossMask losses) { entries_[entry].why |= losses; }
 
  protected:
   // Called ahead of the verdicts of a record.
@@ -95,14 +99,17 @@ class AccountKeeper {
  private:
   static constexpr std::uint32_t kNone = std::numeric_limits<std::uint32_t>::max();
 
+  // One entry, or several alike one behind the other that are decided: a text may be all such.
   struct Entry {
-    std::int64_t first = 0;
-    std::int64_t last = 0;
+    std::uint32_t count = 1;
+    std::uint32_t lines = 1;  // of each; the first one of all follows from the entries ahead
+    std::uint32_t name = 0;   // where it stands among the names
     std::uint32_t nameSize = 0;
     LossMask why = 0;
     std::uint32_t into = 0;
-    std::uint32_t held = 0;    // places that hold a value of it
-    std::uint32_t needed = 0;  // places that would hold another value without it
+    std::uint32_t written = 0;  // fields that it wrote to
+    std::uint32_t held = 0;     // places that hold a value of it
+    std::uint32_t needed = 0;   // places that would hold another value without it
     PropertyKind kind = PropertyKind::Frame;
     Verdict verdict = Verdict::Frame;  // when it is decided already
     bool isDecided = false;
@@ -124,8 +131,11 @@ class AccountKeeper {
   void Finish();
   // Blank lines up to `next`, which isn't one.
   void TakeBlankLines(std::int64_t next);
-  Entry& Append(std::int64_t first, std::int64_t last, Verdict verdict, LossMask why,
-                NarrowStringView name = {});
+  void Append(std::int64_t lines, Verdict verdict, LossMask why, NarrowStringView name = {});
+  // Where the line stands, for one that isn't the frame's.
+  LossMask PlaceOfLine() const;
+  // Joins the last entry with the one ahead, if they are alike and nothing can change them.
+  void JoinAlike();
   void Flush();
   void HandOut(std::size_t count);
   void Decide(Entry& entry) const;
@@ -139,9 +149,11 @@ class AccountKeeper {
   std::vector<Place> places_;
   NameOfRecord nameOfLast_;
   std::int64_t lastLine_ = 0;  // of the entry that ended last
+  std::int64_t handedTo_ = 0;  // the last line of those handed out
   std::int64_t record_ = -1;
   bool isOpen_ = false;      // the record has no END yet
   bool inProperty_ = false;  // the last entry is a property that hasn't ended
+  bool beginsRecord_ = false;  // that property does
   bool hasValue_ = false;
 };
 
@@ -169,7 +181,9 @@ class OtherStates {
     for (const std::uint32_t entry : settled_) needed(entry);
     others_.clear();
     settled_.clear();
+    now_ = {};
   }
+  const State& now() const { return now_; }
 
  private:
   struct Other {
@@ -178,13 +192,13 @@ class OtherStates {
   };
   // Texts that make more differ than this are made for it; the first one then counts as different
   // for good.
-  static constexpr std::size_t kMost = 16;
+  static constexpr std::size_t kMost = 64;
   void Settle(std::uint32_t entry) {
     settled_.push_back(entry);
     others_.erase(others_.begin());
   }
 
-  State now_;
+  State now_{};
   std::vector<Other> others_;
   std::vector<std::uint32_t> settled_;
 };

@@ -18,7 +18,9 @@ const char* FeedPlain(VObjectParser& parser, const char* from, const char* end) 
       static_cast<const char*>(std::memchr(from, '\r', static_cast<std::size_t>(end - from)));
   const char* const stop = carriageReturn == nullptr ? end : carriageReturn;
   AppendRun(parser, from, static_cast<std::size_t>(stop - from));
-  return stop == end ? end : stop + 1;
+  if (stop == end) return end;
+  parser.returnSeen = true;
+  return stop + 1;
 }
 
 }  // namespace
@@ -37,6 +39,7 @@ namespace {
 // The two bytes behind an equals sign that stood at a line's end or in front of a carriage return.
 void FeedEscapeDigit(VObjectParser& parser, char c) {
   if (parser.group[0] == '\0') {
+    if (c == '\0') parser.valueLosses |= LOSS_NUL;  // taken for no digit at all
     parser.group[0] = c;
     return;
   }
@@ -49,7 +52,11 @@ void FeedEscapeDigit(VObjectParser& parser, char c) {
 
 const char* FeedQuotedPrintable(VObjectParser& parser, const char* from, const char* end) {
   if (parser.softBreak) {
-    if (*from != '\r') FeedEscapeDigit(parser, *from);
+    if (*from == '\r') {
+      parser.returnSeen = true;
+    } else {
+      FeedEscapeDigit(parser, *from);
+    }
     return from + 1;
   }
   const char* const stop = FindSoftBreak(from, end);
@@ -59,6 +66,8 @@ const char* FeedQuotedPrintable(VObjectParser& parser, const char* from, const c
     parser.softBreak = true;
     std::memset(parser.group, 0, sizeof parser.group);
     parser.groupCount = 0;
+  } else {
+    parser.returnSeen = true;
   }
   return stop + 1;
 }
@@ -163,9 +172,13 @@ const char* FeedBase64(VObjectParser& parser, const char* from, const char* end)
 
 const char* FeedValue(VObjectParser& parser, const char* from, const char* end) {
   if (parser.skipBlanks) {
-    while (from != end && IsBlank(*from)) ++from;
+    for (; from != end && IsBlank(*from); ++from) parser.returnSeen = *from == '\r';
     if (from == end) return end;
     parser.skipBlanks = false;
+  }
+  if (parser.returnSeen && *from != '\r') {
+    parser.returnSeen = false;
+    parser.valueLosses |= LOSS_RETURN;
   }
   if (parser.dataHandler == nullptr) return end;
   switch (parser.encoding) {

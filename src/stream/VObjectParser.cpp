@@ -75,6 +75,7 @@ bool VObjectParser::Parse(const char* bytes, std::int32_t count, bool final) {
     if (lineFeed == nullptr) break;
     atLineStart = true;
     foldSeen = false;
+    returnSeen = false;
     from = lineFeed + 1;
   }
   if (final) {

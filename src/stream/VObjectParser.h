@@ -106,6 +106,8 @@ struct VObjectParser {
   // Called with the user data at the end of a logical line without a colon.
   void (*junkHandler)(void* userData) = nullptr;
 
+  bool returnSeen = false;  // the last byte of the value was a carriage return
+
   // What was lost of a value as it was put together; whoever looks at it sets it back.
   LossMask valueLosses = 0;
 

@@ -35,15 +35,20 @@ constexpr std::int32_t ParseNumber(NarrowStringView text) {
   return Saturated(negative ? -number : number);
 }
 
-// Whether the text is a number as ParseNumber reads it, and nothing else but white space; one
-// beyond 32 bits isn't.
+// Whether the text is a number that fits 32 bits, and nothing else but white space.
 constexpr bool IsNumber(NarrowStringView text) {
   text = Trim(text);
-  const std::int32_t number = ParseNumber(text);
-  if (text.starts_with('-') || text.starts_with('+')) text.remove_prefix(1);
-  return !text.empty() && std::ranges::all_of(text, IsDigit) &&
-         number != std::numeric_limits<std::int32_t>::max() &&
-         number != std::numeric_limits<std::int32_t>::min();
+  const bool negative = text.starts_with('-');
+  if (negative || text.starts_with('+')) text.remove_prefix(1);
+  if (text.empty()) return false;
+  constexpr std::int64_t kTooLarge = std::int64_t{1} << 32;
+  std::int64_t number = 0;
+  for (const char c : text) {
+    if (!IsDigit(c)) return false;
+    number = std::min(number * 10 + (c - '0'), kTooLarge);
+  }
+  if (negative) number = -number;
+  return number == Saturated(number);
 }
 
 // Whether a text in a date's place names none: it holds no digit but 0 and no other letter than a

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 
+#include "pim/support/Loss.h"
 #include "support/ParameterWords.h"
 #include "support/WordTable.h"
 
@@ -50,10 +51,32 @@ constexpr bool IsPlainEncoding(NarrowStringView word) {
   return EqualsIgnoringCase(word, k8BitWord.text) || EqualsIgnoringCase(word, k7BitText);
 }
 
-// Whether a parameter names an encoding that isn't known, so that the value isn't what it means.
-constexpr bool IsUnknownEncoding(const WordKey& name, NarrowStringView value) {
-  return EqualsIgnoringCase(name.text, kEncodingName) && !kEncodingIndex.CodeOf(KeyOf(value)) &&
-         !IsPlainEncoding(value);
+// The charsets in which ASCII stands for itself, by the starts of their names: not knowing one of
+// them costs a text in ASCII nothing.
+inline constexpr NarrowStringView kAsciiCharsets[] = {
+    "US-ASCII", "ASCII", "ISO-8859-", "ISO8859-", "WINDOWS-", "CP125", "KOI8-",
+    "UTF8",     "EUC-",  "GB2312",    "GBK",      "GB18030",  "BIG5"};
+
+struct TextParameters {
+  std::int32_t charset;
+  std::int32_t encoding;
+};
+
+// What is lost by a parameter that TakeTextParameter has taken: one that stood ahead of it, its
+// charset or its encoding.
+constexpr LossMask LossesOfTextParameter(const WordKey& name, NarrowStringView value,
+                                         const TextParameters& before, const TextParameters& now) {
+  const bool isOverridden = (before.charset != CHARSET_NONE && before.charset != now.charset) ||
+                            (before.encoding > ENCODING_NONE && before.encoding != now.encoding);
+  const bool isUnknownEncoding = EqualsIgnoringCase(name.text, kEncodingName) &&
+                                 now.encoding == ENCODING_OTHER && !IsPlainEncoding(value);
+  const bool isUnknownCharset =
+      EqualsIgnoringCase(name.text, kCharsetName) && now.charset == CHARSET_OTHER &&
+      std::ranges::none_of(kAsciiCharsets, [value](NarrowStringView start) {
+        return EqualsIgnoringCase(value.substr(0, start.size()), start);
+      });
+  return LossIf(isOverridden || isUnknownEncoding, LOSS_TYPE_IGNORED) |
+         LossIf(isUnknownCharset, LOSS_UNKNOWN_CHARSET);
 }
 
 }  // namespace pim

@@ -25,8 +25,9 @@ NarrowStringView FirstEntry(NarrowStringView text) {
   return text.substr(0, static_cast<std::size_t>(end - text.begin()));
 }
 
-std::int32_t DigitsToNumber(NarrowStringView digits) {
+std::int32_t DigitsToNumber(NarrowStringView digits, LossMask& losses) {
   if (!std::ranges::all_of(digits, IsDigit)) throw kParseFailure;
+  losses |= LossIf(!digits.empty() && !IsNumber(digits), LOSS_BAD_VALUE);
   return ParseNumber(digits);
 }
 
@@ -39,9 +40,9 @@ std::int32_t TakeKind(NarrowStringView& text) {
   throw kParseFailure;
 }
 
-std::int32_t TakeInterval(NarrowStringView& text) {
+std::int32_t TakeInterval(NarrowStringView& text, LossMask& losses) {
   const NarrowStringView digits = FirstEntry(text);
-  const std::int32_t interval = DigitsToNumber(digits);
+  const std::int32_t interval = DigitsToNumber(digits, losses);
   if (interval < 1) throw kParseFailure;
   TakeOff(text, digits.size());
   return interval;
@@ -69,10 +70,10 @@ COleDateTimeNull TakeEndDate(NarrowStringView& text) {
   return date;
 }
 
-std::int32_t TakeCount(NarrowStringView& text) {
+std::int32_t TakeCount(NarrowStringView& text, LossMask& losses) {
   const std::size_t mark = text.rfind('#');
   if (mark == NarrowStringView::npos) return 0;
-  const std::int32_t count = DigitsToNumber(text.substr(mark + 1));
+  const std::int32_t count = DigitsToNumber(text.substr(mark + 1), losses);
   text = Trim(text.substr(0, mark));
   return count;
 }
@@ -158,11 +159,11 @@ LossMask TakeLists(NarrowStringView& text, RecurrenceData& rule) {
 RecurrencePointer ReadRule(NarrowStringView text, LossMask& losses) {
   text = Trim(text);
   RecurrencePointer rule = MakeRecurrenceData(TakeKind(text));
-  rule->interval = TakeInterval(text);
+  rule->interval = TakeInterval(text, losses);
   // The end date stands behind the count, and only from the end can either be told from a list.
   rule->endDate = TakeEndDate(text);
-  rule->count = TakeCount(text);
-  losses = TakeLists(text, *rule) | LossIf(rule->endDate.status == StatusInvalid, LOSS_BAD_VALUE);
+  rule->count = TakeCount(text, losses);
+  losses |= TakeLists(text, *rule) | LossIf(rule->endDate.status == StatusInvalid, LOSS_BAD_VALUE);
   if (!text.empty()) throw kParseFailure;
   return rule;
 }

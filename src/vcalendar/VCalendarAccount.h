@@ -1,6 +1,7 @@
 #pragma once
 
 #include <utility>
+#include <vector>
 
 #include "stream/AccountKeeper.h"
 #include "vcalendar/VCalendarFields.h"
@@ -31,13 +32,19 @@ class VCalendarAccount final : public AccountKeeper {
   void TakeSpan(const Span& before, const Span& now, bool hasForm) {
     spans_.Take(Current(), before, now, [hasForm](Span& other) { other.Take(hasForm); });
   }
+  // A date with hour 24, which is the end of a day for an all-day item, and its start for others.
+  void TakeDayEnd() { dayEnds_.push_back(Current()); }
 
  private:
   void CompleteRecord() override {
-    spans_.Complete([this](std::uint32_t entry) { NeedsEntry(entry); },
+    if (spans_.now().allday == 0)
+      for (const std::uint32_t entry : dayEnds_) TellOf(entry, LOSS_TIME_DROPPED);
+    dayEnds_.clear();
+    spans_.Complete([this](std::uint32_t entry) { NeedsEntry(entry, FIELD_ALLDAY); },
                     [](const Span& other, const Span& now) { return other.allday != now.allday; });
   }
 
+  std::vector<std::uint32_t> dayEnds_;
   OtherStates<Span> spans_;
 };
 

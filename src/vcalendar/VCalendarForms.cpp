@@ -123,6 +123,7 @@ bool ParseDuration(NarrowStringView text, COleDateTimeSpan& span) {
   for (const char c : text) {
     if (IsDigit(c)) {
       number = WithDigit(number, c);
+      isUnderstood = isUnderstood && number != std::numeric_limits<std::int32_t>::max();
       continue;
     }
     if (!IsLetter(c)) return false;
@@ -170,10 +171,12 @@ ValueOutcome ParseDaylight(const char* bytes, std::int32_t length, std::int32_t 
       if (const auto token = TakeToken(rest))
         outcome.losses |= Decode(*token, charset, encoding, *name);
     }
+    outcome.losses |= LossIf(TakeToken(rest).has_value(), LOSS_EXTRA_PARTS);
   } else if (!flag || !EqualsIgnoringCase(*flag, kDaylightNo)) {
     outcome.losses |= LOSS_BAD_VALUE;
+  } else {
+    outcome.losses |= LossIf(TakeToken(rest).has_value(), LOSS_OTHER_PARTS);
   }
-  outcome.losses |= LossIf(TakeToken(rest).has_value(), LOSS_EXTRA_PARTS);
   return outcome;
 }
 

@@ -39,7 +39,7 @@ void TellEnd(VCalReadContext& context, NarrowStringView value) {
     if (endsFrame) context.watcher->EndFrame();
   }
   if (context.account != nullptr) {
-    if (end.isJoined) context.account->TellJoined();
+    if (end.isJoined) context.account->TellFrame(LOSS_JOINED);
     if (endsItem || endsFrame) context.account->EndRecord();
   }
 }
@@ -109,19 +109,22 @@ void OnVCalProperty(void* user, const char* name, const ParserParam* params) {
     context.isEnd = EqualsIgnoringCase(name, kEndWord);
   if (account != nullptr) {
     account->BeginProperty(name, KindOf(context), [](NarrowStringView rest) {
-      return kPropertyIndex.CodeOf(KeyOf(rest)).has_value();
+      return kPropertyIndex.CodeOf(KeyOf(rest)).has_value() || EqualsIgnoringCase(rest, kEndWord);
     });
   }
   for (const ParserParam* param = params; param->name.text != nullptr; ++param) {
     const WordKey paramName = KeyOf(param->name.text);
     const NarrowStringView value = param->ValueText();
+    const TextParameters before{context.charset, context.encoding};
     const bool ofText = TakeTextParameter(paramName, value, context.charset, context.encoding);
     std::uint32_t alarmBits = 0;
     if (context.propertyId == VCAL_AALARM) alarmBits = AlarmBitsOf(paramName.text, value);
     context.alarmFormat |= alarmBits;
     if (account == nullptr || KindOf(context) != PropertyKind::Known) continue;
     const bool isHeard = ofText || alarmBits != 0 || IsPlainEncoding(paramName.text);
-    if (!isHeard || IsUnknownEncoding(paramName, value)) account->Tell(LOSS_TYPE_IGNORED);
+    account->Tell(
+        LossIf(!isHeard, LOSS_TYPE_IGNORED) |
+        LossesOfTextParameter(paramName, value, before, {context.charset, context.encoding}));
   }
 }
 
@@ -149,8 +152,10 @@ void OnVCalData(void* user, const char* bytes, std::int32_t length) {
       if (context.onBegin) context.onBegin();
       calendars.AddNew().calendar_type = static_cast<std::uint8_t>(*type);
       AllDayPending = false;
-    } else if (context.watcher != nullptr && EqualsIgnoringCase(value, kCalendarObject.text)) {
-      context.watcher->BeginFrame();
+    } else if (EqualsIgnoringCase(value, kCalendarObject.text)) {
+      if (context.watcher != nullptr) context.watcher->BeginFrame();
+    } else if (account != nullptr && CodeOfStart(kItemObjects, Trim(value))) {
+      account->TellFrame(LOSS_BAD_VALUE);  // blanks behind the word: it begins nothing
     }
     return;
   }

@@ -136,7 +136,7 @@ class ValueTaker {
     COleDateTimeSpan& offset = item_.zone.tzOffset;
     const COleDateTimeSpan before = offset;
     const bool isUnderstood = ParseUtcOffset(value_, offset);
-    Tell(FIELD_ZONE, AreSame(before, offset), true);
+    Tell(FIELD_ZONE, AreSame(before, offset), isUnderstood || !AreSame(offset, {}));
     return LossIf(!isUnderstood, LOSS_BAD_VALUE);
   }
 
@@ -209,7 +209,11 @@ class ValueTaker {
       account_->TakeSpan(before, now, hasForm);
     }
     ValueOutcome outcome = TakeDate(field, place);
-    if (hasForm && now.allday != 0) outcome.losses &= ~LossMask{LOSS_TIME_DROPPED};
+    if (account_ != nullptr && hasForm && (outcome.losses & LOSS_TIME_DROPPED) != 0) {
+      // Right for an all-day item, and what it is shows at its end.
+      outcome.losses &= ~LossMask{LOSS_TIME_DROPPED};
+      account_->TakeDayEnd();
+    }
     return outcome;
   }
 

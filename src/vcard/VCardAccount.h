@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <functional>
 #include <utility>
 
@@ -34,7 +35,10 @@ class VCardAccount final : public AccountKeeper {
   // Whether the picture, if it has a file, is the one that the card had before.
   bool IsSamePicture(bool isThere, NarrowStringView bytes, std::int32_t mediaType) {
     Picture now;
-    if (isThere) now = {bytes.size(), std::hash<NarrowStringView>{}(bytes), mediaType, true};
+    if (isThere) {
+      const std::int32_t extension = std::max(mediaType, std::int32_t{MEDIA_NONE});
+      now = {bytes.size(), std::hash<NarrowStringView>{}(bytes), extension, true};
+    }
     return std::exchange(picture_, now) == now;
   }
 
@@ -48,7 +52,8 @@ class VCardAccount final : public AccountKeeper {
   };
 
   void CompleteRecord() override {
-    names_.Complete([this](std::uint32_t entry) { NeedsEntry(entry); }, std::not_equal_to<>());
+    names_.Complete([this](std::uint32_t entry) { NeedsEntry(entry, FIELD_NAME); },
+                    std::not_equal_to<>());
     picture_ = {};
   }
 

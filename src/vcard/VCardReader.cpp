@@ -24,6 +24,9 @@ constexpr WordIndex kMediaIndex(kMediaWords);
 bool TakeMedia(VCardReadContext& context, const WordKey& name, NarrowStringView value) {
   const bool valued = EqualsIgnoringCase(name.text, kTypeName);
   const auto code = kMediaIndex.CodeOf(valued ? KeyOf(value) : name);
+  const auto before = static_cast<std::uint32_t>(context.mediaType);
+  if (context.account != nullptr && code && context.mediaType != MEDIA_NONE && before != *code)
+    context.account->Tell(LOSS_TYPE_IGNORED);
   if (code) {
     context.mediaType = static_cast<std::int32_t>(*code);
   } else if (valued) {
@@ -102,7 +105,7 @@ void TellEnd(VCardReadContext& context, NarrowStringView value) {
     if (endsCard) context.watcher->EndRecord();
   }
   if (context.account != nullptr) {
-    if (end.isJoined) context.account->TellJoined();
+    if (end.isJoined) context.account->TellFrame(LOSS_JOINED);
     if (endsCard) context.account->EndRecord();
   }
 }
@@ -165,18 +168,21 @@ void OnVCardProperty(void* user, const char* name, const ParserParam* params) {
     context.isEnd = EqualsIgnoringCase(name, kEndWord);
   if (account != nullptr) {
     account->BeginProperty(name, KindOf(context), [](NarrowStringView rest) {
-      return kPropertyIndex.CodeOf(KeyOf(rest)).has_value();
+      return kPropertyIndex.CodeOf(KeyOf(rest)).has_value() || EqualsIgnoringCase(rest, kEndWord);
     });
   }
   for (const ParserParam* param = params; param->name.text != nullptr; ++param) {
     const WordKey paramName = KeyOf(param->name.text);
     const NarrowStringView value = param->ValueText();
+    const TextParameters before{context.charset, context.encoding};
     const bool ofText = TakeTextParameter(paramName, value, context.charset, context.encoding);
     const bool ofMedia = !ofText && TakeMedia(context, paramName, value);
     const bool ofType = TakeType(context, paramName, param->value.text);
     if (account == nullptr || KindOf(context) != PropertyKind::Known) continue;
     const bool isHeard = ofText || ofMedia || ofType || IsHarmless(context, paramName.text);
-    if (!isHeard || IsUnknownEncoding(paramName, value)) account->Tell(LOSS_TYPE_IGNORED);
+    account->Tell(
+        LossIf(!isHeard, LOSS_TYPE_IGNORED) |
+        LossesOfTextParameter(paramName, value, before, {context.charset, context.encoding}));
   }
 }
 
@@ -201,6 +207,9 @@ void OnVCardData(void* user, const char* bytes, std::int32_t length) {
     if (account != nullptr) account->BeginRecord();
     if (context.onBegin) context.onBegin();
     contacts.AddNew();
+  } else if (account != nullptr && context.propertyId == VCARD_BEGIN &&
+             IsStartOf(kContactObject.text, Trim(value))) {
+    account->TellFrame(LOSS_BAD_VALUE);  // blanks behind the word: it begins nothing
   }
   if (context.isEnd) TellEnd(context, value);
   if (contacts.GetCount() == 0) return;

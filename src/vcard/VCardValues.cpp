@@ -18,8 +18,8 @@ NarrowStringView ViewOf(const char* bytes, std::int32_t length) {
   return {bytes, static_cast<std::size_t>(length)};
 }
 
-// Hands each field of a structured value, unescaped but not yet decoded, to `take` with its index,
-// until that gives false.
+// Hands each field of a structured value, unescaped but not yet decoded, to `take` with its index
+// and what stands behind it as it is, until that gives false.
 template <class Take>
 void ForEachField(NarrowStringView value, Take take) {
   const bool hasEscapes = value.find('\\') != NarrowStringView::npos;
@@ -36,7 +36,8 @@ void ForEachField(NarrowStringView value, Take take) {
       UnescapeValue(unescaped);
       field = unescaped;
     }
-    if (!take(index, field) || last) return;
+    const NarrowStringView rest = value.substr(last ? value.size() : end + 1);
+    if (!take(index, field, rest) || last) return;
     start = end + 1;
   }
 }
@@ -49,19 +50,20 @@ struct FieldTargets {
   std::optional<std::uint8_t> place = {};
 };
 
-LossMask DecodeFields(NarrowStringView value, std::int32_t charset, std::int32_t encoding,
-                      const FieldTargets& targets) {
-  WideString work;
+struct FieldsDecoded {
   LossMask losses = 0;
-  ForEachField(value, [&](std::size_t index, NarrowStringView field) {
-    if (index >= targets.fields.size()) {
-      if (!field.empty()) losses |= LOSS_EXTRA_PARTS;
-      return field.empty();
-    }
+  std::size_t count = 0;
+};
+
+FieldsDecoded DecodeFields(NarrowStringView value, std::int32_t charset, std::int32_t encoding,
+                           const FieldTargets& targets) {
+  WideString work;
+  FieldsDecoded decoded;
+  ForEachField(value, [&](std::size_t index, NarrowStringView field, NarrowStringView rest) {
     WideText& target = *targets.fields[index];
     const auto decode = [&] {
-      losses |= DecodeText(field.data(), static_cast<std::int32_t>(field.size()), charset, encoding,
-                           work, target);
+      decoded.losses |= DecodeText(field.data(), static_cast<std::int32_t>(field.size()), charset,
+                                   encoding, work, target);
     };
     if (targets.account == nullptr || !targets.place) {
       decode();
@@ -73,9 +75,14 @@ LossMask DecodeFields(NarrowStringView value, std::int32_t charset, std::int32_t
                                      .says = !target.empty(),
                                      .isJoint = place <= PLACE_GIVEN_NAME});
     }
-    return index + 1 < targets.fields.size() || targets.account != nullptr;
+    decoded.count = index + 1;
+    if (decoded.count < targets.fields.size()) return true;
+    const bool hasMore =
+        targets.account != nullptr && rest.find_first_not_of(';') != NarrowStringView::npos;
+    decoded.losses |= LossIf(hasMore, LOSS_EXTRA_PARTS);
+    return false;
   });
-  return losses;
+  return decoded;
 }
 
 std::array<WideText*, kNameParts> PartsOf(CName& name) {
@@ -103,7 +110,7 @@ class ValueTaker {
       case VCARD_NICKNAME:
         return TakeEntry([this](WideText text) { contact_.NewNickname(std::move(text)); });
       case VCARD_SOUND:
-        return {TakeParts(contact_.phonetic, PLACE_PHONETIC)};
+        return {TakeParts(contact_.phonetic, PLACE_PHONETIC).losses};
       case VCARD_BDAY:
         return TakeEvent(EVENT_BIRTHDAY);
       case VCARD_X_BLOOD:
@@ -199,26 +206,21 @@ class ValueTaker {
     return losses;
   }
 
-  LossMask TakeParts(CName& name, std::uint8_t place) {
+  FieldsDecoded TakeParts(CName& name, std::uint8_t place) {
     const auto parts = PartsOf(name);
     return DecodeFields(value_, context_.charset, context_.encoding, {parts, account_, place});
   }
 
   LossMask TakeName() {
     CName& name = contact_.name;
-    if (account_ == nullptr) return TakeParts(name, PLACE_NAME);
+    if (account_ == nullptr) return TakeParts(name, PLACE_NAME).losses;
     const VCardAccount::Name before = VCardAccount::Of(name);
-    const LossMask losses = TakeParts(name, PLACE_NAME);
-    bool hasGiven = false;
-    ForEachField(value_, [&hasGiven](std::size_t index, NarrowStringView) {
-      hasGiven = index > 0;
-      return !hasGiven;
-    });
-    account_->TakeNames(before, name, [&name, hasGiven](VCardAccount::Name& other) {
+    const FieldsDecoded parts = TakeParts(name, PLACE_NAME);
+    account_->TakeNames(before, name, [&name, &parts](VCardAccount::Name& other) {
       other.family = name.family_name;
-      if (hasGiven) other.given = name.given_name;
+      if (parts.count > 1) other.given = name.given_name;
     });
-    return losses;
+    return parts.losses;
   }
 
   // Devices write numbers in their own code page whatever the parameters say.
@@ -227,8 +229,8 @@ class ValueTaker {
     LossMask losses = WidenText(value_, context_.text, number);
     if (account_ != nullptr && (context_.charset != 0 || context_.encoding != 0)) {
       WideText meant;
-      Decode(meant);
-      if (meant != number) losses |= LOSS_TYPE_IGNORED;
+      losses |= Decode(meant) & LOSS_UNKNOWN_CHARSET;
+      losses |= LossIf(meant != number, LOSS_TYPE_IGNORED);
     }
     contact_.NewTelephone(std::move(number), context_.typeFlags, false, -1);
     TellAdded();
@@ -238,7 +240,7 @@ class ValueTaker {
   LossMask TakeAddress() {
     const auto parts = PartsOf(contact_.NewAddress(nullptr, context_.typeFlags, -1));
     TellAdded();
-    return DecodeFields(value_, context_.charset, context_.encoding, {parts, account_});
+    return DecodeFields(value_, context_.charset, context_.encoding, {parts, account_}).losses;
   }
 
   LossMask TakeOrganization() {
@@ -252,7 +254,11 @@ class ValueTaker {
     const bool isUnderstood = ParseEventDate(bytes(), length(), date);
     contact_.NewContactEvent(date, type);  // also without a date: the event is there
     TellAdded();
-    return OutcomeOfDate(isUnderstood);
+    ValueOutcome outcome = OutcomeOfDate(isUnderstood);
+    // 1970-131 is taken for the year 197.
+    if (value_.size() == 8 && value_.find('-') != NarrowStringView::npos)
+      outcome.losses |= LossIf(date.status == StatusValid, LOSS_BAD_VALUE);
+    return outcome;
   }
 
   LossMask TakeBloodType() {
@@ -313,19 +319,20 @@ LossMask ParseOrganizationValue(const char* bytes, std::int32_t length, std::int
                                 std::int32_t encoding, COrganization& organization) {
   WideString work;
   LossMask losses = 0;
-  ForEachField(ViewOf(bytes, length), [&](std::size_t index, NarrowStringView field) {
-    WideText text;
-    losses |= DecodeText(field.data(), static_cast<std::int32_t>(field.size()), charset, encoding,
-                         work, text);
-    if (index == 0) {
-      organization.org_name = std::move(text);
-    } else if (index == 1) {
-      organization.org_position = std::move(text);
-    } else if (!text.empty()) {
-      organization.org_additional.push_back(std::move(text));
-    }
-    return true;
-  });
+  ForEachField(ViewOf(bytes, length),
+               [&](std::size_t index, NarrowStringView field, NarrowStringView) {
+                 WideText text;
+                 losses |= DecodeText(field.data(), static_cast<std::int32_t>(field.size()),
+                                      charset, encoding, work, text);
+                 if (index == 0) {
+                   organization.org_name = std::move(text);
+                 } else if (index == 1) {
+                   organization.org_position = std::move(text);
+                 } else if (!text.empty()) {
+                   organization.org_additional.push_back(std::move(text));
+                 }
+                 return true;
+               });
   return losses;
 }
 

@@ -9,6 +9,7 @@
 #include "app/output/Account.h"
 #include "app/output/RecordDump.h"
 #include "pim/platform/Host.h"
+#include "pim/stream/TextRejects.h"
 #include "platform/CodePages.h"
 #include "support/ByteOrderMark.h"
 #include "support/CallerIdPictures.h"

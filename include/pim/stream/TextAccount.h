@@ -27,6 +27,17 @@ enum class Verdict : std::uint8_t {
 // "frame" and so on.
 PIM_EXPORT NarrowStringView NameOf(Verdict verdict);
 
+// Why the tokeniser rejects a text.
+enum class TextFault : std::uint8_t {
+  None,
+  NoParameter,       // a colon behind the semicolon that promised a parameter
+  NoParameterValue,  // a colon or semicolon behind the equals sign that promised a value
+  NoBase64,          // a byte inside a value that belongs to no base64
+  NoMemory,
+};
+// "a byte that belongs to no base64".
+PIM_EXPORT NarrowStringView TextOf(TextFault fault);
+
 // One property with its folds, soft breaks and continued header, or one line without a colon, or a
 // run of blank lines. Entries stand in order, touch and cover the text.
 struct AccountEntry {
@@ -39,6 +50,7 @@ struct AccountEntry {
   LossMask why = 0;   // Loss bits
   std::uint32_t into =
       0;  // the fields that hold it: a bit for each, by its number in RecordFields()
+  TextFault fault = TextFault::None;  // of a rejected one
   // What the record is called, as in TextNotice, from its first entry on that isn't kept; good for
   // the call.
   WideStringView title = {};
@@ -60,16 +72,5 @@ struct AccountTotals {
   PIM_EXPORT void Add(const AccountEntry& entry);
   PIM_EXPORT AccountTotals& operator+=(const AccountTotals& other);
 };
-
-// Why the tokeniser rejects a text.
-enum class TextFault : std::uint8_t {
-  None,
-  NoParameter,       // a colon behind the semicolon that promised a parameter
-  NoParameterValue,  // a colon or semicolon behind the equals sign that promised a value
-  NoBase64,          // a byte inside a value that belongs to no base64
-  NoMemory,
-};
-// "a byte that belongs to no base64".
-PIM_EXPORT NarrowStringView TextOf(TextFault fault);
 
 }  // namespace pim

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <bit>
+#include <cstddef>
 #include <cstdint>
+#include <iterator>
 
 #include "pim/support/Strings.h"
 
@@ -28,9 +31,10 @@ enum Loss : std::uint32_t {
   LOSS_NO_PICTURE = 1U << 17,
   LOSS_CUT = 1U << 18,
   LOSS_JOINED = 1U << 19,
+  LOSS_RETURN = 1U << 20,
   // Not losses by themselves: where the line stood.
-  LOSS_BEHIND_END = 1U << 20,
-  LOSS_NESTED = 1U << 21,
+  LOSS_BEHIND_END = 1U << 21,
+  LOSS_NESTED = 1U << 22,
 };
 
 // Any number of them, joined.
@@ -88,10 +92,24 @@ inline constexpr LossRow kLosses[] = {
      "values cut by the text's end"},
     {LOSS_JOINED, "joined", "a BEGIN in the line of an END begins nothing", "BEGIN behind an END",
      "BEGINs behind an END"},
+    {LOSS_RETURN, "return", "a carriage return that ends no line; what follows it is joined on",
+     "line with a carriage return inside", "lines with a carriage return inside"},
     {LOSS_BEHIND_END, "behind-end", "it stands behind the END of its record", "line behind an END",
      "lines behind an END"},
     {LOSS_NESTED, "nested", "a record begins inside another one", "record inside another one",
      "records inside other ones"},
 };
+
+// The rows stand by the numbers of their bits.
+static_assert([] {
+  for (std::size_t i = 0; i < std::size(kLosses); ++i)
+    if (kLosses[i].code != 1U << i) return false;
+  return true;
+}());
+
+// The row of the first of some losses; there must be one.
+constexpr const LossRow& FirstOf(LossMask losses) {
+  return kLosses[static_cast<std::size_t>(std::countr_zero(losses))];
+}
 
 }  // namespace pim

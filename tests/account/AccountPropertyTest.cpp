@@ -8,6 +8,8 @@
 
 #include "pim/stream/TextHead.h"
 #include "pim/stream/TextRejects.h"
+#include "pim/support/FileNames.h"
+#include "platform/Files.h"
 #include "tests/account/Accounts.h"
 #include "tests/account/MadeLines.h"
 #include "tests/store/TemporaryFolder.h"
@@ -19,6 +21,7 @@ class Account : public ::testing::Test {
  protected:
   Account() {
     SetAppDataFolder(folder_.path());
+    std::filesystem::create_directories(NativePath(GetCallerIdPath()));
     SetMessageSink([](std::u16string_view) {});
   }
   ~Account() override {
@@ -88,6 +91,23 @@ TEST_F(Account, HoldsForSamples) {
           << file.path();
     }
   }
+}
+
+// The troubles that phones make: each loss is told with its line.
+TEST_F(Account, TellsTheTroublesOfPhones) {
+  int files = 0;
+  for (const auto& file : std::filesystem::directory_iterator(PIM_TEST_DATA "/../account/data")) {
+    if (file.path().extension() == ".account") continue;
+    const TextForm form = file.path().extension() == ".vcs" ? TextForm::VCalendar : TextForm::VCard;
+    const std::string text = BytesOf(file.path());
+    std::string account;
+    for (const KeptEntry& entry : Read(form, text).entries)
+      account += entry.text.substr(entry.text.find('{')) + "\n";
+    EXPECT_EQ(account, BytesOf(file.path().string() + ".account")) << file.path();
+    Try(form, text);
+    ++files;
+  }
+  EXPECT_EQ(files, 6);
 }
 
 // What is left when the rejected parts are taken out is read to its end, and each part begins with

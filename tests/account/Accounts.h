@@ -1,7 +1,7 @@
 #pragma once
 
 #include <algorithm>
-#include <functional>
+#include <filesystem>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -10,7 +10,9 @@
 #include "app/output/RecordDump.h"
 #include "pim/platform/Host.h"
 #include "pim/stream/TextRejects.h"
+#include "pim/support/FileNames.h"
 #include "platform/CodePages.h"
+#include "platform/Files.h"
 #include "support/ByteOrderMark.h"
 #include "support/CallerIdPictures.h"
 #include "vcalendar/VCalendarReader.h"
@@ -31,8 +33,9 @@ struct Reading {
 
 inline void NamePicture(CContact& contact) {
   if (contact.photo.empty()) return;
-  const std::string bytes = ReadCallerIdPicture(contact.photo);
   const WideString name = contact.photo.str();
+  const std::string bytes = ReadCallerIdPicture(name);
+  std::filesystem::remove(NativePath(GetCallerIdPath() + u"\\" + name));
   contact.photo = name.substr(std::min(name.rfind(u'.'), name.size())) + WideFromUtf8(bytes);
 }
 inline void NamePicture(CCalendar&) {}

@@ -115,8 +115,9 @@ void AccountKeeper::EndProperty() {
   entry.lines = static_cast<std::uint32_t>(last - lastLine_);
   lastLine_ = last;
   const LossMask losses = std::exchange(parser_.valueLosses, 0);
-  if (losses != 0 && entry.kind == PropertyKind::Frame) {
-    if (!beginsRecord_) TellFrame(losses);
+  if (entry.kind == PropertyKind::Frame) {
+    // What a carriage return has joined on may be a line of its own.
+    if (!beginsRecord_ && (losses & LOSS_RETURN) != 0) TellFrame(LOSS_RETURN);
   } else {
     entry.why |= losses;
   }

@@ -51,10 +51,12 @@ constexpr bool IsNumber(NarrowStringView text) {
   return number == Saturated(number);
 }
 
-// Whether a text in a date's place names none: it holds no digit but 0 and no other letter than a
-// date does. Devices write such for a date that isn't set.
+// Whether a text in a date's place names none: nothing stands there, or zeros with no other letter
+// than a date has. Devices write such for a date that isn't set.
 constexpr bool NamesNoDate(NarrowStringView text) {
-  return text.find_first_not_of("0TZ-: \t\r\n") == NarrowStringView::npos;
+  if (Trim(text).empty()) return true;
+  return text.find_first_not_of("0TZ-: \t\r\n") == NarrowStringView::npos &&
+         text.find('0') != NarrowStringView::npos;
 }
 
 }  // namespace pim

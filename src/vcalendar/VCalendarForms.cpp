@@ -162,6 +162,7 @@ ValueOutcome ParseDaylight(const char* bytes, std::int32_t length, std::int32_t 
     outcome.losses |= LOSS_BAD_VALUE;
   const auto flag = TakeToken(rest);
   if (flag == kDaylightYes) {
+    outcome.losses |= LossIf(rest.empty(), LOSS_BAD_VALUE);
     if (const auto offset = TakeToken(rest))
       outcome.losses |= LossIf(!ParseUtcOffset(*offset, zone.daylightOffset), LOSS_BAD_VALUE);
     for (COleDateTimeNull* date : {&zone.daylightStart, &zone.daylightEnd}) {
@@ -200,6 +201,7 @@ CategoriesRead ParseCategories(const char* bytes, std::int32_t length, CCalendar
   CategoriesRead read;
   NarrowStringView rest = ViewOf(bytes, length);
   std::uint32_t mask = 0;
+  if (rest.find_first_not_of(';') == NarrowStringView::npos) read.losses |= LOSS_EMPTY;
   while (const auto token = TakeToken(rest)) {
     const NarrowStringView word = Trim(*token);
     const std::uint32_t bit = CategoryBitOf(word);

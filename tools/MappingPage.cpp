@@ -185,34 +185,33 @@ struct Read {
   std::string written;
 };
 
-Read ReadCard(const std::string& text, std::int64_t line) {
+template <class Records>
+Read ReadSample(const std::string& text, std::int64_t line, const RecordMap& map) {
+  constexpr bool kIsCard = std::is_same_v<Records, CContacts>;
+  const auto names = RecordFields(kIsCard ? TextForm::VCard : TextForm::VCalendar);
   Read read;
-  CContacts contacts;
   const TextObserver observer{{}, [&](const AccountEntry& entry) {
                                 if (entry.first != line) return;
-                                for (std::size_t i = 0; i < std::size(kContactFields); ++i)
+                                for (std::size_t i = 0; i < names.size(); ++i)
                                   if ((entry.into >> i & 1U) != 0)
-                                    read.fields.emplace_back(kContactFields[i]);
+                                    read.fields.emplace_back(names[i]);
                               }};
-  static_cast<void>(ReadContacts(text, contacts, observer));
-  read.columns = ColumnsOf(ContactMap(), &contacts[0]);
-  read.written = WriteContact(contacts[0]);
+  Records records;
+  if constexpr (kIsCard) {
+    static_cast<void>(ReadContacts(text, records, observer));
+    read.written = WriteContact(records[0]);
+  } else {
+    static_cast<void>(ReadCalendars(text, records, observer));
+    read.written = WriteCalendars(records);
+  }
+  read.columns = ColumnsOf(map, &records[0]);
   return read;
 }
-
+Read ReadCard(const std::string& text, std::int64_t line) {
+  return ReadSample<CContacts>(text, line, ContactMap());
+}
 Read ReadItem(const std::string& text, std::int64_t line) {
-  Read read;
-  CCalendars items;
-  const TextObserver observer{{}, [&](const AccountEntry& entry) {
-                                if (entry.first != line) return;
-                                for (std::size_t i = 0; i < std::size(kItemFields); ++i)
-                                  if ((entry.into >> i & 1U) != 0)
-                                    read.fields.emplace_back(kItemFields[i]);
-                              }};
-  static_cast<void>(ReadCalendars(text, items, observer));
-  read.columns = ColumnsOf(CalendarMap(), &items[0]);
-  read.written = WriteCalendars(items);
-  return read;
+  return ReadSample<CCalendars>(text, line, CalendarMap());
 }
 
 std::string Joined(const std::vector<std::string>& words) {

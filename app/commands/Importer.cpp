@@ -81,10 +81,10 @@ int Importer::Run() {
     if (std::chrono::steady_clock::now() >= commitAt_) Commit();
   }
   Commit();
-  account_.Publish();
   progress_.Clear();
   Print(Summary(GroupCount() - groupsBefore));
   Print(account_.Summary());
+  account_.Publish();
   return status_;
 }
 

@@ -28,10 +28,10 @@ enum class LimitSign : std::uint8_t {
 };
 
 struct ExportLimit {
-  TextForm form;
   std::string_view field;  // without the numbers of entries, and what is part of it; empty for all
-  LimitSign sign;
   std::string_view text;
+  TextForm form;
+  LimitSign sign;
 };
 
 // The first row that fits a difference is its reason.

@@ -9,6 +9,7 @@
 #include <filesystem>
 
 #include "app/output/Output.h"
+#include "platform/Files.h"
 
 namespace pim::app {
 namespace {
@@ -27,7 +28,11 @@ void OpenToOthers(int descriptor) {
 void CheckNewFile(const std::string& path, bool force) {
   std::error_code error;
   const fs::file_status status = fs::status(path, error);
-  if (!fs::exists(status)) return;
+  if (!fs::exists(status)) {
+    const std::string problem = FolderProblem(path);
+    if (!problem.empty()) throw Failure(ShownName(path) + ": can't be made: " + problem);
+    return;
+  }
   if (!fs::is_regular_file(status)) throw Failure(ShownName(path) + ": is no regular file");
   if (!force) throw Failure(ShownName(path) + ": is there already; --force replaces it");
 }

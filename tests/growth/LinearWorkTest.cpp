@@ -5,6 +5,7 @@
 #include "pim/manager/TextReading.h"
 #include "pim/manager/TextWriting.h"
 #include "pim/platform/Host.h"
+#include "pim/stream/TextRejects.h"
 #include "tests/growth/CountedWork.h"
 
 namespace pim {
@@ -32,6 +33,12 @@ struct Shape {
 
 constexpr Shape kShapes[] = {
     {"cards", true, "", "BEGIN:VCARD\r\nN:a;b\r\nTEL;CELL:1\r\n", ""},
+    {"rejected cards", true, "", "END:VCARD\r\nBEGIN:VCARD\r\nTEL;:1\r\nFN:a\r\n", ""},
+    {"rejected lines", true, "", "TEL;:1\r\n", ""},
+    {"replaced names", true, "", "N:a;b\r\nFN:c\r\nN:\\0\r\n", ""},
+    {"replaced titles", true, "", "TITLE:a\r\nTITLE:b\r\n", ""},
+    {"the same title", true, "", "TITLE:a\r\n", ""},
+    {"dates of a span", false, "", "DTSTART:20100105\r\nDTEND:20100105T240000\r\n", ""},
     {"folds of a value", true, "NOTE:", "\r\n a", ""},
     {"folds of blank lines", true, "NOTE:", "\r\n \r\n", ""},
     {"folds of a header", true, "NOTE;", "\r\n A", ":x"},
@@ -61,21 +68,27 @@ constexpr Shape kShapes[] = {
     {"line ends in a text", false, "SUMMARY;ENCODING=QUOTED-PRINTABLE:", "=0D=0A", ""},
 };
 
-// Reads the text and writes what came of it.
+// Reads the text, with its account and without what is rejected of it, and writes what came of it.
 std::uint64_t WorkOf(const Shape& shape, std::size_t count) {
   const std::string text = shape.Text(count);
+  AccountTotals totals;
+  const TextObserver observer{{}, [&totals](const AccountEntry& entry) { totals.Add(entry); }};
   const std::uint64_t before = WorkSoFar();
+  const TextForm form = shape.isCard ? TextForm::VCard : TextForm::VCalendar;
+  EXPECT_NE(RejectedPartsOf(text, form).records, 0);
   if (shape.isCard) {
-    EXPECT_NE(ReadContacts(text,
-                           [](CContact& contact) {
-                             WriteContact(contact);
-                             return true;
-                           })
+    EXPECT_NE(ReadContacts(
+                  text,
+                  [](CContact& contact) {
+                    WriteContact(contact);
+                    return true;
+                  },
+                  observer)
                   .records,
               0);
   } else {
     CCalendars items;
-    EXPECT_NE(ReadCalendars(text, items).records, 0);
+    EXPECT_NE(ReadCalendars(text, items, observer).records, 0);
     WriteCalendars(items);
   }
   return WorkSoFar() - before;

@@ -158,10 +158,11 @@ void Importer::ImportFile(const std::string& path) {
   account_.BeginFile(path);
   if (Store(path, text_.view(), {})) return;
   progress_.Clear();
-  if (rejects_) return ImportRest(path);
+  const RejectedParts rejected = RejectedPartsOf(text_.view(), form_);
+  if (rejects_ && rejected.records != 0) return ImportRest(path, rejected);
   account_.EndFile(false);
   TellRejection(path);
-  Refuse(RejectedPartsOf(text_.view(), form_).records, kRejected);
+  Refuse(rejected.records, kRejected);
 }
 
 bool Importer::Store(const std::string& path, NarrowStringView text,
@@ -227,8 +228,7 @@ bool Importer::Store(const std::string& path, NarrowStringView text,
 }
 
 // Reads the text anew without the records that are rejected.
-void Importer::ImportRest(const std::string& path) {
-  const RejectedParts rejected = RejectedPartsOf(text_.view(), form_);
+void Importer::ImportRest(const std::string& path, const RejectedParts& rejected) {
   account_.TakeBack();
   account_.BeginFile(path, rejected.parts);
   const long long refused = refusedFiles_;
@@ -259,7 +259,8 @@ void Importer::TellRejection(const std::string& path) {
                                             : ReadCalendars(text_.view(), goOn, observer);
   outcome.messages = messages_.Take();
   TellMessages(path, outcome, text_.view(),
-               "; nothing of this file is imported; --rejects FILE takes the others");
+               rejects_ ? "; nothing of this file is imported"
+                        : "; nothing of this file is imported; --rejects FILE takes the others");
 }
 
 void Importer::TellPutAside(const std::string& path, const RejectedParts& rejected) {

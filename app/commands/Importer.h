@@ -68,7 +68,7 @@ class Importer {
   void ImportFile(const std::string& path);
   // False when the text is rejected. `rejected` was taken out of it.
   bool Store(const std::string& path, NarrowStringView text, const RejectedParts& rejected);
-  void ImportRest(const std::string& path);
+  void ImportRest(const std::string& path, const RejectedParts& rejected);
   void TellRejection(const std::string& path);
   void TellPutAside(const std::string& path, const RejectedParts& rejected);
   std::string OwnerOf(const RejectedPart& part);

@@ -92,8 +92,12 @@ std::string AccountLine(std::string_view file, const AccountEntry& entry) {
   line += NameOf(entry.verdict);
   if (entry.fault != TextFault::None) line.append(": ").append(TextOf(entry.fault));
   std::string_view mark = ": ";
-  for (LossMask left = entry.why; left != 0; left &= left - 1)
-    line.append(std::exchange(mark, "; ")).append(FirstOf(left).text);
+  for (LossMask left = entry.why; left != 0; left &= left - 1) {
+    const LossRow& loss = FirstOf(left);
+    line.append(std::exchange(mark, "; ")).append(loss.text);
+    if (loss.code == LOSS_TYPE_IGNORED && !entry.ignored.empty())
+      line.append(" (").append(Shown(WideFromUtf8(entry.ignored))).append(")");
+  }
   return line += '\n';
 }
 

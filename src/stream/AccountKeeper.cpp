@@ -77,6 +77,16 @@ void AccountKeeper::Begin(NarrowStringView name, PropertyKind kind, LossMask why
   hasValue_ = beginsRecord_ = false;
 }
 
+void AccountKeeper::TellParameter(LossMask losses, NarrowStringView name, NarrowStringView value) {
+  Tell(losses);
+  Entry& entry = entries_.back();
+  if ((losses & LOSS_TYPE_IGNORED) == 0 || entry.ignoredSize != 0) return;
+  const std::size_t before = names_.size();
+  names_.append(name);
+  if (!value.empty()) names_.append(1, '=').append(value);
+  entry.ignoredSize = static_cast<std::uint32_t>(names_.size() - before);
+}
+
 void AccountKeeper::TellFrame(LossMask losses) {
   Entry& entry = entries_.back();
   entry.kind = PropertyKind::Unknown;
@@ -147,9 +157,10 @@ void AccountKeeper::JoinAlike() {
   const Entry& other = entries_.back();
   if (!one.isDecided || one.verdict != other.verdict || one.lines != other.lines ||
       one.why != other.why || one.nameSize != other.nameSize ||
+      one.ignoredSize != other.ignoredSize ||
       one.count == std::numeric_limits<std::uint32_t>::max() ||
-      NarrowStringView(names_).substr(one.name, one.nameSize) !=
-          NarrowStringView(names_).substr(other.name, other.nameSize))
+      NarrowStringView(names_).substr(one.name, one.nameSize + one.ignoredSize) !=
+          NarrowStringView(names_).substr(other.name, other.nameSize + other.ignoredSize))
     return;
   ++one.count;
   if (other.name != one.name) names_.resize(other.name);
@@ -161,6 +172,7 @@ void AccountKeeper::BeginRecord() {
   // The property of the BEGIN is the first one of its record.
   Entry begin = entries_.back();
   const NarrowString name = names_.substr(begin.name, begin.nameSize);
+  begin.ignoredSize = 0;
   CompleteRecord();
   HandOut(entries_.size() - 1);
   begin.name = 0;
@@ -247,6 +259,7 @@ void AccountKeeper::HandOut(std::size_t count) {
     AccountEntry told;
     told.record = record_;
     told.name = NarrowStringView(names_).substr(entry.name, entry.nameSize);
+    told.ignored = NarrowStringView(names_).substr(entry.name + entry.nameSize, entry.ignoredSize);
     told.verdict = entry.verdict;
     told.same = isHeld && entry.needed == 0;
     told.why = entry.why;

@@ -70,6 +70,8 @@ class AccountKeeper {
   // At its value.
   void TakeValue() { hasValue_ = true; }
   void Tell(LossMask losses) { entries_.back().why |= losses; }
+  // Of one of its parameters, ahead of the value.
+  void TellParameter(LossMask losses, NarrowStringView name, NarrowStringView value);
   // That something is lost of a property of the frame, which else has nothing to keep.
   void TellFrame(LossMask losses);
   // The value went to a place of the record, or was added to a list of its own.
@@ -105,6 +107,7 @@ class AccountKeeper {
     std::uint32_t lines = 1;  // of each; the first one of all follows from the entries ahead
     std::uint32_t name = 0;   // where it stands among the names
     std::uint32_t nameSize = 0;
+    std::uint32_t ignoredSize = 0;  // of a parameter, which stands behind the name
     LossMask why = 0;
     std::uint32_t into = 0;
     std::uint32_t written = 0;  // fields that it wrote to
@@ -151,8 +154,8 @@ class AccountKeeper {
   std::int64_t lastLine_ = 0;  // of the entry that ended last
   std::int64_t handedTo_ = 0;  // the last line of those handed out
   std::int64_t record_ = -1;
-  bool isOpen_ = false;      // the record has no END yet
-  bool inProperty_ = false;  // the last entry is a property that hasn't ended
+  bool isOpen_ = false;        // the record has no END yet
+  bool inProperty_ = false;    // the last entry is a property that hasn't ended
   bool beginsRecord_ = false;  // that property does
   bool hasValue_ = false;
 };

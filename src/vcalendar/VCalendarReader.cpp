@@ -122,9 +122,10 @@ void OnVCalProperty(void* user, const char* name, const ParserParam* params) {
     context.alarmFormat |= alarmBits;
     if (account == nullptr || KindOf(context) != PropertyKind::Known) continue;
     const bool isHeard = ofText || alarmBits != 0 || IsPlainEncoding(paramName.text);
-    account->Tell(
+    const LossMask losses =
         LossIf(!isHeard, LOSS_TYPE_IGNORED) |
-        LossesOfTextParameter(paramName, value, before, {context.charset, context.encoding}));
+        LossesOfTextParameter(paramName, value, before, {context.charset, context.encoding});
+    if (losses != 0) account->TellParameter(losses, paramName.text, value);
   }
 }
 

@@ -180,9 +180,10 @@ void OnVCardProperty(void* user, const char* name, const ParserParam* params) {
     const bool ofType = TakeType(context, paramName, param->value.text);
     if (account == nullptr || KindOf(context) != PropertyKind::Known) continue;
     const bool isHeard = ofText || ofMedia || ofType || IsHarmless(context, paramName.text);
-    account->Tell(
+    const LossMask losses =
         LossIf(!isHeard, LOSS_TYPE_IGNORED) |
-        LossesOfTextParameter(paramName, value, before, {context.charset, context.encoding}));
+        LossesOfTextParameter(paramName, value, before, {context.charset, context.encoding});
+    if (losses != 0) account->TellParameter(losses, paramName.text, value);
   }
 }
 

@@ -62,7 +62,7 @@ std::string BytesOf(const std::filesystem::path& path) {
 // How many texts of each kind; more of them by hand.
 std::uint32_t Seeds() {
   const char* given = std::getenv("PIM_ACCOUNT_SEEDS");
-  return given == nullptr ? 1500 : static_cast<std::uint32_t>(std::strtoul(given, nullptr, 10));
+  return given == nullptr ? 1000 : static_cast<std::uint32_t>(std::strtoul(given, nullptr, 10));
 }
 
 // A dropped line can be taken out and nothing changes; any other one can't, or it says so.

@@ -51,6 +51,7 @@ struct AccountEntry {
   std::uint32_t into =
       0;  // the fields that hold it: a bit for each, by its number in RecordFields()
   TextFault fault = TextFault::None;  // of a rejected one
+  NarrowStringView ignored = {};      // the first parameter without effect: "TYPE=CELL,VOICE"
   // What the record is called, as in TextNotice, from its first entry on that isn't kept; good for
   // the call.
   WideStringView title = {};

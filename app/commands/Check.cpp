@@ -152,8 +152,8 @@ class Checker {
       return;
     }
     Print(ShownName(path_) + ": " +
-          (lossy_ != 0 ? std::to_string(lossy_) + " of " + Counted(total, noun) +
-                             " come back otherwise"
+          (lossy_ != 0
+               ? std::to_string(lossy_) + " of " + Counted(total, noun) + " come back otherwise"
            : total == 1 ? Counted(total, noun) + ", which comes back as it was"
                         : Counted(total, noun) + ", which come back as they were") +
           (isSameText_ ? "; written again, the text is the same to the byte\n"

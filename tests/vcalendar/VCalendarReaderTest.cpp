@@ -5,8 +5,8 @@
 #include "pim/platform/Host.h"
 #include "tests/platform/Scoped.h"
 #include "tests/vcalendar/VCalendars.h"
-#include "vcalendar/VCalendarReader.h"
 #include "vcalendar/VCalendarForms.h"
+#include "vcalendar/VCalendarReader.h"
 #include "vcalendar/VCalendarValues.h"
 
 namespace pim {

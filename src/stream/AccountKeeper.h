@@ -12,6 +12,9 @@
 
 namespace pim {
 
+// Code that tells an account is made twice, so that reading without one pays nothing for it.
+enum class Telling : bool { None, Account };
+
 // What a reader does to a property by its name.
 enum class PropertyKind : std::uint8_t { Frame, Known, Unknown };
 

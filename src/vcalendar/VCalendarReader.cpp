@@ -44,11 +44,43 @@ void TellEnd(VCalReadContext& context, NarrowStringView value) {
   }
 }
 
+// Gives whether the parameter has an effect.
+template <Telling>
+[[gnu::always_inline]] inline bool TakeParameter(VCalReadContext& context,
+                                                 const ParserParam& param) {
+  const NarrowStringView value = param.ValueText();
+  const bool ofText =
+      TakeTextParameter(KeyOf(param.name.text), value, context.charset, context.encoding);
+  if (context.propertyId != VCAL_AALARM) return ofText;
+  const std::uint32_t bits = AlarmBitsOf(param.name.text, value);
+  context.alarmFormat |= bits;
+  return ofText || bits != 0;
+}
+
+void TellParameter(VCalReadContext& context, const ParserParam& param, bool isHeard,
+                   const TextParameters& before) {
+  const WordKey name = KeyOf(param.name.text);
+  const LossMask losses =
+      LossIf(!isHeard && !IsPlainEncoding(name.text), LOSS_TYPE_IGNORED) |
+      LossesOfTextParameter(name, param.ValueText(), before, {context.charset, context.encoding});
+  if (losses != 0) context.account->TellParameter(losses, name.text, param.ValueText());
+}
+
 PropertyKind KindOf(const VCalReadContext& context) {
   if (context.propertyId == VCAL_UNKNOWN)
     return context.isEnd ? PropertyKind::Frame : PropertyKind::Unknown;
   const bool isFrame = context.propertyId == VCAL_BEGIN || context.propertyId == VCAL_VERSION;
   return isFrame ? PropertyKind::Frame : PropertyKind::Known;
+}
+
+template <Telling kTelling>
+void TakeParameters(VCalReadContext& context, const ParserParam* params) {
+  const bool tells = kTelling == Telling::Account && KindOf(context) == PropertyKind::Known;
+  for (const ParserParam* param = params; param->name.text != nullptr; ++param) {
+    const TextParameters before{context.charset, context.encoding};
+    const bool isHeard = TakeParameter<kTelling>(context, *param);
+    if (tells) TellParameter(context, *param, isHeard, before);
+  }
 }
 
 }  // namespace
@@ -112,21 +144,9 @@ void OnVCalProperty(void* user, const char* name, const ParserParam* params) {
       return kPropertyIndex.CodeOf(KeyOf(rest)).has_value() || EqualsIgnoringCase(rest, kEndWord);
     });
   }
-  for (const ParserParam* param = params; param->name.text != nullptr; ++param) {
-    const WordKey paramName = KeyOf(param->name.text);
-    const NarrowStringView value = param->ValueText();
-    const TextParameters before{context.charset, context.encoding};
-    const bool ofText = TakeTextParameter(paramName, value, context.charset, context.encoding);
-    std::uint32_t alarmBits = 0;
-    if (context.propertyId == VCAL_AALARM) alarmBits = AlarmBitsOf(paramName.text, value);
-    context.alarmFormat |= alarmBits;
-    if (account == nullptr || KindOf(context) != PropertyKind::Known) continue;
-    const bool isHeard = ofText || alarmBits != 0 || IsPlainEncoding(paramName.text);
-    const LossMask losses =
-        LossIf(!isHeard, LOSS_TYPE_IGNORED) |
-        LossesOfTextParameter(paramName, value, before, {context.charset, context.encoding});
-    if (losses != 0) account->TellParameter(losses, paramName.text, value);
-  }
+  if (account != nullptr) [[unlikely]]
+    return TakeParameters<Telling::Account>(context, params);
+  TakeParameters<Telling::None>(context, params);
 }
 
 void OnVCalData(void* user, const char* bytes, std::int32_t length) {

@@ -218,15 +218,20 @@ class ValueTaker {
   }
 
   LossMask TakeText(WideText& field, ItemField place) {
+    if (account_ == nullptr) return Decode(field);
     const WideText before = std::move(field);
+    const LossMask losses = Decode(field);
+    Tell(place, before == field, !field.empty());
+    return losses;
+  }
+
+  LossMask Decode(WideText& field) {
     const LossMask losses =
         DecodeText(bytes(), length(), context_.charset, context_.encoding, context_.text, field);
-    if (FindReturn(field) != WideStringView::npos) {
-      context_.text = field.view();
-      JoinLineEnds(context_.text);
-      field = context_.text;
-    }
-    Tell(place, before == field, !field.empty());
+    if (FindReturn(field) == WideStringView::npos) return losses;
+    context_.text = field.view();
+    JoinLineEnds(context_.text);
+    field = context_.text;
     return losses;
   }
 

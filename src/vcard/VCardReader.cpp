@@ -24,15 +24,15 @@ constexpr WordIndex kMediaIndex(kMediaWords);
 bool TakeMedia(VCardReadContext& context, const WordKey& name, NarrowStringView value) {
   const bool valued = EqualsIgnoringCase(name.text, kTypeName);
   const auto code = kMediaIndex.CodeOf(valued ? KeyOf(value) : name);
-  const auto before = static_cast<std::uint32_t>(context.mediaType);
-  if (context.account != nullptr && code && context.mediaType != MEDIA_NONE && before != *code)
-    context.account->Tell(LOSS_TYPE_IGNORED);
-  if (code) {
-    context.mediaType = static_cast<std::int32_t>(*code);
-  } else if (valued) {
-    context.mediaType = MEDIA_OTHER;
+  if (!code) {
+    if (valued) context.mediaType = MEDIA_OTHER;
+    return false;
   }
-  return code && context.propertyId == VCARD_PHOTO;
+  const auto media = static_cast<std::int32_t>(*code);
+  if (context.account != nullptr && context.mediaType != MEDIA_NONE && context.mediaType != media)
+    context.account->Tell(LOSS_TYPE_IGNORED);
+  context.mediaType = media;
+  return context.propertyId == VCARD_PHOTO;
 }
 
 // A bit, where the word has one.
@@ -81,11 +81,50 @@ bool IsHarmless(const VCardReadContext& context, NarrowStringView name) {
          (context.propertyId == VCARD_SOUND && EqualsIgnoringCase(name, kIrmcNameParameter));
 }
 
+// Gives whether the parameter has an effect.
+template <Telling>
+[[gnu::always_inline]] inline bool TakeParameter(VCardReadContext& context,
+                                                 const ParserParam& param) {
+  const WordKey name = KeyOf(param.name.text);
+  const NarrowStringView value = param.ValueText();
+  const bool ofValue = TakeTextParameter(name, value, context.charset, context.encoding) ||
+                       TakeMedia(context, name, value);
+  return TakeType(context, name, param.value.text) || ofValue;
+}
+
+void TellParameter(VCardReadContext& context, const ParserParam& param, bool isHeard,
+                   const TextParameters& before) {
+  const WordKey name = KeyOf(param.name.text);
+  const LossMask losses =
+      LossIf(!isHeard && !IsHarmless(context, name.text), LOSS_TYPE_IGNORED) |
+      LossesOfTextParameter(name, param.ValueText(), before, {context.charset, context.encoding});
+  if (losses != 0) context.account->TellParameter(losses, name.text, param.ValueText());
+}
+
+void TellLosses(VCardReadContext& context, LossMask losses, NarrowStringView value) {
+  if (context.account != nullptr) context.account->Tell(losses);
+  const auto property = static_cast<VCardPropertyId>(context.propertyId);
+  if (context.watcher == nullptr || (losses & LOSS_BAD_VALUE) == 0) return;
+  if (RowOf(property).value != VCardValue::Date) return;
+  context.watcher->Note(TextEvent::DateNotUnderstood,
+                        TextOf(kVCardProperties, static_cast<std::uint32_t>(property)), value);
+}
+
 PropertyKind KindOf(const VCardReadContext& context) {
   if (context.propertyId == VCARD_UNKNOWN)
     return context.isEnd ? PropertyKind::Frame : PropertyKind::Unknown;
   const bool isFrame = context.propertyId == VCARD_BEGIN || context.propertyId == VCARD_VERSION;
   return isFrame ? PropertyKind::Frame : PropertyKind::Known;
+}
+
+template <Telling kTelling>
+void TakeParameters(VCardReadContext& context, const ParserParam* params) {
+  const bool tells = kTelling == Telling::Account && KindOf(context) == PropertyKind::Known;
+  for (const ParserParam* param = params; param->name.text != nullptr; ++param) {
+    const TextParameters before{context.charset, context.encoding};
+    const bool isHeard = TakeParameter<kTelling>(context, *param);
+    if (tells) TellParameter(context, *param, isHeard, before);
+  }
 }
 
 WideString NameOfLast(const CContacts& contacts) {
@@ -95,6 +134,21 @@ WideString NameOfLast(const CContacts& contacts) {
   WideString name = contact.name.given_name.str();
   if (!name.empty() && !contact.name.family_name.empty()) name += u' ';
   return name.append(contact.name.family_name.view());
+}
+
+void TakeBegin(VCardReadContext& context, NarrowStringView value) {
+  CContacts& contacts = *context.contacts;
+  if (IsStartOf(kContactObject.text, value)) {
+    if (context.watcher != nullptr) {
+      context.watcher->Complete([&contacts] { return NameOfLast(contacts); });
+      context.watcher->BeginRecord();
+    }
+    if (context.account != nullptr) context.account->BeginRecord();
+    if (context.onBegin) context.onBegin();
+    contacts.AddNew();
+  } else if (context.account != nullptr && IsStartOf(kContactObject.text, Trim(value))) {
+    context.account->TellFrame(LOSS_BAD_VALUE);  // blanks behind the word: it begins nothing
+  }
 }
 
 void TellEnd(VCardReadContext& context, NarrowStringView value) {
@@ -171,56 +225,42 @@ void OnVCardProperty(void* user, const char* name, const ParserParam* params) {
       return kPropertyIndex.CodeOf(KeyOf(rest)).has_value() || EqualsIgnoringCase(rest, kEndWord);
     });
   }
-  for (const ParserParam* param = params; param->name.text != nullptr; ++param) {
-    const WordKey paramName = KeyOf(param->name.text);
-    const NarrowStringView value = param->ValueText();
-    const TextParameters before{context.charset, context.encoding};
-    const bool ofText = TakeTextParameter(paramName, value, context.charset, context.encoding);
-    const bool ofMedia = !ofText && TakeMedia(context, paramName, value);
-    const bool ofType = TakeType(context, paramName, param->value.text);
-    if (account == nullptr || KindOf(context) != PropertyKind::Known) continue;
-    const bool isHeard = ofText || ofMedia || ofType || IsHarmless(context, paramName.text);
-    const LossMask losses =
-        LossIf(!isHeard, LOSS_TYPE_IGNORED) |
-        LossesOfTextParameter(paramName, value, before, {context.charset, context.encoding});
-    if (losses != 0) account->TellParameter(losses, paramName.text, value);
-  }
+  if (account != nullptr) [[unlikely]]
+    return TakeParameters<Telling::Account>(context, params);
+  TakeParameters<Telling::None>(context, params);
 }
 
-void OnVCardData(void* user, const char* bytes, std::int32_t length) {
-  auto& context = *static_cast<VCardReadContext*>(user);
-  VCardAccount* const account = context.account;
+namespace {
+
+template <Telling kTelling>
+void TakeData(VCardReadContext& context, const char* bytes, std::int32_t length) {
+  constexpr bool kTells = kTelling == Telling::Account;
   if (bytes == nullptr) {
-    if (account != nullptr) account->EndProperty();
+    if constexpr (kTells) context.account->EndProperty();
     context.propertyId = VCARD_NO_PROPERTY;
     context.typeFlags = 0;
     return;
   }
-  if (account != nullptr) account->TakeValue();
+  if constexpr (kTells) context.account->TakeValue();
   CContacts& contacts = *context.contacts;
   const NarrowStringView value(bytes, static_cast<std::size_t>(length));
   // The only place where a card begins; none has an end, so what stands behind its END is its own.
-  if (context.propertyId == VCARD_BEGIN && IsStartOf(kContactObject.text, value)) {
-    if (context.watcher != nullptr) {
-      context.watcher->Complete([&contacts] { return NameOfLast(contacts); });
-      context.watcher->BeginRecord();
-    }
-    if (account != nullptr) account->BeginRecord();
-    if (context.onBegin) context.onBegin();
-    contacts.AddNew();
-  } else if (account != nullptr && context.propertyId == VCARD_BEGIN &&
-             IsStartOf(kContactObject.text, Trim(value))) {
-    account->TellFrame(LOSS_BAD_VALUE);  // blanks behind the word: it begins nothing
-  }
+  if (context.propertyId == VCARD_BEGIN) TakeBegin(context, value);
   if (context.isEnd) TellEnd(context, value);
   if (contacts.GetCount() == 0) return;
   CContact& contact = contacts[contacts.GetCount() - 1];
-  const ValueOutcome outcome = TakeVCardValue(context, bytes, length, contact);
-  if (account != nullptr) account->Tell(outcome.losses);
-  if (outcome.event && context.watcher != nullptr) {
-    const auto id = static_cast<std::uint32_t>(context.propertyId);
-    context.watcher->Note(*outcome.event, TextOf(kVCardProperties, id), value);
-  }
+  const LossMask losses = TakeVCardValue(context, bytes, length, contact);
+  if (losses != 0) [[unlikely]]
+    TellLosses(context, losses, value);
+}
+
+}  // namespace
+
+void OnVCardData(void* user, const char* bytes, std::int32_t length) {
+  auto& context = *static_cast<VCardReadContext*>(user);
+  if (context.account != nullptr) [[unlikely]]
+    return TakeData<Telling::Account>(context, bytes, length);
+  TakeData<Telling::None>(context, bytes, length);
 }
 
 }  // namespace pim

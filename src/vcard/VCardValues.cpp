@@ -19,7 +19,7 @@ NarrowStringView ViewOf(const char* bytes, std::int32_t length) {
 }
 
 // Hands each field of a structured value, unescaped but not yet decoded, to `take` with its index
-// and what stands behind it as it is, until that gives false.
+// and the place behind it and its semicolon, until that gives false.
 template <class Take>
 void ForEachField(NarrowStringView value, Take take) {
   const bool hasEscapes = value.find('\\') != NarrowStringView::npos;
@@ -36,14 +36,13 @@ void ForEachField(NarrowStringView value, Take take) {
       UnescapeValue(unescaped);
       field = unescaped;
     }
-    const NarrowStringView rest = value.substr(last ? value.size() : end + 1);
-    if (!take(index, field, rest) || last) return;
-    start = end + 1;
+    start = last ? value.size() : end + 1;
+    if (!take(index, field, start) || last) return;
   }
 }
 
-// Where the fields of a structured value go. With an account, `place` is that of the first one;
-// those of a list's entry have none.
+// Where the fields of a structured value go. Where an account is told of them, `place` is that of
+// the first one; those of a list's entry have none.
 struct FieldTargets {
   std::span<WideText* const> fields;
   VCardAccount* account = nullptr;
@@ -55,17 +54,18 @@ struct FieldsDecoded {
   std::size_t count = 0;
 };
 
+template <Telling kTelling>
 FieldsDecoded DecodeFields(NarrowStringView value, std::int32_t charset, std::int32_t encoding,
                            const FieldTargets& targets) {
   WideString work;
   FieldsDecoded decoded;
-  ForEachField(value, [&](std::size_t index, NarrowStringView field, NarrowStringView rest) {
+  ForEachField(value, [&](std::size_t index, NarrowStringView field, std::size_t behind) {
     WideText& target = *targets.fields[index];
     const auto decode = [&] {
       decoded.losses |= DecodeText(field.data(), static_cast<std::int32_t>(field.size()), charset,
                                    encoding, work, target);
     };
-    if (targets.account == nullptr || !targets.place) {
+    if (kTelling == Telling::None || !targets.place) {
       decode();
     } else {
       const WideText before = std::move(target);
@@ -77,9 +77,10 @@ FieldsDecoded DecodeFields(NarrowStringView value, std::int32_t charset, std::in
     }
     decoded.count = index + 1;
     if (decoded.count < targets.fields.size()) return true;
-    const bool hasMore =
-        targets.account != nullptr && rest.find_first_not_of(';') != NarrowStringView::npos;
-    decoded.losses |= LossIf(hasMore, LOSS_EXTRA_PARTS);
+    if constexpr (kTelling == Telling::Account) {
+      const bool hasMore = value.find_first_not_of(';', behind) != NarrowStringView::npos;
+      decoded.losses |= LossIf(hasMore, LOSS_EXTRA_PARTS);
+    }
     return false;
   });
   return decoded;
@@ -96,27 +97,28 @@ std::array<WideText*, 7> PartsOf(CPostalAddress& address) {
 }
 
 // One property's value on its way into the contact, told to the account as it goes.
+template <Telling kTelling>
 class ValueTaker {
  public:
   ValueTaker(VCardReadContext& context, NarrowStringView value, CContact& contact)
       : context_(context), value_(value), contact_(contact), account_(context.account) {}
 
-  ValueOutcome Take() {
+  LossMask Take() {
     switch (context_.propertyId) {
       case VCARD_FN:
-        return {TakeFormattedName()};
+        return TakeFormattedName();
       case VCARD_N:
-        return {TakeName()};
+        return TakeName();
       case VCARD_NICKNAME:
         return TakeEntry([this](WideText text) { contact_.NewNickname(std::move(text)); });
       case VCARD_SOUND:
-        return {TakeParts(contact_.phonetic, PLACE_PHONETIC).losses};
+        return TakeParts(contact_.phonetic, PLACE_PHONETIC).losses;
       case VCARD_BDAY:
         return TakeEvent(EVENT_BIRTHDAY);
       case VCARD_X_BLOOD:
-        return {TakeBloodType()};
+        return TakeBloodType();
       case VCARD_TEL:
-        return {TakeTelephone()};
+        return TakeTelephone();
       case VCARD_EMAIL:
         return TakeEntry(
             [this](WideText text) { contact_.NewEmail(std::move(text), context_.typeFlags, -1); });
@@ -124,19 +126,19 @@ class ValueTaker {
         return TakeEntry(
             [this](WideText text) { contact_.NewURL(std::move(text), context_.typeFlags, -1); });
       case VCARD_ADR:
-        return {TakeAddress()};
+        return TakeAddress();
       case VCARD_NOTE:
         return TakeEntry([this](WideText text) { contact_.NewComment(std::move(text)); });
       case VCARD_TITLE:
-        return {TakeText(contact_.org_title)};
+        return TakeText(contact_.org_title);
       case VCARD_ROLE:
-        return {TakeText(contact_.org_role)};
+        return TakeText(contact_.org_role);
       case VCARD_ORG:
-        return {TakeOrganization()};
+        return TakeOrganization();
       case VCARD_X_HOBBY:
-        return {TakeText(contact_.hobby)};
+        return TakeText(contact_.hobby);
       case VCARD_PHOTO:
-        return {TakePhoto()};
+        return TakePhoto();
       case VCARD_X_GROUP:
         return TakeEntry([this](WideText text) { contact_.NewGroup(std::move(text)); });
       case VCARD_X_CHATID:
@@ -147,23 +149,25 @@ class ValueTaker {
       case VCARD_X_EVENTDAY:
         return TakeEvent(EVENT_OTHER);
       case VCARD_X_FAVORITE:
-        return {TakeFavorite()};
+        return TakeFavorite();
       default:
-        return {};
+        return 0;
     }
   }
 
  private:
+  static constexpr bool kTells = kTelling == Telling::Account;
+
   const char* bytes() const { return value_.data(); }
   std::int32_t length() const { return static_cast<std::int32_t>(value_.size()); }
   std::uint8_t Field() const {
     return RowOf(static_cast<VCardPropertyId>(context_.propertyId)).field;
   }
   void TellAdded() {
-    if (account_ != nullptr) account_->Add(Field());
+    if constexpr (kTells) account_->Add(Field());
   }
-  void TellWritten(Written written) {
-    if (account_ != nullptr) account_->Write(Field(), written);
+  void TellWritten(bool same, bool says) {
+    if constexpr (kTells) account_->Write(Field(), {.same = same, .says = says});
   }
 
   LossMask Decode(WideText& text) {
@@ -171,20 +175,21 @@ class ValueTaker {
   }
 
   LossMask TakeText(WideText& field) {
+    if constexpr (!kTells) return Decode(field);
     const WideText before = std::move(field);
     const LossMask losses = Decode(field);
-    TellWritten({.same = before == field, .says = !field.empty()});
+    TellWritten(before == field, !field.empty());
     return losses;
   }
 
   // An entry of a list: make(text) makes it.
   template <class Make>
-  ValueOutcome TakeEntry(Make make) {
+  LossMask TakeEntry(Make make) {
     WideText text;
     const LossMask losses = Decode(text);
     make(std::move(text));
     TellAdded();
-    return {losses};
+    return losses;
   }
 
   LossMask TakeFormattedName() {
@@ -193,7 +198,7 @@ class ValueTaker {
       if (family.empty() && given.empty()) given = contact_.formatted_name;
     };
     CName& name = contact_.name;
-    if (account_ == nullptr) {
+    if constexpr (!kTells) {
       fill(name.family_name, name.given_name);
       return losses;
     }
@@ -208,12 +213,13 @@ class ValueTaker {
 
   FieldsDecoded TakeParts(CName& name, std::uint8_t place) {
     const auto parts = PartsOf(name);
-    return DecodeFields(value_, context_.charset, context_.encoding, {parts, account_, place});
+    return DecodeFields<kTelling>(value_, context_.charset, context_.encoding,
+                                  {parts, account_, place});
   }
 
   LossMask TakeName() {
     CName& name = contact_.name;
-    if (account_ == nullptr) return TakeParts(name, PLACE_NAME).losses;
+    if constexpr (!kTells) return TakeParts(name, PLACE_NAME).losses;
     const VCardAccount::Name before = VCardAccount::Of(name);
     const FieldsDecoded parts = TakeParts(name, PLACE_NAME);
     account_->TakeNames(before, name, [&name, &parts](VCardAccount::Name& other) {
@@ -227,7 +233,7 @@ class ValueTaker {
   LossMask TakeTelephone() {
     WideText number;
     LossMask losses = WidenText(value_, context_.text, number);
-    if (account_ != nullptr && (context_.charset != 0 || context_.encoding != 0)) {
+    if (kTells && (context_.charset != 0 || context_.encoding != 0)) {
       WideText meant;
       losses |= Decode(meant) & LOSS_UNKNOWN_CHARSET;
       losses |= LossIf(meant != number, LOSS_TYPE_IGNORED);
@@ -240,7 +246,8 @@ class ValueTaker {
   LossMask TakeAddress() {
     const auto parts = PartsOf(contact_.NewAddress(nullptr, context_.typeFlags, -1));
     TellAdded();
-    return DecodeFields(value_, context_.charset, context_.encoding, {parts, account_}).losses;
+    return DecodeFields<kTelling>(value_, context_.charset, context_.encoding, {parts, account_})
+        .losses;
   }
 
   LossMask TakeOrganization() {
@@ -249,23 +256,23 @@ class ValueTaker {
                                   contact_.NewOrganization(context_.typeFlags));
   }
 
-  ValueOutcome TakeEvent(ContactEventType type) {
+  LossMask TakeEvent(ContactEventType type) {
     COleDateTimeNull date;
     const bool isUnderstood = ParseEventDate(bytes(), length(), date);
     contact_.NewContactEvent(date, type);  // also without a date: the event is there
     TellAdded();
-    ValueOutcome outcome = OutcomeOfDate(isUnderstood);
-    // 1970-131 is taken for the year 197.
-    if (value_.size() == 8 && value_.find('-') != NarrowStringView::npos)
-      outcome.losses |= LossIf(date.status == StatusValid, LOSS_BAD_VALUE);
-    return outcome;
+    // In eight bytes 1970-131 is taken for the year 197.
+    const bool isShifted = isUnderstood && value_.size() == 8 &&
+                           value_.find_first_not_of("0-") != value_.npos &&
+                           value_.find('-') != NarrowStringView::npos;
+    return LossIf(!isUnderstood || isShifted, LOSS_BAD_VALUE);
   }
 
   LossMask TakeBloodType() {
     const std::int32_t before = contact_.blood_type;
     ParseBloodType(bytes(), length(), contact_.blood_type);
     const bool isKnown = contact_.blood_type != BLOOD_NONE;
-    TellWritten({.same = before == contact_.blood_type, .says = isKnown});
+    TellWritten(before == contact_.blood_type, isKnown);
     return LossIf(!isKnown, LOSS_BAD_VALUE);
   }
 
@@ -273,7 +280,7 @@ class ValueTaker {
     const std::int32_t before = contact_.favorite;
     ParseYesFlag(bytes(), length(), contact_.favorite);
     const bool isKnown = contact_.favorite != 0 || IsStartOf(kNoWord, value_);
-    TellWritten({.same = before == contact_.favorite, .says = isKnown});
+    TellWritten(before == contact_.favorite, isKnown);
     return LossIf(!isKnown, LOSS_BAD_VALUE);
   }
 
@@ -281,10 +288,10 @@ class ValueTaker {
     WideString photo;
     SavePhoto(bytes(), length(), context_.mediaType, photo);
     contact_.photo = photo;
-    if (account_ == nullptr) return 0;
+    if constexpr (!kTells) return 0;
     const bool isThere = !photo.empty();
     const bool isSame = account_->IsSamePicture(isThere, value_, context_.mediaType);
-    TellWritten({.same = isSame, .says = isThere});
+    TellWritten(isSame, isThere);
     const bool isEscaped = context_.encoding == ENCODING_QUOTED_PRINTABLE &&
                            value_.find('=') != NarrowStringView::npos;
     return LossIf(!isThere, LOSS_NO_PICTURE) | LossIf(isEscaped, LOSS_TYPE_IGNORED);
@@ -298,41 +305,43 @@ class ValueTaker {
 
 }  // namespace
 
-ValueOutcome TakeVCardValue(VCardReadContext& context, const char* bytes, std::int32_t length,
-                            CContact& contact) {
-  return ValueTaker(context, ViewOf(bytes, length), contact).Take();
+LossMask TakeVCardValue(VCardReadContext& context, const char* bytes, std::int32_t length,
+                        CContact& contact) {
+  const NarrowStringView value = ViewOf(bytes, length);
+  if (context.account != nullptr) [[unlikely]]
+    return ValueTaker<Telling::Account>(context, value, contact).Take();
+  return ValueTaker<Telling::None>(context, value, contact).Take();
 }
 
 void ParseNameValue(const char* bytes, std::int32_t length, std::int32_t charset,
                     std::int32_t encoding, CName& name) {
   const auto parts = PartsOf(name);
-  DecodeFields(ViewOf(bytes, length), charset, encoding, {parts});
+  DecodeFields<Telling::None>(ViewOf(bytes, length), charset, encoding, {parts});
 }
 
 void ParseAddressValue(const char* bytes, std::int32_t length, std::int32_t charset,
                        std::int32_t encoding, CPostalAddress& address) {
   const auto parts = PartsOf(address);
-  DecodeFields(ViewOf(bytes, length), charset, encoding, {parts});
+  DecodeFields<Telling::None>(ViewOf(bytes, length), charset, encoding, {parts});
 }
 
 LossMask ParseOrganizationValue(const char* bytes, std::int32_t length, std::int32_t charset,
                                 std::int32_t encoding, COrganization& organization) {
   WideString work;
   LossMask losses = 0;
-  ForEachField(ViewOf(bytes, length),
-               [&](std::size_t index, NarrowStringView field, NarrowStringView) {
-                 WideText text;
-                 losses |= DecodeText(field.data(), static_cast<std::int32_t>(field.size()),
-                                      charset, encoding, work, text);
-                 if (index == 0) {
-                   organization.org_name = std::move(text);
-                 } else if (index == 1) {
-                   organization.org_position = std::move(text);
-                 } else if (!text.empty()) {
-                   organization.org_additional.push_back(std::move(text));
-                 }
-                 return true;
-               });
+  ForEachField(ViewOf(bytes, length), [&](std::size_t index, NarrowStringView field, std::size_t) {
+    WideText text;
+    losses |= DecodeText(field.data(), static_cast<std::int32_t>(field.size()), charset, encoding,
+                         work, text);
+    if (index == 0) {
+      organization.org_name = std::move(text);
+    } else if (index == 1) {
+      organization.org_position = std::move(text);
+    } else if (!text.empty()) {
+      organization.org_additional.push_back(std::move(text));
+    }
+    return true;
+  });
   return losses;
 }
 

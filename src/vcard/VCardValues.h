@@ -3,7 +3,7 @@
 #include <cstdint>
 
 #include "pim/records/Contact.h"
-#include "stream/ValueOutcome.h"
+#include "pim/support/Loss.h"
 
 namespace pim {
 
@@ -12,9 +12,9 @@ struct VCardReadContext;
 // Puts the value of the context's property into the contact. A property without a treatment does
 // nothing, and a value that can't be read leaves its field empty, null or 0. Tells the context's
 // account, if it has one, where the value went, and gives what of it was lost; without an account
-// the losses aren't looked for.
-ValueOutcome TakeVCardValue(VCardReadContext& context, const char* bytes, std::int32_t length,
-                            CContact& contact);
+// that is of dates alone.
+LossMask TakeVCardValue(VCardReadContext& context, const char* bytes, std::int32_t length,
+                        CContact& contact);
 
 // Structured values, split at their semicolons before anything is decoded. Fields that the value
 // doesn't reach stay as they were; what stands behind the last one is ignored. The last one gives

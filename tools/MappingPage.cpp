@@ -35,7 +35,7 @@ struct Sample {
 };
 
 constexpr Sample kCardSamples[] = {
-    {VCARD_FN, "FN:Ann Berg", "N:Berg;Ann\n"},
+    {VCARD_FN, "FN:Ann Berg"},
     {VCARD_N, "N:Berg;Ann;B.;Dr.;Jr."},
     {VCARD_NICKNAME, "NICKNAME:Annie"},
     {VCARD_SOUND, "SOUND;X-IRMC-N:a;b;c;d;e"},
@@ -76,7 +76,7 @@ constexpr Sample kItemSamples[] = {
     {VCAL_DESCRIPTION, "DESCRIPTION:with Ann"},
     {VCAL_LOCATION, "LOCATION:Room 4"},
     {VCAL_RRULE, "RRULE:MP2 1+ MO #4 20101231T000000Z"},
-    {VCAL_XRULE, "XRULE:W1 MO", "RRULE:W1 MO TU\n"},
+    {VCAL_XRULE, "XRULE:MP2 1+ MO #4 20101231T000000Z", "RRULE:D1\n"},
     {VCAL_PRIORITY, "PRIORITY:1"},
     {VCAL_STATUS, "STATUS:CONFIRMED"},
     {VCAL_X_COLOR, "X-COLOR:red"},
@@ -192,9 +192,10 @@ Read ReadSample(const std::string& text, std::int64_t line, const RecordMap& map
   Read read;
   const TextObserver observer{{}, [&](const AccountEntry& entry) {
                                 if (entry.first != line) return;
-                                for (std::size_t i = 0; i < names.size(); ++i)
+                                for (std::size_t i = 0; i < names.size(); ++i) {
                                   if ((entry.into >> i & 1U) != 0)
                                     read.fields.emplace_back(names[i]);
+                                }
                               }};
   Records records;
   if constexpr (kIsCard) {
@@ -314,16 +315,17 @@ class Page {
 
   void AppendParameters() {
     text_ +=
-        "\n## Parameters of every text\n\nWithout regard to letter case; any other word is told as "
-        "without effect.\n\n| Parameter | Words |\n|---|---|\n";
+        "\n## Parameters of every text\n\nWithout regard to letter case; any other word but `8BIT` "
+        "and "
+        "`7BIT` is told as without effect.\n\n| Parameter | Words |\n|---|---|\n";
     AppendWordRow("`CHARSET=`; any other one is read in the default code page", kCharsets);
     AppendWordRow("`ENCODING=`, or the bare word", kEncodings);
   }
 
   void AppendWords() {
     text_ +=
-        "\n## Words\n\nIn the order in which a writer puts them. A word of a value may be cut "
-        "short.\n\n| Where | Words |\n|---|---|\n";
+        "\n## Words\n\nIn the order in which a writer puts them. The values of X-BLOOD, CLASS "
+        "and STATUS may be cut short.\n\n| Where | Words |\n|---|---|\n";
     AppendWordRow("TEL, bare or behind `TYPE=`, any number", kTelephoneWords);
     AppendWordRow("ADR, bare, any number", kAddressWords);
     AppendWordRow("EMAIL, bare, the last one", kEmailWords);

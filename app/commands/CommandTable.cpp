@@ -18,7 +18,7 @@ constexpr OptionRow kOptions[] = {
     {Option::Group, 0, "group", "NAME",
      "Those in this group; import: put all of them into it, not into the file's own"},
     {Option::Help, 'h', "help", nullptr, "Print this help"},
-    {Option::Json, 0, "json", nullptr, "Print whole records as one JSON object"},
+    {Option::Json, 0, "json", nullptr, "Print all there is as one JSON object"},
     {Option::JsonLines, 0, "jsonl", nullptr, "Print whole records as JSON, one a line"},
     {Option::KeepDuplicates, 0, "keep-duplicates", nullptr,
      "Store also what equals a stored record (default: it is left out)"},

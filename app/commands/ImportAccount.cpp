@@ -18,19 +18,33 @@ ImportAccount::ImportAccount(TextForm form, const std::optional<std::string>& re
   if (report) report_.emplace(*report, force);
 }
 
+template <class Write>
+void ImportAccount::ToReport(Write write) {
+  if (!report_) return;
+  try {
+    write(*report_);
+  } catch (const Failure& failure) {
+    problem_ = failure.what();
+    report_.reset();
+  }
+}
+
 void ImportAccount::BeginFile(const std::string& path, const std::vector<RejectedPart>& parts) {
   parts_ = parts;
   nextPart_ = 0;
   lines_ = 0;
+  record_ = -1;
   isRejected_ = !parts.empty();
   file_ = {};
   file_.lastPath = path;
-  if (!report_) return;
-  reportedTo_ = report_->size();
-  const std::string head = AccountJson::Head(path, form_, false);
-  verdictAt_ = reportedTo_ + static_cast<std::int64_t>(head.rfind(kFalse));
-  report_->Append(head);
-  json_.emplace(form_);
+  file_.hasParts = !parts.empty();
+  ToReport([&](ReportFile& report) {
+    reportedTo_ = report.size();
+    const std::string head = AccountJson::Head(path, form_, false);
+    verdictAt_ = reportedTo_ + static_cast<std::int64_t>(head.rfind(kFalse));
+    report.Append(head);
+    json_.emplace(form_);
+  });
 }
 
 void ImportAccount::Take(const AccountEntry& entry) {
@@ -56,6 +70,7 @@ void ImportAccount::TakeParts(std::int64_t line) {
     AccountEntry entry;
     entry.first = part.firstLine;
     entry.last = part.lastLine;
+    entry.record = record_;
     entry.name = part.property;
     entry.verdict = Verdict::Rejected;
     TakeMapped(entry);
@@ -65,9 +80,10 @@ void ImportAccount::TakeParts(std::int64_t line) {
 
 void ImportAccount::TakeMapped(const AccountEntry& entry) {
   lines_ = entry.last;
+  record_ = entry.record;
   isRejected_ = isRejected_ || entry.verdict == Verdict::Rejected;
   Count(entry, file_);
-  if (report_) report_->Append(json_->Text(entry));
+  ToReport([&](ReportFile& report) { report.Append(json_->Text(entry)); });
 }
 
 void ImportAccount::Count(const AccountEntry& entry, Counts& counts) {
@@ -78,22 +94,25 @@ void ImportAccount::Count(const AccountEntry& entry, Counts& counts) {
 }
 
 void ImportAccount::TakeBack() {
-  if (report_) report_->Truncate(reportedTo_);
+  ToReport([this](ReportFile& report) { report.Truncate(reportedTo_); });
   file_ = {};
 }
 
-void ImportAccount::EndFile(bool isImported) {
+void ImportAccount::EndFile() {
   TakeParts(lines_ + 1);
-  if (report_) {
-    report_->Append(AccountJson::Tail(file_.totals));
-    if (isRejected_) report_->Overwrite(verdictAt_, kTrue);
-  }
-  if (!isImported) return;
+  ToReport([this](ReportFile& report) {
+    report.Append(AccountJson::Tail(file_.totals));
+    if (isRejected_) report.Overwrite(verdictAt_, kTrue);
+  });
+}
+
+void ImportAccount::CountFile() {
   done_.totals += file_.totals;
   for (std::size_t i = 0; i < done_.entries.size(); ++i) done_.entries[i] += file_.entries[i];
   done_.hasInvalidBytes = done_.hasInvalidBytes || file_.hasInvalidBytes;
   if (file_.totals.changed + file_.totals.dropped == 0) return;
   ++done_.files;
+  done_.hasParts = done_.hasParts || file_.hasParts;
   done_.lastPath = file_.lastPath;
 }
 
@@ -109,16 +128,20 @@ std::string ImportAccount::Summary() const {
     line += done_.entries[i] == 1 ? kLosses[i].one : kLosses[i].many;
     mark = ", ";
   }
-  line += "); pimvobj inspect --losses ";
+  line += "); ";
+  // An inspection ends with the first line that is rejected.
   const bool isOneFile = done_.files == 1 && done_.lastPath != "-";
-  line += isOneFile ? ShownName(done_.lastPath) : "FILE";
+  line += done_.hasParts ? "--report FILE"
+                         : "pimvobj inspect --losses " +
+                               (isOneFile ? ShownName(done_.lastPath) : std::string("FILE"));
   line += " tells each";
   if (done_.hasInvalidBytes) line += "; --code-page NAME reads texts of another charset than UTF-8";
   return line += '\n';
 }
 
 void ImportAccount::Publish() {
-  if (report_) report_->Publish();
+  ToReport([](ReportFile& report) { report.Publish(); });
+  if (!problem_.empty()) throw Failure(problem_);
 }
 
 }  // namespace pim::app

@@ -25,12 +25,15 @@ class ImportAccount {
   void Take(const AccountEntry& entry);
   // Nothing of the file so far counts.
   void TakeBack();
-  void EndFile(bool isImported);
+  void EndFile();
+  // The file is imported: its lines count.
+  void CountFile();
 
   // "12 of 340 lines not kept (3 unknown properties, 9 types ignored); ..." with a line end; empty
   // when all were kept.
   std::string Summary() const;
-  // Puts the report in its place.
+  // Puts the report in its place. Throws Failure, also when it couldn't be written on the way: an
+  // import goes on without it.
   void Publish();
 
  private:
@@ -38,23 +41,28 @@ class ImportAccount {
     AccountTotals totals;
     std::array<std::int64_t, std::size(kLosses)> entries{};  // by the first of their losses
     bool hasInvalidBytes = false;
+    bool hasParts = false;  // some that weren't read
     int files = 0;
     std::string lastPath;
   };
 
   void TakeParts(std::int64_t line);
   void TakeMapped(const AccountEntry& entry);
+  template <class Write>
+  void ToReport(Write write);
   static void Count(const AccountEntry& entry, Counts& counts);
 
   TextForm form_;
   std::optional<ReportFile> report_;
+  std::string problem_;          // why there is no report any more
   std::int64_t reportedTo_ = 0;  // the report's size ahead of the file
   std::int64_t verdictAt_ = 0;   // where it says whether the text is rejected
   std::optional<AccountJson> json_;
   bool isRejected_ = false;
   std::vector<RejectedPart> parts_;
   std::size_t nextPart_ = 0;
-  std::int64_t lines_ = 0;  // of the file, up to the last entry
+  std::int64_t lines_ = 0;    // of the file, up to the last entry
+  std::int64_t record_ = -1;  // of the last entry
   Counts file_;
   Counts done_;
 };

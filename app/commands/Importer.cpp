@@ -20,12 +20,19 @@ namespace {
 
 constexpr auto kCommitInterval = std::chrono::milliseconds(700);
 
-void CheckIsNoSource(const std::string& target, const std::vector<std::string>& files) {
+bool AreOneFile(const std::string& one, const std::string& other) {
   std::error_code error;
-  for (const std::string& file : files) {
-    if (std::filesystem::equivalent(file, target, error))
-      throw Failure(ShownName(target) + ": is one of the files to read");
-  }
+  if (std::filesystem::equivalent(one, other, error)) return true;
+  const auto whole = [](const std::string& path) {
+    std::error_code ignored;
+    return std::filesystem::weakly_canonical(std::filesystem::absolute(path, ignored), ignored);
+  };
+  return whole(one) == whole(other);
+}
+
+long long RecordsIn(const RejectedParts& rejected) {
+  return std::ranges::count_if(rejected.parts,
+                               [](const RejectedPart& part) { return part.object.has_value(); });
 }
 
 // The lines of a text by those of the text without its rejected parts.
@@ -70,8 +77,7 @@ Importer::Importer(const Options& options, std::vector<std::string_view> extensi
 int Importer::Run() {
   const std::int32_t groupsBefore = GroupCount();
   const std::vector<std::string> files = AllFiles();
-  for (const auto& target : {options_.rejects, options_.report})
-    if (target) CheckIsNoSource(*target, files);
+  CheckTargets(files);
   for (const std::string& file : files) {
     CheckInterrupt();
     if (IsStream(file)) Commit();  // whoever writes it may take long, and others wait for the store
@@ -133,6 +139,20 @@ std::vector<std::string> Importer::AllFiles() {
   return files;
 }
 
+// What is written must take the place of nothing that is read or kept.
+void Importer::CheckTargets(const std::vector<std::string>& files) const {
+  for (const auto& target : {options_.rejects, options_.report}) {
+    if (!target) continue;
+    if (AreOneFile(*target, session_.path())) throw Failure(ShownName(*target) + ": is the store");
+    for (const std::string& file : files) {
+      if (AreOneFile(*target, file))
+        throw Failure(ShownName(*target) + ": is one of the files to read");
+    }
+  }
+  if (options_.rejects && options_.report && AreOneFile(*options_.rejects, *options_.report))
+    throw Failure(ShownName(*options_.report) + ": is named for the rejects too");
+}
+
 void Importer::Begin() {
   if (transaction_) return;
   transaction_.emplace(session_.store());
@@ -160,7 +180,7 @@ void Importer::ImportFile(const std::string& path) {
   progress_.Clear();
   const RejectedParts rejected = RejectedPartsOf(text_.view(), form_);
   if (rejects_ && rejected.records != 0) return ImportRest(path, rejected);
-  account_.EndFile(false);
+  account_.EndFile();
   TellRejection(path);
   Refuse(rejected.records, kRejected);
 }
@@ -196,11 +216,12 @@ bool Importer::Store(const std::string& path, NarrowStringView text,
     bytesDone_ = before + bytes;
     inText = counts.inText;
     if (!rejected.parts.empty()) rejects_->Add(text_.view(), rejected.parts);
+    account_.EndFile();
     if (!savepoint.Commit()) session_.Fail();
+    if (inText != 0) account_.CountFile();
     static_cast<void>(messages_.Take());  // notices say it better
     if (!outcome.notices.empty()) progress_.Clear();
     TellMessages(path, outcome, text, {});
-    account_.EndFile(inText != 0);
     if (inText == 0 && rejected.parts.empty()) {
       RefuseAsNothing(path);
       return true;
@@ -218,11 +239,11 @@ bool Importer::Store(const std::string& path, NarrowStringView text,
     return false;
   } catch (const Failure& failure) {
     account_.TakeBack();
-    FailFile(failure.what(), inText);
+    FailFile(failure.what(), inText + RecordsIn(rejected));
   } catch (const FileError& failure) {
     account_.TakeBack();
     FailFile(std::string(failure.what()) + "; nothing of " + ShownName(path) + " is imported",
-             inText);
+             inText + RecordsIn(rejected));
   }
   return true;
 }
@@ -239,10 +260,8 @@ void Importer::ImportRest(const std::string& path, const RejectedParts& rejected
   }
   if (refusedFiles_ != refused) return;
   TellPutAside(path, rejected);
-  const auto records = std::ranges::count_if(
-      rejected.parts, [](const RejectedPart& part) { return part.object.has_value(); });
-  open_.inText += records;
-  open_.refused += records;
+  open_.inText += RecordsIn(rejected);
+  open_.refused += RecordsIn(rejected);
   status_ = Worse(status_, kRejected);
 }
 
@@ -265,9 +284,10 @@ void Importer::TellRejection(const std::string& path) {
 
 void Importer::TellPutAside(const std::string& path, const RejectedParts& rejected) {
   for (const RejectedPart& part : rejected.parts) {
-    Complain(ShownName(path) + ":" + std::to_string(part.line) + ": " +
-             Shown(WideFromUtf8(part.property)) + ": rejected: " + std::string(TextOf(part.fault)) +
-             ", " + OwnerOf(part) + "; put into " + ShownName(rejects_->path()));
+    const std::string property = part.property.empty() ? "" : ShownHead(part.property) + ": ";
+    Complain(ShownName(path) + ":" + std::to_string(part.line) + ": " + property +
+             "rejected: " + std::string(TextOf(part.fault)) + ", " + OwnerOf(part) + "; put into " +
+             ShownName(rejects_->path()));
   }
   static_cast<void>(messages_.Take());
 }

@@ -62,6 +62,7 @@ class Importer {
 
   std::vector<std::string> AllFiles();
   std::int32_t GroupCount();
+  void CheckTargets(const std::vector<std::string>& files) const;
   std::string Summary(long long newGroups) const;
   void Begin();
   bool ReadFile(const std::string& path);

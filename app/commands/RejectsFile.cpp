@@ -15,19 +15,27 @@ RejectsFile::RejectsFile(std::string path, bool force) : path_(std::move(path)),
 }
 
 void RejectsFile::Add(NarrowStringView text, const std::vector<RejectedPart>& parts) {
-  if (file_ == nullptr) file_.reset(std::fopen(path_.c_str(), force_ ? "wbe" : "wbxe"));
-  if (file_ == nullptr) Fail();
+  const char* const mode = size_ != 0 ? "abe" : force_ ? "wbe" : "wbxe";
+  if (file_ == nullptr) file_.reset(std::fopen(path_.c_str(), mode));
+  if (file_ == nullptr) Fail(errno);
+  NarrowString bytes;
   for (const RejectedPart& part : parts) {
-    const NarrowStringView bytes = text.substr(part.offset, part.size);
-    if (std::fwrite(bytes.data(), 1, bytes.size(), file_.get()) != bytes.size()) Fail();
+    bytes += text.substr(part.offset, part.size);
     // A last line without its end would join the next record.
-    if (!bytes.ends_with('\n') && std::fputc('\n', file_.get()) == EOF) Fail();
+    if (!bytes.ends_with('\n')) bytes += '\n';
   }
-  if (std::fflush(file_.get()) != 0 || fsync(fileno(file_.get())) != 0) Fail();
+  if (std::fwrite(bytes.data(), 1, bytes.size(), file_.get()) != bytes.size() ||
+      std::fflush(file_.get()) != 0 || fsync(fileno(file_.get())) != 0) {
+    const int error = errno;
+    static_cast<void>(ftruncate(fileno(file_.get()), size_) == 0);  // no half record stays
+    file_.reset();
+    Fail(error);
+  }
+  size_ += static_cast<std::int64_t>(bytes.size());
 }
 
-void RejectsFile::Fail() const {
-  throw Failure(ShownName(path_) + ": can't be written: " + std::strerror(errno));
+void RejectsFile::Fail(int error) const {
+  throw Failure(ShownName(path_) + ": can't be written: " + std::strerror(error));
 }
 
 }  // namespace pim::app

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <cstdio>
 #include <memory>
 #include <string>
@@ -23,11 +24,12 @@ class RejectsFile {
   struct Close {
     void operator()(std::FILE* file) const { std::fclose(file); }
   };
-  [[noreturn]] void Fail() const;
+  [[noreturn]] void Fail(int error) const;
 
   std::string path_;
   bool force_;
   std::unique_ptr<std::FILE, Close> file_;
+  std::int64_t size_ = 0;  // of what was written whole
 };
 
 }  // namespace pim::app

@@ -36,16 +36,12 @@ std::string NoticeText(const TextNotice& notice) {
   return {};
 }
 
-// The first 60 characters of a physical line, control characters visible.
+// The head of a physical line.
 std::string HeadOfLine(NarrowStringView text, std::int64_t line) {
-  constexpr std::size_t kMost = 60;
   for (; line > 1; --line) text.remove_prefix(std::min(text.find('\n'), text.size() - 1) + 1);
   text = text.substr(0, text.find('\n'));
   if (text.ends_with('\r')) text.remove_suffix(1);
-  constexpr std::size_t kLongestCharacter = 4;
-  const WideString wide = WideFromUtf8(text.substr(0, kMost * kLongestCharacter));
-  if (wide.size() <= kMost) return Shown(wide);
-  return Shown(WideStringView(wide).substr(0, kMost)) + "...";
+  return ShownHead(text);
 }
 
 // Calls read(take, observer) so that it can be interrupted and all that is told is kept.

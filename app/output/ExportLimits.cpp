@@ -14,6 +14,8 @@ constexpr ExportLimit kLimits[] = {
      "a formatted name without a family or given name comes back as the given name too", kCard,
      LimitSign::WasEmpty},
     {"telephones.number", "line breaks in a number become blanks", kCard, LimitSign::Break},
+    {"telephones.number", "written to the letter, a number ends at its first line break", kCard,
+     LimitSign::CutAtBreak},
     {"telephones.number", "blanks at the head of a number are dropped", kCard, LimitSign::Blanks},
     {"telephones.number",
      "a number is written in the default code page, which lacks one of its characters", kCard,
@@ -26,7 +28,8 @@ constexpr ExportLimit kLimits[] = {
     {"events.event_type",
      "an event other than birthday and anniversary comes back as another event day", kCard,
      LimitSign::Any},
-    {"", "an entry with nothing in it isn't written", kCard, LimitSign::Gone},
+    {"", "an entry with nothing in it, or blanks alone, isn't there any more", kCard,
+     LimitSign::Gone},
     {"photo",
      "a picture comes back under a new name, and without an extension that isn't a known one",
      kCard, LimitSign::Any},
@@ -56,7 +59,7 @@ constexpr ExportLimit kLimits[] = {
     {"", "an all-day item needs both of its dates", kItem, LimitSign::Invalid},
     {"start_time", "of an all-day item only the days are written", kItem, LimitSign::Any},
     {"end_time", "of an all-day item only the days are written", kItem, LimitSign::Any},
-    {"", "a CR LF in a text becomes a line feed", kItem, LimitSign::Break},
+    {"", "a CR LF in a text becomes a line feed", kItem, LimitSign::CrLf},
     {"",
      "written to the letter, blanks at the head of a text or behind a soft line break are dropped",
      kItem, LimitSign::Blanks},
@@ -83,15 +86,24 @@ bool Holds(std::string_view json, std::string_view part) {
   return json.find(part) != std::string_view::npos;
 }
 
-std::string WithoutBlanks(std::string_view json) {
+bool HasBreak(std::string_view json) { return Holds(json, "\\n") || Holds(json, "\\r"); }
+
+std::string WithoutBlanks(std::string_view json, bool withoutBreaks = false) {
   std::string text;
   for (std::size_t at = 0; at < json.size(); ++at) {
-    if (json.substr(at, 2) == "\\t") {
+    const std::string_view two = json.substr(at, 2);
+    if (two == "\\t" || (withoutBreaks && (two == "\\n" || two == "\\r"))) {
       ++at;
     } else if (json[at] != ' ') {
       text += json[at];
     }
   }
+  return text;
+}
+
+std::string WithLineFeeds(std::string_view json) {
+  std::string text(json);
+  for (std::size_t at = 0; (at = text.find("\\r\\n", at)) != std::string::npos;) text.erase(at, 2);
   return text;
 }
 
@@ -120,7 +132,13 @@ bool Fits(LimitSign sign, const Difference& difference) {
     case LimitSign::WasInvalid:
       return before == "\"invalid\"";
     case LimitSign::Break:
-      return Holds(before, "\\n") || Holds(before, "\\r");
+      return HasBreak(before) && WithoutBlanks(before, true) == WithoutBlanks(after, true);
+    case LimitSign::CutAtBreak:
+      return HasBreak(before) && after.ends_with('"') &&
+             WithoutBlanks(before.substr(0, std::min(before.find("\\n"), before.find("\\r")))) ==
+                 WithoutBlanks(after.substr(0, after.size() - 1));
+    case LimitSign::CrLf:
+      return Holds(before, "\\r\\n") && WithLineFeeds(before) == after;
     case LimitSign::Blanks:
       return before.starts_with('"') && WithoutBlanks(before) == WithoutBlanks(after);
     case LimitSign::Nul:

@@ -20,7 +20,9 @@ enum class LimitSign : std::uint8_t {
   WasEmpty,    // a text wasn't there before
   Invalid,     // a date came back as one that doesn't exist
   WasInvalid,  // a date that doesn't exist
-  Break,       // line breaks in a text
+  Break,       // nothing but blanks and line breaks differ
+  CutAtBreak,  // a text ends at its first line break
+  CrLf,        // nothing but the CR of its CR LFs is gone
   Blanks,      // nothing but blanks differ
   Nul,         // a NUL character in a text
   Question,    // a question mark came into a text

@@ -33,6 +33,16 @@ std::string ShownInOneLine(WideStringView text) {
   return Shown(line);
 }
 
+std::string ShownHead(NarrowStringView text) {
+  constexpr std::size_t kMost = 60;
+  constexpr std::size_t kLongestCharacter = 4;
+  const WideString wide = WideFromUtf8(text.substr(0, (kMost + 1) * kLongestCharacter));
+  std::size_t end = 0;
+  for (std::size_t count = 0; end < wide.size() && count < kMost; ++count)
+    end += wide[end] >= 0xD800 && wide[end] < 0xDC00 ? 2 : 1;  // a pair is one
+  return end < wide.size() ? Shown(WideStringView(wide).substr(0, end)) + "..." : Shown(wide);
+}
+
 std::string ShownName(const std::string& path) {
   return path == "-" ? "standard input" : VisibleUtf8(WideFromUtf8(path));
 }

@@ -32,6 +32,9 @@ std::string Shown(WideStringView text);
 // The same with each run of line ends as one blank, for a message in one line.
 std::string ShownInOneLine(WideStringView text);
 
+// The first 60 characters of a text in UTF-8, and dots where there are more.
+std::string ShownHead(NarrowStringView text);
+
 // Standard error, as "pimvobj: MESSAGE".
 void Complain(std::string_view message);
 

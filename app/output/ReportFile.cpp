@@ -27,7 +27,8 @@ void OpenToOthers(int descriptor) {
 
 void CheckNewFile(const std::string& path, bool force) {
   std::error_code error;
-  const fs::file_status status = fs::status(path, error);
+  // A link would be replaced by the file, whatever it leads to.
+  const fs::file_status status = fs::symlink_status(path, error);
   if (!fs::exists(status)) {
     const std::string problem = FolderProblem(path);
     if (!problem.empty()) throw Failure(ShownName(path) + ": can't be made: " + problem);
@@ -37,7 +38,8 @@ void CheckNewFile(const std::string& path, bool force) {
   if (!force) throw Failure(ShownName(path) + ": is there already; --force replaces it");
 }
 
-ReportFile::ReportFile(std::string path, bool force) : path_(std::move(path)), force_(force) {
+ReportFile::ReportFile(std::string path, bool force)
+    : path_(std::move(path)), force_(force), buffer_(std::size_t{256} * 1024) {
   CheckNewFile(path_, force_);
   std::string growing = path_ + ".XXXXXX";
   const int descriptor = mkstemp(growing.data());
@@ -46,8 +48,7 @@ ReportFile::ReportFile(std::string path, bool force) : path_(std::move(path)), f
   OpenToOthers(descriptor);
   file_.reset(fdopen(descriptor, "w"));
   if (file_ == nullptr) Fail(errno);
-  constexpr std::size_t kBuffer = std::size_t{256} * 1024;
-  static_cast<void>(std::setvbuf(file_.get(), nullptr, _IOFBF, kBuffer));
+  static_cast<void>(std::setvbuf(file_.get(), buffer_.data(), _IOFBF, buffer_.size()));
 }
 
 ReportFile::~ReportFile() {

@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace pim::app {
 
@@ -35,7 +36,8 @@ class ReportFile {
 
   std::string path_;
   bool force_;
-  std::string growing_;  // empty once it is in its place
+  std::string growing_;       // empty once it is in its place
+  std::vector<char> buffer_;  // the file's
   std::unique_ptr<std::FILE, Close> file_;
   std::int64_t size_ = 0;
 };

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 #include "support/Numbers.h"
 #include "support/TextCodec.h"
@@ -219,7 +220,7 @@ class ValueTaker {
 
   LossMask TakeText(WideText& field, ItemField place) {
     if (account_ == nullptr) return Decode(field);
-    const WideText before = std::move(field);
+    const WideText before = std::exchange(field, {});
     const LossMask losses = Decode(field);
     Tell(place, before == field, !field.empty());
     return losses;

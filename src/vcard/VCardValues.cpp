@@ -68,7 +68,7 @@ FieldsDecoded DecodeFields(NarrowStringView value, std::int32_t charset, std::in
     if (kTelling == Telling::None || !targets.place) {
       decode();
     } else {
-      const WideText before = std::move(target);
+      const WideText before = std::exchange(target, {});
       decode();
       const auto place = static_cast<std::uint8_t>(*targets.place + index);
       targets.account->Write(place, {.same = before == target,
@@ -176,7 +176,7 @@ class ValueTaker {
 
   LossMask TakeText(WideText& field) {
     if constexpr (!kTells) return Decode(field);
-    const WideText before = std::move(field);
+    const WideText before = std::exchange(field, {});
     const LossMask losses = Decode(field);
     TellWritten(before == field, !field.empty());
     return losses;

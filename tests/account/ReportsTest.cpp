@@ -48,6 +48,9 @@ TEST(ExportLimits, EachDifferenceHasItsReason) {
     std::string_view reason;
   } kRows[] = {
       {TextForm::VCard, "telephones[0].number", R"("1\n2")", R"("1 2")", "line breaks in a number"},
+      {TextForm::VCard, "telephones[0].number", R"("1\n2")", R"("1")",
+       "written to the letter, a number"},
+      {TextForm::VCard, "telephones[0].number", R"("1\n2")", R"("3")", ""},
       {TextForm::VCard, "telephones[12].number", R"(" 1")", R"("1")", "blanks at the head"},
       {TextForm::VCard, "telephones[0].number", R"("\u20ac")", R"("?")", "a number is written in"},
       {TextForm::VCard, "telephones[0]", R"({"number":""})", "", "an entry with nothing"},
@@ -108,6 +111,9 @@ TEST(ReportFile, IsThereAsAWholeOrNotAtAll) {
   EXPECT_EQ(files(), 1);
   EXPECT_THROW(ReportFile(path, false), Failure);
   EXPECT_THROW(ReportFile(folder.path(), true), Failure);
+  std::filesystem::create_symlink(path, folder.File("link"));
+  EXPECT_THROW(ReportFile(folder.File("link"), true), Failure);
+  std::filesystem::remove(folder.File("link"));
   EXPECT_THROW(ReportFile(folder.File("no/such"), true), Failure);
   {
     ReportFile report(path, true);

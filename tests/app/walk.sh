@@ -70,12 +70,15 @@ cat phone/cut.vcf <(printf '\r\n') phone/bad.vcf phone/joined.vcf >phone/damaged
 step 3 "pimvobj: phone/damaged.vcf:14: texts are joined *
 pimvobj: phone/damaged.vcf:9: PHOTO: rejected: a byte that belongs to no base64, in the card of Card Bad; put into aside.vcf
 0 contacts imported: 4 in 1 file, 0 new, 3 already there, 1 refused
-2 of 16 lines not kept (*); pimvobj inspect --losses phone/damaged.vcf tells each" contacts import phone/damaged.vcf --rejects aside.vcf --report report.jsonl
+2 of 16 lines not kept (*); --report FILE tells each" contacts import phone/damaged.vcf --rejects aside.vcf --report report.jsonl
 cmp aside.vcf phone/bad.vcf || failures=$((failures + 1))
 jq -e '[.file == "phone/damaged.vcf", .rejected, .totals == {lines: 16, frame: 5, kept: 4, changed: 0, dropped: 2, unread: 5}] | all' report.jsonl >report.checks ||
   { cat report.jsonl; failures=$((failures + 1)); }
 step 1 '*aside.vcf: is there already; --force replaces it' contacts import phone/damaged.vcf --rejects aside.vcf
 step 1 '*report.jsonl: is there already; --force replaces it' contacts import phone/damaged.vcf --report report.jsonl
+step 1 '*is named for the rejects too' contacts import phone/damaged.vcf --rejects new --report ./new
+step 1 '*pim.db: is the store' contacts import phone/damaged.vcf -f --report home/.local/share/pimvobj/pim.db
+step 1 '*damaged.vcf: is one of the files to read' contacts import phone -f --rejects phone/damaged.vcf
 rm phone/damaged.vcf
 
 # find

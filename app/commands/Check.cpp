@@ -151,6 +151,7 @@ class Checker {
             ", \"same_text\": " + (isSameText_ ? "true" : "false") + "}\n");
       return;
     }
+    if (total == 0) return;  // what is told of the text says enough
     Print(ShownName(path_) + ": " +
           (lossy_ != 0
                ? std::to_string(lossy_) + " of " + Counted(total, noun) + " come back otherwise"

@@ -11,6 +11,7 @@
 #include "app/input/Inputs.h"
 #include "app/input/Interrupt.h"
 #include "app/input/PictureStaging.h"
+#include "app/input/TextKind.h"
 #include "app/input/TextReading.h"
 #include "app/labels/Labels.h"
 #include "app/output/LocalTimes.h"
@@ -164,13 +165,22 @@ void TellLocalTimesOf(NarrowStringView text) {
   }));
 }
 
+// With the line, which only reading the bytes themselves tells.
+void TellRejection(const std::string& path, NarrowStringView text, Messages& messages) {
+  const Outcome outcome = FormToRead({}, text) == TextForm::VCard
+                              ? ReadText(text, [](const CContact&) {})
+                              : ReadText(text, [](const CCalendar&) {});
+  if (outcome.result.outcome == TextOutcome::Rejected) return TellMessages(path, outcome, text, {});
+  TellAll(path, messages);
+}
+
 int ShowFirst(const std::string& path, NarrowStringView text, Previews& previews) {
   Messages messages;
   WideString preview;
   try {
     preview = previews.Of(text);
   } catch (ParseFailure) {
-    TellAll(path, messages);
+    TellRejection(path, text, messages);
     return kRejected;
   }
   TellAll(path, messages);

@@ -142,7 +142,8 @@ bool Fits(LimitSign sign, const Difference& difference) {
     case LimitSign::Blanks:
       return before.starts_with('"') && WithoutBlanks(before) == WithoutBlanks(after);
     case LimitSign::Nul:
-      return Holds(before, "\\u0000");
+      return Holds(before, "\\u0000") && after.ends_with('"') &&
+             before.substr(0, before.find("\\u0000")) == after.substr(0, after.size() - 1);
     case LimitSign::Question:
       return std::ranges::count(after, '?') > std::ranges::count(before, '?');
     case LimitSign::Seconds:

@@ -4,6 +4,8 @@
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
 
+#include <algorithm>
+
 namespace pim::app {
 namespace {
 
@@ -49,7 +51,7 @@ class Comparison {
       const auto left = after.Size() - next;
       if (left != 0 && before[i] == after[next]) {
         ++next;
-      } else if (before.Size() - i > left) {
+      } else if (left == 0 || (before.Size() - i > left && ComesLater(before, i, after[next]))) {
         Add(name, &before[i], nullptr);
       } else {
         Compare(name, before[i], after[next++]);
@@ -57,6 +59,15 @@ class Comparison {
     }
     for (; next < after.Size(); ++next)
       Add(field + "[" + std::to_string(next) + "]", nullptr, &after[next]);
+  }
+
+  // Whether what stands next stood behind the entry, which is gone then.
+  static bool ComesLater(const Value& before, rapidjson::SizeType entry, const Value& next) {
+    constexpr rapidjson::SizeType kFar = 64;
+    const auto end = std::min(before.Size(), entry + 1 + kFar);
+    for (rapidjson::SizeType i = entry + 1; i < end; ++i)
+      if (before[i] == next) return true;
+    return false;
   }
 
   void Add(const std::string& field, const Value* before, const Value* after) {

@@ -64,7 +64,8 @@ class Reading {
       if (!reader_.Read(piece, done + piece.size() == text.size())) {
         Form::ShowFailure();
         result_.outcome = TextOutcome::Rejected;
-        result_.line = 1 + std::ranges::count(text.substr(0, done + reader_.rejectedAt()), '\n');
+        result_.line = 1 + std::ranges::count(text.substr(0, done + reader_.rejectedAt()), '\n') -
+                       std::int64_t{reader_.faultLinesBack()};
         result_.fault = reader_.fault();
         reader_.EndAccount(text.substr(done + piece.size()));
         return;

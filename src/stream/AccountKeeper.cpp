@@ -184,7 +184,8 @@ void AccountKeeper::BeginRecord() {
 
 void AccountKeeper::Reject(NarrowStringView piece) {
   const std::int64_t first = lines_.First();
-  const std::int64_t last = lines_.At(piece.data() + parser_.rejectedRun);
+  const std::int64_t last =
+      lines_.At(piece.data() + parser_.rejectedRun) - std::int64_t{parser_.faultLinesBack};
   if (!inProperty_) {
     TakeBlankLines(first);
     Append(1, Verdict::Rejected, 0, parser_.rejectedName);
@@ -206,7 +207,7 @@ void AccountKeeper::EndRejected(NarrowStringView rest) {
 
 void AccountKeeper::EndOpen() {
   if (inProperty_) {  // behind a soft break, with which the text ends
-    Tell(LOSS_CUT);
+    if (entries_.back().kind != PropertyKind::Frame) Tell(LOSS_CUT);
     hasValue_ = true;
     EndProperty();
   } else if (parser_.state != ParserState::StateName) {  // a header

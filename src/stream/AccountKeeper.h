@@ -64,7 +64,7 @@ class AccountKeeper {
   void BeginProperty(NarrowStringView name, PropertyKind kind, IsKnown known) {
     LossMask why = 0;
     if (kind == PropertyKind::Unknown) {
-      const std::size_t dot = name.find('.');
+      const std::size_t dot = name.rfind('.');
       const bool hasPrefix = dot != NarrowStringView::npos && known(name.substr(dot + 1));
       why = hasPrefix ? LOSS_GROUP_PREFIX : LOSS_UNKNOWN_PROPERTY;
     }

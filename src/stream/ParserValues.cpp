@@ -151,9 +151,22 @@ bool DecodeGroup(VObjectParser& parser) {
 }
 
 bool FeedBase64Digit(VObjectParser& parser, char c) {
-  if (parser.groupCount < 4 && !IsWhiteSpace(c))
-    parser.group[static_cast<std::size_t>(parser.groupCount++)] = c;
+  if (parser.groupCount < 4 && !IsWhiteSpace(c)) {
+    const auto count = static_cast<std::size_t>(parser.groupCount++);
+    parser.group[count] = c;
+    parser.groupLines[count] = parser.lineFeeds;
+  }
   return parser.groupCount < 4 || DecodeGroup(parser);
+}
+
+// How many lines ahead the byte of a full group stands that is none of base64.
+std::uint32_t LinesBackToFault(const VObjectParser& parser) {
+  for (std::size_t i = 0; i < 4; ++i) {
+    const auto digit = static_cast<unsigned char>(parser.group[i]);
+    if (kBase64Values[digit] == kNoDigit && (i < 2 || digit != '='))
+      return parser.lineFeeds - parser.groupLines[i];
+  }
+  return 0;
 }
 
 const char* FeedBase64(VObjectParser& parser, const char* from, const char* end) {
@@ -163,6 +176,7 @@ const char* FeedBase64(VObjectParser& parser, const char* from, const char* end)
   }
   if (*from != '\r' && !FeedBase64Digit(parser, *from)) {
     parser.fault = TextFault::NoBase64;
+    parser.faultLinesBack = LinesBackToFault(parser);
     return nullptr;
   }
   return from + 1;

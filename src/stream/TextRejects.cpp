@@ -118,7 +118,7 @@ class RejectScan {
       part.property = hasName_ ? name_ : parser_->rejectedName;
       if (isOpen_) part.object = object_;
       part.firstLine = LineAt(part.offset);
-      part.line = LineAt(run);
+      part.line = LineAt(run) - std::int64_t{parser_->faultLinesBack};
       found_.parts.push_back(std::move(part));
     }
     isRejected_ = true;
@@ -202,6 +202,7 @@ RejectedParts RejectedPartsOf(NarrowStringView text, TextForm form) {
 
 NarrowString WithoutParts(NarrowStringView text, const std::vector<RejectedPart>& parts) {
   NarrowString rest;
+  rest.reserve(text.size());
   std::size_t done = 0;
   for (const RejectedPart& part : parts) {
     rest += text.substr(done, part.offset - done);

@@ -15,7 +15,10 @@ namespace {
 const char* SkipLineStart(VObjectParser& parser, const char* from, const char* end) {
   for (; from != end; ++from) {
     const char c = *from;
-    if (c == '\n') continue;
+    if (c == '\n') {
+      ++parser.lineFeeds;
+      continue;
+    }
     if (parser.foldSeen || !IsBlank(c) || c == '\r') break;
     parser.foldSeen = true;
   }
@@ -73,6 +76,7 @@ bool VObjectParser::Parse(const char* bytes, std::int32_t count, bool final) {
     const char* const content = WithoutReturns(from, runEnd);
     if (content != from) contentEnd = content;
     if (lineFeed == nullptr) break;
+    ++lineFeeds;
     atLineStart = true;
     foldSeen = false;
     returnSeen = false;

@@ -84,8 +84,9 @@ struct VObjectParser {
   std::int32_t paramCount = 0;
   bool escaped = false;  // a backslash was taken in a parameter's value
   TransferEncoding encoding = TransferEncoding::EncodingNone;
-  bool softBreak = false;  // in quoted-printable, an equals sign was taken
-  char group[4] = {};      // digits of an escape, or of a base64 group
+  bool softBreak = false;            // in quoted-printable, an equals sign was taken
+  char group[4] = {};                // digits of an escape, or of a base64 group
+  std::uint32_t groupLines[4] = {};  // `lineFeeds` at each of the latter
   std::int32_t groupCount = 0;
   void* userData = nullptr;
   PropertyHandler propertyHandler = nullptr;
@@ -114,9 +115,14 @@ struct VObjectParser {
   // The text has ended inside a group of base64 digits: its last value was cut, or lacks padding.
   bool endsInGroup = false;
 
-  // Why a byte was rejected; the start, in its piece, of the run of bytes without a line feed that
-  // holds it; and the name of its property, where it stands in the header.
+  // Line feeds in what went to the state machine; only differences inside a value tell anything.
+  std::uint32_t lineFeeds = 0;
+
+  // Why a byte was rejected; the start, in its piece, of the run of bytes without a line feed in
+  // which that showed; how many line feeds ahead of it the byte stands; and the name of its
+  // property, where it stands in the header.
   TextFault fault = TextFault::None;
+  std::uint32_t faultLinesBack = 0;
   std::size_t rejectedRun = 0;
   NarrowString rejectedName;
 };

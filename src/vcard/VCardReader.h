@@ -53,8 +53,10 @@ class VCardReader {
 
   // Takes the next piece; `final` ends the text. False when it is rejected.
   [[nodiscard]] bool Read(NarrowStringView piece, bool final);
-  // Where in the piece that was rejected: the start of a part of the line that holds the place.
+  // Where in the piece that was rejected: the start of a part of a line, and how many lines ahead
+  // of that one the byte stands that is no good.
   std::size_t rejectedAt() const { return parser_->rejectedRun; }
+  std::uint32_t faultLinesBack() const { return parser_->faultLinesBack; }
   TextFault fault() const { return parser_->fault; }
 
  private:

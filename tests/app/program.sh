@@ -202,7 +202,7 @@ same show-event 'Schedule' "$(printf 'BEGIN:VEV\nSUMMARY:x\n' | "$program" show 
 same show-card 'Contact' "$(printf '\n\nbegin:vc\nN:x\n' | "$program" show - | sed -n 1p)"
 check show-language 2 "no labels for language 'xx'; there are en," show friends.vcf --lang xx
 check show-bad-labels 1 'friends.vcf: not "key = text"' show desktop.vcf --labels friends.vcf
-check show-rejected 3 'bad.vcf: Error parsing vCard' show bad.vcf
+check show-rejected 3 'bad.vcf:3: Error parsing vCard' show bad.vcf
 
 # calendars
 printf 'BEGIN:VCALENDAR\nBEGIN:VEVENT\nSUMMARY:Lunch\nDTSTART:20100305T113000Z\nDTEND:20100305T123000Z\nRRULE:X\nEND:VEVENT\nBEGIN:VTODO\nSUMMARY:Milk\nDUE:20100306T100000Z\nEND:VTODO\nBEGIN:VMEMO\nSUMMARY:Idea\nEND:VMEMO\nEND:VCALENDAR\n' >all.vcs

@@ -78,7 +78,12 @@ class ValueTaker {
       : context_(context), value_(value), item_(item), account_(context.account) {}
 
   ValueOutcome Take() {
-    switch (context_.propertyId) {
+    switch (static_cast<VCalPropertyId>(context_.propertyId)) {  // no default: none is left out
+      case VCAL_UNKNOWN:
+      case VCAL_NO_PROPERTY:
+      case VCAL_VERSION:
+      case VCAL_BEGIN:
+        break;
       case VCAL_TZ:
         return {TakeOffset()};
       case VCAL_DAYLIGHT:
@@ -121,9 +126,8 @@ class ValueTaker {
         return {TakeText(item_.color, FIELD_COLOR)};
       case VCAL_X_HOLIDAY:
         return {TakeHoliday()};
-      default:
-        return {};
     }
+    return {};
   }
 
  private:

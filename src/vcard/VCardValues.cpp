@@ -104,7 +104,12 @@ class ValueTaker {
       : context_(context), value_(value), contact_(contact), account_(context.account) {}
 
   LossMask Take() {
-    switch (context_.propertyId) {
+    switch (static_cast<VCardPropertyId>(context_.propertyId)) {  // no default: none is left out
+      case VCARD_UNKNOWN:
+      case VCARD_NO_PROPERTY:
+      case VCARD_BEGIN:
+      case VCARD_VERSION:
+        break;
       case VCARD_FN:
         return TakeFormattedName();
       case VCARD_N:
@@ -150,9 +155,8 @@ class ValueTaker {
         return TakeEvent(EVENT_OTHER);
       case VCARD_X_FAVORITE:
         return TakeFavorite();
-      default:
-        return 0;
     }
+    return 0;
   }
 
  private:

@@ -278,7 +278,7 @@ class Page {
   void AppendItems() {
     AppendHead("vCalendar 1.0");
     for (const Sample& sample : kItemSamples) {
-      const VCalendarFieldRow& row = *FindRow(static_cast<VCalPropertyId>(sample.property));
+      const VCalendarFieldRow& row = pim::RowOf(static_cast<VCalPropertyId>(sample.property));
       Columns columns;
       std::vector<std::string> fields;
       std::map<std::string, std::string> kinds;  // by the lines that are written of them

@@ -94,17 +94,16 @@ inline constexpr VCalendarFieldRow kVCalendarFields[] = {
     {VCAL_X_HOLIDAY, FIELD_SET_HOLIDAY, VCalendarValue::YesOrNo},
 };
 
-// The row of a property that isn't the frame's; null for one that is, or none.
-constexpr const VCalendarFieldRow* FindRow(VCalPropertyId property) {
-  const auto* const row =
-      std::ranges::find(kVCalendarFields, property, &VCalendarFieldRow::property);
-  return row == std::end(kVCalendarFields) ? nullptr : row;
+// The row of a property that isn't the frame's.
+constexpr const VCalendarFieldRow& RowOf(VCalPropertyId property) {
+  return *std::ranges::find(kVCalendarFields, property, &VCalendarFieldRow::property);
 }
 
 // No property that is read lacks its row.
 static_assert(std::ranges::all_of(kVCalendarProperties, [](const Word& word) {
   const auto property = static_cast<VCalPropertyId>(word.code);
-  return property == VCAL_BEGIN || property == VCAL_VERSION || FindRow(property) != nullptr;
+  return property == VCAL_BEGIN || property == VCAL_VERSION ||
+         std::ranges::count(kVCalendarFields, property, &VCalendarFieldRow::property) == 1;
 }));
 
 }  // namespace pim

@@ -27,7 +27,8 @@ NarrowStringView FirstEntry(NarrowStringView text) {
 
 std::int32_t DigitsToNumber(NarrowStringView digits, LossMask& losses) {
   if (!std::ranges::all_of(digits, IsDigit)) throw kParseFailure;
-  losses |= LossIf(!digits.empty() && !IsNumber(digits), LOSS_BAD_VALUE);
+  constexpr std::size_t kSurelyFits = 9;
+  losses |= LossIf(digits.size() > kSurelyFits && !IsNumber(digits), LOSS_BAD_VALUE);
   return ParseNumber(digits);
 }
 

@@ -39,9 +39,10 @@ LossMask Decode(NarrowStringView bytes, std::int32_t charset, std::int32_t encod
                     text);
 }
 
-void TakeDate(NarrowStringView text, COleDateTimeNull& date, ValueOutcome& outcome) {
+void TakeDate(NarrowStringView text, COleDateTimeNull& date, ValueOutcome& outcome,
+              Telling telling = Telling::Account) {
   const bool isUnderstood = ParseDateTime(text, date);
-  outcome.losses |= LossesOfDateTime(text, isUnderstood);
+  if (telling == Telling::Account) outcome.losses |= LossesOfDateTime(text, isUnderstood);
   if (!isUnderstood) outcome.event = TextEvent::DateNotUnderstood;
 }
 
@@ -182,10 +183,10 @@ ValueOutcome ParseDaylight(const char* bytes, std::int32_t length, std::int32_t 
 }
 
 ValueOutcome ParseAlarm(const char* bytes, std::int32_t length, std::int32_t charset,
-                        std::int32_t encoding, CReminder& reminder) {
+                        std::int32_t encoding, CReminder& reminder, Telling telling) {
   NarrowStringView rest = ViewOf(bytes, length);
   ValueOutcome outcome;
-  TakeDate(TakeField(rest), reminder.alarm_date, outcome);
+  TakeDate(TakeField(rest), reminder.alarm_date, outcome, telling);
   outcome.losses |= LossIf(!ParseDuration(TakeField(rest), reminder.snooze), LOSS_BAD_VALUE);
   const NarrowStringView count = TakeField(rest);
   reminder.repeatCount = ParseNumber(count);

@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "pim/records/Calendar.h"
+#include "stream/AccountKeeper.h"
 #include "stream/ValueOutcome.h"
 
 namespace pim {
@@ -32,9 +33,11 @@ bool ParseDuration(NarrowStringView text, COleDateTimeSpan& span);
 ValueOutcome ParseDaylight(const char* bytes, std::int32_t length, std::int32_t charset,
                            std::int32_t encoding, CCalendarZone& zone);
 
-// Reads time;snooze;count;text.
+// Reads time;snooze;count;text. Of the time's losses those for an account alone are looked for
+// where one is told.
 ValueOutcome ParseAlarm(const char* bytes, std::int32_t length, std::int32_t charset,
-                        std::int32_t encoding, CReminder& reminder);
+                        std::int32_t encoding, CReminder& reminder,
+                        Telling telling = Telling::Account);
 
 // Adds rows for the words that items keep, and makes the item a memo when MEMO is among them.
 struct CategoriesRead {

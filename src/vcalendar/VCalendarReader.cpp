@@ -44,6 +44,24 @@ void TellEnd(VCalReadContext& context, NarrowStringView value) {
   }
 }
 
+void TakeBegin(VCalReadContext& context, NarrowStringView value) {
+  CCalendars& calendars = *context.calendars;
+  if (const auto type = CodeOfStart(kItemObjects, value)) {
+    if (context.watcher != nullptr) {
+      context.watcher->Complete([&calendars] { return NameOfLast(calendars); });
+      context.watcher->BeginRecord();
+    }
+    if (context.account != nullptr) context.account->BeginRecord();
+    if (context.onBegin) context.onBegin();
+    calendars.AddNew().calendar_type = static_cast<std::uint8_t>(*type);
+    AllDayPending = false;
+  } else if (EqualsIgnoringCase(value, kCalendarObject.text)) {
+    if (context.watcher != nullptr) context.watcher->BeginFrame();
+  } else if (context.account != nullptr && CodeOfStart(kItemObjects, Trim(value))) {
+    context.account->TellFrame(LOSS_BAD_VALUE);  // blanks behind the word: it begins nothing
+  }
+}
+
 // Gives whether the parameter has an effect.
 template <Telling>
 [[gnu::always_inline]] inline bool TakeParameter(VCalReadContext& context,
@@ -149,46 +167,41 @@ void OnVCalProperty(void* user, const char* name, const ParserParam* params) {
   TakeParameters<Telling::None>(context, params);
 }
 
-void OnVCalData(void* user, const char* bytes, std::int32_t length) {
-  auto& context = *static_cast<VCalReadContext*>(user);
-  VCalendarAccount* const account = context.account;
+namespace {
+
+template <Telling kTelling>
+void TakeData(VCalReadContext& context, const char* bytes, std::int32_t length) {
+  constexpr bool kTells = kTelling == Telling::Account;
   if (bytes == nullptr) {
-    if (account != nullptr) account->EndProperty();
+    if constexpr (kTells) context.account->EndProperty();
     context.propertyId = VCAL_NO_PROPERTY;
     context.alarmFormat = 0;
     return;
   }
-  if (account != nullptr) account->TakeValue();
+  if constexpr (kTells) context.account->TakeValue();
   CCalendars& calendars = *context.calendars;
   const NarrowStringView value(bytes, static_cast<std::size_t>(length));
   // The only place where an item begins; none has an end, so what stands behind its END, and in
   // blocks inside it, is its own.
-  if (context.propertyId == VCAL_BEGIN) {
-    if (const auto type = CodeOfStart(kItemObjects, value)) {
-      if (context.watcher != nullptr) {
-        context.watcher->Complete([&calendars] { return NameOfLast(calendars); });
-        context.watcher->BeginRecord();
-      }
-      if (account != nullptr) account->BeginRecord();
-      if (context.onBegin) context.onBegin();
-      calendars.AddNew().calendar_type = static_cast<std::uint8_t>(*type);
-      AllDayPending = false;
-    } else if (EqualsIgnoringCase(value, kCalendarObject.text)) {
-      if (context.watcher != nullptr) context.watcher->BeginFrame();
-    } else if (account != nullptr && CodeOfStart(kItemObjects, Trim(value))) {
-      account->TellFrame(LOSS_BAD_VALUE);  // blanks behind the word: it begins nothing
-    }
-    return;
-  }
+  if (context.propertyId == VCAL_BEGIN) return TakeBegin(context, value);
   if (context.isEnd) TellEnd(context, value);
   if (calendars.GetCount() == 0) return;
   CCalendar& item = calendars[calendars.GetCount() - 1];
   const ValueOutcome outcome = TakeVCalendarValue(context, bytes, length, item);
-  if (account != nullptr) account->Tell(outcome.losses);
-  if (outcome.event && context.watcher != nullptr) {
+  if constexpr (kTells) context.account->Tell(outcome.losses);
+  if (outcome.event && context.watcher != nullptr) [[unlikely]] {
     const auto id = static_cast<std::uint32_t>(context.propertyId);
     context.watcher->Note(*outcome.event, TextOf(kVCalendarProperties, id), value);
   }
+}
+
+}  // namespace
+
+void OnVCalData(void* user, const char* bytes, std::int32_t length) {
+  auto& context = *static_cast<VCalReadContext*>(user);
+  if (context.account != nullptr) [[unlikely]]
+    return TakeData<Telling::Account>(context, bytes, length);
+  TakeData<Telling::None>(context, bytes, length);
 }
 
 }  // namespace pim

@@ -72,6 +72,7 @@ bool AreSame(RecurrenceData* a, RecurrenceData* b) {
 }
 
 // One property's value on its way into the item, told to the account as it goes.
+template <Telling kTelling>
 class ValueTaker {
  public:
   ValueTaker(VCalReadContext& context, NarrowStringView value, CCalendar& item)
@@ -131,10 +132,12 @@ class ValueTaker {
   }
 
  private:
+  static constexpr bool kTells = kTelling == Telling::Account;
+
   const char* bytes() const { return value_.data(); }
   std::int32_t length() const { return static_cast<std::int32_t>(value_.size()); }
   void Tell(std::uint8_t place, bool same, bool says) {
-    if (account_ != nullptr) account_->Write(place, {.same = same, .says = says});
+    if constexpr (kTells) account_->Write(place, {.same = same, .says = says});
   }
 
   LossMask TakeOffset() {
@@ -147,19 +150,19 @@ class ValueTaker {
 
   ValueOutcome TakeDaylight() {
     CCalendarZone before;
-    if (account_ != nullptr) before = item_.zone;
+    if constexpr (kTells) before = item_.zone;
     const ValueOutcome outcome =
         ParseDaylight(bytes(), length(), context_.charset, context_.encoding, item_.zone);
     // One that isn't understood clears the fields, which is nothing that it says.
     const bool says = (outcome.losses & LOSS_BAD_VALUE) == 0 || !AreSame({}, item_.zone);
-    if (account_ != nullptr) Tell(PLACE_DAYLIGHT, AreSame(before, item_.zone), says);
+    if constexpr (kTells) Tell(PLACE_DAYLIGHT, AreSame(before, item_.zone), says);
     return outcome;
   }
 
   LossMask TakeCategories() {
     const std::uint8_t before = item_.calendar_type;
     const CategoriesRead read = ParseCategories(bytes(), length(), item_);
-    if (account_ != nullptr && read.hasRows) account_->Add(FIELD_CATEGORIES);
+    if (kTells && read.hasRows) account_->Add(FIELD_CATEGORIES);
     if (read.isMemo) Tell(FIELD_CALENDAR_TYPE, before == item_.calendar_type, true);
     return read.losses;
   }
@@ -176,21 +179,21 @@ class ValueTaker {
   ValueOutcome TakeAlarm() {
     CReminder& reminder = item_.reminder;
     CReminder before;
-    if (account_ != nullptr) before = reminder;
+    if constexpr (kTells) before = reminder;
     reminder.SetAlramType(DESKMATE_IDS::ALARM_AUDIO);
     reminder.SetType(context_.alarmFormat & 0xF0);
     reminder.SetValueType(context_.alarmFormat & 0x0F);
     const ValueOutcome outcome =
-        ParseAlarm(bytes(), length(), context_.charset, context_.encoding, reminder);
-    if (account_ != nullptr) Tell(FIELD_REMINDER, AreSame(before, reminder), true);
+        ParseAlarm(bytes(), length(), context_.charset, context_.encoding, reminder, kTelling);
+    if constexpr (kTells) Tell(FIELD_REMINDER, AreSame(before, reminder), true);
     return outcome;
   }
 
   ValueOutcome TakeDate(COleDateTimeNull& field, ItemField place) {
+    if constexpr (!kTells) return OutcomeOfDate(ParseDateTime(value_, field));
     const COleDateTimeNull before = field;
     const bool isUnderstood = ParseDateTime(value_, field);
     ValueOutcome outcome = OutcomeOfDate(isUnderstood);
-    if (account_ == nullptr) return outcome;
     outcome.losses = LossesOfDateTime(value_, isUnderstood);
     Tell(place, AreSame(before, field), isUnderstood || field.status == StatusInvalid);
     return outcome;
@@ -204,7 +207,7 @@ class ValueTaker {
     now.Take(hasForm);
     item_.allday = now.allday;
     AllDayPending = now.isPending;
-    if (account_ != nullptr) {
+    if constexpr (kTells) {
       if (!hasForm || before.isPending) {
         account_->Write(FIELD_ALLDAY, {.same = before.allday == now.allday,
                                        .says = hasForm,
@@ -214,7 +217,7 @@ class ValueTaker {
       account_->TakeSpan(before, now, hasForm);
     }
     ValueOutcome outcome = TakeDate(field, place);
-    if (account_ != nullptr && hasForm && (outcome.losses & LOSS_TIME_DROPPED) != 0) {
+    if (kTells && hasForm && (outcome.losses & LOSS_TIME_DROPPED) != 0) {
       // Right for an all-day item, and what it is shows at its end.
       outcome.losses &= ~LossMask{LOSS_TIME_DROPPED};
       account_->TakeDayEnd();
@@ -223,7 +226,7 @@ class ValueTaker {
   }
 
   LossMask TakeText(WideText& field, ItemField place) {
-    if (account_ == nullptr) return Decode(field);
+    if constexpr (!kTells) return Decode(field);
     const WideText before = std::exchange(field, {});
     const LossMask losses = Decode(field);
     Tell(place, before == field, !field.empty());
@@ -242,7 +245,7 @@ class ValueTaker {
 
   ValueOutcome TakeRule(CRecurrence& holder, ItemField place) {
     RecurrencePointer before;
-    if (account_ != nullptr) before = std::move(holder.data);
+    if constexpr (kTells) before = std::move(holder.data);
     ValueOutcome outcome{ParseRecurrence(bytes(), length(), holder)};
     RecurrenceData* const rule = holder.data.get();
     if (rule == nullptr) {
@@ -250,7 +253,7 @@ class ValueTaker {
     } else if (rule->endDate.status == StatusInvalid) {
       outcome.event = TextEvent::DateNotUnderstood;
     }
-    if (account_ != nullptr) Tell(place, AreSame(before.get(), rule), rule != nullptr);
+    if constexpr (kTells) Tell(place, AreSame(before.get(), rule), rule != nullptr);
     return outcome;
   }
 
@@ -280,7 +283,10 @@ class ValueTaker {
 
 ValueOutcome TakeVCalendarValue(VCalReadContext& context, const char* bytes, std::int32_t length,
                                 CCalendar& item) {
-  return ValueTaker(context, {bytes, static_cast<std::size_t>(length)}, item).Take();
+  const NarrowStringView value(bytes, static_cast<std::size_t>(length));
+  if (context.account != nullptr) [[unlikely]]
+    return ValueTaker<Telling::Account>(context, value, item).Take();
+  return ValueTaker<Telling::None>(context, value, item).Take();
 }
 
 }  // namespace pim

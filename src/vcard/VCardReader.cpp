@@ -21,6 +21,7 @@ constexpr WordIndex kMessengerIndex(kMessengerWords);
 constexpr WordIndex kMediaIndex(kMediaWords);
 
 // Gives whether the parameter says a picture's media.
+template <Telling kTelling>
 bool TakeMedia(VCardReadContext& context, const WordKey& name, NarrowStringView value) {
   const bool valued = EqualsIgnoringCase(name.text, kTypeName);
   const auto code = kMediaIndex.CodeOf(valued ? KeyOf(value) : name);
@@ -29,8 +30,10 @@ bool TakeMedia(VCardReadContext& context, const WordKey& name, NarrowStringView 
     return false;
   }
   const auto media = static_cast<std::int32_t>(*code);
-  if (context.account != nullptr && context.mediaType != MEDIA_NONE && context.mediaType != media)
-    context.account->Tell(LOSS_TYPE_IGNORED);
+  if constexpr (kTelling == Telling::Account) {
+    if (context.mediaType != MEDIA_NONE && context.mediaType != media)
+      context.account->Tell(LOSS_TYPE_IGNORED);
+  }
   context.mediaType = media;
   return context.propertyId == VCARD_PHOTO;
 }
@@ -42,11 +45,13 @@ bool TakeBit(std::uint32_t& type, std::optional<std::uint32_t> bit) {
 }
 
 // A code, where the word has one. A different one before it has no effect any more.
+template <Telling kTelling>
 bool TakeCode(VCardReadContext& context, std::optional<std::uint32_t> code) {
   std::uint32_t& type = context.typeFlags;
   if (!code) return false;
-  if (context.account != nullptr && type != 0 && type != *code)
-    context.account->Tell(LOSS_TYPE_IGNORED);
+  if constexpr (kTelling == Telling::Account) {
+    if (type != 0 && type != *code) context.account->Tell(LOSS_TYPE_IGNORED);
+  }
   type = *code;
   return true;
 }
@@ -54,6 +59,7 @@ bool TakeCode(VCardReadContext& context, std::optional<std::uint32_t> code) {
 // Adds what a parameter says of the value's type, by the property: the bits of all words are
 // joined, and of codes the last one holds. Only a telephone's word may stand behind TYPE= too.
 // Gives whether the parameter says any.
+template <Telling kTelling>
 bool TakeType(VCardReadContext& context, const WordKey& name, const char* value) {
   switch (context.propertyId) {
     case VCARD_TEL: {
@@ -63,13 +69,13 @@ bool TakeType(VCardReadContext& context, const WordKey& name, const char* value)
     case VCARD_ADR:
       return TakeBit(context.typeFlags, kAddressIndex.CodeOf(name));
     case VCARD_EMAIL:
-      return TakeCode(context, kEmailIndex.CodeOf(name));
+      return TakeCode<kTelling>(context, kEmailIndex.CodeOf(name));
     case VCARD_URL:
-      return TakeCode(context, kUrlIndex.CodeOf(name));
+      return TakeCode<kTelling>(context, kUrlIndex.CodeOf(name));
     case VCARD_ORG:
-      return TakeCode(context, kOrganizationIndex.CodeOf(name));
+      return TakeCode<kTelling>(context, kOrganizationIndex.CodeOf(name));
     case VCARD_X_CHATID:
-      return TakeCode(context, kMessengerIndex.CodeOf(name));
+      return TakeCode<kTelling>(context, kMessengerIndex.CodeOf(name));
     default:
       return false;
   }
@@ -82,14 +88,14 @@ bool IsHarmless(const VCardReadContext& context, NarrowStringView name) {
 }
 
 // Gives whether the parameter has an effect.
-template <Telling>
+template <Telling kTelling>
 [[gnu::always_inline]] inline bool TakeParameter(VCardReadContext& context,
                                                  const ParserParam& param) {
   const WordKey name = KeyOf(param.name.text);
   const NarrowStringView value = param.ValueText();
   const bool ofValue = TakeTextParameter(name, value, context.charset, context.encoding) ||
-                       TakeMedia(context, name, value);
-  return TakeType(context, name, param.value.text) || ofValue;
+                       TakeMedia<kTelling>(context, name, value);
+  return TakeType<kTelling>(context, name, param.value.text) || ofValue;
 }
 
 void TellParameter(VCardReadContext& context, const ParserParam& param, bool isHeard,

@@ -115,7 +115,8 @@ class ValueTaker {
       case VCARD_N:
         return TakeName();
       case VCARD_NICKNAME:
-        return TakeEntry([this](WideText text) { contact_.NewNickname(std::move(text)); });
+        contact_.NewNickname(Decoded());
+        return EntryLosses();
       case VCARD_SOUND:
         return TakeParts(contact_.phonetic, PLACE_PHONETIC).losses;
       case VCARD_BDAY:
@@ -125,15 +126,16 @@ class ValueTaker {
       case VCARD_TEL:
         return TakeTelephone();
       case VCARD_EMAIL:
-        return TakeEntry(
-            [this](WideText text) { contact_.NewEmail(std::move(text), context_.typeFlags, -1); });
+        contact_.NewEmail(Decoded(), context_.typeFlags, -1);
+        return EntryLosses();
       case VCARD_URL:
-        return TakeEntry(
-            [this](WideText text) { contact_.NewURL(std::move(text), context_.typeFlags, -1); });
+        contact_.NewURL(Decoded(), context_.typeFlags, -1);
+        return EntryLosses();
       case VCARD_ADR:
         return TakeAddress();
       case VCARD_NOTE:
-        return TakeEntry([this](WideText text) { contact_.NewComment(std::move(text)); });
+        contact_.NewComment(Decoded());
+        return EntryLosses();
       case VCARD_TITLE:
         return TakeText(contact_.org_title);
       case VCARD_ROLE:
@@ -145,10 +147,11 @@ class ValueTaker {
       case VCARD_PHOTO:
         return TakePhoto();
       case VCARD_X_GROUP:
-        return TakeEntry([this](WideText text) { contact_.NewGroup(std::move(text)); });
+        contact_.NewGroup(Decoded());
+        return EntryLosses();
       case VCARD_X_CHATID:
-        return TakeEntry(
-            [this](WideText text) { contact_.NewMessenger(std::move(text), context_.typeFlags); });
+        contact_.NewMessenger(Decoded(), context_.typeFlags);
+        return EntryLosses();
       case VCARD_X_ANNI:
         return TakeEvent(EVENT_ANNIVERSARY);
       case VCARD_X_EVENTDAY:
@@ -186,14 +189,15 @@ class ValueTaker {
     return losses;
   }
 
-  // An entry of a list: make(text) makes it.
-  template <class Make>
-  LossMask TakeEntry(Make make) {
+  // The text of a list's entry, in place; what was lost of it follows when the entry is made.
+  WideText Decoded() {
     WideText text;
-    const LossMask losses = Decode(text);
-    make(std::move(text));
+    entryLosses_ = Decode(text);
+    return text;
+  }
+  LossMask EntryLosses() {
     TellAdded();
-    return losses;
+    return entryLosses_;
   }
 
   LossMask TakeFormattedName() {
@@ -234,17 +238,21 @@ class ValueTaker {
   }
 
   // Devices write numbers in their own code page whatever the parameters say.
+  WideText Widened() {
+    WideText text;
+    entryLosses_ = WidenText(value_, context_.text, text);
+    return text;
+  }
+
   LossMask TakeTelephone() {
-    WideText number;
-    LossMask losses = WidenText(value_, context_.text, number);
+    const CTelephoneNumber& telephone =
+        contact_.NewTelephone(Widened(), context_.typeFlags, false, -1);
     if (kTells && (context_.charset != 0 || context_.encoding != 0)) {
       WideText meant;
-      losses |= Decode(meant) & LOSS_UNKNOWN_CHARSET;
-      losses |= LossIf(meant != number, LOSS_TYPE_IGNORED);
+      entryLosses_ |= Decode(meant) & LOSS_UNKNOWN_CHARSET;
+      entryLosses_ |= LossIf(meant != telephone.number, LOSS_TYPE_IGNORED);
     }
-    contact_.NewTelephone(std::move(number), context_.typeFlags, false, -1);
-    TellAdded();
-    return losses;
+    return EntryLosses();
   }
 
   LossMask TakeAddress() {
@@ -305,6 +313,7 @@ class ValueTaker {
   NarrowStringView value_;
   CContact& contact_;
   VCardAccount* account_;
+  LossMask entryLosses_ = 0;
 };
 
 }  // namespace

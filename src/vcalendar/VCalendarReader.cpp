@@ -157,13 +157,12 @@ void OnVCalProperty(void* user, const char* name, const ParserParam* params) {
   VCalendarAccount* const account = context.account;
   if (context.watcher != nullptr || account != nullptr)
     context.isEnd = EqualsIgnoringCase(name, kEndWord);
-  if (account != nullptr) {
+  if (account != nullptr) [[unlikely]] {
     account->BeginProperty(name, KindOf(context), [](NarrowStringView rest) {
       return kPropertyIndex.CodeOf(KeyOf(rest)).has_value() || EqualsIgnoringCase(rest, kEndWord);
     });
-  }
-  if (account != nullptr) [[unlikely]]
     return TakeParameters<Telling::Account>(context, params);
+  }
   TakeParameters<Telling::None>(context, params);
 }
 

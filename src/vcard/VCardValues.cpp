@@ -274,8 +274,7 @@ class ValueTaker {
     contact_.NewContactEvent(date, type);  // also without a date: the event is there
     TellAdded();
     // In eight bytes 1970-131 is taken for the year 197.
-    const bool isShifted = isUnderstood && value_.size() == 8 &&
-                           value_.find_first_not_of("0-") != value_.npos &&
+    const bool isShifted = date.status == StatusValid && value_.size() == 8 &&
                            value_.find('-') != NarrowStringView::npos;
     return LossIf(!isUnderstood || isShifted, LOSS_BAD_VALUE);
   }

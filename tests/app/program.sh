@@ -152,6 +152,26 @@ printf 'BEGIN:VCARD\nFN:A\nTEL;:1\n' >rejected.vcf
 check check-rejected 3 '^pimvobj: rejected.vcf:3: Error parsing vCard$' check rejected.vcf
 check rejected-line 3 '^    TEL;:1$' inspect rejected.vcf
 
+# what is rejected is put aside byte for byte, and the others come in as if it had never been there
+good() { printf 'BEGIN:VEVENT\nSUMMARY:%s\nDTSTART:20100105T120000Z\nEND:VEVENT\n' "$1"; }
+bad() { printf 'BEGIN:VTODO\nSUMMARY:%s\nATTACH;BASE64:QU*D\n\nEND:VTODO\n' "$1"; }
+frame() { printf 'BEGIN:VCALENDAR\nVERSION:1.0\n%s\nEND:VCALENDAR\n' "$1"; }
+{ frame "$(good One; bad Two; good Three)"; frame "$(bad Four)"; } >damaged.vcs
+{ frame "$(good One; good Three)"; frame ''; } >whole.vcs
+check rejects 3 '^2 items imported: 4 in 1 file, 2 new, 0 already there, 2 refused; the store is damaged.db$' --store damaged.db calendar import damaged.vcs --rejects aside.vcs
+check whole 0 '^2 items imported: 2 in 1 file, 2 new' --store whole.db calendar import whole.vcs
+same aside "$(bad Two; bad Four)" "$(cat aside.vcs)"
+same rest "$("$program" --store whole.db calendar list --jsonl)" "$("$program" --store damaged.db calendar list --jsonl)"
+check aside-again 3 '^pimvobj: aside.vcs:3: Error parsing vCalendar; nothing of this file is imported; --rejects FILE takes the others$' --store damaged.db calendar import aside.vcs
+check aside-counted 3 '^0 items imported: 2 in 1 file, 0 new, 0 already there, 2 refused; 1 file refused$' --store damaged.db calendar import aside.vcs
+check told-item 3 '^pimvobj: damaged.vcs:9: ATTACH: rejected: a byte that belongs to no base64, in the to-do of Two; put into aside2.vcs$' --store damaged.db calendar import damaged.vcs --rejects aside2.vcs
+check no-parts 3 'Error parsing vCalendar; nothing of this file is imported$' --store damaged.db calendar import rejected.vcf --rejects none.vcs
+same none-made no "$([ -e none.vcs ] && echo yes || echo no)"
+check report-of-two 0 . --store r.db calendar import whole.vcs "$root"/samples/calendar.vcs --report both.jsonl
+same report-lines 'whole.vcs 15 calendar.vcs 29' "$(jq -r '"\(.file | split("/") | last) \(.totals.lines)"' both.jsonl | paste -sd' ')"
+check report-no-folder 1 'can.t be made: No such file' --store r.db calendar import whole.vcs --report no/such.jsonl
+check report-dash 2 'report takes the name of a file' --store r.db calendar import whole.vcs --report -
+
 # exit statuses as their table has them
 printf 'BEGIN:VCARD\nN:A\nX-FOO:1\nEND:VCARD\n' >lossy.vcf
 while read -r status command; do

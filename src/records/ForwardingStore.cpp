@@ -73,6 +73,8 @@ bool ForwardingStore::BeginReading() { return store_.BeginReading(); }
 
 void ForwardingStore::EndReading() noexcept { store_.EndReading(); }
 
+ImportHistory* ForwardingStore::History() noexcept { return store_.History(); }
+
 std::string ForwardingStore::LastError() const { return store_.LastError(); }
 
 }  // namespace pim

@@ -426,4 +426,10 @@ void SqliteStore::SetPictureReader(PictureReader reader) {
   impl_->SetPictureReader(std::move(reader));
 }
 
+void SqliteStore::MakePictures(bool) {}
+std::int64_t SqliteStore::PicturesNotMade() const { return 0; }
+std::string SqliteStore::PictureProblem() const { return {}; }
+std::int32_t SqliteStore::NamesPicture(WideStringView) { return 0; }
+std::int32_t SqliteStore::RemoveLeftPictures() { return 0; }
+
 }  // namespace pim

@@ -34,6 +34,7 @@ class PIM_EXPORT ForwardingStore : public RecordStore {
   bool Rollback() noexcept override;
   [[nodiscard]] bool BeginReading() override;
   void EndReading() noexcept override;
+  [[nodiscard]] ImportHistory* History() noexcept override;
   std::string LastError() const override;
 
  protected:

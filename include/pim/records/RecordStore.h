@@ -18,6 +18,7 @@ class CContact;
 class CContactGroupPairs;
 class CContactGroups;
 class CContacts;
+class ImportHistory;
 
 // Gives the bytes of a contact's picture by the name in its `photo`, or none when there is no such
 // file. A store asks it when two contacts may be the same but for their pictures.
@@ -79,6 +80,10 @@ class PIM_EXPORT RecordStore {
   // can be written. They nest. False when it fails. Use StoreReading, which pairs them.
   [[nodiscard]] virtual bool BeginReading() = 0;
   virtual void EndReading() noexcept = 0;
+
+  // What the store remembers of its imports (pim/store/ImportHistory.h): the store's own, good as
+  // long as it lives. Null for a store that remembers nothing.
+  [[nodiscard]] virtual ImportHistory* History() noexcept { return nullptr; }
 
   // What went wrong last, in English, naming the store's file where there is one.
   virtual std::string LastError() const = 0;

@@ -54,8 +54,23 @@ class PIM_EXPORT SqliteStore final : public ForwardingStore {
   // no operation gives them out. -1 when the store fails.
   [[nodiscard]] std::int32_t CountItemsWithoutKind();
 
-  // Replaces the way to a contact's picture; by default it lies in GetCallerIdPath().
+  // Replaces the way to the picture of a contact that is being saved; by default it lies in
+  // GetCallerIdPath(). The store keeps the bytes themselves.
   void SetPictureReader(PictureReader reader);
+
+  // Whether a picture that the store keeps and GetCallerIdPath() lacks is made there, the folder
+  // too, when its contact is loaded or visited. True at first.
+  void MakePictures(bool makes);
+  // How many couldn't be made, and why the last one, as "PATH: what is wrong".
+  [[nodiscard]] std::int64_t PicturesNotMade() const;
+  [[nodiscard]] std::string PictureProblem() const;
+
+  // Whether a stored contact names the picture: 1 or 0, or -1 when the store fails.
+  [[nodiscard]] std::int32_t NamesPicture(WideStringView name);
+  // Removes from GetCallerIdPath() the pictures of contacts that have been deleted or taken back,
+  // once that is committed; a program that ended in between leaves them to the next call. Gives how
+  // many files were removed, or -1 when the store fails.
+  [[nodiscard]] std::int32_t RemoveLeftPictures();
 
  private:
   class Impl;

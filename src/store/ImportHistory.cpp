@@ -1,0 +1,15 @@
+#include "pim/store/ImportHistory.h"
+
+namespace pim {
+
+ImportCounts& ImportCounts::operator+=(const ImportCounts& other) {
+  inFile += other.inFile;
+  stored += other.stored;
+  refused += other.refused;
+  otherKind += other.otherKind;
+  lines += other.lines;
+  linesNotKept += other.linesNotKept;
+  return *this;
+}
+
+}  // namespace pim

@@ -3,7 +3,7 @@
 # or with "all" also those that testing and checking need. Does nothing where all are there.
 set -euo pipefail
 
-packages=(cmake ninja-build g++ pkg-config libsqlite3-dev rapidjson-dev libutf8proc-dev)
+packages=(cmake ninja-build g++ pkg-config libsqlite3-dev libzstd-dev nettle-dev rapidjson-dev libutf8proc-dev)
 [ "${1:-}" = all ] && packages+=(
   clang clang-format clang-tidy libclang-rt-14-dev
   libgtest-dev libbenchmark-dev

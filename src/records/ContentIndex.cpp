@@ -18,6 +18,11 @@ void ContentIndex::Replace(std::int32_t key, const Fingerprint& content, WideStr
   Add(key, content, photo);
 }
 
+void ContentIndex::Remove(std::int32_t key) {
+  ++changes_;
+  ++generations_[key];
+}
+
 std::optional<std::int32_t> ContentIndex::Find(const Fingerprint& content, WideStringView photo) {
   if (!Knows(content)) return std::nullopt;
   for (auto unread = unread_.find(content); unread != unread_.end();
@@ -49,8 +54,7 @@ bool ContentIndex::Knows(const Fingerprint& content) const {
 Fingerprint ContentIndex::WithPicture(const Fingerprint& content, WideStringView photo) const {
   const NarrowString bytes = photo.empty() ? NarrowString{} : pictures_(photo);
   if (bytes.empty()) return content;
-  const Fingerprint picture = FingerprintOf(bytes);
-  return {content.low ^ picture.low, content.high ^ picture.high};
+  return Joined(content, FingerprintOf(bytes, key_));
 }
 
 }  // namespace pim

@@ -16,15 +16,18 @@ namespace pim {
 // is read only when the rest of two contacts is equal, and once.
 class ContentIndex {
  public:
-  explicit ContentIndex(PictureReader pictures) : pictures_(std::move(pictures)) {}
+  ContentIndex(PictureReader pictures, const FingerprintKey& key)
+      : pictures_(std::move(pictures)), key_(key) {}
 
   void Add(std::int32_t key, const Fingerprint& content, WideStringView photo);
   // For a record that was stored before, with what it holds now.
   void Replace(std::int32_t key, const Fingerprint& content, WideStringView photo);
+  // For a record that is stored no more.
+  void Remove(std::int32_t key);
   // The key of a stored record that holds the same.
   std::optional<std::int32_t> Find(const Fingerprint& content, WideStringView photo);
 
-  // Grows with each Add and Replace.
+  // Grows with each Add, Replace and Remove.
   std::size_t changes() const { return changes_; }
 
  private:
@@ -43,6 +46,7 @@ class ContentIndex {
   Fingerprint WithPicture(const Fingerprint& content, WideStringView photo) const;
 
   PictureReader pictures_;
+  FingerprintKey key_;
   std::unordered_multimap<Fingerprint, Entry, FingerprintHash> exact_;
   std::unordered_multimap<Fingerprint, UnreadEntry, FingerprintHash> unread_;
   std::unordered_set<Fingerprint, FingerprintHash> read_;        // whose pictures were read

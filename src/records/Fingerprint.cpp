@@ -116,12 +116,13 @@ class ContentBytes {
 
 }  // namespace
 
-Fingerprint FingerprintOf(std::string_view bytes) {
-  static const std::array<std::uint64_t, 2> secret{RandomWord(), RandomWord()};
-  return SipHash(secret[0], secret[1]).Of(bytes);
+FingerprintKey NewFingerprintKey() { return {RandomWord(), RandomWord()}; }
+
+Fingerprint FingerprintOf(std::string_view bytes, const FingerprintKey& key) {
+  return SipHash(key.low, key.high).Of(bytes);
 }
 
-Fingerprint FingerprintOf(const RecordMap& map, void* record) {
+Fingerprint FingerprintOf(const RecordMap& map, void* record, const FingerprintKey& key) {
   std::string bytes;
   bytes.reserve(1024);
   ContentBytes content(bytes);
@@ -136,7 +137,7 @@ Fingerprint FingerprintOf(const RecordMap& map, void* record) {
       for (const FieldMap& field : list.fields) std::visit(content, field.field(entry));
     }
   }
-  return FingerprintOf(bytes);
+  return FingerprintOf(bytes, key);
 }
 
 }  // namespace pim

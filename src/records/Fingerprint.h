@@ -8,9 +8,10 @@
 
 namespace pim {
 
-// What a record holds, in 128 bits: keys, stamps and picture names aside. Computed under a secret
-// that each process draws anew, so that nobody can make two texts of one fingerprint; records with
-// the same one are taken for equal. Not for keeping.
+// What a record holds, in 128 bits: keys, stamps and picture names aside. Computed under a secret,
+// so that nobody can make two texts of one fingerprint; records with the same one are taken for
+// equal. Stores keep those of imported records beside their secret: what a fingerprint is made of
+// stays as it is for the fields that there are.
 struct Fingerprint {
   std::uint64_t low = 0;
   std::uint64_t high = 0;
@@ -23,8 +24,19 @@ struct FingerprintHash {
   }
 };
 
-Fingerprint FingerprintOf(std::string_view bytes);
+// The secret of one store.
+struct FingerprintKey {
+  std::uint64_t low = 0;
+  std::uint64_t high = 0;
+};
+FingerprintKey NewFingerprintKey();
+
+Fingerprint FingerprintOf(std::string_view bytes, const FingerprintKey& key);
 // `record` is the address of the map's record class.
-Fingerprint FingerprintOf(const RecordMap& map, void* record);
+Fingerprint FingerprintOf(const RecordMap& map, void* record, const FingerprintKey& key);
+// Of a record together with its picture.
+constexpr Fingerprint Joined(const Fingerprint& record, const Fingerprint& picture) {
+  return {record.low ^ picture.low, record.high ^ picture.high};
+}
 
 }  // namespace pim

@@ -135,19 +135,28 @@ void SaveInOrder(Records& records, Storage& storage, Update update, Insert inser
   for (const std::int32_t i : others) insert(i);
 }
 
-// `storage` also has Update(key, record), Insert(records), which are new and bear the keys that
-// they get, and Contents(wanted), which gives the index of what is stored, or null when none is
-// wanted and there is none.
+// A record that is new and bears the key that it gets, and its fingerprint where one was wanted.
+template <class Record>
+struct FreshRecord {
+  Record* record;
+  Fingerprint print;
+};
+
+// `storage` also has Update(key, record), Insert(fresh records), Contents(wanted), which gives the
+// index of what is stored, or null when none is wanted and there is none, and PrintOf(record),
+// which gives the record's fingerprint; NeedsPrints() tells whether Insert wants them.
 template <class Records, class Storage>
-std::int32_t SaveRecords(Records& records, const RecordMap& map, bool saveFlag, Storage& storage,
+std::int32_t SaveRecords(Records& records, bool saveFlag, Storage& storage,
                          KeyGuard<Records>& guard) {
   using Record = std::remove_reference_t<decltype(records[0])>;
   NewKeys keys(storage);
   ContentIndex* contents = storage.Contents(!saveFlag);
-  const auto printOf = [&](auto& record) {
-    return contents != nullptr ? FingerprintOf(map, &record) : Fingerprint{};
+  const bool needsPrints = contents != nullptr || storage.NeedsPrints();
+  const auto printOf = [&](Record& record) {
+    return needsPrints ? storage.PrintOf(record) : Fingerprint{};
   };
-  std::vector<Record*> inserted;  // together, since storages are quicker with many at once
+  // Together, since storages are quicker with many at once.
+  std::vector<FreshRecord<Record>> inserted;
   std::int32_t updated = 0;
   const auto update = [&](std::int32_t index) {
     Record& record = records[index];
@@ -166,10 +175,10 @@ std::int32_t SaveRecords(Records& records, const RecordMap& map, bool saveFlag, 
     }
     record.tag = keys.Next();
     if (contents != nullptr) contents->Add(record.tag, print, PhotoOf(record));
-    inserted.push_back(&record);
+    inserted.push_back({&record, print});
   };
   SaveInOrder(records, storage, update, insert);
-  storage.Insert(std::span<Record* const>(inserted));
+  storage.Insert(std::span<const FreshRecord<Record>>(inserted));
   return updated + static_cast<std::int32_t>(inserted.size());
 }
 

@@ -14,13 +14,19 @@ enum class ColumnType : std::uint8_t {
   DateTime = 7,  // an OLE automation day number
   Text = 8,
   Integer = 22,
+  Bytes = 128,  // in the tables of the store alone, beyond the codes of columns
 };
 
 enum class KeyMark : std::uint8_t {
   None = 0,
   Own = 1,        // the table's own key
   Reference = 2,  // the key of a row of another table
+  Shared = 3,     // both: at most one row for each row of the other table
 };
+
+constexpr bool RefersToOther(KeyMark mark) {
+  return mark == KeyMark::Reference || mark == KeyMark::Shared;
+}
 
 struct Column {
   std::string_view name;

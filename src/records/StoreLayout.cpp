@@ -83,6 +83,93 @@ constexpr Column kCalendarXItemsOwn[] = {
     {"params", ColumnType::Integer},
 };
 
+// How the store came to what it holds: one row for each run of an import and one for each of its
+// files. Originals are the files' contents, each once, in compressed parts (Originals.h).
+constexpr Column kImportsOwn[] = {
+    {"import_id", ColumnType::Integer, KeyMark::Own},
+    {"command", ColumnType::Text},
+    {"options", ColumnType::Text},        // one a line
+    {"began", ColumnType::Integer},       // seconds since 1970
+    {"process", ColumnType::Text},        // who is at it; NULL: done, empty: interrupted
+    {"undone", ColumnType::Integer},      // seconds since 1970
+    {"taken_back", ColumnType::Integer},  // records
+    {"stayed", ColumnType::Integer},      // records and groups
+};
+
+constexpr Column kImportFilesOwn[] = {
+    {"import_file_id", ColumnType::Integer, KeyMark::Own},
+    {"import_id", ColumnType::Integer, KeyMark::Reference},
+    {"original_id", ColumnType::Integer, KeyMark::Reference},
+    {"name", ColumnType::Text},
+    {"in_file", ColumnType::Integer},
+    {"stored", ColumnType::Integer},
+    {"refused", ColumnType::Integer},
+    {"other_kind", ColumnType::Integer},
+    {"lines", ColumnType::Integer},
+    {"lines_not_kept", ColumnType::Integer},
+};
+
+constexpr Column kOriginalsOwn[] = {
+    {"original_id", ColumnType::Integer, KeyMark::Own},
+    {"sha256", ColumnType::Bytes},
+    {"bytes", ColumnType::Integer},
+    {"is_kept", ColumnType::Integer},
+};
+
+constexpr Column kOriginalPartsOwn[] = {
+    {"original_part_id", ColumnType::Integer, KeyMark::Own},
+    {"original_id", ColumnType::Integer, KeyMark::Reference},
+    {"content", ColumnType::Bytes},
+};
+
+// Where a record came from, and the fingerprint that it had then.
+constexpr Column kContactOriginsOwn[] = {
+    {"contact_id", ColumnType::Integer, KeyMark::Shared},
+    {"import_file_id", ColumnType::Integer, KeyMark::Reference},
+    {"first_line", ColumnType::Integer},
+    {"last_line", ColumnType::Integer},
+    {"fingerprint", ColumnType::Bytes},
+};
+constexpr Column kCalendarOriginsOwn[] = {
+    {"calendar_id", ColumnType::Integer, KeyMark::Shared},
+    {"import_file_id", ColumnType::Integer, KeyMark::Reference},
+    {"first_line", ColumnType::Integer},
+    {"last_line", ColumnType::Integer},
+    {"fingerprint", ColumnType::Bytes},
+};
+
+constexpr Column kImportedGroupsOwn[] = {
+    {"group_id", ColumnType::Integer, KeyMark::Shared},
+    {"import_id", ColumnType::Integer, KeyMark::Reference},
+};
+
+// Links that an import made of contacts that it hasn't brought.
+constexpr Column kImportedLinksOwn[] = {
+    {"imported_link_id", ColumnType::Integer, KeyMark::Own},
+    {"import_id", ColumnType::Integer, KeyMark::Reference},
+    {"contact_id", ColumnType::Integer, KeyMark::Reference},
+    {"group_id", ColumnType::Integer, KeyMark::Reference},
+};
+
+// Contacts' pictures, each content once, and the names under which contacts have them. A name
+// without content is that of a file that is to be removed.
+constexpr Column kPicturesOwn[] = {
+    {"picture_id", ColumnType::Integer, KeyMark::Own},
+    {"sha256", ColumnType::Bytes},
+    {"content", ColumnType::Bytes},
+};
+constexpr Column kPictureNamesOwn[] = {
+    {"picture_name_id", ColumnType::Integer, KeyMark::Own},
+    {"name", ColumnType::Text},
+    {"picture_id", ColumnType::Integer, KeyMark::Reference},
+};
+
+constexpr Column kStoreSettingsOwn[] = {
+    {"setting_id", ColumnType::Integer, KeyMark::Own},
+    {"name", ColumnType::Text},
+    {"value", ColumnType::Bytes},
+};
+
 constexpr Table kOwnColumns[] = {
     {"Contacts", kContactsOwn},
     {"ContactGroups", kContactGroupsOwn},
@@ -97,6 +184,17 @@ constexpr Table kOwnTables[] = {
     {"ContactXItems", kContactXItemsOwn},
     {"CalendarExceptionRules", kCalendarExceptionRulesOwn},
     {"CalendarXItems", kCalendarXItemsOwn},
+    {"Imports", kImportsOwn},
+    {"Originals", kOriginalsOwn},
+    {"OriginalParts", kOriginalPartsOwn},
+    {"ImportFiles", kImportFilesOwn},
+    {"ContactOrigins", kContactOriginsOwn},
+    {"CalendarOrigins", kCalendarOriginsOwn},
+    {"ImportedGroups", kImportedGroupsOwn},
+    {"ImportedLinks", kImportedLinksOwn},
+    {"Pictures", kPicturesOwn},
+    {"PictureNames", kPictureNamesOwn},
+    {"StoreSettings", kStoreSettingsOwn},
 };
 
 std::vector<TableLayout> MakeStoreTables() {
@@ -128,8 +226,13 @@ const std::vector<TableLayout>& StoreTables() {
 
 std::vector<IndexLayout> StoreIndexes() {
   std::vector<IndexLayout> indexes = {
+      {"Contacts", {"photo"}, true},
       {"ContactGroups", {"group_name_folded"}},
       {"Contacts_ContactGroups", {"contact_id", "group_id"}},
+      {"ImportedLinks", {"contact_id", "group_id"}},
+      {"Originals", {"sha256"}},
+      {"Pictures", {"sha256"}},
+      {"PictureNames", {"name"}},
   };
   for (const TableLayout& table : StoreTables()) {
     for (const Column& column : table.Columns()) {
@@ -137,7 +240,8 @@ std::vector<IndexLayout> StoreIndexes() {
       const auto serves = [&](const IndexLayout& index) {
         return index.table == table.name && index.columns.front() == column.name;
       };
-      if (std::ranges::none_of(indexes, serves)) indexes.push_back({table.name, {column.name}});
+      if (std::ranges::none_of(indexes, serves))
+        indexes.push_back({table.name, {column.name}, false});
     }
   }
   return indexes;
@@ -152,7 +256,10 @@ const TableLayout& StoreTable(std::string_view name) {
 
 std::string_view KeyOf(const TableLayout& table) {
   const std::span<const Column> columns = table.schema.empty() ? table.own : table.schema;
-  return std::ranges::find(columns, KeyMark::Own, &Column::key)->name;
+  const auto isKey = [](const Column& column) {
+    return column.key == KeyMark::Own || column.key == KeyMark::Shared;
+  };
+  return std::ranges::find_if(columns, isKey)->name;
 }
 
 std::string_view OwnerOf(const Column& reference) {

@@ -26,6 +26,7 @@ const std::vector<TableLayout>& StoreTables();
 struct IndexLayout {
   std::string_view table;
   std::vector<std::string_view> columns;
+  bool onlyFilled = false;  // leaves out the rows in which the first column is NULL
 };
 std::vector<IndexLayout> StoreIndexes();
 

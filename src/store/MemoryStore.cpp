@@ -42,12 +42,15 @@ class UndoLog {
 template <class Record>
 class RecordTable {
  public:
-  RecordTable(const RecordMap& map, UndoLog& log, const PictureReader& pictures)
-      : map_(map), log_(log), pictures_(pictures) {}
+  RecordTable(const RecordMap& map, UndoLog& log, const PictureReader& pictures,
+              const FingerprintKey& key)
+      : map_(map), log_(log), pictures_(pictures), key_(key) {}
 
   bool Holds(std::int32_t key) const { return records_.contains(key); }
-  void Insert(std::span<Record* const> records) {
-    for (Record* record : records) {
+  static bool NeedsPrints() { return false; }
+  Fingerprint PrintOf(Record& record) const { return FingerprintOf(map_, &record, key_); }
+  void Insert(std::span<const FreshRecord<Record>> records) {
+    for (const auto& [record, print] : records) {
       const std::int32_t key = record->tag;
       log_.Add([this, key] {
         records_.erase(key);
@@ -82,9 +85,9 @@ class RecordTable {
   }
   ContentIndex* Contents(bool isWanted) {
     if (!contents_ && isWanted) {
-      ContentIndex filled(pictures_);
+      ContentIndex filled(pictures_, key_);
       for (const auto& [key, record] : records_)
-        filled.Add(key, FingerprintOf(map_, record.get()), PhotoOf(*record));
+        filled.Add(key, PrintOf(*record), PhotoOf(*record));
       contents_ = std::move(filled);
     }
     return contents_ ? &*contents_ : nullptr;
@@ -127,6 +130,7 @@ class RecordTable {
   const RecordMap& map_;
   UndoLog& log_;
   const PictureReader& pictures_;
+  FingerprintKey key_;
   std::map<std::int32_t, std::shared_ptr<Record>> records_;
   std::optional<ContentIndex> contents_;
   GivenKeys given_;
@@ -276,7 +280,7 @@ class MemoryStore::Impl final : public RecordStore {
       return Store([&] {
         if (saveOption > 0 && !groups_.Holds(saveOption))
           throw std::runtime_error(NoSuchGroup(saveOption));
-        const std::int32_t saved = SaveRecords(contacts, ContactMap(), saveFlag, contacts_, keys);
+        const std::int32_t saved = SaveRecords(contacts, saveFlag, contacts_, keys);
         if (saveOption > 0) LinkContacts(contacts, saveOption, *this);
         return saved;
       });
@@ -291,7 +295,7 @@ class MemoryStore::Impl final : public RecordStore {
   }
   std::int32_t SaveCalendars(CCalendars& items, bool saveFlag) override {
     return SaveGuarded(items, [&](KeyGuard<CCalendars>& keys) {
-      return Store([&] { return SaveRecords(items, CalendarMap(), saveFlag, calendars_, keys); });
+      return Store([&] { return SaveRecords(items, saveFlag, calendars_, keys); });
     });
   }
 
@@ -390,8 +394,9 @@ class MemoryStore::Impl final : public RecordStore {
 
   UndoLog log_;
   PictureReader pictures_ = ReadCallerIdPicture;
-  RecordTable<CContact> contacts_{ContactMap(), log_, pictures_};
-  RecordTable<CCalendar> calendars_{CalendarMap(), log_, pictures_};
+  FingerprintKey key_ = NewFingerprintKey();
+  RecordTable<CContact> contacts_{ContactMap(), log_, pictures_, key_};
+  RecordTable<CCalendar> calendars_{CalendarMap(), log_, pictures_, key_};
   GroupTable groups_{log_};
   std::vector<std::pair<std::int32_t, std::int32_t>> links_;  // contact and group
   std::map<std::pair<std::int32_t, std::int32_t>, std::int64_t> linkCounts_;

@@ -35,6 +35,8 @@ class RecordReader {
   // ReadSome goes on behind it.
   [[nodiscard]] bool ReadOne(std::int32_t key, const NewRecord& newRecord);
   void Restart() { next_ = kFirstKey; }
+  // The next ReadSome begins with the first record from that key on.
+  void GoTo(std::int32_t key) { next_ = key; }
 
  private:
   static constexpr std::int64_t kFirstKey = std::numeric_limits<std::int64_t>::min();

@@ -19,9 +19,12 @@ std::string ColumnSql(const Column& column) {
     case ColumnType::DateTime:
       sql += " REAL";
       break;
+    case ColumnType::Bytes:
+      sql += " BLOB";
+      break;
   }
-  if (column.key == KeyMark::Own) sql += " PRIMARY KEY";
-  if (column.key != KeyMark::Reference) return sql;
+  if (column.key == KeyMark::Own || column.key == KeyMark::Shared) sql += " PRIMARY KEY";
+  if (!RefersToOther(column.key)) return sql;
   if (const std::string_view owner = OwnerOf(column); !owner.empty())
     sql += " REFERENCES " + Quoted(owner) + " ON DELETE CASCADE";
   return sql;
@@ -68,8 +71,11 @@ std::string CreateIndexSql(const IndexLayout& index) {
     if (!columns.empty()) columns += ", ";
     columns += Quoted(column);
   }
-  return "CREATE INDEX IF NOT EXISTS " + Quoted(name) + " ON " + Quoted(index.table) + " (" +
-         columns + ")";
+  std::string sql =
+      "CREATE INDEX IF NOT EXISTS " + Quoted(name) + " ON " + Quoted(index.table) + " (" + columns;
+  sql += ")";
+  if (index.onlyFilled) sql += " WHERE " + Quoted(index.columns.front()) + " IS NOT NULL";
+  return sql;
 }
 
 std::string InsertSql(std::string_view table, std::string_view key,
@@ -149,6 +155,10 @@ std::string SelectKeysSql(std::string_view table, std::string_view key, std::str
 
 std::string DeleteSql(std::string_view table, std::string_view key) {
   return "DELETE FROM " + Quoted(table) + " WHERE " + Quoted(key) + " = ?";
+}
+
+std::string DeleteRangeSql(std::string_view table, std::string_view key) {
+  return "DELETE FROM " + Quoted(table) + " WHERE " + Quoted(key) + " BETWEEN ? AND ?";
 }
 
 std::string HighestKeySql(std::string_view table, std::string_view key) {

@@ -48,6 +48,8 @@ std::string CountSql(std::string_view table, std::span<const FieldMap> fields);
 // The keys of the rows whose `column` is parameter 1, ascending.
 std::string SelectKeysSql(std::string_view table, std::string_view key, std::string_view column);
 std::string DeleteSql(std::string_view table, std::string_view key);
+// From parameter 1 to parameter 2.
+std::string DeleteRangeSql(std::string_view table, std::string_view key);
 // The highest key that fits 32 bits, or NULL.
 std::string HighestKeySql(std::string_view table, std::string_view key);
 // The number of rows in whose column stands none of the numbers.

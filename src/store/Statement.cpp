@@ -34,6 +34,18 @@ void Statement::BindNull(int index) {
   At(index).isNull = true;
 }
 
+void Statement::BindText(int index, std::string_view text) {
+  Check(sqlite3_bind_text64(Ready(), index, text.data(), text.size(), SQLITE_STATIC, SQLITE_UTF8));
+  At(index).isNull = false;
+}
+
+// Without an address SQLite would take them for NULL.
+void Statement::BindBytes(int index, std::string_view bytes) {
+  const char* first = bytes.data() != nullptr ? bytes.data() : "";
+  Check(sqlite3_bind_blob64(Ready(), index, first, bytes.size(), SQLITE_STATIC));
+  At(index).isNull = false;
+}
+
 std::string& Statement::Buffer(int index) {
   Ready();
   std::string& buffer = At(index).buffer;
@@ -82,6 +94,16 @@ std::string_view Statement::Text(int column) {
     return {};
   }
   return {reinterpret_cast<const char*>(text),
+          static_cast<std::size_t>(sqlite3_column_bytes(ready_.get(), column))};
+}
+
+std::string_view Statement::Bytes(int column) {
+  const void* bytes = sqlite3_column_blob(ready_.get(), column);
+  if (bytes == nullptr) {
+    if (sqlite3_errcode(db_.handle()) == SQLITE_NOMEM) db_.Fail(SQLITE_NOMEM);
+    return {};
+  }
+  return {static_cast<const char*>(bytes),
           static_cast<std::size_t>(sqlite3_column_bytes(ready_.get(), column))};
 }
 

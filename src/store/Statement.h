@@ -21,6 +21,9 @@ class Statement {
   void Bind(int index, std::int64_t value);
   void Bind(int index, double value);
   void BindNull(int index);
+  // The caller keeps the bytes as they are until the statement has run.
+  void BindText(int index, std::string_view text);
+  void BindBytes(int index, std::string_view bytes);
   // The parameter's own work buffer, empty, and the parameter bound to what was put into it.
   std::string& Buffer(int index);
   void BindBuffer(int index);
@@ -41,8 +44,9 @@ class Statement {
   bool IsInteger(int column) const {
     return sqlite3_column_type(ready_.get(), column) == SQLITE_INTEGER;
   }
-  // Good until the next step.
+  // Good until the next step, or another look at the same column.
   std::string_view Text(int column);
+  std::string_view Bytes(int column);
 
  private:
   struct Finalize {

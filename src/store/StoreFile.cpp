@@ -15,8 +15,10 @@
 #include "pim/store/SqliteStore.h"
 #include "platform/Files.h"
 #include "records/StoreLayout.h"
+#include "store/PictureTable.h"
 #include "store/SqlText.h"
 #include "store/Statement.h"
+#include "store/StoreSettings.h"
 
 namespace pim {
 
@@ -142,8 +144,11 @@ void AddWhatIsMissing(Database& db) {
 // Another program may have done it by the time the lock is had.
 void Upgrade(Database& db) {
   db.Begin();
-  if (VersionOf(db) < kStoreVersion) {
+  if (const std::int32_t version = VersionOf(db); version < kStoreVersion) {
     AddWhatIsMissing(db);
+    StoreSettings(db).Key(true);
+    // Until then pictures were files alone.
+    if (version > 0) PictureTable(db).TakeOver();
     db.Run(("PRAGMA application_id=" + std::to_string(kApplicationId)).c_str());
     db.Run(("PRAGMA user_version=" + std::to_string(kStoreVersion)).c_str());
   }
@@ -159,7 +164,7 @@ void UseWriteAheadLog(Database& db) {
 
 std::unique_ptr<Database> OpenOutOfReach(const std::string& path, LockWait lockWait) {
   auto db = std::make_unique<Database>(path, StoreAccess::ReadOnly, true, std::move(lockWait));
-  if (VersionOf(*db) < kStoreVersion)
+  if (VersionOf(*db) < kReadableVersion)
     db->Fail("is of an earlier version, and can't be changed where it is; copy it and open that");
   return db;
 }
@@ -174,7 +179,7 @@ std::unique_ptr<Database> OpenStoreFile(const std::string& path, StoreAccess acc
   auto db = std::make_unique<Database>(path, access, false, std::move(lockWait));
   for (;;) {
     try {
-      if (VersionOf(*db) < kStoreVersion) Upgrade(*db);
+      if (VersionOf(*db) < (isRead ? kReadableVersion : kStoreVersion)) Upgrade(*db);
       UseWriteAheadLog(*db);
       if (isRead) db->ForbidWriting();
       return db;

@@ -1,7 +1,11 @@
 #include "support/CallerIdPictures.h"
 
+#include <cerrno>
+#include <filesystem>
+
 #include "pim/support/FileNames.h"
 #include "platform/Files.h"
+#include "support/FileNames.h"
 
 namespace pim {
 namespace {
@@ -11,6 +15,30 @@ std::string PicturePath(WideStringView name) {
 }
 
 }  // namespace
+
+void MakeCallerIdPicture(WideStringView name, NarrowStringView bytes) {
+  namespace fs = std::filesystem;
+  const std::string path = PicturePath(name);
+  std::error_code error;
+  fs::create_directories(fs::path(path).parent_path(), error);
+  const std::string waiting = PicturePath(u"zevo" + NewGuidText() + u".part");
+  if (!error && WriteNewFile(waiting, bytes) != NewFile::Written)
+    error = std::error_code(errno, std::generic_category());
+  if (!error) {
+    fs::rename(waiting, path, error);
+    std::error_code ignored;
+    if (error) fs::remove(waiting, ignored);
+  }
+  if (error) throw FileError(path, error.message());
+}
+
+bool RemoveCallerIdPicture(WideStringView name) {
+  std::error_code error;
+  const std::string path = PicturePath(name);
+  const bool removed = std::filesystem::remove(path, error);
+  if (error) throw FileError(path, error.message());
+  return removed;
+}
 
 bool WriteCallerIdPicture(WideStringView name, NarrowStringView bytes) {
   return WriteFile(PicturePath(name), bytes);

@@ -14,6 +14,14 @@ namespace pim {
 // not followed.
 NarrowString ReadCallerIdPicture(WideStringView name);
 
+// Makes the picture, and the folder where it is missing. It is there whole or not at all; what a
+// program that ended in between leaves is a file whose name begins and looks like a picture's. Not
+// waited for until it is on the medium. Throws FileError.
+void MakeCallerIdPicture(WideStringView name, NarrowStringView bytes);
+
+// False when there was none. Throws FileError when it can't be removed.
+bool RemoveCallerIdPicture(WideStringView name);
+
 // Whether there is one that can be read, with something in it.
 bool HasCallerIdPicture(WideStringView name);
 

@@ -21,7 +21,7 @@ std::vector<Fingerprint> PrintsOf(std::string_view text, std::size_t cut, const 
   EXPECT_TRUE(reader.Read(text.substr(cut), true));
   std::vector<Fingerprint> prints;
   for (std::int32_t i = 0; i < records.GetCount(); ++i)
-    prints.push_back(FingerprintOf(map, &records[i]));
+    prints.push_back(FingerprintOf(map, &records[i], {}));
   return prints;
 }
 

@@ -1,0 +1,198 @@
+#include "store/ImportTable.h"
+
+#include <ctime>
+
+#include "platform/ProcessMark.h"
+#include "store/Digest.h"
+
+namespace pim {
+namespace {
+
+std::int64_t Now() { return static_cast<std::int64_t>(std::time(nullptr)); }
+
+// One option a line; a backslash and "n" stand for a line feed in an option, two backslashes for
+// one.
+std::string JoinedLines(const std::vector<std::string>& options) {
+  std::string text;
+  for (const std::string& option : options) {
+    for (const char c : option) {
+      if (c == '\n') {
+        text += "\\n";
+      } else {
+        if (c == '\\') text += '\\';
+        text += c;
+      }
+    }
+    text += '\n';
+  }
+  return text;
+}
+
+std::vector<std::string> LinesOf(std::string_view text) {
+  std::vector<std::string> options;
+  std::string option;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == '\n') {
+      options.push_back(std::move(option));
+      option.clear();
+    } else if (text[i] == '\\' && i + 1 < text.size()) {
+      option += text[++i] == 'n' ? '\n' : text[i];
+    } else {
+      option += text[i];
+    }
+  }
+  return options;
+}
+
+// The columns that ReadCounts reads.
+constexpr const char* kCounts = "in_file, stored, refused, other_kind, lines, lines_not_kept";
+constexpr const char* kSums =
+    "sum(in_file), sum(stored), sum(refused), sum(other_kind), sum(lines), sum(lines_not_kept)";
+
+ImportCounts ReadCounts(const Statement& row, int column) {
+  return {row.Integer(column),     row.Integer(column + 1), row.Integer(column + 2),
+          row.Integer(column + 3), row.Integer(column + 4), row.Integer(column + 5)};
+}
+
+std::string SelectFiles() {
+  return "SELECT import_file_id, import_id, name, bytes, sha256, is_kept, " + std::string(kCounts) +
+         " FROM ImportFiles LEFT JOIN Originals USING (original_id)";
+}
+
+}  // namespace
+
+ImportTable::ImportTable(Database& db)
+    : begin_(db,
+             "INSERT INTO Imports (command, options, began, process) VALUES (?, ?, ?, ?) "
+             "RETURNING import_id"),
+      end_(db, "UPDATE Imports SET process = ?2 WHERE import_id = ?1"),
+      addFile_(db,
+               "INSERT INTO ImportFiles (import_id, name) VALUES (?, ?) RETURNING import_file_id"),
+      setFile_(db, "UPDATE ImportFiles SET (original_id, " + std::string(kCounts) +
+                       ") = (?2, ?3, ?4, ?5, ?6, ?7, ?8) WHERE import_file_id = ?1"),
+      all_(db,
+           "SELECT import_id, process, undone, stayed, command, options, began, taken_back, "
+           "count(import_file_id), " +
+               std::string(kSums) +
+               " FROM Imports LEFT JOIN ImportFiles USING (import_id) GROUP BY 1 ORDER BY 1"),
+      files_(db, SelectFiles() + " ORDER BY 1"),
+      filesOf_(db, SelectFiles() + " WHERE import_id = ? ORDER BY 1"),
+      originalOf_(db, "SELECT original_id FROM ImportFiles WHERE import_file_id = ?"),
+      lastStanding_(db, "SELECT max(import_id) FROM Imports WHERE undone IS NULL"),
+      state_(db, "SELECT process, undone, stayed FROM Imports WHERE import_id = ?"),
+      setUndone_(db,
+                 "UPDATE Imports SET undone = ?2, taken_back = coalesce(taken_back, 0) + ?3, "
+                 "stayed = ?4 WHERE import_id = ?1") {}
+
+std::int32_t ImportTable::Begin(const ImportStart& start) {
+  const std::string options = JoinedLines(start.options);
+  const std::string process = ProcessMark();
+  begin_.BindText(1, start.command);
+  begin_.BindText(2, options);
+  begin_.Bind(3, Now());
+  begin_.BindText(4, process);
+  Rows rows(begin_);
+  return rows.Next() ? static_cast<std::int32_t>(begin_.Integer(0)) : 0;
+}
+
+void ImportTable::End(std::int32_t import) {
+  end_.Bind(1, std::int64_t{import});
+  end_.BindNull(2);
+  end_.Run();
+}
+
+void ImportTable::Interrupt(std::int32_t import) {
+  end_.Bind(1, std::int64_t{import});
+  end_.BindText(2, "");
+  end_.Run();
+}
+
+std::int64_t ImportTable::AddFile(std::int32_t import, std::string_view name) {
+  addFile_.Bind(1, std::int64_t{import});
+  addFile_.BindText(2, name);
+  Rows rows(addFile_);
+  return rows.Next() ? addFile_.Integer(0) : 0;
+}
+
+void ImportTable::SetFile(std::int64_t file, std::int64_t original, const ImportCounts& counts) {
+  int index = 0;
+  for (const std::int64_t number : {file, original, counts.inFile, counts.stored, counts.refused,
+                                    counts.otherKind, counts.lines, counts.linesNotKept}) {
+    setFile_.Bind(++index, number);
+  }
+  setFile_.Run();
+}
+
+ImportState ImportTable::StateIn(Statement& row, int process) {
+  if (!row.IsNull(process + 1))
+    return row.Integer(process + 2) == 0 ? ImportState::Undone : ImportState::UndoneInPart;
+  if (row.IsNull(process)) return ImportState::Done;
+  return IsRunning(row.Text(process)) ? ImportState::Running : ImportState::Interrupted;
+}
+
+std::int32_t ImportTable::Visit(const std::function<bool(const ImportEntry&)>& visitor) {
+  std::int32_t visited = 0;
+  for (Rows rows(all_); rows.Next();) {
+    ImportEntry entry;
+    entry.number = static_cast<std::int32_t>(all_.Integer(0));
+    entry.state = StateIn(all_, 1);
+    entry.undone = all_.Integer(2);
+    entry.start.command = all_.Text(4);
+    entry.start.options = LinesOf(all_.Text(5));
+    entry.began = all_.Integer(6);
+    entry.takenBack = all_.Integer(7);
+    entry.files = all_.Integer(8);
+    entry.counts = ReadCounts(all_, 9);
+    ++visited;
+    if (!visitor(entry)) break;
+  }
+  return visited;
+}
+
+std::int32_t ImportTable::VisitFiles(std::optional<std::int32_t> import,
+                                     const std::function<bool(const ImportedFile&)>& visitor) {
+  Statement& files = import ? filesOf_ : files_;
+  if (import) files.Bind(1, std::int64_t{*import});
+  std::int32_t visited = 0;
+  for (Rows rows(files); rows.Next();) {
+    ImportedFile file;
+    file.number = files.Integer(0);
+    file.import = static_cast<std::int32_t>(files.Integer(1));
+    file.name = files.Text(2);
+    file.bytes = files.Integer(3);
+    file.sha256 = DigestFrom(files.Bytes(4));
+    file.isKept = files.Integer(5) != 0;
+    file.counts = ReadCounts(files, 6);
+    ++visited;
+    if (!visitor(file)) break;
+  }
+  return visited;
+}
+
+std::optional<std::int64_t> ImportTable::OriginalOf(std::int64_t file) {
+  originalOf_.Bind(1, file);
+  Rows rows(originalOf_);
+  return rows.Next() ? std::optional(originalOf_.Integer(0)) : std::nullopt;
+}
+
+std::optional<std::int32_t> ImportTable::LastStanding() {
+  Rows rows(lastStanding_);
+  if (!rows.Next() || lastStanding_.IsNull(0)) return std::nullopt;
+  return static_cast<std::int32_t>(lastStanding_.Integer(0));
+}
+
+std::optional<ImportState> ImportTable::StateOf(std::int32_t import) {
+  state_.Bind(1, std::int64_t{import});
+  Rows rows(state_);
+  return rows.Next() ? std::optional(StateIn(state_, 0)) : std::nullopt;
+}
+
+void ImportTable::SetUndone(std::int32_t import, std::int64_t takenBack, std::int64_t stayed) {
+  setUndone_.Bind(1, std::int64_t{import});
+  setUndone_.Bind(2, Now());
+  setUndone_.Bind(3, takenBack);
+  setUndone_.Bind(4, stayed);
+  setUndone_.Run();
+}
+
+}  // namespace pim

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string_view>
+#include <vector>
+
+#include "pim/store/ImportHistory.h"
+#include "records/Fingerprint.h"
+#include "store/Statement.h"
+
+namespace pim {
+
+// Where the records of one kind came from: the table named after theirs. Runs inside the caller's
+// transaction.
+class OriginTable {
+ public:
+  struct Row {
+    std::int32_t key = 0;  // of the record
+    std::int64_t file = 0;
+    std::int64_t firstLine = 0;  // 0: not told
+    std::int64_t lastLine = 0;
+    Fingerprint print;
+  };
+
+  OriginTable(Database& db, StoredKind kind);
+
+  // Rows are collected, and stored by Flush at the latest.
+  void Add(const Row& row);
+  void Flush();
+  // Lets go what is collected.
+  void Forget() { rows_.clear(); }
+  // False when no import brought the record.
+  bool Find(std::int32_t key, RecordOrigin& origin);
+  // The records that an import brought and that are still there, by ascending key.
+  struct KeyedPrint {
+    std::int32_t key;
+    Fingerprint print;
+  };
+  void VisitOfImport(std::int32_t import, const std::function<void(const KeyedPrint&)>& visitor);
+
+ private:
+  struct Names {
+    std::string table;
+    std::string records;  // their table
+    std::string key;      // of both
+  };
+  OriginTable(Database& db, const Names& names);
+
+  void Run(Statement& statement, std::size_t at);
+
+  std::vector<Row> rows_;
+  Statement one_;
+  Statement many_;
+  Statement find_;
+  Statement ofImport_;
+};
+
+}  // namespace pim

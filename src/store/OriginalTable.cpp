@@ -1,0 +1,138 @@
+#include "store/OriginalTable.h"
+
+#include <algorithm>
+#include <new>
+
+#include "store/Digest.h"
+
+namespace pim {
+namespace {
+
+// Large enough to be compressed as well as the whole, small enough that a few lines are had without
+// unpacking much.
+constexpr std::size_t kPartBytes = std::size_t{4} << 20;
+
+// Of the files of import ?1, or of all where it is NULL.
+constexpr const char* kOriginalsOfImport =
+    "(SELECT original_id FROM ImportFiles WHERE ?1 IS NULL OR import_id = ?1)";
+
+}  // namespace
+
+OriginalTable::OriginalTable(Database& db)
+    : db_(db),
+      find_(db, "SELECT original_id, is_kept FROM Originals WHERE sha256 = ?"),
+      insert_(db,
+              "INSERT INTO Originals (sha256, bytes, is_kept) VALUES (?, ?, ?) "
+              "RETURNING original_id"),
+      insertPart_(db, "INSERT INTO OriginalParts (original_id, content) VALUES (?, ?)"),
+      keep_(db, "UPDATE Originals SET is_kept = 1 WHERE original_id = ?"),
+      info_(db, "SELECT is_kept, bytes, sha256 FROM Originals WHERE original_id = ?"),
+      parts_(db,
+             "SELECT content FROM OriginalParts WHERE original_id = ? ORDER BY original_part_id"),
+      keptFiles_(db,
+                 "SELECT count(*) FROM ImportFiles JOIN Originals USING (original_id) WHERE "
+                 "is_kept = 1 AND original_id IN " +
+                     std::string(kOriginalsOfImport)),
+      dropParts_(
+          db, "DELETE FROM OriginalParts WHERE original_id IN " + std::string(kOriginalsOfImport)),
+      drop_(db, "UPDATE Originals SET is_kept = 0 WHERE is_kept = 1 AND original_id IN " +
+                    std::string(kOriginalsOfImport)) {}
+
+std::int64_t OriginalTable::Add(NarrowStringView bytes, bool keeps) {
+  const Sha256 digest = DigestOf(bytes);
+  find_.BindBytes(1, BytesOf(digest));
+  std::optional<std::int64_t> found;
+  bool isKept = false;
+  for (Rows rows(find_); rows.Next();) {
+    found = find_.Integer(0);
+    isKept = find_.Integer(1) != 0;
+  }
+  if (!found) {
+    insert_.BindBytes(1, BytesOf(digest));
+    insert_.Bind(2, static_cast<std::int64_t>(bytes.size()));
+    insert_.Bind(3, std::int64_t{keeps ? 1 : 0});
+    Rows rows(insert_);
+    if (rows.Next()) found = insert_.Integer(0);
+  } else if (keeps && !isKept) {
+    keep_.Bind(1, *found);
+    keep_.Run();
+  }
+  if (keeps && !isKept) Keep(*found, bytes);
+  return *found;
+}
+
+void OriginalTable::Keep(std::int64_t original, NarrowStringView bytes) {
+  for (; !bytes.empty(); bytes.remove_prefix(std::min(kPartBytes, bytes.size()))) {
+    insertPart_.Bind(1, original);
+    insertPart_.BindBytes(2, Compressed(bytes.substr(0, kPartBytes)));
+    insertPart_.Run();
+  }
+}
+
+NarrowStringView OriginalTable::Compressed(NarrowStringView part) {
+  if (compression_ == nullptr) {
+    compression_.reset(ZSTD_createCCtx());
+    if (compression_ == nullptr) throw std::bad_alloc();
+    ZSTD_CCtx_setParameter(compression_.get(), ZSTD_c_checksumFlag, 1);
+  }
+  packed_.resize(std::max(packed_.size(), ZSTD_compressBound(part.size())));
+  const std::size_t size =
+      ZSTD_compress2(compression_.get(), packed_.data(), packed_.size(), part.data(), part.size());
+  if (ZSTD_isError(size) != 0) db_.Fail(std::string("compression: ") + ZSTD_getErrorName(size));
+  return NarrowStringView(packed_).substr(0, size);
+}
+
+NarrowStringView OriginalTable::Unpacked(NarrowStringView content) {
+  if (unpacking_ == nullptr) {
+    unpacking_.reset(ZSTD_createDCtx());
+    if (unpacking_ == nullptr) throw std::bad_alloc();
+    unpacked_.resize(kPartBytes);
+  }
+  const std::size_t size = ZSTD_decompressDCtx(unpacking_.get(), unpacked_.data(), unpacked_.size(),
+                                               content.data(), content.size());
+  if (ZSTD_isError(size) != 0) FailAsDamaged();
+  return NarrowStringView(unpacked_).substr(0, size);
+}
+
+void OriginalTable::Read(std::int64_t original, const std::function<bool(NarrowStringView)>& take) {
+  info_.Bind(1, original);
+  std::int64_t bytes = 0;
+  Sha256 wanted{};
+  {
+    Rows rows(info_);
+    if (!rows.Next() || info_.Integer(0) == 0) db_.Fail("the file's bytes aren't kept");
+    bytes = info_.Integer(1);
+    wanted = DigestFrom(info_.Bytes(2));
+  }
+  Digest digest;
+  std::int64_t read = 0;
+  parts_.Bind(1, original);
+  for (Rows rows(parts_); rows.Next();) {
+    const NarrowStringView part = Unpacked(parts_.Bytes(0));
+    read += static_cast<std::int64_t>(part.size());
+    digest.Take(part);
+    if (!take(part)) return;
+  }
+  if (read != bytes || digest.Finish() != wanted) FailAsDamaged();
+}
+
+std::int32_t OriginalTable::Drop(std::optional<std::int32_t> import) {
+  const auto run = [&](Statement& statement) -> Statement& {
+    if (import) {
+      statement.Bind(1, std::int64_t{*import});
+    } else {
+      statement.BindNull(1);
+    }
+    return statement;
+  };
+  std::int32_t files = 0;
+  for (Rows rows(run(keptFiles_)); rows.Next();)
+    files = static_cast<std::int32_t>(keptFiles_.Integer(0));
+  run(dropParts_).Run();
+  run(drop_).Run();
+  return files;
+}
+
+void OriginalTable::FailAsDamaged() { db_.Fail("the file's kept bytes are damaged"); }
+
+}  // namespace pim

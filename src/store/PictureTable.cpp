@@ -1,0 +1,173 @@
+#include "store/PictureTable.h"
+
+#include <algorithm>
+
+#include "store/Digest.h"
+#include "store/StoredForms.h"
+#include "support/CallerIdPictures.h"
+
+namespace pim {
+
+PictureTable::PictureTable(Database& db)
+    : db_(db),
+      findContent_(db, "SELECT picture_id FROM Pictures WHERE sha256 = ?"),
+      insertContent_(db,
+                     "INSERT INTO Pictures (sha256, content) VALUES (?, ?) RETURNING picture_id"),
+      dropContent_(db,
+                   "DELETE FROM Pictures WHERE picture_id = ?1 AND NOT EXISTS "
+                   "(SELECT 1 FROM PictureNames WHERE picture_id = ?1)"),
+      findName_(db, "SELECT picture_name_id, picture_id FROM PictureNames WHERE name = ?"),
+      insertName_(db, "INSERT INTO PictureNames (name, picture_id) VALUES (?, ?)"),
+      updateName_(db, "UPDATE PictureNames SET picture_id = ?2 WHERE picture_name_id = ?1"),
+      read_(db,
+            "SELECT sha256, content FROM PictureNames JOIN Pictures USING (picture_id) "
+            "WHERE name = ?"),
+      isNamed_(db, "SELECT contact_id FROM Contacts WHERE photo = ?"),
+      ofContacts_(db,
+                  "SELECT photo FROM Contacts WHERE contact_id BETWEEN ? AND ? "
+                  "AND photo IS NOT NULL ORDER BY contact_id"),
+      left_(db, "SELECT name FROM PictureNames WHERE picture_id IS NULL ORDER BY 1"),
+      forgetLeft_(db, "DELETE FROM PictureNames WHERE name = ? AND picture_id IS NULL"),
+      allNames_(db, "SELECT DISTINCT photo FROM Contacts WHERE photo IS NOT NULL") {}
+
+WideString PictureTable::NameIn(Statement& row, int column) {
+  WideText name;
+  fields_.Read(row, column, PictureName{&name});
+  return name.str();
+}
+
+void PictureTable::BindName(Statement& statement, WideStringView name) {
+  AppendStoredText(name, statement.Buffer(1));
+  statement.BindBuffer(1);
+}
+
+std::int64_t PictureTable::ContentIdOf(const Sha256& digest, NarrowStringView bytes) {
+  findContent_.BindBytes(1, BytesOf(digest));
+  for (Rows rows(findContent_); rows.Next();) return findContent_.Integer(0);
+  insertContent_.BindBytes(1, BytesOf(digest));
+  insertContent_.BindBytes(2, bytes);
+  Rows rows(insertContent_);
+  return rows.Next() ? insertContent_.Integer(0) : 0;
+}
+
+Sha256 PictureTable::Put(WideStringView name, NarrowStringView bytes) {
+  const Sha256 digest = DigestOf(bytes);
+  const std::int64_t content = ContentIdOf(digest, bytes);
+  std::optional<std::int64_t> row;
+  std::int64_t before = 0;
+  BindName(findName_, name);
+  for (Rows rows(findName_); rows.Next();) {
+    row = findName_.Integer(0);
+    before = findName_.Integer(1);
+  }
+  if (!row) {
+    BindName(insertName_, name);
+    insertName_.Bind(2, content);
+    insertName_.Run();
+  } else if (before != content) {
+    updateName_.Bind(1, *row);
+    updateName_.Bind(2, content);
+    updateName_.Run();
+    DropUnnamed(before);
+  }
+  return digest;
+}
+
+void PictureTable::DropUnnamed(std::int64_t content) {
+  dropContent_.Bind(1, content);
+  dropContent_.Run();
+}
+
+std::optional<NarrowString> PictureTable::Read(WideStringView name) {
+  BindName(read_, name);
+  Rows rows(read_);
+  if (!rows.Next()) return std::nullopt;
+  const Sha256 digest = DigestFrom(read_.Bytes(0));
+  NarrowString bytes(read_.Bytes(1));
+  if (DigestOf(bytes) != digest) db_.Fail("a picture in it is damaged");
+  return bytes;
+}
+
+std::optional<Sha256> PictureTable::DigestUnder(WideStringView name) {
+  BindName(read_, name);
+  Rows rows(read_);
+  if (!rows.Next()) return std::nullopt;
+  return DigestFrom(read_.Bytes(0));
+}
+
+bool PictureTable::IsNamed(WideStringView name) {
+  BindName(isNamed_, name);
+  Rows rows(isNamed_);
+  return rows.Next();
+}
+
+std::int32_t PictureTable::CountNaming(WideStringView name,
+                                       const std::function<bool(std::int32_t)>& counts) {
+  std::int32_t count = 0;
+  BindName(isNamed_, name);
+  for (Rows rows(isNamed_); rows.Next();)
+    count += counts(KeyFromStored(isNamed_.Integer(0))) ? 1 : 0;
+  return count;
+}
+
+void PictureTable::AddNames(std::int32_t first, std::int32_t last, std::vector<WideString>& names) {
+  ofContacts_.Bind(1, std::int64_t{first});
+  ofContacts_.Bind(2, std::int64_t{last});
+  for (Rows rows(ofContacts_); rows.Next();)
+    if (WideString name = NameIn(ofContacts_, 0); !name.empty()) names.push_back(std::move(name));
+}
+
+WideString PictureTable::NameOf(std::int32_t contact) {
+  std::vector<WideString> names;
+  AddNames(contact, contact, names);
+  return names.empty() ? WideString() : std::move(names.front());
+}
+
+std::vector<WideString> PictureTable::Leave(std::vector<WideString> names) {
+  std::ranges::sort(names);
+  names.erase(std::unique(names.begin(), names.end()), names.end());
+  std::erase_if(names, [this](const WideString& name) { return name.empty() || IsNamed(name); });
+  for (const WideString& name : names) {
+    std::optional<std::int64_t> row;
+    std::int64_t content = 0;
+    BindName(findName_, name);
+    for (Rows rows(findName_); rows.Next();) {
+      row = findName_.Integer(0);
+      content = findName_.Integer(1);
+    }
+    if (row) {
+      updateName_.Bind(1, *row);
+      updateName_.BindNull(2);
+      updateName_.Run();
+      DropUnnamed(content);
+    } else {
+      BindName(insertName_, name);
+      insertName_.BindNull(2);
+      insertName_.Run();
+    }
+  }
+  return names;
+}
+
+std::vector<WideString> PictureTable::Left() {
+  std::vector<WideString> names;
+  for (Rows rows(left_); rows.Next();)
+    if (WideString name = NameIn(left_, 0); !name.empty()) names.push_back(std::move(name));
+  return names;
+}
+
+void PictureTable::ForgetLeft(WideStringView name) {
+  BindName(forgetLeft_, name);
+  forgetLeft_.Run();
+}
+
+void PictureTable::TakeOver() {
+  std::vector<WideString> names;
+  for (Rows rows(allNames_); rows.Next();) names.push_back(NameIn(allNames_, 0));
+  for (const WideString& name : names) {
+    if (name.empty()) continue;
+    if (const NarrowString bytes = ReadCallerIdPicture(name); !bytes.empty()) Put(name, bytes);
+  }
+}
+
+}  // namespace pim

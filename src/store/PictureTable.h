@@ -1,0 +1,66 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <vector>
+
+#include "pim/store/ImportHistory.h"
+#include "store/FieldIo.h"
+#include "store/Statement.h"
+
+namespace pim {
+
+// The bytes of contacts' pictures, each content once, and the names under which contacts have them.
+// Runs inside the caller's transaction.
+class PictureTable {
+ public:
+  explicit PictureTable(Database& db);
+
+  // Keeps the bytes under the name, in place of those that it had.
+  Sha256 Put(WideStringView name, NarrowStringView bytes);
+  // None when the store keeps none under the name. Throws StoreError for damaged ones.
+  std::optional<NarrowString> Read(WideStringView name);
+  std::optional<Sha256> DigestUnder(WideStringView name);
+
+  // Whether a contact has the name.
+  bool IsNamed(WideStringView name);
+  // The names that contacts from the first key to the last one have, in the order of their keys.
+  void AddNames(std::int32_t first, std::int32_t last, std::vector<WideString>& names);
+  std::int32_t CountNaming(WideStringView name, const std::function<bool(std::int32_t)>& counts);
+  // The name that a contact has; empty for none.
+  WideString NameOf(std::int32_t contact);
+
+  // Lets go the bytes of those names that no contact has any more, and gives these names, each
+  // once: their files are left to be removed.
+  std::vector<WideString> Leave(std::vector<WideString> names);
+  std::vector<WideString> Left();
+  // The file of a name that was left is gone.
+  void ForgetLeft(WideStringView name);
+
+  // Keeps the pictures of all contacts whose files are there.
+  void TakeOver();
+
+ private:
+  WideString NameIn(Statement& row, int column);
+  void BindName(Statement& statement, WideStringView name);
+  std::int64_t ContentIdOf(const Sha256& digest, NarrowStringView bytes);
+  void DropUnnamed(std::int64_t content);
+
+  Database& db_;
+  FieldReader fields_;
+  Statement findContent_;
+  Statement insertContent_;
+  Statement dropContent_;
+  Statement findName_;
+  Statement insertName_;
+  Statement updateName_;
+  Statement read_;
+  Statement isNamed_;
+  Statement ofContacts_;
+  Statement left_;
+  Statement forgetLeft_;
+  Statement allNames_;
+};
+
+}  // namespace pim

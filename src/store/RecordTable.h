@@ -1,0 +1,154 @@
+#pragma once
+
+#include <functional>
+#include <span>
+#include <vector>
+
+#include "pim/records/Calendar.h"
+#include "pim/records/Contacts.h"
+#include "records/SaveRecords.h"
+#include "store/ContentCache.h"
+#include "store/ImportRecorder.h"
+#include "store/PictureTable.h"
+#include "store/RecordEraser.h"
+#include "store/RecordReader.h"
+#include "store/RecordWriter.h"
+
+namespace pim {
+
+// What the tables of both kinds of record share.
+struct TableServices {
+  Database& db;
+  FingerprintKey key;
+  ImportRecorder& recorder;
+  PictureTable& pictures;
+  std::function<NarrowString(WideStringView name)> pictureOf;  // one that is being saved
+  std::function<std::int64_t()> dataVersion;
+};
+
+constexpr StoredKind KindOf(const CContact&) { return StoredKind::Contact; }
+constexpr StoredKind KindOf(const CCalendar&) { return StoredKind::Item; }
+
+// The stored records of one kind, with what is known of their content. Runs inside the caller's
+// transaction.
+template <class Record, class Records>
+class RecordTable {
+ public:
+  RecordTable(TableServices& services, const RecordMap& map)
+      : services_(services),
+        map_(map),
+        writer_(services.db, map),
+        eraser_(services.db, map.table),
+        reader_(services.db, map) {}
+
+  ContentCache& contents() { return contents_; }
+  RecordReader& reader() { return reader_; }
+
+  bool Holds(std::int32_t key) { return writer_.Holds(key); }
+  bool NeedsPrints() const { return services_.recorder.IsOpen(); }
+  Fingerprint PrintOf(Record& record) const { return FingerprintOf(map_, &record, services_.key); }
+  // Of what is stored, the picture included.
+  Fingerprint StoredPrintOf(Record& record) {
+    const auto picture = record.tag > 0 ? PictureUnder(PhotoOf(record)) : std::nullopt;
+    return WithPicture(PrintOf(record), picture);
+  }
+
+  void Insert(std::span<const FreshRecord<Record>> records) {
+    std::vector<KeyedRecord> rows;
+    rows.reserve(records.size());
+    for (const auto& [record, print] : records) rows.push_back({record->tag, record});
+    writer_.Insert(rows);
+    for (const auto& [record, print] : records) {
+      given_.Add(record->tag);
+      const auto picture = KeepPicture(PhotoOf(*record));
+      services_.recorder.AddRecord(KindOf(*record), record->tag, WithPicture(print, picture));
+    }
+  }
+  void Update(std::int32_t key, Record& record) {
+    const WideString before = NamedBefore(record);
+    writer_.Update(key, &record);
+    KeepPicture(PhotoOf(record));
+    if (before != PhotoOf(record)) services_.pictures.Leave({before});
+  }
+  // Deletes the records from the first key to the last one, and gives how many there were. What is
+  // known of the others' content is learnt anew.
+  std::int32_t Erase(std::int32_t first, std::int32_t last) {
+    given_.Add(writer_.HighestKey());  // no key of a deleted record is given again
+    const std::int32_t erased = eraser_.Erase(first, last);
+    contents_.Drop();
+    return erased;
+  }
+
+  std::int32_t HighestKey() { return given_.HighestWith(writer_.HighestKey()); }
+  const GivenKeys& Given() const { return given_; }
+  ContentIndex* Contents(bool isWanted) {
+    return contents_.Get(isWanted, services_.dataVersion(), [this] {
+      ContentIndex index(
+          [this](WideStringView name) {
+            auto bytes = services_.pictures.Read(name);
+            return bytes ? std::move(*bytes) : services_.pictureOf(name);
+          },
+          services_.key);
+      VisitSome(reader_, 0, [&](Record& record) {
+        if (IsStoredKey(record.tag)) index.Add(record.tag, PrintOf(record), PhotoOf(record));
+        return true;
+      });
+      return index;
+    });
+  }
+
+  // Reads on until `visitor` gives false, some records at a time.
+  template <class Visitor>
+  static std::int32_t VisitSome(RecordReader& reader, std::int64_t filter, Visitor visitor) {
+    constexpr std::int32_t kVisitedAtOnce = 1024;
+    reader.Restart();
+    std::int32_t visited = 0;
+    for (;;) {
+      Records some;
+      if (!reader.ReadSome(filter, kVisitedAtOnce, NewIn(some))) return visited;
+      for (std::int32_t i = 0; i < some.GetCount(); ++i) {
+        ++visited;
+        if (!visitor(some[i])) return visited;
+      }
+    }
+  }
+
+  static RecordReader::NewRecord NewIn(Records& records) {
+    return [&records](std::int32_t key) -> void* {
+      Record& record = records.AddNew();
+      record.tag = key;
+      return &record;
+    };
+  }
+
+ private:
+  std::optional<Sha256> KeepPicture(WideStringView photo) {
+    if (photo.empty()) return std::nullopt;
+    const NarrowString bytes = services_.pictureOf(photo);
+    if (bytes.empty()) return PictureUnder(photo);
+    return services_.pictures.Put(photo, bytes);
+  }
+  std::optional<Sha256> PictureUnder(WideStringView photo) {
+    return photo.empty() ? std::nullopt : services_.pictures.DigestUnder(photo);
+  }
+  Fingerprint WithPicture(const Fingerprint& print, const std::optional<Sha256>& picture) const {
+    if (!picture) return print;
+    const std::string_view bytes(reinterpret_cast<const char*>(picture->data()), picture->size());
+    return Joined(print, FingerprintOf(bytes, services_.key));
+  }
+  WideString NamedBefore(const CContact& contact) { return services_.pictures.NameOf(contact.tag); }
+  WideString NamedBefore(const CCalendar&) { return {}; }
+
+  TableServices& services_;
+  const RecordMap& map_;
+  RecordWriter writer_;
+  RecordEraser eraser_;
+  RecordReader reader_;
+  ContentCache contents_;
+  GivenKeys given_;
+};
+
+using ContactTable = RecordTable<CContact, CContacts>;
+using ItemTable = RecordTable<CCalendar, CCalendars>;
+
+}  // namespace pim

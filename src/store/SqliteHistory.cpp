@@ -1,0 +1,127 @@
+#include "store/SqliteHistory.h"
+
+namespace pim {
+
+SqliteHistory::SqliteHistory(StoreTransactions& transactions, bool hasTables,
+                             TableServices& services, ContactTable& contacts, ItemTable& items)
+    : transactions_(transactions),
+      hasTables_(hasTables),
+      services_(services),
+      settings_(services.db),
+      imports_(services.db),
+      originals_(services.db),
+      contactOrigins_(services.db, StoredKind::Contact),
+      itemOrigins_(services.db, StoredKind::Item),
+      undo_(services, contacts, items) {}
+
+std::int32_t SqliteHistory::BeginImport(const ImportStart& start) {
+  return transactions_.Store(
+      [&] { return services_.recorder.Begin(start, transactions_.level()); });
+}
+
+bool SqliteHistory::BeginFile(std::string_view name, NarrowStringView bytes) {
+  return transactions_.Succeeds(
+      [&] { services_.recorder.BeginFile(name, bytes, transactions_.level()); });
+}
+
+bool SqliteHistory::AddLines(std::span<const RecordLines> lines) {
+  return transactions_.Succeeds([&] { services_.recorder.AddLines(lines); });
+}
+
+bool SqliteHistory::EndFile(const ImportCounts& counts, bool keepsBytes) {
+  return transactions_.Succeeds([&] { services_.recorder.EndFile(counts, keepsBytes); });
+}
+
+bool SqliteHistory::AddRefusedFile(std::string_view name, NarrowStringView bytes,
+                                   const ImportCounts& counts) {
+  return transactions_.Store([&] {
+    services_.recorder.AddRefusedFile(name, bytes, counts);
+    return 0;
+  }) == 0;
+}
+
+bool SqliteHistory::EndImport() {
+  return transactions_.Store([&] {
+    services_.recorder.End();
+    return 0;
+  }) == 0;
+}
+
+bool SqliteHistory::KeepsOriginals() {
+  bool keeps = true;
+  if (hasTables_)
+    static_cast<void>(transactions_.Succeeds([&] { keeps = settings_.KeepsOriginals(); }));
+  return keeps;
+}
+
+bool SqliteHistory::SetKeepsOriginals(bool keeps) {
+  return transactions_.Store([&] {
+    settings_.SetKeepsOriginals(keeps);
+    return 0;
+  }) == 0;
+}
+
+std::int32_t SqliteHistory::VisitImports(const std::function<bool(const ImportEntry&)>& visitor) {
+  if (!hasTables_) return 0;
+  return transactions_.Read([&](auto& guard) {
+    return imports_.Visit(
+        [&](const ImportEntry& entry) { return guard([&] { return visitor(entry); }); });
+  });
+}
+
+std::int32_t SqliteHistory::VisitFiles(std::optional<std::int32_t> import,
+                                       const std::function<bool(const ImportedFile&)>& visitor) {
+  if (!hasTables_ && !import) return 0;
+  return transactions_.Read([&](auto& guard) {
+    CheckImport(import);
+    return imports_.VisitFiles(
+        import, [&](const ImportedFile& file) { return guard([&] { return visitor(file); }); });
+  });
+}
+
+std::int32_t SqliteHistory::FindOrigin(StoredKind kind, std::int32_t key, RecordOrigin& origin) {
+  if (!hasTables_) return 0;
+  OriginTable& origins = kind == StoredKind::Contact ? contactOrigins_ : itemOrigins_;
+  return transactions_.Try([&] { return origins.Find(key, origin) ? 1 : 0; });
+}
+
+bool SqliteHistory::ReadOriginal(std::int64_t file,
+                                 const std::function<bool(NarrowStringView piece)>& take) {
+  return transactions_.Read([&](auto& guard) {
+    const std::optional<std::int64_t> original =
+        hasTables_ ? imports_.OriginalOf(file) : std::nullopt;
+    if (!original) services_.db.Fail("there is no imported file " + std::to_string(file));
+    originals_.Read(*original,
+                    [&](NarrowStringView piece) { return guard([&] { return take(piece); }); });
+    return 0;
+  }) == 0;
+}
+
+std::int32_t SqliteHistory::DropOriginals(std::optional<std::int32_t> import) {
+  return transactions_.Store([&] {
+    CheckImport(import);
+    return originals_.Drop(import);
+  });
+}
+
+std::int32_t SqliteHistory::Undo(const UndoOptions& options, UndoResult& result) {
+  if (options.dryRun) {
+    return transactions_.Read([&](auto&) {
+      if (!hasTables_) services_.db.Fail("no import is left to be undone");
+      undo_.Plan(options, result);
+      return 0;
+    });
+  }
+  return transactions_.Store([&] {
+    undo_.Plan(options, result);
+    undo_.Apply(result);
+    return 0;
+  });
+}
+
+void SqliteHistory::CheckImport(std::optional<std::int32_t> import) {
+  if (import && !(hasTables_ && imports_.StateOf(*import)))
+    services_.db.Fail("there is no import " + std::to_string(*import));
+}
+
+}  // namespace pim

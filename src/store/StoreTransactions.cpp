@@ -1,0 +1,24 @@
+#include "store/StoreTransactions.h"
+
+namespace pim {
+
+void StoreTransactions::Begin() {
+  db_.Begin();
+  ++level_;
+  for (TransactionMember* member : members_) member->Begun(level_);
+}
+
+void StoreTransactions::Commit() {
+  db_.Commit();
+  for (TransactionMember* member : members_) member->Committed(level_);
+  --level_;
+}
+
+bool StoreTransactions::Rollback() noexcept {
+  if (level_ == 0) return false;
+  for (TransactionMember* member : members_) member->RolledBack(level_);
+  --level_;
+  return db_.Rollback();
+}
+
+}  // namespace pim

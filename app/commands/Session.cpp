@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "app/input/Interrupt.h"
+#include "app/input/PictureStaging.h"
 #include "app/output/Output.h"
 #include "platform/AppData.h"
 #include "platform/CodePages.h"
@@ -29,12 +30,41 @@ std::string StorePath(const Options& options, StoreAccess access) {
   return own + "/pim.db";
 }
 
-SqliteStore Open(const std::string& path, StoreAccess access) {
+std::unique_ptr<SqliteStore> Open(const std::string& path, StoreAccess access) {
+  return std::make_unique<SqliteStore>(path, access, kLockWait, IsInterrupted);
+}
+
+std::unique_ptr<SqliteStore> OpenOrTell(const std::string& path, StoreAccess access) {
   try {
-    return SqliteStore(path, access, kLockWait, IsInterrupted);
+    return Open(path, access);
   } catch (const NoStoreError& error) {
     throw Failure(std::string(error.what()) +
                   "; 'pimvobj contacts import FILE' makes one, --store names another");
+  }
+}
+
+std::unique_ptr<SqliteStore> OpenIfThere(const std::string& path) {
+  try {
+    auto store = Open(path, StoreAccess::ReadOnly);
+    store->MakePictures(false);
+    return store;
+  } catch (const NoStoreError&) {
+    return nullptr;
+  }
+}
+
+// What a killed program has left. A store that can't be written keeps it for the next command.
+void ClearLeftovers(const std::string& path, StoreAccess access, SqliteStore& store) {
+  constexpr auto kShortWait = std::chrono::seconds(1);
+  ClearAbandonedPictures();
+  if (access != StoreAccess::ReadOnly) {
+    static_cast<void>(store.RemoveLeftPictures());
+  } else if (store.HasLeftPictures()) {
+    try {
+      SqliteStore writable(path, StoreAccess::Existing, kShortWait, IsInterrupted);
+      static_cast<void>(writable.RemoveLeftPictures());
+    } catch (const StoreError&) {
+    }
   }
 }
 
@@ -43,12 +73,25 @@ SqliteStore Open(const std::string& path, StoreAccess access) {
 Session::Session(const Options& options, StoreAccess access)
     : path_(StorePath(options, access)),
       isNew_(!PathExists(path_)),
-      store_(Open(path_, access)),
-      binding_(store_) {}
+      file_(OpenOrTell(path_, access)),
+      records_(file_.get()) {
+  if (!options.dryRun) ClearLeftovers(path_, access, *file_);
+  binding_.emplace(*records_);
+}
+
+Session::Session(const Options& options, Preview)
+    : path_(StorePath(options, StoreAccess::ReadOnly)),
+      isNew_(!PathExists(path_)),
+      file_(OpenIfThere(path_)) {
+  if (file_ == nullptr) empty_ = std::make_unique<MemoryStore>();
+  RecordStore& store = file_ != nullptr ? static_cast<RecordStore&>(*file_) : *empty_;
+  records_ = &preview_.emplace(store);
+  binding_.emplace(*records_);
+}
 
 void Session::Fail() const {
   CheckInterrupt();  // which ends the wait for a lock
-  throw Failure(store_.LastError());
+  throw Failure(records_->LastError());
 }
 
 }  // namespace pim::app

@@ -12,12 +12,10 @@
 #include <filesystem>
 #include <string_view>
 #include <thread>
-#include <unordered_set>
 
 #include "app/input/Interrupt.h"
 #include "app/output/Output.h"
 #include "pim/platform/Host.h"
-#include "pim/records/Contacts.h"
 #include "pim/support/FileNames.h"
 #include "platform/AppData.h"
 #include "platform/CodePages.h"
@@ -30,7 +28,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Holds a folder of waiting pictures as one that is in use, and names the store that it is for.
+// Holds a folder of waiting pictures as one that is in use.
 constexpr const char* kLockName = "/in-use";
 
 void MakeFolder(const std::string& path) {
@@ -61,10 +59,6 @@ class LockedFile {
       std::this_thread::sleep_for(kPause);
     }
   }
-  std::string Read() const { return ReadPictureFile(path_); }
-  void Write(std::string_view text) {
-    if (!WriteAll(file_.get(), text)) throw Failure(ShownName(path_) + ": " + std::strerror(errno));
-  }
 
  private:
   std::string path_;
@@ -85,64 +79,22 @@ std::vector<std::string> NamesIn(const std::string& folder) {
   return names;
 }
 
-std::string PicturesUnder(const std::string& root) {
-  SetAppDataFolder(root);
-  std::string folder = NativePath(GetCallerIdPath());
-  SetAppDataFolder({});
-  return folder;
+// Where imports' pictures wait, or nothing without an application-data folder.
+std::string WaitingFolder() {
+  const std::string appData = Utf8FromWide(AppDataFolder());
+  return appData.empty() ? appData : appData + "/pimvobj/incoming";
 }
 
-// A store's file as it stays under another name, and the path where it was: "DEVICE INODE PATH".
-std::string IdentityOf(const std::string& path) {
-  struct stat status = {};
-  if (stat(path.c_str(), &status) != 0) return {};
-  std::error_code error;
-  const fs::path canonical = fs::canonical(path, error);
-  return std::to_string(status.st_dev) + ' ' + std::to_string(status.st_ino) + ' ' +
-         (error ? path : canonical.string());
-}
+// A folder without its lock yet looks like an abandoned one, so imports begin one by one.
+constexpr const char* kBeginning = ".lock";
 
-std::string FileOf(const std::string& identity) {
-  return identity.substr(0, identity.find(' ', identity.find(' ') + 1));
-}
-
-// Whether the file of an identity is still where it was.
-bool IsThere(const std::string& identity) {
-  const std::string file = FileOf(identity);
-  return file.size() < identity.size() &&
-         FileOf(IdentityOf(identity.substr(file.size() + 1))) == file;
-}
-
-// Takes away the folders of imports that were killed, and the pictures that they had put in their
-// place for contacts of this store which were never stored. Another store's are left to its own
-// next import; of one that is elsewhere by now nobody can tell what its contacts name, so that the
-// pictures stay.
-void ClearAbandoned(SqliteStore& store, const std::string& identity, const std::string& waiting,
-                    const std::string& callerIdFolder) {
-  std::unordered_set<std::string> suspects;
-  std::vector<std::string> abandoned;
+void ClearAbandoned(const std::string& waiting) {
   for (const std::string& name : NamesIn(waiting)) {
     const std::string root = waiting + "/" + name;
     const LockedFile lock(root + kLockName);
-    if (!lock.IsLocked()) continue;
-    const std::string owner = lock.Read();
-    if (FileOf(owner) == FileOf(identity)) {
-      for (std::string& picture : NamesIn(PicturesUnder(root))) suspects.insert(std::move(picture));
-    } else if (IsThere(owner)) {
-      continue;
-    }
-    abandoned.push_back(root);
+    std::error_code error;
+    if (lock.IsLocked()) fs::remove_all(root, error);
   }
-  if (!suspects.empty()) {
-    const std::int32_t visited = store.VisitContacts([&](CContact& contact) {
-      suspects.erase(Utf8FromWide(contact.photo));
-      return true;
-    });
-    if (visited < 0) return;
-  }
-  std::error_code error;
-  for (const std::string& picture : suspects) fs::remove(callerIdFolder + "/" + picture, error);
-  for (const std::string& root : abandoned) fs::remove_all(root, error);
 }
 
 }  // namespace
@@ -178,65 +130,50 @@ std::string TemporaryFolder() {
 }
 
 struct PictureStaging::Staging {
-  Staging(const std::string& waiting, std::string_view identity)
+  explicit Staging(const std::string& waiting)
       : pictures(waiting), lock(pictures.root() + kLockName) {
     lock.Wait();
-    lock.Write(identity);
   }
 
   PrivatePictures pictures;
   LockedFile lock;
 };
 
-PictureStaging::PictureStaging(SqliteStore& store, const std::string& storePath) {
-  const std::string appData = Utf8FromWide(AppDataFolder());
-  if (appData.empty()) {
-    Complain("HOME isn't set, so pictures have no place and are left out");
-    return;
+PictureStaging::PictureStaging(SqliteStore& store) {
+  const std::string waiting = WaitingFolder();
+  if (waiting.empty()) {
+    staging_ = std::make_unique<Staging>(TemporaryFolder());
+  } else {
+    callerIdFolder_ = NativePath(GetCallerIdPath());
+    MakeFolder(callerIdFolder_);
+    MakeFolder(waiting);
+    LockedFile beginning(waiting + kBeginning);
+    beginning.Wait();
+    ClearAbandoned(waiting);
+    staging_ = std::make_unique<Staging>(waiting);
   }
-  callerIdFolder_ = NativePath(GetCallerIdPath());
-  waiting_ = appData + "/pimvobj/incoming";
-  MakeFolder(callerIdFolder_);
-  MakeFolder(waiting_);
-  // A folder without its lock yet looks like an abandoned one, so imports begin one by one.
-  LockedFile beginning(waiting_ + ".lock");
-  beginning.Wait();
-  const std::string identity = IdentityOf(storePath);
-  ClearAbandoned(store, identity, waiting_, callerIdFolder_);
-  staging_ = std::make_unique<Staging>(waiting_, identity);
   store.SetPictureReader([this](WideStringView name) {
-    NarrowString bytes = ReadPictureFile(InFolder(staging_->pictures.folder(), name));
-    return bytes.empty() ? ReadPictureFile(InFolder(callerIdFolder_, name)) : bytes;
+    return ReadPictureFile(InFolder(staging_->pictures.folder(), name));
   });
 }
 
-PictureStaging::~PictureStaging() {
-  std::error_code error;
-  for (const std::string& path : published_) fs::remove(path, error);
-}
+PictureStaging::~PictureStaging() = default;
 
 void PictureStaging::Publish(const std::vector<WideString>& names) {
-  if (staging_ == nullptr) return;
-  for (const WideString& name : names) {
-    const std::string from = InFolder(staging_->pictures.folder(), name);
-    if (!PathExists(from)) continue;
-    const std::string to = InFolder(callerIdFolder_, name);
-    published_.push_back(to);  // also what a failure leaves of it
-    std::error_code error;
-    fs::create_hard_link(from, to, error);
-    if (error) fs::copy_file(from, to, error);  // a file system without links
-    if (error) throw Failure(ShownName(to) + ": " + error.message());
+  const std::string& folder = staging_->pictures.folder();
+  std::error_code error;
+  if (!callerIdFolder_.empty()) {
+    for (const WideString& name : names)
+      fs::rename(InFolder(folder, name), InFolder(callerIdFolder_, name), error);
   }
-  if (!names.empty() && !SyncFileSystem(callerIdFolder_))
-    throw Failure(ShownName(callerIdFolder_) + ": " + std::strerror(errno));
+  for (const std::string& name : NamesIn(folder)) fs::remove(folder + "/" + name, error);
 }
 
-void PictureStaging::Committed() {
-  published_.clear();
-  if (staging_ == nullptr) return;
-  std::error_code error;
-  for (const std::string& name : NamesIn(staging_->pictures.folder()))
-    fs::remove(staging_->pictures.folder() + "/" + name, error);
+void ClearAbandonedPictures() {
+  const std::string waiting = WaitingFolder();
+  if (waiting.empty() || NamesIn(waiting).empty()) return;
+  const LockedFile beginning(waiting + kBeginning);
+  if (beginning.IsLocked()) ClearAbandoned(waiting);
 }
 
 }  // namespace pim::app

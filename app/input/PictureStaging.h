@@ -34,32 +34,29 @@ class PrivatePictures {
 // The folder for what a command reads and doesn't keep.
 std::string TemporaryFolder();
 
-// Pictures of an import: they wait in a folder of their own, beside the caller-ID folder, until the
-// contacts that name them are stored. A picture is put in its place ahead of the commit, so that no
-// stored contact names one that isn't there, and the waiting copy goes behind it; what a killed
-// import left is sorted out by the next one into the same store. Imports into any stores may run
-// side by side.
+// Pictures of an import: they wait in a folder of their own until the contacts that name them are
+// stored, pictures included, and then become the caller-ID folder's copies. What a killed import
+// left there is taken away by the next command. Imports into any stores may run side by side.
 class PictureStaging {
  public:
-  // `storePath` is the open store's file. Throws Failure.
-  PictureStaging(SqliteStore& store, const std::string& storePath);
+  // Has the store find the pictures of contacts that are being saved. Throws Failure.
+  explicit PictureStaging(SqliteStore& store);
   PictureStaging(const PictureStaging&) = delete;
   PictureStaging& operator=(const PictureStaging&) = delete;
   ~PictureStaging();
 
-  // Puts the pictures of that name, as far as they wait here, into the caller-ID folder. Throws
-  // Failure.
+  // The contacts that have pictures of these names are stored: the pictures go to their place, what
+  // else waits goes. One that can't is made when it is needed.
   void Publish(const std::vector<WideString>& names);
-  // The contacts that name the published pictures are stored.
-  void Committed();
 
  private:
   struct Staging;
 
-  std::string callerIdFolder_;
-  std::string waiting_;                 // the folder of all imports' waiting pictures
-  std::unique_ptr<Staging> staging_;    // null when there is no application-data folder
-  std::vector<std::string> published_;  // paths that go again unless Committed is called
+  std::string callerIdFolder_;  // empty when there is no application-data folder
+  std::unique_ptr<Staging> staging_;
 };
+
+// Takes away the pictures that waited in imports which have been killed.
+void ClearAbandonedPictures();
 
 }  // namespace pim::app

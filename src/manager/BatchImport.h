@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <utility>
+#include <vector>
 
 #include "manager/Observe.h"
 #include "pim/records/RecordStore.h"
@@ -17,9 +19,9 @@ inline constexpr std::size_t kBatchBytes = std::size_t{256} * 1024;
 
 // Reads a text into the store in batches, inside one transaction, so that memory doesn't grow with
 // the number of records. `Batches` names its Reader and has records(), the collection being read;
-// Store(), which stores all that is in it and empties it; failed(); and RaiseFailure() for a text
-// that is rejected. Gives the number stored, or -1; the store is as before then, and also when this
-// throws.
+// Store(saved), which stores all that is in it, adds it to `saved` and empties it; failed(); and
+// RaiseFailure() for a text that is rejected. Gives the number stored, or -1; the store is as
+// before then, and also when this throws.
 template <class Batches, class Counts>
 std::int32_t ImportInBatches(std::int32_t db, NarrowStringView text, Batches& batches,
                              Counts& counts, const std::function<void(const Counts&)>& progress,
@@ -34,6 +36,12 @@ std::int32_t ImportInBatches(std::int32_t db, NarrowStringView text, Batches& ba
   auto& records = batches.records();
   typename Batches::Reader reader(records);
   Observe(reader, observer);
+  std::vector<SavedRecord> saved;
+  const auto save = [&] {
+    saved.clear();
+    batches.Store(saved);
+    if (observer.saved && !batches.failed()) observer.saved(saved);
+  };
   bool accepted = true;
   do {
     const std::size_t size = std::min(text.size(), kBatchBytes);
@@ -45,7 +53,7 @@ std::int32_t ImportInBatches(std::int32_t db, NarrowStringView text, Batches& ba
     if (!accepted) break;
     if (records.GetCount() > 1) {  // the last record stays open for the text that follows
       auto open = records.TakeLast();
-      batches.Store();
+      save();
       records.Add(std::move(open));
     }
     if (progress) progress(counts);
@@ -56,7 +64,7 @@ std::int32_t ImportInBatches(std::int32_t db, NarrowStringView text, Batches& ba
     counts.stored = 0;
     batches.RaiseFailure();
   }
-  batches.Store();
+  save();
   if (batches.failed() || !transaction || !transaction->Commit()) {
     counts.stored = 0;
     return -1;

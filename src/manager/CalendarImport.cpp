@@ -25,13 +25,20 @@ class CalendarBatches {
   CCalendars& records() { return items_; }
   bool failed() const { return failed_; }
   [[noreturn]] void RaiseFailure() const { RaiseVCalendarFailure(); }
-  void Store() {
-    items_.DeleteIf([this](const CCalendar& item) { return !IsKept(flow_, item); });
+  void Store(std::vector<SavedRecord>& saved) {
+    items_.DeleteIf([&](const CCalendar& item) {
+      const std::int64_t index = next_++;
+      if (!IsKept(flow_, item)) return true;
+      saved.push_back({index, 0});
+      return false;
+    });
     for (std::int32_t i = 0; i < items_.GetCount(); ++i) items_[i].tag = kUnsavedTag;
     counts_.kept += items_.GetCount();
     const std::int32_t stored = items_.SaveToDB(db_, saveFlag_);
     failed_ = failed_ || stored < 0;
     counts_.stored += std::max(stored, 0);
+    for (std::size_t i = 0; i < saved.size(); ++i)
+      saved[i].key = items_[static_cast<std::int32_t>(i)].tag;
     items_.DeleteAll();
   }
 
@@ -41,6 +48,7 @@ class CalendarBatches {
   bool saveFlag_;
   CalendarImportCounts& counts_;
   CCalendars items_;
+  std::int64_t next_ = 0;  // the index of the first of them in the text
   bool failed_ = false;
 };
 

@@ -21,14 +21,16 @@ class ContactBatches {
   CContacts& records() { return contacts_; }
   bool failed() const { return failed_; }
   [[noreturn]] void RaiseFailure() const { RaiseVCardFailure(); }
-  void Store() {
+  void Store(std::vector<SavedRecord>& saved) {
     for (std::int32_t i = 0; i < contacts_.GetCount(); ++i) contacts_[i].tag = kUnsavedTag;
     const std::int32_t stored = contacts_.SaveToDB(db_, saveOption_, saveFlag_);
     failed_ = failed_ || stored < 0;
     counts_.stored += std::max(stored, 0);
     if (saveOption_ == -1 && !linker_.Link(contacts_)) counts_.linked = false;
-    for (std::int32_t i = 0; i < contacts_.GetCount(); ++i)
+    for (std::int32_t i = 0; i < contacts_.GetCount(); ++i) {
       if (!contacts_[i].photo.empty()) counts_.pictures.push_back(contacts_[i].photo.str());
+      saved.push_back({next_++, contacts_[i].tag});
+    }
     contacts_.DeleteAll();
   }
 
@@ -39,6 +41,7 @@ class ContactBatches {
   ContactImportCounts& counts_;
   GroupLinker linker_;
   CContacts contacts_;
+  std::int64_t next_ = 0;  // the index of the first of them in the text
   bool failed_ = false;
 };
 

@@ -93,6 +93,18 @@ class SqliteStore::Impl final : public RecordStore {
   std::int32_t NamesPicture(WideStringView name) {
     return transactions_.Try([&] { return pictures_.IsNamed(name) ? 1 : 0; });
   }
+  NarrowString ReadPicture(WideStringView name) {
+    std::optional<NarrowString> bytes;
+    if (hasTables_)
+      static_cast<void>(transactions_.Succeeds([&] { bytes = pictures_.Read(name); }));
+    return bytes ? std::move(*bytes) : NarrowString();
+  }
+  bool HasLeftPictures() {
+    bool hasSome = false;
+    if (hasTables_)
+      static_cast<void>(transactions_.Succeeds([&] { hasSome = !pictures_.Left().empty(); }));
+    return hasSome;
+  }
   std::int32_t RemoveLeftPictures();
 
   std::int32_t LoadContacts(CContacts& contacts) override {
@@ -336,6 +348,10 @@ std::int64_t SqliteStore::PicturesNotMade() const { return impl_->copies().NotMa
 std::string SqliteStore::PictureProblem() const { return impl_->copies().Problem(); }
 
 std::int32_t SqliteStore::NamesPicture(WideStringView name) { return impl_->NamesPicture(name); }
+
+NarrowString SqliteStore::ReadPicture(WideStringView name) { return impl_->ReadPicture(name); }
+
+bool SqliteStore::HasLeftPictures() { return impl_->HasLeftPictures(); }
 
 std::int32_t SqliteStore::RemoveLeftPictures() { return impl_->RemoveLeftPictures(); }
 

@@ -67,6 +67,10 @@ class PIM_EXPORT SqliteStore final : public ForwardingStore {
 
   // Whether a stored contact names the picture: 1 or 0, or -1 when the store fails.
   [[nodiscard]] std::int32_t NamesPicture(WideStringView name);
+  // The bytes that the store keeps of the picture of that name; nothing where it keeps none.
+  [[nodiscard]] NarrowString ReadPicture(WideStringView name);
+  // Whether RemoveLeftPictures has something to do.
+  [[nodiscard]] bool HasLeftPictures();
   // Removes from GetCallerIdPath() the pictures of contacts that have been deleted or taken back,
   // once that is committed; a program that ended in between leaves them to the next call. Gives how
   // many files were removed, or -1 when the store fails.

@@ -53,14 +53,14 @@ Times TimesOf(Session& session) {
 }
 
 // Read twice, once for the widths of the columns, so that the list can be larger than memory.
-void PrintTable(Session& session, const Times& began) {
+void PrintTable(Session& session, Times began) {
   Table table({"File", "Import", "When", "Bytes", "Kept", "SHA-256", "Name"},
               std::numeric_limits<std::size_t>::max());
   const LocalTimes times;
   const auto cells = [&](const ImportedFile& file) -> std::vector<std::string> {
     return {std::to_string(file.number),
             std::to_string(file.import),
-            times.Moment(DateOfSeconds(began.at(file.import))),
+            times.Moment(DateOfSeconds(began[file.import])),
             std::to_string(file.bytes),
             file.isKept ? "yes" : "no",
             Sha256Text(file.sha256),
@@ -77,7 +77,7 @@ void PrintTable(Session& session, const Times& began) {
              [&](const ImportedFile& file) { Print(table.Line(cells(file))); });
 }
 
-void PrintJson(Session& session, const Times& began) {
+void PrintJson(Session& session, Times began) {
   JsonWriter json;
   bool isEmpty = true;
   Print("{\"files\": [");
@@ -86,7 +86,7 @@ void PrintJson(Session& session, const Times& began) {
     json.StartObject();
     json.Field("number", file.number);
     json.Field("import", file.import);
-    json.Utf8Field("began", UtcText(began.at(file.import)));
+    json.Utf8Field("began", UtcText(began[file.import]));
     WriteNameOf(file, json);
     json.EndObject();
     Print(std::exchange(isEmpty, false) ? "\n" : ",\n");
@@ -198,7 +198,7 @@ std::vector<KeptFile> KeptFiles(Session& session, const Options& options, std::i
     isCalendar.emplace(import.number, !import.start.command.starts_with("contacts"));
   std::vector<KeptFile> kept;
   VisitFiles(session, options.import, [&](const ImportedFile& file) {
-    file.isKept ? kept.push_back({file.number, SafeName(file.name, isCalendar.at(file.import))})
+    file.isKept ? kept.push_back({file.number, SafeName(file.name, isCalendar[file.import])})
                 : static_cast<void>(++others);
   });
   return kept;
@@ -210,8 +210,8 @@ int ListOriginals(const Options& options) {
   Session session(options, StoreAccess::ReadOnly);
   const StoreReading reading(session.store());
   if (!reading.IsOpen()) session.Fail();
-  const Times began = TimesOf(session);
-  options.listForm == ListForm::Json ? PrintJson(session, began) : PrintTable(session, began);
+  options.listForm == ListForm::Json ? PrintJson(session, TimesOf(session))
+                                     : PrintTable(session, TimesOf(session));
   if (!HistoryOf(session).KeepsOriginals())
     Complain("imports keep no copies; 'pimvobj original on' has them do so");
   return kDone;
@@ -256,7 +256,7 @@ int KeepOriginals(const Options& options, bool keeps) {
   const std::int64_t kept = keeps ? 0 : CountKept(session);
   if (kept != 0) {
     line += "; " + Counted(kept, "original") + " kept so far " + (kept == 1 ? "stays" : "stay") +
-            ", 'pimvobj original drop' removes them";
+            "; 'pimvobj original drop' removes what is kept";
   }
   if (session.isNew()) line += "; the store is " + ShownName(session.path());
   Print(line + "\n");

@@ -175,6 +175,13 @@ COleDateTime StoredItems::TimeOf(const CCalendar& item) const {
   return kind_ == CalendarType::Memo ? item.modified_time : item.start_time;
 }
 
+int TellPicturesNotMade(Session& session) {
+  const std::int64_t count = session.store().PicturesNotMade();
+  if (count == 0) return kDone;
+  Complain(Counted(count, "picture") + " couldn't be made: " + session.store().PictureProblem());
+  return kFailed;
+}
+
 void TellNoSuchKey(RecordKind kind, std::int32_t key) {
   Complain("no stored " + std::string(NounOf(kind).one) + " has the key " + std::to_string(key));
 }

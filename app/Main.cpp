@@ -5,10 +5,15 @@
 #include "app/commands/CommandLine.h"
 #include "app/commands/Delete.h"
 #include "app/commands/Export.h"
+#include "app/commands/History.h"
 #include "app/commands/Import.h"
 #include "app/commands/Inspect.h"
 #include "app/commands/List.h"
+#include "app/commands/OriginalLines.h"
+#include "app/commands/Originals.h"
 #include "app/commands/Show.h"
+#include "app/commands/StoreTidy.h"
+#include "app/commands/Undo.h"
 #include "app/input/Interrupt.h"
 #include "app/output/Output.h"
 #include "pim/platform/FileError.h"
@@ -37,6 +42,24 @@ int Run(const Options& options) {
       return ShowFiles(options);
     case Action::Inspect:
       return InspectFiles(options);
+    case Action::History:
+      return PrintHistory(options);
+    case Action::Undo:
+      return UndoImport(options);
+    case Action::ListOriginals:
+      return ListOriginals(options);
+    case Action::ExportOriginals:
+      return ExportOriginals(options);
+    case Action::ShowOriginal:
+      return ShowOriginal(options);
+    case Action::DropOriginals:
+      return DropOriginals(options);
+    case Action::OriginalsOn:
+      return KeepOriginals(options, true);
+    case Action::OriginalsOff:
+      return KeepOriginals(options, false);
+    case Action::TidyStore:
+      return TidyStore(options);
   }
   return kWrongUsage;
 }

@@ -5,27 +5,20 @@
 #include <algorithm>
 #include <array>
 #include <filesystem>
-#include <initializer_list>
 #include <iterator>
 #include <utility>
 
 #include "app/commands/CommandTable.h"
 #include "app/commands/Help.h"
 #include "app/commands/Nearest.h"
-#include "app/labels/Labels.h"
+#include "app/commands/OptionValues.h"
 #include "app/output/Output.h"
-#include "pim/platform/Host.h"
 #include "support/Ascii.h"
 
 namespace pim::app {
 namespace {
 
 using Words = std::vector<std::string_view>;
-
-struct GivenOption {
-  Option id;
-  std::string value;
-};
 
 // The command line taken apart: options with their values, and the words between them.
 struct Parts {
@@ -39,8 +32,6 @@ struct Parts {
 
 // Numbers that no letter has, for options that have none.
 constexpr int kFirstNumber = 256;
-
-std::string DashedName(const OptionRow& row) { return "--" + std::string(row.name); }
 
 // What was typed can't be taken as an option; `word` is that argument.
 [[noreturn]] void FailAtOption(const std::string& word) {
@@ -111,14 +102,15 @@ Parts TakeApart(int argc, char** argv) {
   return parts;
 }
 
-// A command that needs a noun ahead of it: the one of the files that it was given.
-std::string WithItsNoun(const std::vector<std::string>& words) {
+// A command that needs a noun ahead of it: its only one, or that of the files that it was given.
+std::string WithItsNoun(const std::vector<std::string>& words, Family family) {
   const auto isCalendar = [](const std::string& word) {
     const std::string extension = std::filesystem::path(word).extension().string();
     return EqualsIgnoringCase(extension, ".vcs") || EqualsIgnoringCase(extension, ".ics");
   };
-  std::string line =
-      std::any_of(words.begin() + 1, words.end(), isCalendar) ? "calendar" : "contacts";
+  if (std::any_of(words.begin() + 1, words.end(), isCalendar) && family == Family::Contacts)
+    family = Family::Items;
+  std::string line = std::ranges::find(Nouns(), family, &NounRow::family)->word;
   for (const std::string& word : words) line += " " + word;
   return line;
 }
@@ -128,11 +120,11 @@ std::string WithItsNoun(const std::vector<std::string>& words) {
   Words choices;
   for (const NounRow& noun : Nouns()) choices.emplace_back(noun.word);
   for (const CommandRow& command : Commands()) {
-    if (command.family == Family::Files) {
+    if (command.family == Family::NoNoun) {
       choices.emplace_back(command.verb);
     } else if (word == command.verb) {
       throw WrongUsage("'" + word + "' needs to know of what; did you mean 'pimvobj " +
-                       ShownName(WithItsNoun(words)) + "'?");
+                       ShownName(WithItsNoun(words, command.family)) + "'?");
     }
   }
   throw WrongUsage("unknown command '" + ShownName(word) + "'" + Suggestion(word, choices));
@@ -150,7 +142,7 @@ void TakeCommand(std::vector<std::string>& words, HelpPlace& place) {
   if (words.empty()) return;
   const auto noun = std::ranges::find(Nouns(), std::string_view(words.front()), &NounRow::word);
   if (noun == Nouns().end()) {
-    place.command = FindCommand(Family::Files, words.front());
+    place.command = FindCommand(Family::NoNoun, words.front());
     if (place.command == nullptr) FailAtFirstWord(words);
     words.erase(words.begin());
     return;
@@ -158,7 +150,7 @@ void TakeCommand(std::vector<std::string>& words, HelpPlace& place) {
   place.noun = &*noun;
   words.erase(words.begin());
   if (words.empty()) return;
-  const Family family = FamilyOf(noun->kind);
+  const Family family = noun->family;
   place.command = FindCommand(family, words.front());
   if (place.command == nullptr) {
     Words choices;
@@ -168,133 +160,6 @@ void TakeCommand(std::vector<std::string>& words, HelpPlace& place) {
                      Suggestion(words.front(), choices));
   }
   words.erase(words.begin());
-}
-
-// One of the words that an option's value may be.
-template <class Value>
-Value Choice(const OptionRow& row, const std::string& value,
-             std::initializer_list<std::pair<std::string_view, Value>> choices) {
-  Words words;
-  std::string all;
-  for (const auto& [word, meaning] : choices) {
-    if (word == value) return meaning;
-    words.push_back(word);
-    all.append(all.empty()                               ? ""
-               : word == std::prev(choices.end())->first ? " or "
-                                                         : ", ")
-        .append(word);
-  }
-  throw WrongUsage(DashedName(row) + " takes " + all + ", not '" + ShownName(value) + "'" +
-                   Suggestion(value, words));
-}
-
-std::vector<std::string> Parted(const std::string& list) {
-  std::vector<std::string> parts;
-  for (std::size_t at = 0;;) {
-    const std::size_t comma = list.find(',', at);
-    parts.push_back(list.substr(at, comma - at));
-    if (comma == std::string::npos) return parts;
-    at = comma + 1;
-  }
-}
-
-void CheckLanguage(const std::string& name) {
-  if (FindLabels(name) != nullptr) return;
-  std::string all;
-  for (const LabelFile& file : LabelFiles())
-    all.append(all.empty() ? "" : ", ").append(file.language);
-  throw WrongUsage("no labels for language '" + ShownName(name) + "'; there are " + all);
-}
-
-void Set(Options& options, const GivenOption& given) {
-  const OptionRow& row = RowOf(given.id);
-  const std::string& value = given.value;
-  if (row.value != nullptr && value.empty()) throw WrongUsage(DashedName(row) + " is empty");
-  if ((given.id == Option::Rejects || given.id == Option::Report) && value == "-")
-    throw WrongUsage(DashedName(row) + " takes the name of a file");
-  switch (given.id) {
-    case Option::All:
-      options.all = true;
-      break;
-    case Option::As:
-      options.form = Choice<TextForm>(
-          row, value, {{"vcard", TextForm::VCard}, {"vcalendar", TextForm::VCalendar}});
-      break;
-    case Option::CodePage:
-      if (!SetDefaultCodePage(value))
-        throw WrongUsage("unknown code page '" + ShownName(value) + "'");
-      break;
-    case Option::Csv:
-      options.listForm = ListForm::Csv;
-      break;
-    case Option::DryRun:
-      options.dryRun = true;
-      break;
-    case Option::Fields:
-      options.fields = Parted(value);
-      break;
-    case Option::Force:
-      options.force = true;
-      break;
-    case Option::Group:
-      options.group = value;
-      break;
-    case Option::Json:
-      options.listForm = ListForm::Json;
-      break;
-    case Option::JsonLines:
-      options.listForm = ListForm::JsonLines;
-      break;
-    case Option::KeepDuplicates:
-      options.keepDuplicates = true;
-      break;
-    case Option::Labels:
-      options.labels = value;
-      break;
-    case Option::Lang:
-      CheckLanguage(value);
-      options.language = value;
-      break;
-    case Option::Losses:
-      options.losses = true;
-      break;
-    case Option::NoGroups:
-      options.noGroups = true;
-      break;
-    case Option::NoName:
-      options.noName = true;
-      break;
-    case Option::Output:
-      options.output = value;
-      break;
-    case Option::Quiet:
-      options.quiet = true;
-      break;
-    case Option::Rejects:
-      options.rejects = value;
-      break;
-    case Option::Report:
-      options.report = value;
-      break;
-    case Option::Sort:
-      options.order = Choice<ListOrder>(
-          row, value,
-          {{"name", ListOrder::Name}, {"key", ListOrder::Key}, {"time", ListOrder::Time}});
-      break;
-    case Option::Store:
-      options.store = value;
-      break;
-    case Option::Strict:
-      options.strict = true;
-      break;
-    case Option::ToTheLetter:
-      options.toTheLetter = true;
-      break;
-    case Option::Help:
-    case Option::SkipDuplicates:
-    case Option::Version:
-      break;
-  }
 }
 
 // Pairs of which a command line holds one at most.
@@ -323,12 +188,17 @@ void CheckOptions(const Parts& parts, const HelpPlace& place) {
   }
   if (parts.Has(Option::Strict) && !parts.Has(Option::Losses))
     throw WrongUsage("--strict goes with --losses");
+  if (place.command->action == Action::Import && parts.Has(Option::Json) &&
+      !parts.Has(Option::DryRun))
+    throw WrongUsage("--json goes with --dry-run");
 }
 
 void CheckOperands(const std::vector<std::string>& operands, const HelpPlace& place) {
   const CommandRow& command = *place.command;
   if (operands.size() < command.fewest)
     throw WrongUsage("'" + place.Words() + "' needs " + command.operands);
+  if (operands.size() > command.most)
+    throw WrongUsage("extra operand '" + ShownName(operands[command.most]) + "'");
   if (std::ranges::find(operands, std::string()) != operands.end())
     throw WrongUsage("an operand is empty");
 }
@@ -356,12 +226,12 @@ std::optional<Options> ReadParts(Parts& parts, HelpPlace& place, int& status) {
   }
   CheckOptions(parts, place);
   Options options;
-  for (const GivenOption& given : parts.options) Set(options, given);
+  for (const GivenOption& given : parts.options) SetOption(options, given);
   CheckOperands(parts.words, place);
   options.operands = std::move(parts.words);
   options.action = place.command->action;
   options.command = place.Words();
-  if (place.noun != nullptr) options.kind = place.noun->kind;
+  if (place.noun != nullptr && place.noun->kind) options.kind = *place.noun->kind;
   return options;
 }
 

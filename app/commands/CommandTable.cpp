@@ -12,13 +12,17 @@ constexpr OptionRow kOptions[] = {
     {Option::CodePage, 0, "code-page", "NAME",
      "Charset of texts that name none, such as CP1252 (default: UTF-8)"},
     {Option::Csv, 0, "csv", nullptr, "Print comma-separated values (RFC 4180)"},
+    {Option::Delete, 0, "delete", nullptr, "Remove them"},
     {Option::DryRun, 'n', "dry-run", nullptr, "Tell what would be done, and do nothing"},
     {Option::Fields, 0, "fields", "NAME,...", "Which fields, in this order; \"help\" names them"},
-    {Option::Force, 'f', "force", nullptr, "Replace a file, or add to a folder that isn't empty"},
+    {Option::Force, 'f', "force", nullptr,
+     "Replace a file, or add to a folder that isn't empty; undo: take what was changed since, too"},
     {Option::Group, 0, "group", "NAME",
      "Those in this group; import: put all of them into it, not into the file's own"},
     {Option::Help, 'h', "help", nullptr, "Print this help"},
-    {Option::Json, 0, "json", nullptr, "Print all there is as one JSON object"},
+    {Option::Import, 0, "import", "N", "Those of that import alone, by its number in the history"},
+    {Option::Json, 0, "json", nullptr,
+     "Print all there is as one JSON object; import: goes with --dry-run"},
     {Option::JsonLines, 0, "jsonl", nullptr, "Print whole records as JSON, one a line"},
     {Option::KeepDuplicates, 0, "keep-duplicates", nullptr,
      "Store also what equals a stored record (default: it is left out)"},
@@ -27,6 +31,7 @@ constexpr OptionRow kOptions[] = {
     {Option::Losses, 0, "losses", nullptr, "Tell each line that isn't kept, or not as it is"},
     {Option::NoGroups, 0, "no-groups", nullptr, "Leave the cards' group names out"},
     {Option::NoName, 0, "no-name", nullptr, "Those that have no name or summary"},
+    {Option::NoOriginals, 0, "no-originals", nullptr, "Keep no copy of the files' bytes"},
     {Option::Output, 'o', "output", "FILE", "Write into this file (- for standard output)"},
     {Option::Quiet, 'q', "quiet", nullptr, "Show no progress"},
     {Option::Rejects, 0, "rejects", "FILE",
@@ -56,17 +61,21 @@ constexpr Option kCommon[] = {Option::Store,       Option::CodePage, Option::Lan
                               Option::ToTheLetter, Option::Help,     Option::Version};
 
 constexpr NounRow kNouns[] = {
-    {"contacts", RecordKind::Contacts, "contact", "Contacts, as vCard 2.1"},
-    {"calendar", RecordKind::Calendar, "event", "Events, as vCalendar 1.0"},
-    {"todo", RecordKind::Todo, "to-do", "To-dos, as vCalendar 1.0"},
-    {"memo", RecordKind::Memo, "memo", "Memos, as vCalendar 1.0"},
+    {"contacts", Family::Contacts, RecordKind::Contacts, "contact", "Contacts, as vCard 2.1"},
+    {"calendar", Family::Items, RecordKind::Calendar, "event", "Events, as vCalendar 1.0"},
+    {"todo", Family::Items, RecordKind::Todo, "to-do", "To-dos, as vCalendar 1.0"},
+    {"memo", Family::Items, RecordKind::Memo, "memo", "Memos, as vCalendar 1.0"},
+    {"original", Family::Original, std::nullopt, "original", "Copies of imported files"},
+    {"store", Family::Store, std::nullopt, "store", "The store and what belongs to it"},
 };
 
 constexpr Option kContactImport[] = {
-    Option::Group,   Option::NoGroups, Option::KeepDuplicates, Option::SkipDuplicates,
-    Option::Rejects, Option::Report,   Option::Force};
-constexpr Option kItemImport[] = {Option::KeepDuplicates, Option::SkipDuplicates, Option::Rejects,
-                                  Option::Report, Option::Force};
+    Option::Group,  Option::NoGroups,   Option::KeepDuplicates, Option::SkipDuplicates,
+    Option::DryRun, Option::Json,       Option::Rejects,        Option::Report,
+    Option::Force,  Option::NoOriginals};
+constexpr Option kItemImport[] = {Option::KeepDuplicates, Option::SkipDuplicates, Option::DryRun,
+                                  Option::Json,           Option::Rejects,        Option::Report,
+                                  Option::Force,          Option::NoOriginals};
 constexpr Option kContactExport[] = {Option::Group, Option::NoName, Option::Output, Option::Force};
 constexpr Option kItemExport[] = {Option::All, Option::NoName, Option::Output, Option::Force};
 constexpr Option kContactList[] = {Option::Group, Option::NoName,    Option::Sort, Option::Fields,
@@ -78,6 +87,10 @@ constexpr Option kItemCount[] = {Option::NoName};
 constexpr Option kPreview[] = {Option::Labels};
 constexpr Option kContactDelete[] = {Option::Group, Option::DryRun};
 constexpr Option kItemDelete[] = {Option::DryRun};
+constexpr Option kJson[] = {Option::Json};
+constexpr Option kOfImport[] = {Option::Import};
+constexpr Option kTidy[] = {Option::Delete, Option::Json};
+constexpr Option kUndo[] = {Option::DryRun, Option::Force, Option::Json};
 constexpr Option kShowFile[] = {Option::All, Option::Labels};
 constexpr Option kCheck[] = {Option::Json, Option::As};
 constexpr Option kInspect[] = {Option::Json, Option::As, Option::Losses, Option::Strict};
@@ -96,10 +109,12 @@ constexpr CommandRow kCommands[] = {
      "Read vCard files into the store", kContactImport,
      "pimvobj contacts import backup.vcf\n"
      "pimvobj contacts import phone/ --group Phone\n"
+     "pimvobj contacts import backup.vcf --dry-run\n"
      "unzip -p backup.zip contacts.vcf | pimvobj contacts import -\n"
      "pimvobj contacts import damaged.vcf --rejects rejects.vcf",
      "A PATH is a file, a folder (its .vcf files, subfolders too) or - for standard input. A file "
-     "goes in wholly or not at all, but for what --rejects puts aside."},
+     "goes in wholly or not at all, but for what --rejects puts aside. 'pimvobj undo' takes an "
+     "import back."},
     {Family::Contacts, Action::Export, "export", "DIR|FILE.vcf|- [WORD...]", 0, kAnyNumber,
      "Write contacts as vCard: one file each into DIR, or all into one file", kContactExport,
      "pimvobj contacts export cards/\n"
@@ -130,7 +145,8 @@ constexpr CommandRow kCommands[] = {
      "pimvobj {noun} import calendar.vcs\n"
      "pimvobj {noun} import phone/",
      "A PATH is a file, a folder (its .vcs and .ics files, subfolders too) or - for standard "
-     "input. A file goes in wholly or not at all, but for what --rejects puts aside."},
+     "input. A file goes in wholly or not at all, but for what --rejects puts aside. 'pimvobj "
+     "undo' takes an import back."},
     {Family::Items, Action::Export, "export", "FILE|- [WORD...]", 0, kAnyNumber,
      "Write {one}s into one vCalendar file", kItemExport,
      "pimvobj {noun} export all.vcs\n"
@@ -151,19 +167,87 @@ constexpr CommandRow kCommands[] = {
      "Show stored {one}s in a few lines", kPreview, "pimvobj {noun} show 3", ""},
     {Family::Items, Action::Delete, "delete", "KEY...", 1, kAnyNumber, "Delete stored {one}s",
      kItemDelete, "pimvobj {noun} delete 3 4", ""},
-    {Family::Files, Action::Check, "check", "FILE...", 1, kAnyNumber,
+    {Family::Original, Action::ListOriginals, "list", "", 0, 0,
+     "List the files of all imports: their size, SHA-256, and whether a copy is kept", kJson,
+     "pimvobj original list\n"
+     "pimvobj original list --json | jq -r '.files[] | .sha256'",
+     ""},
+    {Family::Original, Action::ExportOriginals, "export", "DIR", 1, 1,
+     "Write the kept files, byte for byte, into a folder", kOfImport,
+     "pimvobj original export originals/\n"
+     "pimvobj original export originals/ --import 3",
+     "Each gets its own name, without what a file name may not hold. Nothing is replaced: where "
+     "something has that name, a counter tells them apart."},
+    {Family::Original,
+     Action::ShowOriginal,
+     "show",
+     "contact|calendar|todo|memo KEY",
+     2,
+     2,
+     "Show the lines of a file that a stored record came from",
+     {},
+     "pimvobj original show contact 17\n"
+     "pimvobj original show todo 3 > lines.vcs",
+     "A terminal gets each line behind its number, with control bytes made visible; a file or "
+     "pipe gets the bytes alone, as they stand in the file."},
+    {Family::Original, Action::DropOriginals, "drop", "", 0, 0,
+     "Remove the kept copies; the history stays", kOfImport,
+     "pimvobj original drop\n"
+     "pimvobj original drop --import 3",
+     "A copy that another import has read too, byte for byte, is gone for both."},
+    {Family::Original,
+     Action::OriginalsOn,
+     "on",
+     "",
+     0,
+     0,
+     "Have imports keep a copy of each file, as they do at first",
+     {},
+     "pimvobj original on",
+     ""},
+    {Family::Original,
+     Action::OriginalsOff,
+     "off",
+     "",
+     0,
+     0,
+     "Have imports keep no copies from now on",
+     {},
+     "pimvobj original off",
+     "Copies that are kept already stay; 'pimvobj original drop' removes them."},
+    {Family::Store, Action::TidyStore, "tidy", "", 0, 0,
+     "Name pictures that no contact of the store has, and remove them with --delete", kTidy,
+     "pimvobj store tidy\n"
+     "pimvobj store tidy --delete",
+     "All stores of one user have the copies of their pictures in one folder, so that those of "
+     "another store are named too. Removed ones are made again when their store needs them, "
+     "unless an earlier version of this program was the last to open it: then they are lost."},
+    {Family::NoNoun, Action::History, "history", "", 0, 0,
+     "Tell what was imported, and what was taken back", kJson,
+     "pimvobj history\n"
+     "pimvobj history --json | jq '.imports[-1].files'",
+     "The last import stands last. An interrupted one holds what it had stored until then."},
+    {Family::NoNoun, Action::Undo, "undo", "[N]", 0, 1,
+     "Take an import back: the last one that stands, or that with the number N", kUndo,
+     "pimvobj undo\n"
+     "pimvobj undo 3 --dry-run\n"
+     "pimvobj undo 3 --force",
+     "The records that it brought go, with the groups that it made. What was changed since stays "
+     "and is named, with exit status 1; --force takes that too. 'pimvobj history' tells the "
+     "numbers."},
+    {Family::NoNoun, Action::Check, "check", "FILE...", 1, kAnyNumber,
      "Tell what of files would not come back from an export", kCheck,
      "pimvobj check backup.vcf\n"
      "pimvobj check calendar.vcs --json | jq '.differences[].field'",
      "Each record is read, written and read again. Exit status 4 when one doesn't come back as it "
      "was. A FILE may be - for standard input. No store is touched."},
-    {Family::Files, Action::Inspect, "inspect", "FILE...", 1, kAnyNumber,
+    {Family::NoNoun, Action::Inspect, "inspect", "FILE...", 1, kAnyNumber,
      "Show what files hold, record by record", kInspect,
      "pimvobj inspect backup.vcf\n"
      "pimvobj inspect backup.vcf --json | jq '.contacts[0]'\n"
      "pimvobj inspect backup.vcf --losses",
      "A FILE may be - for standard input. No store is touched."},
-    {Family::Files, Action::ShowFile, "show", "FILE...", 1, kAnyNumber,
+    {Family::NoNoun, Action::ShowFile, "show", "FILE...", 1, kAnyNumber,
      "Show the first vObject of a file in a few lines", kShowFile,
      "pimvobj show card.vcf\n"
      "pimvobj show --all calendar.vcs --lang ja",
@@ -184,10 +268,10 @@ std::span<const CommandRow> Commands() { return kCommands; }
 
 const NounRow& NounOf(RecordKind kind) { return *std::ranges::find(kNouns, kind, &NounRow::kind); }
 
-std::string Filled(std::string_view text, RecordKind kind) {
+std::string Filled(std::string_view text, const NounRow& noun) {
   std::string filled(text);
-  Replace(filled, "{noun}", NounOf(kind).word);
-  Replace(filled, "{one}", NounOf(kind).one);
+  Replace(filled, "{noun}", noun.word);
+  Replace(filled, "{one}", noun.one);
   return filled;
 }
 

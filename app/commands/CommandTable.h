@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -18,11 +19,13 @@ enum class Option : std::uint8_t {
   As,
   CodePage,
   Csv,
+  Delete,
   DryRun,
   Fields,
   Force,
   Group,
   Help,
+  Import,
   Json,
   JsonLines,
   KeepDuplicates,
@@ -31,6 +34,7 @@ enum class Option : std::uint8_t {
   Losses,
   NoGroups,
   NoName,
+  NoOriginals,
   Output,
   Quiet,
   Rejects,
@@ -57,26 +61,31 @@ inline const OptionRow& RowOf(Option option) {
   return OptionRows()[static_cast<std::size_t>(option)];
 }
 
+// As it is typed.
+inline std::string DashedName(const OptionRow& row) { return std::string("--") + row.name; }
+
 // Those that every command takes.
 std::span<const Option> CommonOptions();
+
+// Commands that belong together.
+enum class Family : std::uint8_t { Contacts, Items, Original, Store, NoNoun };
 
 // The first word of most commands.
 struct NounRow {
   const char* word;
-  RecordKind kind;
-  const char* one;  // "contact"
+  Family family;
+  std::optional<RecordKind> kind;  // of the stored records that its commands are about
+  const char* one;                 // "contact"
   const char* summary;
 };
 std::span<const NounRow> Nouns();
 const NounRow& NounOf(RecordKind kind);
 
-enum class Family : std::uint8_t { Contacts, Items, Files };
-
 inline constexpr std::size_t kAnyNumber = static_cast<std::size_t>(-1);
 
 // A command. In its texts {noun} stands for the noun's word and {one} for one of its records.
 struct CommandRow {
-  Family family;  // Files: the command has no noun
+  Family family;
   Action action;
   const char* verb;
   const char* operands;  // as help shows them; empty for none
@@ -90,10 +99,6 @@ struct CommandRow {
 std::span<const CommandRow> Commands();
 
 // The text with {noun} and {one} filled in.
-std::string Filled(std::string_view text, RecordKind kind);
-
-constexpr Family FamilyOf(RecordKind kind) {
-  return kind == RecordKind::Contacts ? Family::Contacts : Family::Items;
-}
+std::string Filled(std::string_view text, const NounRow& noun);
 
 }  // namespace pim::app

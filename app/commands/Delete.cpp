@@ -1,17 +1,11 @@
 #include "app/commands/Delete.h"
 
-#include <unistd.h>
-
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
 
 #include "app/commands/CommandTable.h"
 #include "app/commands/Kinds.h"
 #include "app/commands/StoredRecords.h"
 #include "app/output/Output.h"
-#include "pim/support/FileNames.h"
-#include "platform/Files.h"
 
 namespace pim::app {
 namespace {
@@ -44,41 +38,29 @@ std::vector<std::int32_t> KeysToDelete(Session& session, const Options& options,
   return StoredKeys(items, options, allThere);
 }
 
-// The contacts that named them are gone for good by now, so that what stays is told and no more.
-std::size_t RemovePictures(const std::vector<WideString>& names) {
-  std::size_t removed = 0;
-  for (const WideString& name : names) {
-    const std::string path = NativePath(GetCallerIdPath().append(u"\\").append(name));
-    if (unlink(path.c_str()) == 0) {
-      ++removed;
-    } else if (errno != ENOENT) {
-      Complain(ShownName(path) + ": can't be removed: " + std::strerror(errno));
-    }
-  }
-  return removed;
-}
-
 }  // namespace
 
 int DeleteRecords(const Options& options) {
   if (options.operands.empty() == !options.group) throw WrongUsage("name either keys or a group");
   KeysOf(options.operands);  // wrong ones are told ahead of everything else
   Session session(options, options.dryRun ? StoreAccess::ReadOnly : StoreAccess::Existing);
+  session.store().MakePictures(false);
   bool allThere = true;
   const std::vector<std::int32_t> keys = KeysToDelete(session, options, allThere);
   const std::string deleted =
       Counted(static_cast<long long>(keys.size()), NounOf(options.kind).one);
-  std::vector<WideString> pictures;
+  std::int32_t pictures = 0;
   if (!options.dryRun) {
+    std::vector<WideString> left;  // which the store knows by itself
     const std::int32_t count = options.kind == RecordKind::Contacts
-                                   ? session.store().DeleteContacts(keys, pictures)
+                                   ? session.store().DeleteContacts(keys, left)
                                    : session.store().DeleteCalendars(keys);
     if (count < 0) session.Fail();
+    pictures = session.store().RemoveLeftPictures();
   }
-  const std::size_t removed = RemovePictures(pictures);
   Print(deleted + (options.dryRun ? " would be deleted" : " deleted") +
-        (removed == 0 ? "" : ", with " + Counted(static_cast<long long>(removed), "picture")) +
-        "\n");
+        (pictures <= 0 ? "" : ", with " + Counted(pictures, "picture")) + "\n");
+  if (pictures < 0) session.Fail();
   return allThere ? kDone : kFailed;
 }
 

@@ -170,8 +170,10 @@ int ExportContacts(const Options& options) {
   Target target = TargetOf(options, "a folder, a file.vcf, or - for standard output");
   Session session(options, StoreAccess::ReadOnly);
   StoredContacts contacts(session, std::move(target.filter));
-  return options.output || NamesFile(target.path) ? ExportToFile(contacts, target, options)
-                                                  : ExportToFolder(contacts, target.path, options);
+  const int status = options.output || NamesFile(target.path)
+                         ? ExportToFile(contacts, target, options)
+                         : ExportToFolder(contacts, target.path, options);
+  return Worse(status, TellPicturesNotMade(session));
 }
 
 int ExportItems(const Options& options) {

@@ -78,10 +78,12 @@ std::string OptionList(std::span<const Option> options) {
 
 std::string CommandHelp(const HelpPlace& place) {
   const CommandRow& command = *place.command;
-  const RecordKind kind = place.noun != nullptr ? place.noun->kind : RecordKind::Contacts;
-  std::string text = Filled(command.summary, kind) + ".\n\nExamples:\n" +
-                     Indented(Filled(command.examples, kind)) + "\nUsage:\n  pimvobj " +
-                     place.Words() + " [OPTION...]";
+  const auto filled = [&place](std::string_view text) {
+    return place.noun != nullptr ? Filled(text, *place.noun) : std::string(text);
+  };
+  std::string text = filled(command.summary) + ".\n\nExamples:\n" +
+                     Indented(filled(command.examples)) + "\nUsage:\n  pimvobj " + place.Words() +
+                     " [OPTION...]";
   if (*command.operands != '\0') text.append(" ").append(command.operands);
   text += "\n\n";
   if (*command.remarks != '\0') text += Wrapped(command.remarks) + "\n";
@@ -92,9 +94,9 @@ std::string CommandHelp(const HelpPlace& place) {
 std::string CommandList(const NounRow& noun) {
   Columns columns;
   for (const CommandRow& command : Commands()) {
-    if (command.family != FamilyOf(noun.kind)) continue;
-    columns.Add(Filled(std::string(command.verb) + " " + command.operands, noun.kind),
-                Filled(command.summary, noun.kind));
+    if (command.family != noun.family) continue;
+    columns.Add(Filled(std::string(command.verb) + " " + command.operands, noun),
+                Filled(command.summary, noun));
   }
   return columns.Text();
 }
@@ -102,11 +104,11 @@ std::string CommandList(const NounRow& noun) {
 std::string NounHelp(const NounRow& noun) {
   std::string examples;
   for (const CommandRow& command : Commands()) {
-    if (command.family != FamilyOf(noun.kind)) continue;
+    if (command.family != noun.family) continue;
     const std::string_view all = command.examples;
     examples.append(all.substr(0, all.find('\n'))).append("\n");
   }
-  return std::string(noun.summary) + ".\n\nExamples:\n" + Indented(Filled(examples, noun.kind)) +
+  return std::string(noun.summary) + ".\n\nExamples:\n" + Indented(Filled(examples, noun)) +
          "\nCommands:\n" + CommandList(noun) + "\n'pimvobj " + noun.word +
          " COMMAND --help' tells the options of each.\n";
 }
@@ -127,13 +129,13 @@ std::string ProgramHelp() {
   for (const NounRow& noun : Nouns()) {
     std::string verbs;
     for (const CommandRow& command : Commands()) {
-      if (command.family == FamilyOf(noun.kind))
+      if (command.family == noun.family)
         verbs.append(verbs.empty() ? ": " : ", ").append(command.verb);
     }
     columns.Add(noun.word, noun.summary + verbs);
   }
   for (const CommandRow& command : Commands()) {
-    if (command.family == Family::Files)
+    if (command.family == Family::NoNoun)
       columns.Add(std::string(command.verb) + " " + command.operands, command.summary);
   }
   return std::string(kAbout) + "\nExamples:\n" + Indented(kExamples) + "\nCommands:\n" +

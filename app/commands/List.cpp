@@ -235,6 +235,12 @@ int PrintCount(StoredRecords<Record>& records) {
   return kDone;
 }
 
+// Whether a list names pictures' files, which are to be there then.
+bool TellsPictures(const Options& options) {
+  return options.listForm == ListForm::Json || options.listForm == ListForm::JsonLines ||
+         std::ranges::find(options.fields, "picture") != options.fields.end();
+}
+
 }  // namespace
 
 int ListRecords(const Options& options) {
@@ -246,9 +252,10 @@ int ListRecords(const Options& options) {
   if (isContacts) {
     const auto fields = ChosenFields<CContact>(options, UsualContactFields());
     Session session(options, StoreAccess::ReadOnly);
+    session.store().MakePictures(TellsPictures(options));
     StoredContacts contacts(session, options.FilterFrom(0));
     Lister<CContact>(contacts, fields, options).Print();
-    return kDone;
+    return TellPicturesNotMade(session);
   }
   const CalendarType kind = CalendarKindOf(options.kind);
   const auto fields = ChosenFields<CCalendar>(options, UsualItemFields(kind));
@@ -269,6 +276,7 @@ int CountRecords(const Options& options) {
   }
   const Filter filter = options.FilterFrom(0);
   Session session(options, StoreAccess::ReadOnly);
+  session.store().MakePictures(false);
   if (isContacts) {
     StoredContacts contacts(session, filter);
     return PrintCount(contacts);

@@ -19,7 +19,16 @@ enum class Action : std::uint8_t {
   ShowRecords,
   Delete,
   ShowFile,
-  Inspect
+  Inspect,
+  History,
+  Undo,
+  ListOriginals,
+  ExportOriginals,
+  ShowOriginal,
+  DropOriginals,
+  OriginalsOn,
+  OriginalsOff,
+  TidyStore
 };
 enum class ListForm : std::uint8_t { Table, Json, JsonLines, Csv };
 enum class ListOrder : std::uint8_t { Key, Name, Time };
@@ -44,6 +53,7 @@ struct Options {
   std::optional<std::string> output;   // where an export goes
   std::optional<std::string> rejects;  // import: where rejected records go, the others being taken
   std::optional<std::string> report;   // import: where the account of all lines goes
+  std::optional<std::int32_t> import;  // whose originals alone
   std::optional<TextForm> form;
   std::optional<std::string> language;  // of labels and titles
   std::optional<std::string> labels;    // a file of the user's own
@@ -51,12 +61,14 @@ struct Options {
   ListForm listForm = ListForm::Table;
   ListOrder order = ListOrder::Key;
   bool all = false;
+  bool deletes = false;  // what is found
   bool dryRun = false;
   bool force = false;
   bool keepDuplicates = false;
   bool losses = false;  // tell what becomes of each line, not the records
   bool noGroups = false;
   bool noName = false;
+  bool noOriginals = false;
   bool quiet = false;
   bool strict = false;       // a loss is a failure
   bool toTheLetter = false;  // what is written need not read back

@@ -1,13 +1,13 @@
 #include "app/commands/StoredRecords.h"
 
 #include <algorithm>
-#include <charconv>
 #include <limits>
 #include <optional>
 #include <utility>
 
 #include "app/commands/CommandTable.h"
 #include "app/commands/Nearest.h"
+#include "app/commands/OptionValues.h"
 #include "app/input/Interrupt.h"
 #include "app/output/FoldedText.h"
 #include "app/output/Output.h"
@@ -175,6 +175,13 @@ COleDateTime StoredItems::TimeOf(const CCalendar& item) const {
   return kind_ == CalendarType::Memo ? item.modified_time : item.start_time;
 }
 
+int TellPicturesNotMade(Session& session) {
+  const std::int64_t count = session.store().PicturesNotMade();
+  if (count == 0) return kDone;
+  Complain(Counted(count, "picture") + " couldn't be made: " + session.store().PictureProblem());
+  return kFailed;
+}
+
 void TellNoSuchKey(RecordKind kind, std::int32_t key) {
   Complain("no stored " + std::string(NounOf(kind).one) + " has the key " + std::to_string(key));
 }
@@ -182,14 +189,12 @@ void TellNoSuchKey(RecordKind kind, std::int32_t key) {
 std::vector<std::int32_t> KeysOf(const std::vector<std::string>& operands) {
   std::vector<std::int32_t> keys;
   for (const std::string& operand : operands) {
-    std::int32_t key = 0;
-    const char* end = operand.data() + operand.size();
-    const auto [behind, error] = std::from_chars(operand.data(), end, key);
-    if (error != std::errc() || behind != end || key <= 0) {
+    const std::optional<std::int32_t> key = PositiveNumber(operand);
+    if (!key) {
       throw WrongUsage("'" + ShownName(operand) +
                        "' is no key; a key is a number of list's first column");
     }
-    keys.push_back(key);
+    keys.push_back(*key);
   }
   return keys;
 }

@@ -120,6 +120,10 @@ class StoredItems final : public StoredRecords<CCalendar> {
 // The keys that a command line names. Throws WrongUsage for what is no key.
 std::vector<std::int32_t> KeysOf(const std::vector<std::string>& operands);
 
+// Complains of pictures that the store couldn't make where they are looked for. Gives the exit
+// status.
+int TellPicturesNotMade(Session& session);
+
 void TellNoSuchKey(RecordKind kind, std::int32_t key);
 
 }  // namespace pim::app

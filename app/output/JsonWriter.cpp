@@ -104,9 +104,11 @@ void JsonWriter::Value(const COleDateTimeSpan& span) {
   Int64(std::llround(span.value * 86400));
 }
 
+void JsonWriter::Utf8(std::string_view text) { Value(WideStringView(WideFromUtf8(text))); }
+
 std::string JsonText(std::string_view text) {
   JsonWriter json;
-  json.Value(WideStringView(WideFromUtf8(text)));
+  json.Utf8(text);
   return std::string(json.text());
 }
 

@@ -31,6 +31,7 @@ class JsonWriter : private rapidjson::Writer<rapidjson::StringBuffer> {
 
   void Value(std::int32_t number) { Int(number); }
   void Value(std::uint32_t number) { Uint(number); }
+  void Value(std::int64_t number) { Int64(number); }
   void Value(std::uint8_t number) { Uint(number); }
   void Value(bool value) { Bool(value); }
   void Value(WideStringView text);
@@ -40,11 +41,17 @@ class JsonWriter : private rapidjson::Writer<rapidjson::StringBuffer> {
   // Whole seconds, or "invalid".
   void Value(const COleDateTimeSpan& span);
   void Null() { Base::Null(); }
+  // A text in UTF-8; what is no UTF-8 becomes U+FFFD.
+  void Utf8(std::string_view text);
 
   template <class T>
   void Field(std::string_view key, const T& value) {
     Key(key);
     Value(value);
+  }
+  void Utf8Field(std::string_view key, std::string_view text) {
+    Key(key);
+    Utf8(text);
   }
   // An array; write(entry) writes each of its values.
   template <class List, class Write>
@@ -65,6 +72,9 @@ class JsonWriter : private rapidjson::Writer<rapidjson::StringBuffer> {
     buffer_.Clear();
     Reset(buffer_);
   }
+  // Forgets the text in the midst of a value, which goes on: for one that is printed piece by
+  // piece.
+  void ClearText() { buffer_.Clear(); }
 
  private:
   void Ascii(std::string_view text);

@@ -1,5 +1,6 @@
 #include "app/output/LocalTimes.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <cstdlib>
@@ -73,6 +74,27 @@ std::string LocalTimes::Text(const COleDateTime& utc, bool withTime) const {
       !SystemTimeToTzSpecificLocalTime(zone_, stored, local))
     return kNoSuchDate;
   return withTime ? DayText(local) + ClockText(local) + OffsetText(stored, local) : DayText(local);
+}
+
+COleDateTime DateOfSeconds(std::int64_t since1970) {
+  constexpr std::chrono::seconds kFromDayZero =
+      std::chrono::sys_days(std::chrono::year{1970} / 1 / 1) - kDayZero;
+  COleDateTime date;
+  SYSTEMTIME time;
+  constexpr std::int64_t kFarthest = std::int64_t{1} << 40;  // beyond all dates
+  const std::int64_t seconds = std::clamp(since1970, -kFarthest, kFarthest) + kFromDayZero.count();
+  if (!SystemTimeFromSeconds(seconds, time) || !SystemTimeToVariantTime(time, date.value))
+    date.status = StatusInvalid;
+  return date;
+}
+
+std::string UtcText(std::int64_t since1970) {
+  const auto fields = DateOfSeconds(since1970).GetFields();
+  if (!fields) return "invalid";
+  std::array<char, 32> text{};
+  std::snprintf(text.data(), text.size(), "%04d-%02d-%02dT%02d:%02d:%02dZ", fields->year,
+                fields->month, fields->day, fields->hour, fields->minute, fields->second);
+  return text.data();
 }
 
 std::string PlainDay(const COleDateTime& date) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include "pim/support/DateTime.h"
@@ -28,6 +29,11 @@ class LocalTimes {
 
   TIME_ZONE_INFORMATION zone_;
 };
+
+// A moment in seconds since 1970, UTC. Not valid where COleDateTime has none.
+COleDateTime DateOfSeconds(std::int64_t since1970);
+// "2010-01-05T12:00:00Z", or "invalid".
+std::string UtcText(std::int64_t since1970);
 
 // A day without a zone: "2010-12-31"; empty for null.
 std::string PlainDay(const COleDateTime& date);

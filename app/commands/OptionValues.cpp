@@ -1,0 +1,170 @@
+#include "app/commands/OptionValues.h"
+
+#include <charconv>
+#include <initializer_list>
+#include <iterator>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "app/commands/Nearest.h"
+#include "app/labels/Labels.h"
+#include "app/output/Output.h"
+#include "pim/platform/Host.h"
+
+namespace pim::app {
+namespace {
+
+using Words = std::vector<std::string_view>;
+
+// One of the words that an option's value may be.
+template <class Value>
+Value Choice(const OptionRow& row, const std::string& value,
+             std::initializer_list<std::pair<std::string_view, Value>> choices) {
+  Words words;
+  std::string all;
+  for (const auto& [word, meaning] : choices) {
+    if (word == value) return meaning;
+    words.push_back(word);
+    all.append(all.empty()                               ? ""
+               : word == std::prev(choices.end())->first ? " or "
+                                                         : ", ")
+        .append(word);
+  }
+  throw WrongUsage(DashedName(row) + " takes " + all + ", not '" + ShownName(value) + "'" +
+                   Suggestion(value, words));
+}
+
+std::vector<std::string> Parted(const std::string& list) {
+  std::vector<std::string> parts;
+  for (std::size_t at = 0;;) {
+    const std::size_t comma = list.find(',', at);
+    parts.push_back(list.substr(at, comma - at));
+    if (comma == std::string::npos) return parts;
+    at = comma + 1;
+  }
+}
+
+void CheckLanguage(const std::string& name) {
+  if (FindLabels(name) != nullptr) return;
+  std::string all;
+  for (const LabelFile& file : LabelFiles())
+    all.append(all.empty() ? "" : ", ").append(file.language);
+  throw WrongUsage("no labels for language '" + ShownName(name) + "'; there are " + all);
+}
+
+}  // namespace
+
+void SetOption(Options& options, const GivenOption& given) {
+  const OptionRow& row = RowOf(given.id);
+  const std::string& value = given.value;
+  if (row.value != nullptr && value.empty()) throw WrongUsage(DashedName(row) + " is empty");
+  if ((given.id == Option::Rejects || given.id == Option::Report) && value == "-")
+    throw WrongUsage(DashedName(row) + " takes the name of a file");
+  switch (given.id) {
+    case Option::All:
+      options.all = true;
+      break;
+    case Option::As:
+      options.form = Choice<TextForm>(
+          row, value, {{"vcard", TextForm::VCard}, {"vcalendar", TextForm::VCalendar}});
+      break;
+    case Option::CodePage:
+      if (!SetDefaultCodePage(value))
+        throw WrongUsage("unknown code page '" + ShownName(value) + "'");
+      break;
+    case Option::Csv:
+      options.listForm = ListForm::Csv;
+      break;
+    case Option::Delete:
+      options.deletes = true;
+      break;
+    case Option::DryRun:
+      options.dryRun = true;
+      break;
+    case Option::Fields:
+      options.fields = Parted(value);
+      break;
+    case Option::Force:
+      options.force = true;
+      break;
+    case Option::Group:
+      options.group = value;
+      break;
+    case Option::Import:
+      options.import = PositiveNumber(value);
+      if (!options.import) {
+        throw WrongUsage(DashedName(row) + " takes the number of an import, not '" +
+                         ShownName(value) + "'");
+      }
+      break;
+    case Option::Json:
+      options.listForm = ListForm::Json;
+      break;
+    case Option::JsonLines:
+      options.listForm = ListForm::JsonLines;
+      break;
+    case Option::KeepDuplicates:
+      options.keepDuplicates = true;
+      break;
+    case Option::Labels:
+      options.labels = value;
+      break;
+    case Option::Lang:
+      CheckLanguage(value);
+      options.language = value;
+      break;
+    case Option::Losses:
+      options.losses = true;
+      break;
+    case Option::NoGroups:
+      options.noGroups = true;
+      break;
+    case Option::NoName:
+      options.noName = true;
+      break;
+    case Option::NoOriginals:
+      options.noOriginals = true;
+      break;
+    case Option::Output:
+      options.output = value;
+      break;
+    case Option::Quiet:
+      options.quiet = true;
+      break;
+    case Option::Rejects:
+      options.rejects = value;
+      break;
+    case Option::Report:
+      options.report = value;
+      break;
+    case Option::Sort:
+      options.order = Choice<ListOrder>(
+          row, value,
+          {{"name", ListOrder::Name}, {"key", ListOrder::Key}, {"time", ListOrder::Time}});
+      break;
+    case Option::Store:
+      options.store = value;
+      break;
+    case Option::Strict:
+      options.strict = true;
+      break;
+    case Option::ToTheLetter:
+      options.toTheLetter = true;
+      break;
+    case Option::Help:
+    case Option::SkipDuplicates:
+    case Option::Version:
+      break;
+  }
+}
+
+std::optional<std::int32_t> PositiveNumber(const std::string& text) {
+  std::int32_t number = 0;
+  const char* end = text.data() + text.size();
+  const auto [behind, error] = std::from_chars(text.data(), end, number);
+  if (error != std::errc() || behind != end || number <= 0) return std::nullopt;
+  return number;
+}
+
+}  // namespace pim::app

@@ -163,14 +163,14 @@ void TakeCommand(std::vector<std::string>& words, HelpPlace& place) {
 }
 
 // Pairs of which a command line holds one at most.
-constexpr std::pair<Option, Option> kEitherOr[] = {
-    {Option::Group, Option::NoGroups},
-    {Option::Json, Option::Csv},
-    {Option::Json, Option::JsonLines},
-    {Option::JsonLines, Option::Csv},
-    {Option::Json, Option::Fields},
-    {Option::JsonLines, Option::Fields},
-    {Option::KeepDuplicates, Option::SkipDuplicates}};
+constexpr std::pair<Option, Option> kEitherOr[] = {{Option::Group, Option::NoGroups},
+                                                   {Option::Json, Option::Csv},
+                                                   {Option::Json, Option::JsonLines},
+                                                   {Option::JsonLines, Option::Csv},
+                                                   {Option::Json, Option::Fields},
+                                                   {Option::JsonLines, Option::Fields},
+                                                   {Option::KeepDuplicates, Option::SkipDuplicates},
+                                                   {Option::DryRun, Option::Report}};
 
 void CheckOptions(const Parts& parts, const HelpPlace& place) {
   for (const GivenOption& given : parts.options) {
@@ -203,6 +203,11 @@ void CheckOperands(const std::vector<std::string>& operands, const HelpPlace& pl
     throw WrongUsage("an operand is empty");
 }
 
+// What changes the result of a command; of the common options only the charset does.
+bool IsWorthKeeping(Option id) {
+  return id == Option::CodePage || std::ranges::find(CommonOptions(), id) == CommonOptions().end();
+}
+
 std::optional<Options> ReadParts(Parts& parts, HelpPlace& place, int& status) {
   status = kDone;
   if (parts.Has(Option::Version)) {
@@ -226,7 +231,12 @@ std::optional<Options> ReadParts(Parts& parts, HelpPlace& place, int& status) {
   }
   CheckOptions(parts, place);
   Options options;
-  for (const GivenOption& given : parts.options) SetOption(options, given);
+  for (const GivenOption& given : parts.options) {
+    SetOption(options, given);
+    const OptionRow& row = RowOf(given.id);
+    const std::string value = row.value != nullptr ? "=" + given.value : "";
+    if (IsWorthKeeping(given.id)) options.given.push_back(DashedName(row) + value);
+  }
   CheckOperands(parts.words, place);
   options.operands = std::move(parts.words);
   options.action = place.command->action;

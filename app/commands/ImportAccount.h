@@ -26,6 +26,8 @@ class ImportAccount {
   // Nothing of the file so far counts.
   void TakeBack();
   void EndFile();
+  // What became of its lines.
+  const AccountTotals& FileTotals() const { return file_.totals; }
   // The file is imported: its lines count.
   void CountFile();
 

@@ -5,15 +5,15 @@
 #include <iterator>
 #include <utility>
 
+#include "app/commands/ImportPreview.h"
+#include "app/commands/RefusedRecords.h"
 #include "app/input/Inputs.h"
 #include "app/input/Interrupt.h"
 #include "app/input/TextReading.h"
-#include "app/output/Fields.h"
-#include "app/output/ItemText.h"
 #include "app/output/Output.h"
 #include "pim/records/ContactGroups.h"
 #include "pim/support/ParseFailure.h"
-#include "platform/CodePages.h"
+#include "support/CallerIdPictures.h"
 
 namespace pim::app {
 namespace {
@@ -30,34 +30,6 @@ bool AreOneFile(const std::string& one, const std::string& other) {
   return whole(one) == whole(other);
 }
 
-long long RecordsIn(const RejectedParts& rejected) {
-  return std::ranges::count_if(rejected.parts,
-                               [](const RejectedPart& part) { return part.object.has_value(); });
-}
-
-// The lines of a text by those of the text without its rejected parts.
-class LineMap {
- public:
-  explicit LineMap(const std::vector<RejectedPart>& parts) {
-    std::int64_t left = 0;
-    for (const RejectedPart& part : parts) {
-      left += part.lastLine - part.firstLine + 1;
-      rows_.push_back({part.lastLine + 1 - left, left});
-    }
-  }
-  std::int64_t Original(std::int64_t line) const {
-    const auto next = std::ranges::upper_bound(rows_, line, {}, &Row::first);
-    return next == rows_.begin() ? line : line + std::prev(next)->left;
-  }
-
- private:
-  struct Row {
-    std::int64_t first;  // line behind a part
-    std::int64_t left;   // lines that are left out ahead of it
-  };
-  std::vector<Row> rows_;
-};
-
 }  // namespace
 
 Importer::Importer(const Options& options, std::vector<std::string_view> extensions,
@@ -67,11 +39,27 @@ Importer::Importer(const Options& options, std::vector<std::string_view> extensi
       noun_(noun),
       form_(form),
       mark_(mark),
-      session_(options, StoreAccess::Create),
+      session_(options.dryRun ? Session(options, Session::Preview())
+                              : Session(options, StoreAccess::Create)),
       progress_(options.quiet),
-      account_(form, options.report, options.force) {
-  if (options.rejects) rejects_.emplace(*options.rejects, options.force);
-  if (form == TextForm::VCard) pictures_.emplace(session_.store(), session_.path());
+      account_(form, options.report, options.force),
+      diary_(options.dryRun ? PreviewDiary(session_, options, form, progress_)
+                            : HistoryDiary(session_, options)) {
+  if (options.rejects && !options.dryRun) rejects_.emplace(*options.rejects, options.force);
+  if (form == TextForm::VCard) SetPictureReader();
+}
+
+// One that is only looked at puts pictures where temporary files are.
+void Importer::SetPictureReader() {
+  if (!options_.dryRun) {
+    pictures_.emplace(session_.store());
+    return;
+  }
+  looked_.emplace(TemporaryFolder());
+  session_.preview()->SetPictureReader([this](WideStringView name) {
+    NarrowString bytes = ReadCallerIdPicture(name);
+    return bytes.empty() && session_.hasFile() ? session_.store().ReadPicture(name) : bytes;
+  });
 }
 
 int Importer::Run() {
@@ -86,10 +74,13 @@ int Importer::Run() {
     ImportFile(file);
     if (std::chrono::steady_clock::now() >= commitAt_) Commit();
   }
+  if (hasBegun_ || options_.dryRun) diary_->End();
   Commit();
   progress_.Clear();
-  Print(Summary(GroupCount() - groupsBefore));
-  Print(account_.Summary());
+  if (options_.listForm != ListForm::Json) {
+    Print(Summary(GroupCount() - groupsBefore));
+    Print(account_.Summary());
+  }
   account_.Publish();
   return status_;
 }
@@ -97,15 +88,19 @@ int Importer::Run() {
 // Told in one line: what the files held, and what else was done.
 std::string Importer::Summary(long long newGroups) const {
   const long long there = done_.inText - done_.stored - done_.otherKind - done_.refused;
-  std::string line = Counted(done_.stored, noun_) + " imported: " + std::to_string(done_.inText) +
-                     " in " + Counted(done_.files, "file") + ", " + std::to_string(done_.stored) +
-                     " new, " + std::to_string(there) + " already there, " +
-                     std::to_string(done_.refused) + " refused";
+  std::string line = Counted(done_.stored, noun_) +
+                     (options_.dryRun ? " would be imported: " : " imported: ") +
+                     std::to_string(done_.inText) + " in " + Counted(done_.files, "file") + ", " +
+                     std::to_string(done_.stored) + " new, " + std::to_string(there) +
+                     " already there, " + std::to_string(done_.refused) + " refused";
   if (done_.otherKind != 0) line += ", " + std::to_string(done_.otherKind) + " of another kind";
   if (refusedFiles_ != 0) line += "; " + Counted(refusedFiles_, "file") + " refused";
-  if (done_.pictures != 0) line += "; " + Counted(done_.pictures, "picture") + " kept";
-  if (newGroups > 0) line += "; " + Counted(newGroups, "group") + " made";
-  if (session_.isNew()) line += "; the store is " + ShownName(session_.path());
+  const std::string_view willBe = options_.dryRun ? " would be " : " ";
+  if (done_.pictures != 0)
+    line.append("; ").append(Counted(done_.pictures, "picture")).append(willBe).append("kept");
+  if (newGroups > 0)
+    line.append("; ").append(Counted(newGroups, "group")).append(willBe).append("made");
+  if (session_.isNew() && !options_.dryRun) line += "; the store is " + ShownName(session_.path());
   return line + "\n";
 }
 
@@ -155,15 +150,16 @@ void Importer::CheckTargets(const std::vector<std::string>& files) const {
 
 void Importer::Begin() {
   if (transaction_) return;
-  transaction_.emplace(session_.store());
+  transaction_.emplace(session_.records());
   if (!transaction_->IsOpen()) session_.Fail();
+  if (!std::exchange(hasBegun_, true)) diary_->Begin();
   commitAt_ = std::chrono::steady_clock::now() + kCommitInterval;
 }
 
 // A file that can't be read adds no records to the counts: nobody knows how many are in it.
 bool Importer::ReadFile(const std::string& path) {
   try {
-    ReadInput(path, mark_, text_);
+    ReadInput(path, ByteOrderMark::Kept, bytes_);
     return true;
   } catch (const Failure& failure) {
     FailFile(failure.what(), 0);
@@ -173,15 +169,20 @@ bool Importer::ReadFile(const std::string& path) {
   return false;
 }
 
+NarrowStringView Importer::text() const {
+  return mark_ == ByteOrderMark::Skipped ? WithoutMark(bytes_.view()) : bytes_.view();
+}
+
 void Importer::ImportFile(const std::string& path) {
   ++open_.files;
   account_.BeginFile(path);
-  if (Store(path, text_.view(), {})) return;
+  if (Store(path, text(), {})) return;
   progress_.Clear();
-  const RejectedParts rejected = RejectedPartsOf(text_.view(), form_);
-  if (rejects_ && rejected.records != 0) return ImportRest(path, rejected);
+  const RejectedParts rejected = RejectedPartsOf(text(), form_);
+  if (options_.rejects && rejected.records != 0) return ImportRest(path, rejected);
   account_.EndFile();
   TellRejection(path);
+  NoteRefused(path, rejected.records);
   Refuse(rejected.records, kRejected);
 }
 
@@ -198,31 +199,41 @@ bool Importer::Store(const std::string& path, NarrowStringView text,
   };
   const std::int64_t before = bytesDone_;
   const LineMap lines(rejected.parts);
+  const auto noteLine = [&](const TextNotice& notice) {
+    outcome.notices.push_back(notice);
+    outcome.notices.back().line = lines.Original(notice.line);
+  };
+  const auto takeEntry = [this](const AccountEntry& entry) {
+    account_.Take(entry);
+    diary_->Take(entry);
+  };
+  const auto takeSaved = [this](std::span<const SavedRecord> records) { diary_->Take(records); };
+  const auto goOn = [&](const FileCounts& soFar) {
+    inText = soFar.inText;
+    bytesDone_ = before + soFar.bytes;
+    CheckInterrupt();
+    show();
+  };
   try {
-    StoreTransaction savepoint(session_.store());
+    StoreTransaction savepoint(session_.records());
     if (!savepoint.IsOpen()) session_.Fail();
-    FileCounts counts = StoreText(text,
-                                  [&](const FileCounts& soFar) {
-                                    inText = soFar.inText;
-                                    bytesDone_ = before + soFar.bytes;
-                                    CheckInterrupt();
-                                    show();
-                                  },
-                                  {[&](const TextNotice& notice) {
-                                     outcome.notices.push_back(notice);
-                                     outcome.notices.back().line = lines.Original(notice.line);
-                                   },
-                                   [this](const AccountEntry& entry) { account_.Take(entry); }});
+    diary_->BeginFile(path, bytes_.view(), lines);
+    FileCounts counts = StoreText(text, goOn, {noteLine, takeEntry, takeSaved});
     bytesDone_ = before + bytes;
     inText = counts.inText;
-    if (!rejected.parts.empty()) rejects_->Add(text_.view(), rejected.parts);
     account_.EndFile();
-    if (!savepoint.Commit()) session_.Fail();
-    if (inText != 0) account_.CountFile();
     static_cast<void>(messages_.Take());  // notices say it better
+    const bool isNothing = inText == 0 && rejected.parts.empty();
+    if (!isNothing) {
+      if (rejects_ && !rejected.parts.empty()) rejects_->Add(this->text(), rejected.parts);
+      diary_->AddRejected(this->text(), rejected.parts);
+      diary_->EndFile(CountsOf(counts, rejected));
+      if (!savepoint.Commit()) session_.Fail();
+      if (inText != 0) account_.CountFile();
+    }
     if (!outcome.notices.empty()) progress_.Clear();
     TellMessages(path, outcome, text, {});
-    if (inText == 0 && rejected.parts.empty()) {
+    if (isNothing) {
       RefuseAsNothing(path);
       return true;
     }
@@ -242,10 +253,23 @@ bool Importer::Store(const std::string& path, NarrowStringView text,
     FailFile(failure.what(), inText + RecordsIn(rejected));
   } catch (const FileError& failure) {
     account_.TakeBack();
+    NoteRefused(path, inText + RecordsIn(rejected));
     FailFile(std::string(failure.what()) + "; nothing of " + ShownName(path) + " is imported",
              inText + RecordsIn(rejected));
   }
   return true;
+}
+
+ImportCounts Importer::CountsOf(const FileCounts& counts, const RejectedParts& rejected) const {
+  const AccountTotals& totals = account_.FileTotals();
+  ImportCounts all;
+  all.refused = RecordsIn(rejected);
+  all.inFile = counts.inText + all.refused;
+  all.stored = counts.stored;
+  all.otherKind = counts.otherKind;
+  all.lines = totals.lines;
+  all.linesNotKept = totals.changed + totals.dropped + totals.unread;
+  return all;
 }
 
 // Reads the text anew without the records that are rejected.
@@ -253,9 +277,10 @@ void Importer::ImportRest(const std::string& path, const RejectedParts& rejected
   account_.TakeBack();
   account_.BeginFile(path, rejected.parts);
   const long long refused = refusedFiles_;
-  const NarrowString rest = WithoutParts(text_.view(), rejected.parts);
+  const NarrowString rest = WithoutParts(text(), rejected.parts);
   if (!Store(path, rest, rejected)) {
     TellRejection(path);
+    NoteRefused(path, rejected.records);
     Refuse(rejected.records, kRejected);
   }
   if (refusedFiles_ != refused) return;
@@ -274,51 +299,40 @@ void Importer::TellRejection(const std::string& path) {
   Outcome outcome;
   const TextObserver observer{
       [&outcome](const TextNotice& notice) { outcome.notices.push_back(notice); }, {}};
-  outcome.result = form_ == TextForm::VCard ? ReadContacts(text_.view(), goOn, observer)
-                                            : ReadCalendars(text_.view(), goOn, observer);
+  outcome.result = form_ == TextForm::VCard ? ReadContacts(text(), goOn, observer)
+                                            : ReadCalendars(text(), goOn, observer);
   outcome.messages = messages_.Take();
-  TellMessages(path, outcome, text_.view(),
-               rejects_ ? "; nothing of this file is imported"
-                        : "; nothing of this file is imported; --rejects FILE takes the others");
+  TellMessages(path, outcome, text(),
+               options_.rejects
+                   ? "; nothing of this file is imported"
+                   : "; nothing of this file is imported; --rejects FILE takes the others");
 }
 
 void Importer::TellPutAside(const std::string& path, const RejectedParts& rejected) {
   for (const RejectedPart& part : rejected.parts) {
     const std::string property = part.property.empty() ? "" : ShownHead(part.property) + ": ";
     Complain(ShownName(path) + ":" + std::to_string(part.line) + ": " + property +
-             "rejected: " + std::string(TextOf(part.fault)) + ", " + OwnerOf(part) + "; put into " +
-             ShownName(rejects_->path()));
+             "rejected: " + std::string(TextOf(part.fault)) + ", " + OwnerOf(part, text(), form_) +
+             (options_.dryRun ? "; would be put into " : "; put into ") +
+             ShownName(*options_.rejects));
   }
   static_cast<void>(messages_.Take());
 }
 
-// "in the card of Ann Berg", by what stands ahead of the fault.
-std::string Importer::OwnerOf(const RejectedPart& part) {
-  if (!part.object) return "outside all records";
-  const NarrowStringView head = text_.view().substr(part.offset, part.lineOffset - part.offset);
-  std::string noun = "card";
-  WideString name;
-  if (form_ == TextForm::VCard) {
-    static_cast<void>(ReadContacts(head, [&name](const CContact& contact) {
-      name = DisplayName(contact);
-      return true;
-    }));
-  } else {
-    noun = NounOf(static_cast<CalendarType>(*part.object));
-    static_cast<void>(ReadCalendars(head, [&name](const CCalendar& item) {
-      name = (item.summary.empty() ? item.description : item.summary).view();
-      return true;
-    }));
-  }
-  if (name.empty())
-    return "in the " + noun + " that begins in line " + std::to_string(part.firstLine);
-  return "in the " + noun + " of " + ShownInOneLine(name);
-}
-
 void Importer::RefuseAsNothing(const std::string& path) {
   progress_.Clear();
-  TellNothingBegins(path, noun_, text_.view(), form_);
+  TellNothingBegins(path, noun_, text(), form_);
+  NoteRefused(path, 0);
   Refuse(0, kRejected);
+}
+
+void Importer::NoteRefused(const std::string& path, long long inText) {
+  ImportCounts counts;
+  counts.inFile = inText;
+  counts.refused = inText;
+  counts.lines = account_.FileTotals().lines;
+  counts.linesNotKept = counts.lines;
+  diary_->Refuse(path, bytes_.view(), text(), counts);
 }
 
 // What fails once the program was asked to end is no failure of the file.
@@ -339,10 +353,11 @@ void Importer::Refuse(long long inText, int status) {
 
 void Importer::Commit() {
   if (!transaction_) return;
-  if (pictures_) pictures_->Publish(unpublished_);
   open_.pictures = std::ssize(unpublished_);
   if (!transaction_->Commit()) session_.Fail();
-  if (pictures_) pictures_->Committed();
+  if (pictures_) pictures_->Publish(unpublished_);
+  if (looked_)
+    for (const WideString& name : unpublished_) looked_->Remove(name);
   transaction_.reset();
   unpublished_.clear();
   done_.files += open_.files;

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "app/commands/ImportAccount.h"
+#include "app/commands/ImportDiary.h"
 #include "app/commands/RejectsFile.h"
 #include "app/commands/Session.h"
 #include "app/input/PictureStaging.h"
@@ -65,16 +66,21 @@ class Importer {
   void CheckTargets(const std::vector<std::string>& files) const;
   std::string Summary(long long newGroups) const;
   void Begin();
+  void SetPictureReader();
   bool ReadFile(const std::string& path);
+  // What is read of the file's bytes.
+  NarrowStringView text() const;
   void ImportFile(const std::string& path);
   // False when the text is rejected. `rejected` was taken out of it.
   bool Store(const std::string& path, NarrowStringView text, const RejectedParts& rejected);
+  ImportCounts CountsOf(const FileCounts& counts, const RejectedParts& rejected) const;
   void ImportRest(const std::string& path, const RejectedParts& rejected);
   void TellRejection(const std::string& path);
   void TellPutAside(const std::string& path, const RejectedParts& rejected);
-  std::string OwnerOf(const RejectedPart& part);
   void RefuseAsNothing(const std::string& path);
   void FailFile(std::string_view problem, long long inText);
+  // Of a file that was read, ahead of Refuse or FailFile.
+  void NoteRefused(const std::string& path, long long inText);
   void Refuse(long long inText, int status);
   void Commit();
 
@@ -84,12 +90,16 @@ class Importer {
   TextForm form_;
   ByteOrderMark mark_;
   Session session_;
-  std::optional<PictureStaging> pictures_;  // where the texts can hold some
+  // Where the texts can hold pictures: those of an import, or of one that is only looked at.
+  std::optional<PictureStaging> pictures_;
+  std::optional<PrivatePictures> looked_;
   Progress progress_;
   Messages messages_;
   ImportAccount account_;
   std::optional<RejectsFile> rejects_;
-  ByteBuffer text_;  // one piece of memory for all files
+  std::unique_ptr<ImportDiary> diary_;
+  bool hasBegun_ = false;  // the diary
+  ByteBuffer bytes_;       // of the file; one piece of memory for all of them
   std::optional<StoreTransaction> transaction_;
   std::chrono::steady_clock::time_point commitAt_;
   std::vector<WideString> unpublished_;

@@ -47,6 +47,7 @@ struct Options {
   Action action = Action::Inspect;
   RecordKind kind = RecordKind::Contacts;
   std::string command;                // "contacts list"
+  std::vector<std::string> given;     // the options that change what it does, "--group=Family"
   std::vector<std::string> operands;  // files, folders, words or keys, as the command takes them
   std::optional<std::string> store;
   std::optional<std::string> group;    // import: every contact joins it; elsewhere: those in it

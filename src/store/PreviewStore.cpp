@@ -290,7 +290,7 @@ class PreviewStore::Impl final : public ForwardingStore {
 PreviewStore::PreviewStore(RecordStore& store) : PreviewStore(std::make_unique<Impl>(store)) {}
 
 PreviewStore::PreviewStore(std::unique_ptr<Impl> impl)
-    : ForwardingStore(*impl), impl_(std::move(impl)) {}
+    : ForwardingStore(static_cast<RecordStore&>(*impl)), impl_(std::move(impl)) {}
 
 PreviewStore::~PreviewStore() = default;
 

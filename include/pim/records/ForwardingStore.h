@@ -10,6 +10,8 @@ namespace pim {
 // change or to watch some operations.
 class PIM_EXPORT ForwardingStore : public RecordStore {
  public:
+  ForwardingStore(const ForwardingStore&) = delete;
+  ForwardingStore& operator=(const ForwardingStore&) = delete;
   [[nodiscard]] std::int32_t LoadContacts(CContacts& contacts) override;
   [[nodiscard]] std::int32_t LoadContactGroups(CContactGroups& groups) override;
   [[nodiscard]] std::int32_t LoadContactGroupPairs(CContactGroupPairs& pairs) override;

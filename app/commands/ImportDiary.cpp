@@ -40,7 +40,7 @@ class History final : public ImportDiary {
 
 void ImportDiary::BeginFile(const std::string& path, NarrowStringView bytes, const LineMap& lines) {
   lines_ = &lines;
-  recordLines_ = {};
+  recordLines_.Clear();
   StartFile(path, bytes);
 }
 

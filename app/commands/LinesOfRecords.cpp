@@ -6,8 +6,8 @@ namespace pim::app {
 
 // What stands behind a record's END is its own too, but for blank lines and the END of the frame.
 void LinesOfRecords::Take(const AccountEntry& entry) {
-  if (entry.record < base_) return;
-  const auto index = static_cast<std::size_t>(entry.record - base_);
+  if (entry.record < 0) return;
+  const auto index = static_cast<std::size_t>(entry.record);
   if (index >= lines_.size()) {
     lines_.resize(index + 1);
     lines_.back() = {entry.first, entry.last};
@@ -15,8 +15,7 @@ void LinesOfRecords::Take(const AccountEntry& entry) {
     return;
   }
   if (entry.verdict == Verdict::Frame) {
-    const bool isEnd = EqualsIgnoringCase(entry.name, "END");
-    if (!isEnd || hasEnded_) return;
+    if (hasEnded_ || !EqualsIgnoringCase(entry.name, "END")) return;
     hasEnded_ = true;
   } else {
     hasEnded_ = false;
@@ -24,13 +23,9 @@ void LinesOfRecords::Take(const AccountEntry& entry) {
   lines_.back().last = entry.last;
 }
 
-LinesOfRecords::Lines LinesOfRecords::Of(std::int64_t record) {
-  Lines lines;
-  for (; base_ <= record && !lines_.empty(); ++base_) {
-    lines = lines_.front();
-    lines_.pop_front();
-  }
-  return lines;
+LinesOfRecords::Lines LinesOfRecords::Of(std::int64_t record) const {
+  const auto index = static_cast<std::size_t>(record);
+  return index < lines_.size() ? lines_[index] : Lines();
 }
 
 }  // namespace pim::app

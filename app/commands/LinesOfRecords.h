@@ -1,7 +1,7 @@
 #pragma once
 
 #include <cstdint>
-#include <deque>
+#include <vector>
 
 #include "pim/stream/TextAccount.h"
 
@@ -15,14 +15,15 @@ class LinesOfRecords {
     std::int64_t last = 0;
   };
 
+  // Begins with another text.
+  void Clear() { lines_.clear(); }
   void Take(const AccountEntry& entry);
-  // The lines of a record whose entries have come. Records are asked for in their order, each once.
-  Lines Of(std::int64_t record);
+  // The lines of a record whose entries have come.
+  Lines Of(std::int64_t record) const;
 
  private:
-  std::int64_t base_ = 0;  // the record of the first lines
-  std::deque<Lines> lines_;
-  bool hasEnded_ = false;  // the last one, unless more of it follows
+  std::vector<Lines> lines_;  // by the index of the record
+  bool hasEnded_ = false;     // the last one, unless more of it follows
 };
 
 }  // namespace pim::app

@@ -87,6 +87,19 @@ void Database::Run(const char* sql) {
   if (code != SQLITE_OK) Fail(code);
 }
 
+void Database::Run(Prepared& statement, const char* sql) {
+  if (statement == nullptr) {
+    sqlite3_stmt* prepared = nullptr;
+    const int code =
+        sqlite3_prepare_v3(handle_.get(), sql, -1, SQLITE_PREPARE_PERSISTENT, &prepared, nullptr);
+    if (code != SQLITE_OK) Fail(code);
+    statement.reset(prepared);
+  }
+  const int code = sqlite3_step(statement.get());
+  sqlite3_reset(statement.get());
+  if (code != SQLITE_DONE) Fail(code);
+}
+
 void Database::Begin() {
   if (readings_ > 0) Fail("is being read, so that nothing can be written");
   if (depth_ == 0) {
@@ -94,7 +107,7 @@ void Database::Begin() {
     waited_ = {};
   } else {
     CheckTransaction();
-    Run("SAVEPOINT inner");
+    Run(savepoint_, "SAVEPOINT inner");
   }
   ++depth_;
 }
@@ -102,7 +115,11 @@ void Database::Begin() {
 void Database::Commit() {
   if (readings_ > 0) Fail("is being read, so that nothing can be written");
   CheckTransaction();
-  Run(depth_ == 1 ? "COMMIT" : "RELEASE inner");
+  if (depth_ == 1) {
+    Run("COMMIT");
+  } else {
+    Run(release_, "RELEASE inner");
+  }
   --depth_;
 }
 

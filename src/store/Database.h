@@ -59,13 +59,19 @@ class Database {
   friend class ReadTransaction;
   struct Close {
     void operator()(sqlite3* db) const noexcept { sqlite3_close_v2(db); }
+    void operator()(sqlite3_stmt* statement) const noexcept { sqlite3_finalize(statement); }
   };
+  // Imports of small files are savepoints for the most part, so theirs are prepared once.
+  using Prepared = std::unique_ptr<sqlite3_stmt, Close>;
+  void Run(Prepared& statement, const char* sql);
   static int Wait(void* database, int attempts);
 
   std::string path_;
   LockWait lockWait_;
   std::chrono::milliseconds waited_{0};  // since a lock was last had
   std::unique_ptr<sqlite3, Close> handle_;
+  Prepared savepoint_;
+  Prepared release_;
   int lastFailure_ = 0;  // SQLite's code
   int depth_ = 0;
   int readings_ = 0;

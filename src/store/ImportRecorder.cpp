@@ -60,8 +60,9 @@ void ImportRecorder::BeginFile(std::string_view name, NarrowStringView bytes, st
   if (!IsOpen()) db_.Fail("no import is under way");
   if (level == 0) db_.Fail("a file is imported in a transaction");
   if (file_ != 0) db_.Fail("a file of the import is being read already");
-  file_ = imports_.AddFile(import_, name);
+  file_ = imports_.NextFile();
   fileLevel_ = level;
+  name_ = name;
   bytes_ = bytes;
 }
 
@@ -109,14 +110,15 @@ void ImportRecorder::EndFile(const ImportCounts& counts, bool keepsBytes) {
   for (const Pending& pending : pending_) Store(pending);
   contacts_.Flush();
   items_.Flush();
-  imports_.SetFile(file_, originals_.Add(bytes_, keepsBytes), counts);
+  imports_.AddFile(file_, import_, originals_.Add(bytes_, keepsBytes), name_, counts);
   ForgetFile();
 }
 
 void ImportRecorder::AddRefusedFile(std::string_view name, NarrowStringView bytes,
                                     const ImportCounts& counts) {
   if (!IsOpen()) db_.Fail("no import is under way");
-  imports_.SetFile(imports_.AddFile(import_, name), originals_.Add(bytes, false), counts);
+  if (file_ != 0) db_.Fail("a file of the import is being read still");
+  imports_.AddFile(imports_.NextFile(), import_, originals_.Add(bytes, false), name, counts);
 }
 
 void ImportRecorder::ForgetFile() noexcept {

@@ -76,7 +76,8 @@ class ImportRecorder final : public TransactionMember {
   std::size_t importLevel_ = 0;  // of the transaction that its row goes with; 0: it is committed
   std::int64_t file_ = 0;
   std::size_t fileLevel_ = 0;
-  NarrowStringView bytes_;       // of the file
+  std::string name_;             // of the file
+  NarrowStringView bytes_;       // the same
   std::deque<Pending> pending_;  // records whose lines aren't told yet
   KeyRanges broughtContacts_;    // by the import
 };

@@ -66,10 +66,9 @@ ImportTable::ImportTable(Database& db)
              "INSERT INTO Imports (command, options, began, process) VALUES (?, ?, ?, ?) "
              "RETURNING import_id"),
       end_(db, "UPDATE Imports SET process = ?2 WHERE import_id = ?1"),
-      addFile_(db,
-               "INSERT INTO ImportFiles (import_id, name) VALUES (?, ?) RETURNING import_file_id"),
-      setFile_(db, "UPDATE ImportFiles SET (original_id, " + std::string(kCounts) +
-                       ") = (?2, ?3, ?4, ?5, ?6, ?7, ?8) WHERE import_file_id = ?1"),
+      lastFile_(db, "SELECT max(import_file_id) FROM ImportFiles"),
+      addFile_(db, "INSERT INTO ImportFiles (import_file_id, import_id, original_id, name, " +
+                       std::string(kCounts) + ") VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
       all_(db,
            "SELECT import_id, process, undone, stayed, command, options, began, taken_back, "
            "count(import_file_id), " +
@@ -107,20 +106,22 @@ void ImportTable::Interrupt(std::int32_t import) {
   end_.Run();
 }
 
-std::int64_t ImportTable::AddFile(std::int32_t import, std::string_view name) {
-  addFile_.Bind(1, std::int64_t{import});
-  addFile_.BindText(2, name);
-  Rows rows(addFile_);
-  return rows.Next() ? addFile_.Integer(0) : 0;
+std::int64_t ImportTable::NextFile() {
+  Rows rows(lastFile_);
+  return rows.Next() ? lastFile_.Integer(0) + 1 : 1;
 }
 
-void ImportTable::SetFile(std::int64_t file, std::int64_t original, const ImportCounts& counts) {
+void ImportTable::AddFile(std::int64_t file, std::int32_t import, std::int64_t original,
+                          std::string_view name, const ImportCounts& counts) {
   int index = 0;
-  for (const std::int64_t number : {file, original, counts.inFile, counts.stored, counts.refused,
-                                    counts.otherKind, counts.lines, counts.linesNotKept}) {
-    setFile_.Bind(++index, number);
+  for (const std::int64_t number : {file, std::int64_t{import}, original})
+    addFile_.Bind(++index, number);
+  addFile_.BindText(++index, name);
+  for (const std::int64_t number : {counts.inFile, counts.stored, counts.refused, counts.otherKind,
+                                    counts.lines, counts.linesNotKept}) {
+    addFile_.Bind(++index, number);
   }
-  setFile_.Run();
+  addFile_.Run();
 }
 
 ImportState ImportTable::StateIn(Statement& row, int process) {

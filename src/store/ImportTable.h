@@ -19,8 +19,10 @@ class ImportTable {
   void End(std::int32_t import);
   // For one that this process has given up.
   void Interrupt(std::int32_t import);
-  std::int64_t AddFile(std::int32_t import, std::string_view name);
-  void SetFile(std::int64_t file, std::int64_t original, const ImportCounts& counts);
+  // The number that the next file gets, as long as nothing else is added.
+  std::int64_t NextFile();
+  void AddFile(std::int64_t file, std::int32_t import, std::int64_t original, std::string_view name,
+               const ImportCounts& counts);
 
   std::int32_t Visit(const std::function<bool(const ImportEntry&)>& visitor);
   std::int32_t VisitFiles(std::optional<std::int32_t> import,
@@ -40,8 +42,8 @@ class ImportTable {
 
   Statement begin_;
   Statement end_;
+  Statement lastFile_;
   Statement addFile_;
-  Statement setFile_;
   Statement all_;
   Statement files_;
   Statement filesOf_;

@@ -290,9 +290,10 @@ struct MemoryTables {
   // The pictures that these contacts name and no other one does.
   std::vector<WideString> PicturesOfNoOther(const KeySet& keys) const {
     std::set<WideString> names;
-    for (const std::int32_t key : keys)
-      if (const auto& photo = contacts.entries().at(key).record->photo; !photo.empty())
-        names.insert(photo.str());
+    for (const std::int32_t key : keys) {
+      const WideText& photo = contacts.entries().at(key).record->photo;
+      if (!photo.empty()) names.insert(photo.str());
+    }
     for (const auto& [key, entry] : contacts.entries()) {
       if (names.empty()) break;
       if (!keys.contains(key)) names.erase(entry.record->photo.str());

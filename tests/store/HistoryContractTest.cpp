@@ -123,8 +123,8 @@ TEST_P(HistoryContract, OriginsTellLines) {
   items.AddNew().summary = u"item";
   const std::int32_t import = Import("", [&] {
     const CContacts contacts = Save({u"a", u"stored", u"b", u"a", u"c"});
-    std::vector<RecordLines> lines;
-    for (std::int32_t i = 0; i < 5; ++i) lines.push_back({contacts[i].tag, 3 * i + 1, 3 * i + 3});
+    RecordLines lines[5];
+    for (std::int32_t i = 0; i < 5; ++i) lines[i] = {contacts[i].tag, 3 * i + 1, 3 * i + 3};
     EXPECT_TRUE(history().AddLines(lines)) << store->LastError();
     EXPECT_EQ(store->SaveCalendars(items, true), 1);
     const RecordLines line{items[0].tag, 20, 22};

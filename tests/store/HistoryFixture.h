@@ -14,8 +14,7 @@ class HistoryFixture : public StoreFixture {
  protected:
   ImportHistory& history() { return *store->History(); }
 
-  // Saves a contact for each name, as a file's reading does, each of three lines. A name's last
-  // letter tells its picture.
+  // Saves a contact for each name, which names its picture too.
   CContacts Save(const Names& names, std::int32_t group = 0) {
     CContacts contacts;
     for (const char16_t* name : names) {

@@ -189,5 +189,30 @@ TEST_P(HistoryContract, OriginalsComeBackInEveryByte) {
   EXPECT_FALSE(history().KeepsOriginals());
 }
 
+TEST_P(HistoryContract, OriginalsGoBackWithTheirTransaction) {
+  const auto nothing = [] {};
+  {
+    const StoreTransaction undone(*store);
+    Import("bytes", nothing);
+  }
+  ASSERT_EQ(history().BeginImport({}), 1);
+  ASSERT_TRUE(history().AddRefusedFile("", "bytes", {}));
+  ASSERT_TRUE(history().EndImport());
+  EXPECT_EQ(OriginalOf(1), "");
+  {
+    const StoreTransaction undone(*store);
+    Import("bytes", nothing);
+    EXPECT_EQ(OriginalOf(1), "bytes");
+  }
+  EXPECT_EQ(OriginalOf(1), "");
+  Import("bytes", nothing);
+  {
+    const StoreTransaction undone(*store);
+    EXPECT_EQ(history().DropOriginals({}), 2);
+    EXPECT_EQ(OriginalOf(1), "");
+  }
+  EXPECT_EQ(OriginalOf(1), "bytes");
+}
+
 }  // namespace
 }  // namespace pim

@@ -1,0 +1,305 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <span>
+#include <stdexcept>
+#include <unordered_map>
+#include <unordered_set>
+#include <utility>
+#include <vector>
+
+#include "platform/LetterCase.h"
+#include "records/SaveRecords.h"
+#include "store/HistoryRules.h"
+#include "store/MemoryTransactions.h"
+#include "support/CallerIdPictures.h"
+
+namespace pim {
+
+using KeySet = std::unordered_set<std::int32_t>;
+
+// The import that is under way: what is stored meanwhile is its own.
+struct CurrentImport {
+  struct Saved {
+    StoredKind kind;
+    std::int32_t key;
+  };
+
+  std::int32_t import = 0;    // 0: there is none
+  std::int64_t file = 0;      // that is being read
+  NarrowStringView bytes;     // of the file
+  std::vector<Saved> untold;  // records whose lines aren't told yet
+};
+
+// What the tables of both kinds of record share.
+struct MemoryServices {
+  MemoryTransactions transactions;
+  PictureReader pictures = ReadCallerIdPicture;
+  FingerprintKey key = NewFingerprintKey();
+  CurrentImport current;
+};
+
+// The records of one kind, with what is known of their content. Changes are made in a transaction.
+template <class Record>
+class MemoryRecords {
+ public:
+  struct Entry {
+    std::shared_ptr<Record> record;
+    RecordOrigin origin;
+    Fingerprint print;  // that it had when an import brought it
+  };
+
+  MemoryRecords(const RecordMap& map, MemoryServices& services)
+      : map_(map), services_(services), log_(services.transactions.log()) {}
+
+  bool Holds(std::int32_t key) const { return records_.contains(key); }
+  const std::map<std::int32_t, Entry>& entries() const { return records_; }
+  bool NeedsPrints() const { return services_.current.file != 0; }
+  Fingerprint PrintOf(Record& record) const { return FingerprintOf(map_, &record, services_.key); }
+  bool IsChanged(const Entry& entry) const {
+    return WithPicture(PrintOf(*entry.record), *entry.record) != entry.print;
+  }
+
+  void Insert(std::span<const FreshRecord<Record>> records) {
+    CurrentImport& current = services_.current;
+    for (const auto& [record, print] : records) {
+      const std::int32_t key = record->tag;
+      log_.Add([this, key] { Forget(key); });
+      Entry& entry = records_[key];
+      entry.record = Copy(key, *record);
+      given_.Add(key);
+      if (current.file == 0) continue;
+      entry.origin = {current.import, current.file, 0, 0};
+      entry.print = WithPicture(print, *record);
+      log_.Add([&current] { current.untold.pop_back(); });
+      current.untold.push_back({KindOf(*record), key});
+    }
+  }
+  void Update(std::int32_t key, Record& record) {
+    Entry& entry = records_.at(key);
+    log_.Add([this, key, before = entry] { Put(key, before); });
+    entry.record = Copy(key, record);
+  }
+  void SetLines(const RecordLines& lines) {
+    Entry& entry = records_.at(lines.key);
+    log_.Add([this, key = lines.key, before = entry] { Put(key, before); });
+    entry.origin.firstLine = lines.firstLine;
+    entry.origin.lastLine = lines.lastLine;
+  }
+  // False when there is no record of that key.
+  bool Erase(std::int32_t key) {
+    const auto found = records_.find(key);
+    if (found == records_.end()) return false;
+    log_.Add([this, key, before = found->second] { Put(key, before); });
+    Forget(key);
+    return true;
+  }
+
+  const GivenKeys& Given() const { return given_; }
+  std::int32_t HighestKey() const {
+    return given_.HighestWith(records_.empty() ? 0 : records_.rbegin()->first);
+  }
+  ContentIndex* Contents(bool isWanted) {
+    if (!contents_ && isWanted) {
+      ContentIndex filled(services_.pictures, services_.key);
+      for (const auto& [key, entry] : records_)
+        filled.Add(key, PrintOf(*entry.record), PhotoOf(*entry.record));
+      contents_ = std::move(filled);
+    }
+    return contents_ ? &*contents_ : nullptr;
+  }
+  void ForgetContents() { contents_.reset(); }
+
+  // Reads copies of those that have the keys, until `visitor` gives false.
+  template <class Visitor>
+  std::int32_t VisitKeys(std::span<const std::int32_t> keys, Visitor visitor) const {
+    std::int32_t visited = 0;
+    for (const std::int32_t key : keys) {
+      const auto found = records_.find(key);
+      if (found == records_.end()) continue;
+      ++visited;
+      if (!visitor(Copy(key, *found->second.record))) break;
+    }
+    return visited;
+  }
+
+  // Reads copies until `visitor` gives false or there is no other that `isWanted` takes.
+  template <class Wanted, class Visitor>
+  std::int32_t Visit(Wanted isWanted, Visitor visitor) const {
+    std::int32_t visited = 0;
+    for (const auto& [key, entry] : records_) {
+      if (!isWanted(*entry.record)) continue;
+      ++visited;
+      if (!visitor(Copy(key, *entry.record))) break;
+    }
+    return visited;
+  }
+
+ private:
+  std::unique_ptr<Record> Copy(std::int32_t key, Record& record) const {
+    auto copy = std::make_unique<Record>();
+    CopyRecord(map_, &record, copy.get());
+    copy->tag = key;
+    return copy;
+  }
+  // A picture that isn't there is none.
+  Fingerprint WithPicture(const Fingerprint& print, const Record& record) const {
+    const WideStringView photo = PhotoOf(record);
+    const NarrowString bytes = photo.empty() ? NarrowString{} : services_.pictures(photo);
+    return bytes.empty() ? print : Joined(print, FingerprintOf(bytes, services_.key));
+  }
+  void Put(std::int32_t key, const Entry& entry) {
+    records_[key] = entry;
+    contents_.reset();
+  }
+  void Forget(std::int32_t key) {
+    records_.erase(key);
+    contents_.reset();
+  }
+
+  const RecordMap& map_;
+  MemoryServices& services_;
+  UndoLog& log_;
+  std::map<std::int32_t, Entry> records_;
+  std::optional<ContentIndex> contents_;
+  GivenKeys given_;
+};
+
+class MemoryGroups {
+ public:
+  struct Entry {
+    WideText name;
+    std::int32_t import = 0;  // that made it
+  };
+
+  explicit MemoryGroups(MemoryServices& services)
+      : current_(services.current), log_(services.transactions.log()) {}
+
+  bool Holds(std::int32_t key) const { return groups_.contains(key); }
+  const std::map<std::int32_t, Entry>& entries() const { return groups_; }
+  std::int32_t Find(WideStringView name) const {
+    const auto found = keys_.find(FoldLetterCase(name));
+    return found == keys_.end() ? 0 : found->second;
+  }
+  const GivenKeys& Given() const { return given_; }
+  std::int32_t HighestKey() const {
+    return given_.HighestWith(groups_.empty() ? 0 : groups_.rbegin()->first);
+  }
+  void Insert(std::int32_t key, WideStringView name) {
+    log_.Add([this, key] { Forget(key); });
+    Put(key, {WideText(name), current_.import});
+    given_.Add(key);
+  }
+  void Rename(std::int32_t key, WideStringView name) {
+    const Entry before = groups_.at(key);
+    Erase(key);
+    log_.Add([this, key] { Forget(key); });
+    Put(key, {WideText(name), before.import});
+  }
+  void Erase(std::int32_t key) {
+    log_.Add([this, key, before = groups_.at(key)] { Put(key, before); });
+    Forget(key);
+  }
+
+ private:
+  void Put(std::int32_t key, const Entry& entry) {
+    groups_[key] = entry;
+    keys_[FoldLetterCase(entry.name)] = key;
+  }
+  void Forget(std::int32_t key) {
+    keys_.erase(FoldLetterCase(groups_.at(key).name));
+    groups_.erase(key);
+  }
+
+  const CurrentImport& current_;
+  UndoLog& log_;
+  std::map<std::int32_t, Entry> groups_;
+  std::unordered_map<WideString, std::int32_t> keys_;  // by the name in one letter case
+  GivenKeys given_;
+};
+
+// The links of contacts to groups, as SaveLinks meets them.
+class MemoryLinks {
+ public:
+  struct Entry {
+    std::int32_t contact;
+    std::int32_t group;
+    std::int32_t import;  // that made it of a contact that it hasn't brought
+  };
+
+  MemoryLinks(MemoryServices& services, const MemoryRecords<CContact>& contacts,
+              const MemoryGroups& groups)
+      : current_(services.current),
+        log_(services.transactions.log()),
+        contacts_(contacts),
+        groups_(groups) {}
+
+  const std::vector<Entry>& entries() const { return links_; }
+  std::int64_t Count(std::int32_t contact, std::int32_t group) const {
+    const auto found = counts_.find({contact, group});
+    return found == counts_.end() ? 0 : found->second;
+  }
+  void Insert(std::span<const LinkRow> links) {
+    for (const auto& [contact, group] : links) {
+      const auto found = contacts_.entries().find(contact);
+      if (found == contacts_.entries().end() || !groups_.Holds(group))
+        throw std::runtime_error(NoSuchLink(contact, group));
+      const bool isBrought = found->second.origin.import == current_.import;
+      log_.Add([this] {
+        --counts_[{links_.back().contact, links_.back().group}];
+        links_.pop_back();
+      });
+      links_.push_back({contact, group, isBrought ? 0 : current_.import});
+      ++counts_[{contact, group}];
+    }
+  }
+  template <class Doomed>
+  void EraseIf(Doomed isDoomed) {
+    log_.Remember(links_);
+    log_.Remember(counts_);
+    std::erase_if(links_, [&](const Entry& link) {
+      if (!isDoomed(link)) return false;
+      --counts_[{link.contact, link.group}];
+      return true;
+    });
+  }
+
+ private:
+  const CurrentImport& current_;
+  UndoLog& log_;
+  const MemoryRecords<CContact>& contacts_;
+  const MemoryGroups& groups_;
+  std::vector<Entry> links_;
+  std::map<std::pair<std::int32_t, std::int32_t>, std::int64_t> counts_;  // contact and group
+};
+
+struct MemoryTables {
+  MemoryServices services;
+  MemoryRecords<CContact> contacts{ContactMap(), services};
+  MemoryRecords<CCalendar> items{CalendarMap(), services};
+  MemoryGroups groups{services};
+  MemoryLinks links{services, contacts, groups};
+
+  MemoryTransactions& transactions() { return services.transactions; }
+  UndoLog& log() { return services.transactions.log(); }
+
+  // The pictures that these contacts name and no other one does.
+  std::vector<WideString> PicturesOfNoOther(const KeySet& keys) const {
+    std::set<WideString> names;
+    for (const std::int32_t key : keys) {
+      const WideText& photo = contacts.entries().at(key).record->photo;
+      if (!photo.empty()) names.insert(photo.str());
+    }
+    for (const auto& [key, entry] : contacts.entries()) {
+      if (names.empty()) break;
+      if (!keys.contains(key)) names.erase(entry.record->photo.str());
+    }
+    return {names.begin(), names.end()};
+  }
+};
+
+}  // namespace pim

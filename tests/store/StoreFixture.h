@@ -1,0 +1,84 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <memory>
+#include <string>
+
+#include "pim/platform/Host.h"
+#include "pim/records/ContactGroups.h"
+#include "pim/records/MemoryStore.h"
+#include "pim/store/SqliteStore.h"
+#include "tests/store/SampleRecords.h"
+#include "tests/store/TemporaryFolder.h"
+
+namespace pim::testing {
+
+// A store of either kind, for what every store promises: the parameter tells whether it is a file.
+class StoreFixture : public ::testing::TestWithParam<bool> {
+ protected:
+  StoreFixture() {
+    SetAppDataFolder(folder_.path());
+    Open();
+  }
+  ~StoreFixture() override { SetAppDataFolder(""); }
+
+  // Opens the store anew where it is a file.
+  void Open() {
+    const auto reader = [this](WideStringView name) {
+      if (picturesBreak) throw 7;
+      if (const auto own = pictureBytes.find(WideString(name)); own != pictureBytes.end())
+        return own->second;
+      return name == u"gone" ? NarrowString{} : NarrowString(1, static_cast<char>(name.back()));
+    };
+    if (GetParam()) {
+      store.reset();
+      auto sqlite = std::make_unique<SqliteStore>(StorePath());
+      sqlite->SetPictureReader(reader);
+      store = std::move(sqlite);
+    } else if (store == nullptr) {
+      auto memory = std::make_unique<MemoryStore>();
+      memory->SetPictureReader(reader);
+      store = std::move(memory);
+    }
+  }
+  std::string StorePath() const { return folder_.File("store.db"); }
+
+  std::int32_t CountContacts() {
+    CContacts contacts;
+    return store->LoadContacts(contacts);
+  }
+  std::int32_t CountLinks() {
+    CContactGroupPairs pairs;
+    return store->LoadContactGroupPairs(pairs);
+  }
+  // Stores a new contact and gives the result of that.
+  std::int32_t SaveOne(const char16_t* name, bool saveFlag = false) {
+    CContacts contacts;
+    contacts.AddNew().formatted_name = name;
+    return store->SaveContacts(contacts, 0, saveFlag);
+  }
+  std::int32_t SaveGroup(WideStringView name) {
+    CContactGroups groups;
+    groups.AddNew().group_name = name;
+    EXPECT_GE(store->SaveContactGroups(groups, true), 0);
+    return groups[0].group_id;
+  }
+  static void Link(CContactGroupPairs& pairs, std::int32_t contact, std::int32_t group) {
+    CContactGroupPair& pair = pairs.AddNew();
+    pair.contact_id = contact;
+    pair.group_id = group;
+  }
+
+  TemporaryFolder folder_;
+  std::map<WideString, NarrowString> pictureBytes;  // other ones hold the last letter of their name
+  bool picturesBreak = false;                       // reading one throws
+  std::unique_ptr<RecordStore> store;
+};
+
+inline std::string StoreKind(const ::testing::TestParamInfo<bool>& store) {
+  return store.param ? "Sqlite" : "Memory";
+}
+
+}  // namespace pim::testing

@@ -48,7 +48,8 @@ void ImportDiary::Take(std::span<const SavedRecord> records) {
   saved_.clear();
   for (const SavedRecord& record : records) {
     const LinesOfRecords::Lines lines = recordLines_.Of(record.record);
-    saved_.push_back({record.key, lines_->Original(lines.first), lines_->Original(lines.last)});
+    saved_.push_back(
+        {record.key, lines_->Original(lines.first), lines_->OriginalLast(lines.first, lines.last)});
   }
   AddSaved(saved_);
 }

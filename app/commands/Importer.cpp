@@ -215,8 +215,8 @@ bool Importer::Store(const std::string& path, NarrowStringView text,
     show();
   };
   try {
-    StoreTransaction savepoint(session_.records());
-    if (!savepoint.IsOpen()) session_.Fail();
+    std::optional<StoreTransaction> savepoint(std::in_place, session_.records());
+    if (!savepoint->IsOpen()) session_.Fail();
     diary_->BeginFile(path, bytes_.view(), lines);
     FileCounts counts = StoreText(text, goOn, {noteLine, takeEntry, takeSaved});
     bytesDone_ = before + bytes;
@@ -228,12 +228,13 @@ bool Importer::Store(const std::string& path, NarrowStringView text,
       if (rejects_ && !rejected.parts.empty()) rejects_->Add(this->text(), rejected.parts);
       diary_->AddRejected(this->text(), rejected.parts);
       diary_->EndFile(CountsOf(counts, rejected));
-      if (!savepoint.Commit()) session_.Fail();
+      if (!savepoint->Commit()) session_.Fail();
       if (inText != 0) account_.CountFile();
     }
     if (!outcome.notices.empty()) progress_.Clear();
     TellMessages(path, outcome, text, {});
     if (isNothing) {
+      savepoint.reset();
       RefuseAsNothing(path);
       return true;
     }

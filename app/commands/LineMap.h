@@ -23,6 +23,12 @@ class LineMap {
     const auto next = std::ranges::upper_bound(rows_, line, {}, &Row::first);
     return next == rows_.begin() ? line : line + std::prev(next)->left;
   }
+  // The same for the last one of lines that begin with `first`: those up to the next part.
+  std::int64_t OriginalLast(std::int64_t first, std::int64_t last) const {
+    const auto next = std::ranges::upper_bound(rows_, first, {}, &Row::first);
+    if (next != rows_.end()) last = std::min(last, next->first - 1);
+    return Original(last);
+  }
 
  private:
   struct Row {

@@ -80,7 +80,7 @@ void VisitRefused(NarrowStringView text, TextForm form, const TakeRefused& take)
   for (std::size_t i = 0; i < names.size(); ++i) {
     const LinesOfRecords::Lines of = lines.Of(static_cast<std::int64_t>(i));
     takeParts(map.Original(of.first));
-    take(map.Original(of.first), map.Original(of.last), names[i]);
+    take(map.Original(of.first), map.OriginalLast(of.first, of.last), names[i]);
   }
   takeParts(std::numeric_limits<std::int64_t>::max());
 }

@@ -1,13 +1,14 @@
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <memory>
 
+#include "pim/platform/Host.h"
 #include "pim/records/ContactGroups.h"
+#include "pim/store/ImportHistory.h"
 #include "pim/store/SqliteStore.h"
+#include "tests/store/OtherProgram.h"
 #include "tests/store/SampleRecords.h"
 #include "tests/store/TemporaryFolder.h"
 
@@ -16,42 +17,8 @@ namespace {
 
 namespace fs = std::filesystem;
 using std::chrono::milliseconds;
-
-// Another program at the store's file.
-class OtherProgram {
- public:
-  explicit OtherProgram(const std::string& path) {
-    sqlite3* opened = nullptr;
-    EXPECT_EQ(sqlite3_open(path.c_str(), &opened), SQLITE_OK);
-    db_.reset(opened);
-  }
-  void Run(const std::string& sql) {
-    char* problem = nullptr;
-    sqlite3_exec(db_.get(), sql.c_str(), nullptr, nullptr, &problem);
-    EXPECT_STREQ(problem, nullptr) << sql;
-    sqlite3_free(problem);
-  }
-  std::string Ask(const std::string& sql) {
-    std::string answer;
-    const auto take = [](void* to, int, char** values, char**) {
-      *static_cast<std::string*>(to) += values[0] != nullptr ? values[0] : "NULL";
-      return 0;
-    };
-    EXPECT_EQ(sqlite3_exec(db_.get(), sql.c_str(), take, &answer, nullptr), SQLITE_OK) << sql;
-    return answer;
-  }
-
- private:
-  struct Close {
-    void operator()(sqlite3* db) const { sqlite3_close(db); }
-  };
-  std::unique_ptr<sqlite3, Close> db_;
-};
-
-std::string BytesOf(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
+using testing::BytesOf;
+using testing::OtherProgram;
 
 std::string ProblemOf(const std::string& path) {
   try {
@@ -64,6 +31,8 @@ std::string ProblemOf(const std::string& path) {
 
 class StoreFile : public ::testing::Test {
  protected:
+  StoreFile() { SetAppDataFolder(folder_.File("data")); }
+  ~StoreFile() override { SetAppDataFolder({}); }
   void MakeStore(std::int32_t contacts) {
     SqliteStore store(path_);
     CContacts records;
@@ -313,7 +282,7 @@ TEST_F(StoreFile, ReadersSeeOneState) {
   EXPECT_EQ(reader.LoadContacts(contacts), 1101);
 }
 
-// Each version that was ever released opens, with what it held. Version 1 is this one.
+// Each version that was ever released opens, with what it held. Version 2 is this one.
 TEST_F(StoreFile, EarlierVersionsOpen) {
   int versions = 0;
   for (const auto& entry : fs::directory_iterator(PIM_TEST_DATA)) {
@@ -334,8 +303,14 @@ TEST_F(StoreFile, EarlierVersionsOpen) {
     testing::ExpectItem(items[0], expectedItem);
     CContactGroupPairs pairs;
     EXPECT_EQ(store.LoadContactGroupPairs(pairs), 1);
+    // Version 2 remembers that all of this was imported.
+    UndoResult result;
+    const bool isImported = store.History()->Undo({}, result) == 0;
+    EXPECT_EQ(isImported, entry.path().filename() == "store-v2.db") << store.LastError();
+    EXPECT_EQ(result.contacts + result.items + result.groups, isImported ? 3 : 0);
+    EXPECT_EQ(result.pictures, isImported ? 1 : 0);
   }
-  EXPECT_GE(versions, 1);
+  EXPECT_EQ(versions, 2);
 }
 
 // A version that lacks a table, a column and an index grows them and keeps its rows.

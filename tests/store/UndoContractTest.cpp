@@ -198,7 +198,9 @@ TEST_P(UndoContract, LeavesGroupsWithOtherMembers) {
     Expect(Undo({first, true, false}), 0, 0, 1, 0);
     EXPECT_EQ(CountLinks(), 0);
   }
-  EXPECT_EQ(CountLinks(), 1);
+  CContactGroupPairs pairs;
+  EXPECT_EQ(store->LoadContactGroupPairs(pairs), 1);
+  EXPECT_EQ(store->SaveContactGroupPairs(pairs), 0);  // which is there still
   result = Undo();  // the second one: the first doesn't stand any more
   EXPECT_EQ(result.import, second);
   Expect(result, 1, 0, 0, 1);
@@ -206,6 +208,29 @@ TEST_P(UndoContract, LeavesGroupsWithOtherMembers) {
   EXPECT_EQ(Entry(first).state, ImportState::Undone);
   CContactGroups groups;
   EXPECT_EQ(store->LoadContactGroups(groups), 0);
+}
+
+// A record that stays does so with its links, also in groups that have got another name.
+TEST_P(UndoContract, WhatStaysKeepsItsGroups) {
+  const std::int32_t friends = SaveGroup(u"Friends");
+  CContacts saved;
+  CContactGroups made;
+  made.AddNew().group_name = u"Made";
+  Import("", [&] {
+    ASSERT_EQ(store->SaveContactGroups(made, true), 1);
+    saved = Save({u"a"}, friends);
+    Save({u"a"}, made[0].group_id);
+  });
+  saved[0].hobby = u"new";
+  ASSERT_EQ(store->SaveContacts(saved, 0, true), 1);
+  made[0].group_name = u"Renamed";
+  ASSERT_EQ(store->SaveContactGroups(made, true), 1);
+  const UndoResult result = Undo();
+  Expect(result, 0, 0, 0, 0);
+  EXPECT_EQ(result.keptGroups, std::vector<WideString>{u"Renamed"});
+  EXPECT_EQ(CountLinks(), 2);
+  Expect(Undo({result.import, true, false}), 1, 0, 1, 1);
+  EXPECT_EQ(CountLinks(), 0);
 }
 
 // One link more of the same contact, made by hand, is another member.

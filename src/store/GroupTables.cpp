@@ -33,7 +33,8 @@ GroupTable::GroupTable(Database& db)
       find_(db, SelectKeysSql(kGroupTable, kGroupKey, kFoldedName)),
       highest_(db, HighestKeySql(kGroupTable, kGroupKey)),
       insert_(db, InsertSql(kGroupTable, kGroupKey, GroupFields(), 1)),
-      update_(db, UpdateSql(kGroupTable, kGroupKey, GroupFields())) {}
+      update_(db, UpdateSql(kGroupTable, kGroupKey, GroupFields())),
+      eraser_(db, kGroupTable) {}
 
 std::int32_t GroupTable::Load(CContactGroups& groups) {
   std::int32_t count = 0;
@@ -48,6 +49,11 @@ std::int32_t GroupTable::Load(CContactGroups& groups) {
 std::int32_t GroupTable::HighestKey() {
   Rows rows(highest_);
   return given_.HighestWith(rows.Next() ? KeyFromStored(highest_.Integer(0)) : 0);
+}
+
+void GroupTable::Erase(std::int32_t key) {
+  given_.Add(HighestKey());
+  eraser_.Erase(key, key);
 }
 
 void GroupTable::FoldNames() {

@@ -6,6 +6,7 @@
 #include "pim/records/ContactGroups.h"
 #include "records/SaveRecords.h"
 #include "store/FieldIo.h"
+#include "store/RecordEraser.h"
 #include "store/RowInserter.h"
 #include "store/Statement.h"
 
@@ -29,6 +30,8 @@ class GroupTable {
     given_.Add(key);
   }
   void Rename(std::int32_t key, WideStringView name) { Run(update_, key, name); }
+  // With its links. Its key is not given again.
+  void Erase(std::int32_t key);
 
  private:
   static void Run(Statement& statement, std::int64_t key, WideStringView name);
@@ -39,6 +42,7 @@ class GroupTable {
   Statement highest_;
   Statement insert_;
   Statement update_;
+  RecordEraser eraser_;
   FieldReader fields_;
   GivenKeys given_;
 };

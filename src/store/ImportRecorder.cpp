@@ -1,43 +1,11 @@
 #include "store/ImportRecorder.h"
 
-#include <iterator>
+#include <algorithm>
 #include <utility>
 
+#include "store/HistoryRules.h"
+
 namespace pim {
-
-void KeyRanges::Add(std::int32_t key) {
-  auto next = lasts_.lower_bound(key);
-  if (next != lasts_.end() && next->first == key) return;
-  if (next != lasts_.begin()) {
-    const auto before = std::prev(next);
-    if (before->second >= key) return;
-    if (before->second == key - 1) {
-      before->second = key;
-      if (next != lasts_.end() && next->first == key + 1) {
-        before->second = next->second;
-        lasts_.erase(next);
-      }
-      return;
-    }
-  }
-  std::int32_t last = key;
-  if (next != lasts_.end() && next->first - 1 == key) {
-    last = next->second;
-    next = lasts_.erase(next);
-  }
-  lasts_.emplace_hint(next, key, last);
-}
-
-bool KeyRanges::Holds(std::int32_t key) const {
-  const auto behind = lasts_.upper_bound(key);
-  return behind != lasts_.begin() && std::prev(behind)->second >= key;
-}
-
-std::vector<KeyRanges::Range> KeyRanges::All() const {
-  std::vector<Range> ranges;
-  for (const auto& [first, last] : lasts_) ranges.push_back({first, last});
-  return ranges;
-}
 
 ImportRecorder::ImportRecorder(Database& db)
     : db_(db),
@@ -49,113 +17,149 @@ ImportRecorder::ImportRecorder(Database& db)
       insertLink_(db,
                   "INSERT INTO ImportedLinks (import_id, contact_id, group_id) VALUES (?, ?, ?)") {}
 
-std::int32_t ImportRecorder::Begin(const ImportStart& start, std::size_t level) {
-  if (IsOpen()) db_.Fail("an import is under way already");
-  import_ = imports_.Begin(start);
-  importLevel_ = level;
-  return import_;
+void ImportRecorder::CheckFile(bool isOpen, const char* problem) {
+  if (!import_) db_.Fail(kNoImportIsUnderWay);
+  if (static_cast<bool>(file_) != isOpen) db_.Fail(problem);
 }
 
-void ImportRecorder::BeginFile(std::string_view name, NarrowStringView bytes, std::size_t level) {
-  if (!IsOpen()) db_.Fail("no import is under way");
-  if (level == 0) db_.Fail("a file is imported in a transaction");
-  if (file_ != 0) db_.Fail("a file of the import is being read already");
-  file_ = imports_.NextFile();
-  fileLevel_ = level;
+std::int32_t ImportRecorder::Begin(const ImportStart& start) {
+  if (import_) db_.Fail(kImportIsUnderWay);
+  ForgetImport();
+  const std::int32_t import = imports_.Begin(start);
+  import_ = {import, level_};
+  return import;
+}
+
+void ImportRecorder::BeginFile(std::string_view name, NarrowStringView bytes) {
+  CheckFile(false, kFileIsBeingRead);
+  if (level_ == 0) db_.Fail(kFilesNeedTransaction);
+  file_ = {imports_.NextFile(), level_};
   name_ = name;
   bytes_ = bytes;
 }
 
 void ImportRecorder::AddRecord(StoredKind kind, std::int32_t key, const Fingerprint& print) {
-  if (file_ == 0) return;
-  pending_.push_back({kind, {key, file_, 0, 0, print}});
-  if (kind == StoredKind::Contact) broughtContacts_.Add(key);
+  if (!file_) return;
+  pending_.push_back({kind, {key, file_.number, 0, 0, print}});
+  if (kind != StoredKind::Contact) return;
+  brought_.push_back(key);
+  broughtKeys_.Add(key);
 }
 
 void ImportRecorder::AddGroup(std::int32_t group) {
-  if (!IsOpen()) return;
+  if (!import_) return;
   insertGroup_.Bind(1, std::int64_t{group});
-  insertGroup_.Bind(2, std::int64_t{import_});
+  insertGroup_.Bind(2, import_.number);
   insertGroup_.Run();
 }
 
 void ImportRecorder::AddLinks(std::span<const LinkRow> links) {
-  if (!IsOpen()) return;
+  if (!import_) return;
   for (const auto& [contact, group] : links) {
-    if (broughtContacts_.Holds(contact)) continue;
-    insertLink_.Bind(1, std::int64_t{import_});
+    if (broughtKeys_.Holds(contact)) continue;
+    insertLink_.Bind(1, import_.number);
     insertLink_.Bind(2, std::int64_t{contact});
     insertLink_.Bind(3, std::int64_t{group});
     insertLink_.Run();
   }
 }
 
-void ImportRecorder::Store(const Pending& pending) {
-  (pending.kind == StoredKind::Contact ? contacts_ : items_).Add(pending.row);
+void ImportRecorder::AddLines(std::span<const RecordLines> lines) {
+  if (!file_) db_.Fail(kNoFileIsBeingRead);
+  auto next = pending_.begin() + static_cast<std::ptrdiff_t>(told_ - stored_);
+  for (const RecordLines& record : lines) {
+    if (next == pending_.end()) break;
+    if (next->row.key != record.key) continue;
+    next->row.firstLine = record.firstLine;
+    next->row.lastLine = record.lastLine;
+    ++next;
+  }
+  told_ = stored_ + pending_.size();
+  // In an inner transaction the rows could be rolled back, and the records stay.
+  if (level_ == file_.level) StoreOrigins();
 }
 
-void ImportRecorder::AddLines(std::span<const RecordLines> lines) {
-  if (file_ == 0) db_.Fail("no file of an import is being read");
-  for (const RecordLines& record : lines) {
-    if (pending_.empty() || pending_.front().row.key != record.key) continue;
-    pending_.front().row.firstLine = record.firstLine;
-    pending_.front().row.lastLine = record.lastLine;
-    Store(pending_.front());
-    pending_.pop_front();
-  }
+void ImportRecorder::StoreOrigins() {
+  for (const Pending& record : pending_)
+    (record.kind == StoredKind::Contact ? contacts_ : items_).Add(record.row);
+  contacts_.Flush();
+  items_.Flush();
+  stored_ += pending_.size();
+  told_ = stored_;
+  pending_.clear();
 }
 
 void ImportRecorder::EndFile(const ImportCounts& counts, bool keepsBytes) {
-  if (file_ == 0) db_.Fail("no file of an import is being read");
-  for (const Pending& pending : pending_) Store(pending);
-  contacts_.Flush();
-  items_.Flush();
-  imports_.AddFile(file_, import_, originals_.Add(bytes_, keepsBytes), name_, counts);
+  if (!file_) db_.Fail(kNoFileIsBeingRead);
+  imports_.AddFile(file_.number, static_cast<std::int32_t>(import_.number),
+                   originals_.Add(bytes_, keepsBytes), name_, counts);
   ForgetFile();
 }
 
 void ImportRecorder::AddRefusedFile(std::string_view name, NarrowStringView bytes,
                                     const ImportCounts& counts) {
-  if (!IsOpen()) db_.Fail("no import is under way");
-  if (file_ != 0) db_.Fail("a file of the import is being read still");
-  imports_.AddFile(imports_.NextFile(), import_, originals_.Add(bytes, false), name, counts);
-}
-
-void ImportRecorder::ForgetFile() noexcept {
-  file_ = 0;
-  fileLevel_ = 0;
-  bytes_ = {};
-  pending_.clear();
-  contacts_.Forget();
-  items_.Forget();
+  CheckFile(false, kFileIsStillBeingRead);
+  imports_.AddFile(imports_.NextFile(), static_cast<std::int32_t>(import_.number),
+                   originals_.Add(bytes, false), name, counts);
 }
 
 void ImportRecorder::End() {
-  if (!IsOpen()) db_.Fail("no import is under way");
-  if (file_ != 0) db_.Fail("a file of the import is being read still");
-  imports_.End(import_);
-  import_ = 0;
-  broughtContacts_.Clear();
+  CheckFile(false, kFileIsStillBeingRead);
+  imports_.End(static_cast<std::int32_t>(import_.number));
+  ended_ = {import_.number, level_};
+  last_ = std::exchange(import_, {});
 }
 
 void ImportRecorder::Interrupt() {
-  const std::int32_t import = std::exchange(import_, 0);
-  if (import != 0 && importLevel_ == 0) imports_.Interrupt(import);
+  if (import_) imports_.Interrupt(static_cast<std::int32_t>(import_.number));
+}
+
+void ImportRecorder::ForgetFile() noexcept {
+  file_ = {};
+  bytes_ = {};
+  pending_.clear();
+  stored_ = 0;
+  told_ = 0;
+}
+
+void ImportRecorder::ForgetImport() noexcept {
+  import_ = {};
+  ended_ = {};
+  brought_.clear();
+  broughtKeys_.Clear();
+  for (Mark& mark : marks_) mark.brought = 0;
+}
+
+void ImportRecorder::Begun(std::size_t level) {
+  level_ = level;
+  marks_.push_back({stored_ + pending_.size(), told_, brought_.size()});
 }
 
 void ImportRecorder::Committed(std::size_t level) {
-  if (importLevel_ == level) --importLevel_;
-  if (fileLevel_ == level && file_ != 0) --fileLevel_;
+  for (Bound* bound : {&import_, &ended_, &last_, &file_}) bound->Commit(level);
+  level_ = level - 1;
+  marks_.pop_back();
 }
 
 // What a transaction's inner ones have committed goes with it.
 void ImportRecorder::RolledBack(std::size_t level) noexcept {
-  if (file_ != 0 && fileLevel_ >= level) ForgetFile();
-  if (import_ != 0 && importLevel_ >= level) {
-    import_ = 0;
-    importLevel_ = 0;
-    broughtContacts_.Clear();
+  const Mark mark = marks_.back();
+  marks_.pop_back();
+  level_ = level - 1;
+  if (file_.GoesWith(level)) {
+    ForgetFile();
+  } else if (file_) {
+    while (stored_ + pending_.size() > mark.saved) pending_.pop_back();
+    told_ = std::min(told_, mark.told);
+    for (std::size_t i = told_ - stored_; i < pending_.size(); ++i)
+      pending_[i].row.firstLine = pending_[i].row.lastLine = 0;
   }
+  for (; brought_.size() > mark.brought; brought_.pop_back()) broughtKeys_.Remove(brought_.back());
+  if (ended_.GoesWith(level)) {
+    ended_ = {};
+    import_ = last_;
+  }
+  if (import_.GoesWith(level)) ForgetImport();
 }
 
 }  // namespace pim

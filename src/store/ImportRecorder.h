@@ -1,49 +1,36 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
-#include <deque>
-#include <map>
 #include <span>
+#include <string>
+#include <vector>
 
 #include "records/RecordMap.h"
 #include "store/ImportTable.h"
+#include "store/KeyRanges.h"
 #include "store/OriginTable.h"
 #include "store/OriginalTable.h"
 #include "store/StoreTransactions.h"
 
 namespace pim {
 
-// Keys, as runs of following ones.
-class KeyRanges {
- public:
-  struct Range {
-    std::int32_t first;
-    std::int32_t last;
-  };
-
-  // Keys come mostly in ascending order.
-  void Add(std::int32_t key);
-  bool Holds(std::int32_t key) const;
-  void Clear() { lasts_.clear(); }
-  std::vector<Range> All() const;
-
- private:
-  std::map<std::int32_t, std::int32_t> lasts_;  // of each run, by its first key
-};
-
-// The import that is under way in this process, and what it brings.
+// The import that is under way in this process, and what it brings. All of it goes back with the
+// transactions in which it came.
 class ImportRecorder final : public TransactionMember {
  public:
   explicit ImportRecorder(Database& db);
 
-  bool IsOpen() const { return import_ != 0; }
-  std::int32_t Begin(const ImportStart& start, std::size_t level);
-  void BeginFile(std::string_view name, NarrowStringView bytes, std::size_t level);
+  bool IsOpen() const { return static_cast<bool>(import_); }
+  std::int32_t Begin(const ImportStart& start);
+  void BeginFile(std::string_view name, NarrowStringView bytes);
   void AddLines(std::span<const RecordLines> lines);
+  // Ahead of EndFile, and outside of the transaction that is only its own.
+  void StoreOrigins();
   void EndFile(const ImportCounts& counts, bool keepsBytes);
   void AddRefusedFile(std::string_view name, NarrowStringView bytes, const ImportCounts& counts);
   void End();
-  // Gives up what hasn't ended.
+  // Gives up what hasn't ended; no transaction is open.
   void Interrupt();
 
   // What is stored while a file is being read is its own.
@@ -51,18 +38,36 @@ class ImportRecorder final : public TransactionMember {
   void AddGroup(std::int32_t group);
   void AddLinks(std::span<const LinkRow> links);
 
-  void Begun(std::size_t) override {}
+  void Begun(std::size_t level) override;
   void Committed(std::size_t level) override;
   void RolledBack(std::size_t level) noexcept override;
 
  private:
+  // What goes with the transaction of its level, which is 0 once that is committed for good.
+  struct Bound {
+    std::int64_t number = 0;  // 0: none
+    std::size_t level = 0;
+
+    explicit operator bool() const { return number != 0; }
+    void Commit(std::size_t committed) {
+      if (level == committed) --level;
+    }
+    bool GoesWith(std::size_t rolledBack) const { return number != 0 && level >= rolledBack; }
+  };
+  // A record of the file that has no row of its origin yet.
   struct Pending {
     StoredKind kind;
     OriginTable::Row row;
   };
+  struct Mark {
+    std::size_t saved;    // records of the file
+    std::size_t told;     // of them, those that AddLines has passed
+    std::size_t brought;  // contacts of the import
+  };
 
-  void Store(const Pending& pending);
+  void CheckFile(bool isOpen, const char* problem);
   void ForgetFile() noexcept;
+  void ForgetImport() noexcept;
 
   Database& db_;
   ImportTable imports_;
@@ -72,14 +77,19 @@ class ImportRecorder final : public TransactionMember {
   Statement insertGroup_;
   Statement insertLink_;
 
-  std::int32_t import_ = 0;
-  std::size_t importLevel_ = 0;  // of the transaction that its row goes with; 0: it is committed
-  std::int64_t file_ = 0;
-  std::size_t fileLevel_ = 0;
-  std::string name_;             // of the file
-  NarrowStringView bytes_;       // the same
-  std::deque<Pending> pending_;  // records whose lines aren't told yet
-  KeyRanges broughtContacts_;    // by the import
+  std::size_t level_ = 0;  // of the innermost open transaction
+  Bound import_;
+  Bound ended_;  // the end of one, which may be rolled back
+  Bound last_;   // that one
+  Bound file_;
+  std::string name_;        // of the file
+  NarrowStringView bytes_;  // the same
+  std::vector<Pending> pending_;
+  std::size_t stored_ = 0;             // of the file's records, those ahead of `pending_`
+  std::size_t told_ = 0;               // the same, those that AddLines has passed
+  std::vector<std::int32_t> brought_;  // contacts, in their order
+  KeyRanges broughtKeys_;              // the same
+  std::vector<Mark> marks_;            // one for each open transaction
 };
 
 }  // namespace pim

@@ -10,26 +10,17 @@ namespace {
 // So many records are compared at a time, so that memory doesn't grow with the import.
 constexpr std::size_t kComparedAtOnce = 1024;
 
-WideString NameOf(const CContact& contact) {
-  if (!contact.formatted_name.empty()) return contact.formatted_name.str();
-  WideString name = contact.name.given_name.str();
-  if (!name.empty() && !contact.name.family_name.empty()) name += u' ';
-  return name.append(contact.name.family_name.view());
-}
-WideString NameOf(const CCalendar& item) {
-  return (item.summary.empty() ? item.description : item.summary).str();
-}
-
 }  // namespace
 
-ImportUndo::ImportUndo(TableServices& services, ContactTable& contacts, ItemTable& items)
+ImportUndo::ImportUndo(TableServices& services, ContactTable& contacts, ItemTable& items,
+                       GroupTable& groups)
     : services_(services),
       contacts_(contacts),
       items_(items),
+      groups_(groups),
       imports_(services.db),
       contactOrigins_(services.db, StoredKind::Contact),
       itemOrigins_(services.db, StoredKind::Item),
-      groups_(services.db, kGroupTable),
       linksOfImport_(services.db,
                      "SELECT contact_id, group_id FROM ImportedLinks WHERE import_id = ?"),
       forgetLinks_(services.db, "DELETE FROM ImportedLinks WHERE import_id = ?"),
@@ -45,12 +36,9 @@ ImportUndo::ImportUndo(TableServices& services, ContactTable& contacts, ItemTabl
 std::int32_t ImportUndo::Choose(const UndoOptions& options) {
   const std::optional<std::int32_t> import =
       options.import ? options.import : imports_.LastStanding();
-  if (!import) services_.db.Fail("no import is left to be undone");
-  const std::optional<ImportState> state = imports_.StateOf(*import);
-  const std::string name = "import " + std::to_string(*import);
-  if (!state) services_.db.Fail("there is no " + name);
-  if (*state == ImportState::Running) services_.db.Fail(name + " is under way");
-  if (*state == ImportState::Undone) services_.db.Fail(name + " is undone already");
+  if (!import) services_.db.Fail(kNothingToUndo);
+  const std::string problem = WhyNotUndone(*import, imports_.StateOf(*import));
+  if (!problem.empty()) services_.db.Fail(problem);
   return *import;
 }
 
@@ -190,7 +178,7 @@ void ImportUndo::Apply(UndoResult& result) {
   forgetLinks_.Run();
   for (const auto& [first, last] : doomedContacts_.All()) contacts_.Erase(first, last);
   for (const auto& [first, last] : doomedItems_.All()) items_.Erase(first, last);
-  for (const std::int32_t group : doomedGroups_) groups_.Erase(group, group);
+  for (const std::int32_t group : doomedGroups_) groups_.Erase(group);
   services_.pictures.Leave(std::move(pictures_));
   imports_.SetUndone(result.import, result.contacts + result.items,
                      std::ssize(result.keptRecords) + std::ssize(result.keptGroups));

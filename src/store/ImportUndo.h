@@ -8,6 +8,8 @@
 #include "pim/store/ImportHistory.h"
 #include "store/GroupTables.h"
 #include "store/ImportTable.h"
+#include "store/KeyRanges.h"
+#include "store/OriginTable.h"
 #include "store/RecordTable.h"
 
 namespace pim {
@@ -16,7 +18,7 @@ namespace pim {
 // done. Runs inside the caller's transaction.
 class ImportUndo {
  public:
-  ImportUndo(TableServices& services, ContactTable& contacts, ItemTable& items);
+  ImportUndo(TableServices& services, ContactTable& contacts, ItemTable& items, GroupTable& groups);
 
   // Finds out what goes. Throws StoreError for an import that can't be undone.
   void Plan(const UndoOptions& options, UndoResult& result);
@@ -47,10 +49,10 @@ class ImportUndo {
   TableServices& services_;
   ContactTable& contacts_;
   ItemTable& items_;
+  GroupTable& groups_;
   ImportTable imports_;
   OriginTable contactOrigins_;
   OriginTable itemOrigins_;
-  RecordEraser groups_;
   Statement linksOfImport_;
   Statement forgetLinks_;
   Statement dropLink_;

@@ -4,6 +4,7 @@
 #include <new>
 
 #include "store/Digest.h"
+#include "store/HistoryRules.h"
 
 namespace pim {
 namespace {
@@ -100,7 +101,7 @@ void OriginalTable::Read(std::int64_t original, const std::function<bool(NarrowS
   Sha256 wanted{};
   {
     Rows rows(info_);
-    if (!rows.Next() || info_.Integer(0) == 0) db_.Fail("the file's bytes aren't kept");
+    if (!rows.Next() || info_.Integer(0) == 0) db_.Fail(kBytesAreNotKept);
     bytes = info_.Integer(1);
     wanted = DigestFrom(info_.Bytes(2));
   }

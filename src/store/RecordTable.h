@@ -8,11 +8,13 @@
 #include "pim/records/Contacts.h"
 #include "records/SaveRecords.h"
 #include "store/ContentCache.h"
+#include "store/HistoryRules.h"
 #include "store/ImportRecorder.h"
 #include "store/PictureTable.h"
 #include "store/RecordEraser.h"
 #include "store/RecordReader.h"
 #include "store/RecordWriter.h"
+#include "store/StoredForms.h"
 
 namespace pim {
 
@@ -25,9 +27,6 @@ struct TableServices {
   std::function<NarrowString(WideStringView name)> pictureOf;  // one that is being saved
   std::function<std::int64_t()> dataVersion;
 };
-
-constexpr StoredKind KindOf(const CContact&) { return StoredKind::Contact; }
-constexpr StoredKind KindOf(const CCalendar&) { return StoredKind::Item; }
 
 // The stored records of one kind, with what is known of their content. Runs inside the caller's
 // transaction.
@@ -123,7 +122,7 @@ class RecordTable {
 
  private:
   std::optional<Sha256> KeepPicture(WideStringView photo) {
-    if (photo.empty()) return std::nullopt;
+    if (photo.empty() || !IsPlainFileName(photo)) return std::nullopt;  // it reads as none
     const NarrowString bytes = services_.pictureOf(photo);
     if (bytes.empty()) return PictureUnder(photo);
     return services_.pictures.Put(photo, bytes);

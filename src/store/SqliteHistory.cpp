@@ -3,7 +3,8 @@
 namespace pim {
 
 SqliteHistory::SqliteHistory(StoreTransactions& transactions, bool hasTables,
-                             TableServices& services, ContactTable& contacts, ItemTable& items)
+                             TableServices& services, ContactTable& contacts, ItemTable& items,
+                             GroupTable& groups)
     : transactions_(transactions),
       hasTables_(hasTables),
       services_(services),
@@ -12,16 +13,14 @@ SqliteHistory::SqliteHistory(StoreTransactions& transactions, bool hasTables,
       originals_(services.db),
       contactOrigins_(services.db, StoredKind::Contact),
       itemOrigins_(services.db, StoredKind::Item),
-      undo_(services, contacts, items) {}
+      undo_(services, contacts, items, groups) {}
 
 std::int32_t SqliteHistory::BeginImport(const ImportStart& start) {
-  return transactions_.Store(
-      [&] { return services_.recorder.Begin(start, transactions_.level()); });
+  return transactions_.Store([&] { return services_.recorder.Begin(start); });
 }
 
 bool SqliteHistory::BeginFile(std::string_view name, NarrowStringView bytes) {
-  return transactions_.Succeeds(
-      [&] { services_.recorder.BeginFile(name, bytes, transactions_.level()); });
+  return transactions_.Succeeds([&] { services_.recorder.BeginFile(name, bytes); });
 }
 
 bool SqliteHistory::AddLines(std::span<const RecordLines> lines) {
@@ -29,7 +28,11 @@ bool SqliteHistory::AddLines(std::span<const RecordLines> lines) {
 }
 
 bool SqliteHistory::EndFile(const ImportCounts& counts, bool keepsBytes) {
-  return transactions_.Succeeds([&] { services_.recorder.EndFile(counts, keepsBytes); });
+  return transactions_.Succeeds([&] { services_.recorder.StoreOrigins(); }) &&
+         transactions_.Store([&] {
+           services_.recorder.EndFile(counts, keepsBytes);
+           return 0;
+         }) == 0;
 }
 
 bool SqliteHistory::AddRefusedFile(std::string_view name, NarrowStringView bytes,
@@ -90,7 +93,7 @@ bool SqliteHistory::ReadOriginal(std::int64_t file,
   return transactions_.Read([&](auto& guard) {
     const std::optional<std::int64_t> original =
         hasTables_ ? imports_.OriginalOf(file) : std::nullopt;
-    if (!original) services_.db.Fail("there is no imported file " + std::to_string(file));
+    if (!original) services_.db.Fail(NoSuchImportedFile(file));
     originals_.Read(*original,
                     [&](NarrowStringView piece) { return guard([&] { return take(piece); }); });
     return 0;
@@ -107,7 +110,7 @@ std::int32_t SqliteHistory::DropOriginals(std::optional<std::int32_t> import) {
 std::int32_t SqliteHistory::Undo(const UndoOptions& options, UndoResult& result) {
   if (options.dryRun) {
     return transactions_.Read([&](auto&) {
-      if (!hasTables_) services_.db.Fail("no import is left to be undone");
+      if (!hasTables_) services_.db.Fail(kNothingToUndo);
       undo_.Plan(options, result);
       return 0;
     });
@@ -121,7 +124,7 @@ std::int32_t SqliteHistory::Undo(const UndoOptions& options, UndoResult& result)
 
 void SqliteHistory::CheckImport(std::optional<std::int32_t> import) {
   if (import && !(hasTables_ && imports_.StateOf(*import)))
-    services_.db.Fail("there is no import " + std::to_string(*import));
+    services_.db.Fail(NoSuchImport(*import));
 }
 
 }  // namespace pim

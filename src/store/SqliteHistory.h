@@ -12,7 +12,7 @@ namespace pim {
 class SqliteHistory final : public ImportHistory {
  public:
   SqliteHistory(StoreTransactions& transactions, bool hasTables, TableServices& services,
-                ContactTable& contacts, ItemTable& items);
+                ContactTable& contacts, ItemTable& items, GroupTable& groups);
 
   std::int32_t BeginImport(const ImportStart& start) override;
   bool BeginFile(std::string_view name, NarrowStringView bytes) override;

@@ -80,6 +80,8 @@ class SqliteStore::Impl final : public RecordStore {
       transactions_.Join(*member);
   }
   ~Impl() override {
+    while (transactions_.Rollback()) {
+    }
     static_cast<void>(transactions_.Succeeds([this] { recorder_.Interrupt(); }));
   }
 
@@ -295,7 +297,7 @@ class SqliteStore::Impl final : public RecordStore {
   LinkTable links_{*db_};
   WatchedGroups watchedGroups_{groups_, recorder_};
   WatchedLinks watchedLinks_{links_, recorder_};
-  SqliteHistory history_{transactions_, hasTables_, services_, contacts_, items_};
+  SqliteHistory history_{transactions_, hasTables_, services_, contacts_, items_, groups_};
   std::int64_t foldedAt_ = 0;  // the data version for which all names are folded
 };
 

@@ -118,17 +118,19 @@ class PIM_EXPORT ImportHistory {
  public:
   virtual ~ImportHistory() = default;
 
-  // Begins an import and gives its number. From now on the records, groups and links that are newly
-  // saved through the store are its own. One at a time; it may commit several transactions, the
-  // first of which holds its entry. Rolled back, it has never begun. Goes on until EndImport, or
-  // until the store is closed: it is interrupted then, if any of it was committed.
+  // Begins an import and gives its number. From now on the groups and links that are newly saved
+  // through the store are its own, and while a file is being read the records too. One at a time;
+  // it may commit several transactions, the first of which holds its entry. Rolled back, it has
+  // never begun. Goes on until EndImport, or until the store is closed: it is interrupted then, if
+  // any of it was committed.
   [[nodiscard]] virtual std::int32_t BeginImport(const ImportStart& start) = 0;
   // Begins one of its files, in a transaction of the caller's that also holds EndFile: what is
   // saved between the two came from it. `bytes` are the file's own, whatever part of them is read,
   // and must stay until EndFile. `name` is kept as it stands.
   [[nodiscard]] virtual bool BeginFile(std::string_view name, NarrowStringView bytes) = 0;
-  // Tells the lines of records that were saved since the last call, in the order of saving. Those
-  // that equalled stored ones may be among them and are passed over.
+  // Tells the lines of records that were saved since the last call, in the order of saving; records
+  // of one kind. Those that equalled stored ones may be among them and are passed over, and those
+  // that aren't told have none.
   [[nodiscard]] virtual bool AddLines(std::span<const RecordLines> lines) = 0;
   // Keeps the file's bytes where `keepsBytes` says so.
   [[nodiscard]] virtual bool EndFile(const ImportCounts& counts, bool keepsBytes) = 0;

@@ -7,7 +7,7 @@ namespace pim::app {
 namespace {
 
 constexpr OptionRow kOptions[] = {
-    {Option::All, 0, "all", nullptr, "All of them, not only the first; export: all three kinds"},
+    {Option::All, 0, "all", nullptr, "All of them, not only the first"},
     {Option::As, 0, "as", "FORM", "Read it as vcard or vcalendar, whatever it looks like"},
     {Option::CodePage, 0, "code-page", "NAME",
      "Charset of texts that name none, such as CP1252 (default: UTF-8)"},
@@ -15,14 +15,11 @@ constexpr OptionRow kOptions[] = {
     {Option::Delete, 0, "delete", nullptr, "Remove them"},
     {Option::DryRun, 'n', "dry-run", nullptr, "Tell what would be done, and do nothing"},
     {Option::Fields, 0, "fields", "NAME,...", "Which fields, in this order; \"help\" names them"},
-    {Option::Force, 'f', "force", nullptr,
-     "Replace a file, or add to a folder that isn't empty; undo: take what was changed since, too"},
-    {Option::Group, 0, "group", "NAME",
-     "Those in this group; import: put all of them into it, not into the file's own"},
+    {Option::Force, 'f', "force", nullptr, "Replace a file, or add to a folder that isn't empty"},
+    {Option::Group, 0, "group", "NAME", "Those in this group"},
     {Option::Help, 'h', "help", nullptr, "Print this help"},
     {Option::Import, 0, "import", "N", "Those of that import alone, by its number in the history"},
-    {Option::Json, 0, "json", nullptr,
-     "Print all there is as one JSON object; import: goes with --dry-run"},
+    {Option::Json, 0, "json", nullptr, "Print all there is as one JSON object"},
     {Option::JsonLines, 0, "jsonl", nullptr, "Print whole records as JSON, one a line"},
     {Option::KeepDuplicates, 0, "keep-duplicates", nullptr,
      "Store also what equals a stored record (default: it is left out)"},
@@ -48,6 +45,19 @@ constexpr OptionRow kOptions[] = {
      "Write blanks at the head of a line and line breaks in numbers as they stand, though readers "
      "lose them"},
     {Option::Version, 'V', "version", nullptr, "Print the program's version"},
+};
+
+// Where an option of some command means more than elsewhere.
+constexpr struct {
+  Action action;
+  Option option;
+  const char* help;
+} kOwnHelp[] = {
+    {Action::Export, Option::All, "All three kinds"},
+    {Action::Import, Option::Force, "Replace the files of --rejects and --report"},
+    {Action::Import, Option::Group, "Put all of them into this group, not into the file's own"},
+    {Action::Import, Option::Json, "With --dry-run: print one JSON object"},
+    {Action::Undo, Option::Force, "Take what was changed since, too"},
 };
 
 constexpr bool StandInOrder() {
@@ -262,6 +272,12 @@ void Replace(std::string& text, std::string_view mark, std::string_view by) {
 }  // namespace
 
 std::span<const OptionRow> OptionRows() { return kOptions; }
+const char* HelpOf(Option option, const CommandRow* command) {
+  for (const auto& own : kOwnHelp)
+    if (command != nullptr && own.action == command->action && own.option == option)
+      return own.help;
+  return RowOf(option).help;
+}
 std::span<const Option> CommonOptions() { return kCommon; }
 std::span<const NounRow> Nouns() { return kNouns; }
 std::span<const CommandRow> Commands() { return kCommands; }

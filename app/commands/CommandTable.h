@@ -98,6 +98,9 @@ struct CommandRow {
 };
 std::span<const CommandRow> Commands();
 
+// What help says of an option, of a command that may have more to say of it, or of all.
+const char* HelpOf(Option option, const CommandRow* command);
+
 // The text with {noun} and {one} filled in.
 std::string Filled(std::string_view text, const NounRow& noun);
 

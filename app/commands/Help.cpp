@@ -64,14 +64,14 @@ std::string Wrapped(std::string_view text) {
   return one.Text();
 }
 
-std::string OptionList(std::span<const Option> options) {
+std::string OptionList(std::span<const Option> options, const CommandRow* command = nullptr) {
   Columns columns;
   for (const Option option : options) {
     const OptionRow& row = RowOf(option);
     std::string left = row.letter != '\0' ? std::string{'-', row.letter, ',', ' '} : "    ";
     left.append("--").append(row.name);
     if (row.value != nullptr) left.append(" ").append(row.value);
-    columns.Add(std::move(left), row.help);
+    columns.Add(std::move(left), HelpOf(option, command));
   }
   return columns.Text();
 }
@@ -87,7 +87,7 @@ std::string CommandHelp(const HelpPlace& place) {
   if (*command.operands != '\0') text.append(" ").append(command.operands);
   text += "\n\n";
   if (*command.remarks != '\0') text += Wrapped(command.remarks) + "\n";
-  if (!command.options.empty()) text += "Options:\n" + OptionList(command.options) + "\n";
+  if (!command.options.empty()) text += "Options:\n" + OptionList(command.options, &command) + "\n";
   return text + "Options of all commands:\n" + OptionList(CommonOptions());
 }
 

@@ -72,13 +72,13 @@ class Preview final : public ImportDiary {
     if (!hasBegun_) Print("{\"records\":[");
     json_.Clear();
     json_.StartObject();
-    json_.Field("in_files", totals_.inFile);
+    json_.Field("in_file", totals_.inFile);
     json_.Field("new", totals_.stored);
     json_.Field("already_there", totals_.AlreadyThere());
     json_.Field("refused", totals_.refused);
     json_.Field("other_kind", totals_.otherKind);
     json_.EndObject();
-    Print("],\"counts\":" + std::string(json_.text()) + "}\n");
+    Print("],\"totals\":" + std::string(json_.text()) + "}\n");
   }
 
  private:

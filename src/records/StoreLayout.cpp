@@ -114,6 +114,7 @@ constexpr Column kOriginalsOwn[] = {
     {"sha256", ColumnType::Bytes},
     {"bytes", ColumnType::Integer},
     {"is_kept", ColumnType::Integer},
+    {"content", ColumnType::Bytes},  // the first part; most have no other
 };
 
 constexpr Column kOriginalPartsOwn[] = {

@@ -23,11 +23,11 @@ OriginalTable::OriginalTable(Database& db)
     : db_(db),
       find_(db, "SELECT original_id, is_kept FROM Originals WHERE sha256 = ?"),
       insert_(db,
-              "INSERT INTO Originals (sha256, bytes, is_kept) VALUES (?, ?, ?) "
+              "INSERT INTO Originals (sha256, bytes, is_kept, content) VALUES (?, ?, ?, ?) "
               "RETURNING original_id"),
       insertPart_(db, "INSERT INTO OriginalParts (original_id, content) VALUES (?, ?)"),
-      keep_(db, "UPDATE Originals SET is_kept = 1 WHERE original_id = ?"),
-      info_(db, "SELECT is_kept, bytes, sha256 FROM Originals WHERE original_id = ?"),
+      keep_(db, "UPDATE Originals SET is_kept = 1, content = ?2 WHERE original_id = ?1"),
+      info_(db, "SELECT is_kept, bytes, sha256, content FROM Originals WHERE original_id = ?"),
       parts_(db,
              "SELECT content FROM OriginalParts WHERE original_id = ? ORDER BY original_part_id"),
       keptFiles_(db,
@@ -36,8 +36,10 @@ OriginalTable::OriginalTable(Database& db)
                      std::string(kOriginalsOfImport)),
       dropParts_(
           db, "DELETE FROM OriginalParts WHERE original_id IN " + std::string(kOriginalsOfImport)),
-      drop_(db, "UPDATE Originals SET is_kept = 0 WHERE is_kept = 1 AND original_id IN " +
-                    std::string(kOriginalsOfImport)) {}
+      drop_(
+          db,
+          "UPDATE Originals SET is_kept = 0, content = NULL WHERE is_kept = 1 AND original_id IN " +
+              std::string(kOriginalsOfImport)) {}
 
 std::int64_t OriginalTable::Add(NarrowStringView bytes, bool keeps) {
   const Sha256 digest = DigestOf(bytes);
@@ -52,18 +54,26 @@ std::int64_t OriginalTable::Add(NarrowStringView bytes, bool keeps) {
     insert_.BindBytes(1, BytesOf(digest));
     insert_.Bind(2, static_cast<std::int64_t>(bytes.size()));
     insert_.Bind(3, std::int64_t{keeps ? 1 : 0});
+    BindFirst(insert_, 4, bytes, keeps);
     Rows rows(insert_);
     if (rows.Next()) found = insert_.Integer(0);
   } else if (keeps && !isKept) {
     keep_.Bind(1, *found);
+    BindFirst(keep_, 2, bytes, true);
     keep_.Run();
   }
-  if (keeps && !isKept) Keep(*found, bytes);
+  if (keeps && !isKept) KeepRest(*found, bytes);
   return *found;
 }
 
-void OriginalTable::Keep(std::int64_t original, NarrowStringView bytes) {
-  for (; !bytes.empty(); bytes.remove_prefix(std::min(kPartBytes, bytes.size()))) {
+void OriginalTable::BindFirst(Statement& statement, int index, NarrowStringView bytes, bool keeps) {
+  if (!keeps) return statement.BindNull(index);
+  statement.BindBytes(index, Compressed(bytes.substr(0, kPartBytes)));
+}
+
+void OriginalTable::KeepRest(std::int64_t original, NarrowStringView bytes) {
+  for (bytes.remove_prefix(std::min(kPartBytes, bytes.size())); !bytes.empty();
+       bytes.remove_prefix(std::min(kPartBytes, bytes.size()))) {
     insertPart_.Bind(1, original);
     insertPart_.BindBytes(2, Compressed(bytes.substr(0, kPartBytes)));
     insertPart_.Run();
@@ -97,23 +107,22 @@ NarrowStringView OriginalTable::Unpacked(NarrowStringView content) {
 
 void OriginalTable::Read(std::int64_t original, const std::function<bool(NarrowStringView)>& take) {
   info_.Bind(1, original);
-  std::int64_t bytes = 0;
-  Sha256 wanted{};
-  {
-    Rows rows(info_);
-    if (!rows.Next() || info_.Integer(0) == 0) db_.Fail(kBytesAreNotKept);
-    bytes = info_.Integer(1);
-    wanted = DigestFrom(info_.Bytes(2));
-  }
+  Rows info(info_);
+  if (!info.Next() || info_.Integer(0) == 0) db_.Fail(kBytesAreNotKept);
+  const std::int64_t bytes = info_.Integer(1);
+  const Sha256 wanted = DigestFrom(info_.Bytes(2));
   Digest digest;
   std::int64_t read = 0;
-  parts_.Bind(1, original);
-  for (Rows rows(parts_); rows.Next();) {
-    const NarrowStringView part = Unpacked(parts_.Bytes(0));
+  const auto give = [&](NarrowStringView content) {
+    const NarrowStringView part = Unpacked(content);
     read += static_cast<std::int64_t>(part.size());
     digest.Take(part);
-    if (!take(part)) return;
-  }
+    return take(part);
+  };
+  if (!give(info_.Bytes(3))) return;
+  parts_.Bind(1, original);
+  for (Rows rows(parts_); rows.Next();)
+    if (!give(parts_.Bytes(0))) return;
   if (read != bytes || digest.Finish() != wanted) FailAsDamaged();
 }
 

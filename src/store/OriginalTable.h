@@ -33,7 +33,10 @@ class OriginalTable {
     void operator()(ZSTD_DCtx* context) const noexcept { ZSTD_freeDCtx(context); }
   };
 
-  void Keep(std::int64_t original, NarrowStringView bytes);
+  // The parts behind the first one.
+  void KeepRest(std::int64_t original, NarrowStringView bytes);
+  // Binds the first part, or NULL for one that isn't kept.
+  void BindFirst(Statement& statement, int index, NarrowStringView bytes, bool keeps);
   NarrowStringView Compressed(NarrowStringView part);
   NarrowStringView Unpacked(NarrowStringView content);
   [[noreturn]] void FailAsDamaged();

@@ -115,7 +115,7 @@ fi
 
 # a damaged original is told and spoils no other; dropped ones leave the history
 cp pim.db kept.db
-sqlite3 pim.db "UPDATE OriginalParts SET content = CAST(substr(content, 1, 20) || X'5A' || substr(content, 22) AS BLOB) WHERE
+sqlite3 pim.db "UPDATE Originals SET content = CAST(substr(content, 1, 20) || X'5A' || substr(content, 22) AS BLOB) WHERE
   original_id = (SELECT original_id FROM ImportFiles WHERE name = 'friends.vcf')"
 check damaged 1 '^1 original exported$' original export damaged --import 2
 same damaged desktop.vcf "$(ls damaged)"

@@ -178,8 +178,8 @@ TEST_F(StoredPictures, DamagedBytesAreTold) {
   WritePicture("zevoA.gif", "one");
   Save(store, u"zevoA.gif");
   OtherProgram(path_).Run(
-      "UPDATE OriginalParts SET content = (SELECT content FROM OriginalParts WHERE original_id = 3)"
-      " WHERE original_id = 1; UPDATE OriginalParts SET content = x'28B52FFD00' WHERE "
+      "UPDATE Originals SET content = (SELECT content FROM Originals WHERE original_id = 3) WHERE "
+      "original_id = 1; UPDATE Originals SET content = x'28B52FFD00' WHERE "
       "original_id = 2; UPDATE Pictures SET content = 'two'");
   const auto take = [](NarrowStringView) { return true; };
   for (const std::int64_t file : {1, 2}) {

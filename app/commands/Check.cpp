@@ -12,6 +12,7 @@
 #include "app/output/Account.h"
 #include "app/output/ExportLimits.h"
 #include "app/output/Fields.h"
+#include "app/output/ItemText.h"
 #include "app/output/Messages.h"
 #include "app/output/Output.h"
 #include "app/output/RecordDump.h"
@@ -43,9 +44,7 @@ struct Items {
     return ReadCalendars(text, records, observer);
   }
   static NarrowString Write(const Records& records) { return WriteCalendars(records); }
-  static WideString TitleOf(const Record& item) {
-    return (item.summary.empty() ? item.description : item.summary).str();
-  }
+  static WideString TitleOf(const Record& item) { return ItemName(item); }
 };
 
 // Pictures get a new name at each reading: what is in them is told in its place.

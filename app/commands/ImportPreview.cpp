@@ -5,6 +5,7 @@
 
 #include "app/commands/RefusedRecords.h"
 #include "app/output/Fields.h"
+#include "app/output/ItemText.h"
 #include "app/output/JsonWriter.h"
 #include "app/output/Output.h"
 
@@ -40,9 +41,7 @@ class Preview final : public ImportDiary {
       : isJson_(options.listForm == ListForm::Json), form_(form), progress_(progress) {
     session.preview()->OnSaved(
         [this](const CContact& contact, bool isNew) { AddRow(DisplayName(contact), isNew); },
-        [this](const CCalendar& item, bool isNew) {
-          AddRow((item.summary.empty() ? item.description : item.summary).str(), isNew);
-        });
+        [this](const CCalendar& item, bool isNew) { AddRow(ItemName(item), isNew); });
   }
 
   void Begin() override {}

@@ -15,9 +15,7 @@ namespace pim::app {
 namespace {
 
 WideString NameOf(const CContact& contact) { return DisplayName(contact); }
-WideString NameOf(const CCalendar& item) {
-  return (item.summary.empty() ? item.description : item.summary).str();
-}
+WideString NameOf(const CCalendar& item) { return ItemName(item); }
 
 void ReadNames(NarrowStringView text, TextForm form, const std::function<void(WideString)>& take,
                const TextObserver& observer = {}) {

@@ -10,6 +10,7 @@
 #include "app/commands/OptionValues.h"
 #include "app/input/Interrupt.h"
 #include "app/output/FoldedText.h"
+#include "app/output/ItemText.h"
 #include "app/output/Output.h"
 #include "platform/CodePages.h"
 
@@ -167,9 +168,7 @@ void StoredItems::VisitKeys(std::span<const std::int32_t> keys, const Visitor& v
 bool StoredItems::HasName(const CCalendar& item) const {
   return !item.summary.empty() || !item.description.empty();
 }
-WideString StoredItems::NameOf(const CCalendar& item) const {
-  return (item.summary.empty() ? item.description : item.summary).str();
-}
+WideString StoredItems::NameOf(const CCalendar& item) const { return ItemName(item); }
 COleDateTime StoredItems::TimeOf(const CCalendar& item) const {
   if (kind_ == CalendarType::Todo && item.due.status == StatusValid) return item.due;
   return kind_ == CalendarType::Memo ? item.modified_time : item.start_time;

@@ -7,7 +7,7 @@ namespace {
 
 // What an item is about, in one line: many devices fill the description alone.
 std::string Subject(const CCalendar& item, const LocalTimes&, CellForm form) {
-  WideString title = (item.summary.empty() ? item.description : item.summary).str();
+  WideString title = ItemName(item);
   for (char16_t& unit : title)
     if (unit == u'\n' || unit == u'\r') unit = u' ';
   return CellText(title, form);

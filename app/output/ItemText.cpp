@@ -69,6 +69,10 @@ std::string_view NounOf(CalendarType kind) {
   }
 }
 
+WideString ItemName(const CCalendar& item) {
+  return (item.summary.empty() ? item.description : item.summary).str();
+}
+
 std::string SpanEndText(const CCalendar& item, const COleDateTime& utc, const LocalTimes& times) {
   return item.allday == 1 ? times.Day(utc) : times.Moment(utc);
 }

@@ -13,6 +13,9 @@ namespace pim::app {
 // "event", "to-do" or "memo"; any other kind is an event too.
 std::string_view NounOf(CalendarType kind);
 
+// How an item is called: its summary, else its description.
+WideString ItemName(const CCalendar& item);
+
 // Start or end of an item: a day for an all-day one, else local time.
 std::string SpanEndText(const CCalendar& item, const COleDateTime& utc, const LocalTimes& times);
 

@@ -60,13 +60,8 @@ void OriginTable::Run(Statement& statement, std::size_t at) {
     const Row& row = rows_[i];
     statement.Bind(++index, std::int64_t{row.key});
     statement.Bind(++index, row.file);
-    for (const std::int64_t line : {row.firstLine, row.lastLine}) {
-      if (line == 0) {
-        statement.BindNull(++index);
-      } else {
-        statement.Bind(++index, line);
-      }
-    }
+    for (const std::int64_t line : {row.firstLine, row.lastLine})
+      statement.Bind(++index, line == 0 ? std::nullopt : std::optional(line));
     statement.BindBytes(++index, BytesOf(row.print));
   }
   statement.Run();

@@ -128,11 +128,7 @@ void OriginalTable::Read(std::int64_t original, const std::function<bool(NarrowS
 
 std::int32_t OriginalTable::Drop(std::optional<std::int32_t> import) {
   const auto run = [&](Statement& statement) -> Statement& {
-    if (import) {
-      statement.Bind(1, std::int64_t{*import});
-    } else {
-      statement.BindNull(1);
-    }
+    statement.Bind(1, import ? std::optional<std::int64_t>(*import) : std::nullopt);
     return statement;
   };
   std::int32_t files = 0;

@@ -53,24 +53,32 @@ std::int64_t PictureTable::ContentIdOf(const Sha256& digest, NarrowStringView by
 Sha256 PictureTable::Put(WideStringView name, NarrowStringView bytes) {
   const Sha256 digest = DigestOf(bytes);
   const std::int64_t content = ContentIdOf(digest, bytes);
-  std::optional<std::int64_t> row;
-  std::int64_t before = 0;
-  BindName(findName_, name);
-  for (Rows rows(findName_); rows.Next();) {
-    row = findName_.Integer(0);
-    before = findName_.Integer(1);
-  }
-  if (!row) {
-    BindName(insertName_, name);
-    insertName_.Bind(2, content);
-    insertName_.Run();
-  } else if (before != content) {
-    updateName_.Bind(1, *row);
-    updateName_.Bind(2, content);
-    updateName_.Run();
-    DropUnnamed(before);
+  if (const auto row = Find(name); !row) {
+    Insert(name, content);
+  } else if (row->content != content) {
+    SetContent(row->key, content);
+    DropUnnamed(row->content);
   }
   return digest;
+}
+
+std::optional<PictureTable::NameRow> PictureTable::Find(WideStringView name) {
+  BindName(findName_, name);
+  Rows rows(findName_);
+  if (!rows.Next()) return std::nullopt;
+  return NameRow{findName_.Integer(0), findName_.Integer(1)};
+}
+
+void PictureTable::SetContent(std::int64_t row, std::optional<std::int64_t> content) {
+  updateName_.Bind(1, row);
+  updateName_.Bind(2, content);
+  updateName_.Run();
+}
+
+void PictureTable::Insert(WideStringView name, std::optional<std::int64_t> content) {
+  BindName(insertName_, name);
+  insertName_.Bind(2, content);
+  insertName_.Run();
 }
 
 void PictureTable::DropUnnamed(std::int64_t content) {
@@ -128,22 +136,11 @@ std::vector<WideString> PictureTable::Leave(std::vector<WideString> names) {
   names.erase(std::unique(names.begin(), names.end()), names.end());
   std::erase_if(names, [this](const WideString& name) { return name.empty() || IsNamed(name); });
   for (const WideString& name : names) {
-    std::optional<std::int64_t> row;
-    std::int64_t content = 0;
-    BindName(findName_, name);
-    for (Rows rows(findName_); rows.Next();) {
-      row = findName_.Integer(0);
-      content = findName_.Integer(1);
-    }
-    if (row) {
-      updateName_.Bind(1, *row);
-      updateName_.BindNull(2);
-      updateName_.Run();
-      DropUnnamed(content);
+    if (const auto row = Find(name); !row) {
+      Insert(name, std::nullopt);
     } else {
-      BindName(insertName_, name);
-      insertName_.BindNull(2);
-      insertName_.Run();
+      SetContent(row->key, std::nullopt);
+      DropUnnamed(row->content);
     }
   }
   return names;

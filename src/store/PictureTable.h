@@ -45,6 +45,14 @@ class PictureTable {
   WideString NameIn(Statement& row, int column);
   void BindName(Statement& statement, WideStringView name);
   std::int64_t ContentIdOf(const Sha256& digest, NarrowStringView bytes);
+  struct NameRow {
+    std::int64_t key;
+    std::int64_t content;  // 0: none
+  };
+  std::optional<NameRow> Find(WideStringView name);
+  // No content: NULL.
+  void SetContent(std::int64_t row, std::optional<std::int64_t> content);
+  void Insert(WideStringView name, std::optional<std::int64_t> content);
   void DropUnnamed(std::int64_t content);
 
   Database& db_;

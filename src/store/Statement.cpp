@@ -39,6 +39,14 @@ void Statement::BindText(int index, std::string_view text) {
   At(index).isNull = false;
 }
 
+void Statement::Bind(int index, std::optional<std::int64_t> value) {
+  if (value) {
+    Bind(index, *value);
+  } else {
+    BindNull(index);
+  }
+}
+
 // Without an address SQLite would take them for NULL.
 void Statement::BindBytes(int index, std::string_view bytes) {
   const char* first = bytes.data() != nullptr ? bytes.data() : "";

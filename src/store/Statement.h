@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,6 +22,7 @@ class Statement {
   void Bind(int index, std::int64_t value);
   void Bind(int index, double value);
   void BindNull(int index);
+  void Bind(int index, std::optional<std::int64_t> value);
   // The caller keeps the bytes as they are until the statement has run.
   void BindText(int index, std::string_view text);
   void BindBytes(int index, std::string_view bytes);

@@ -9,25 +9,7 @@ export HOME=$work/home TMPDIR=$work/tmp TZ=UTC LC_ALL=C.UTF-8
 mkdir tmp
 unset XDG_DATA_HOME PIMVOBJ_STORE
 failures=0
-
-# check NAME STATUS PATTERN ARGS...: the exit status, and a pattern that all output together matches.
-check() {
-  local name=$1 status=$2 pattern=$3 output actual
-  shift 3
-  output=$("$program" "$@" 2>&1 </dev/null)
-  actual=$?
-  if [ "$actual" -ne "$status" ] || ! grep -Eq -- "$pattern" <<<"$output"; then
-    printf '%s: exit %s (wanted %s), output without /%s/:\n%s\n' "$name" "$actual" "$status" "$pattern" "$output"
-    failures=$((failures + 1))
-  fi
-}
-
-# same NAME WANTED GOT
-same() {
-  [ "$2" = "$3" ] && return
-  printf '%s: wanted\n%s\ngot\n%s\n' "$1" "$2" "$3"
-  failures=$((failures + 1))
-}
+. "$root/tests/app/checks.sh"
 
 # golden NAME ARGS...: what is printed, as tests/app/expected/NAME.txt has it.
 golden() {

@@ -98,6 +98,9 @@ int RunGuarded(int argc, char** argv) {
   } catch (const Interrupted& interrupted) {
     Complain("interrupted; what wasn't stored yet is left out");
     return 128 + interrupted.signal;
+  } catch (ClosedPipe) {
+    EndByPipe();
+    return kDone;
   } catch (const std::exception& failure) {
     Complain(failure.what());
     return kFailed;

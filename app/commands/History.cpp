@@ -40,13 +40,20 @@ void VisitFilesOf(Session& session, const ImportEntry& import,
   if (visited < 0) session.Fail();
 }
 
-// "contacts import --group 'Old phone'"
+// As a shell takes it.
+std::string Quoted(const std::string& word) {
+  if (word.find_first_of(" '\"\\$`&|;<>()*?[#~!") == std::string::npos) return word;
+  std::string quoted = "'";
+  for (const char c : word) quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
+  return quoted += '\'';
+}
+
+// "contacts import '--group=Old phone'"
 std::string CommandText(const ImportStart& start) {
   std::string text = Shown(WideFromUtf8(start.command));
   for (const std::string& option : start.options) {
     const std::string shown = Shown(WideFromUtf8(option));
-    const char* const quote = shown.find(' ') == std::string::npos ? "" : "'";
-    text.append(" ").append(quote).append(shown).append(quote);
+    text.append(" ").append(Quoted(shown));
   }
   return text;
 }

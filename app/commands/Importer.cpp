@@ -45,7 +45,7 @@ Importer::Importer(const Options& options, std::vector<std::string_view> extensi
       account_(form, options.report, options.force),
       diary_(options.dryRun ? PreviewDiary(session_, options, form, progress_)
                             : HistoryDiary(session_, options)) {
-  if (options.rejects && !options.dryRun) rejects_.emplace(*options.rejects, options.force);
+  if (options.rejects) rejects_.emplace(*options.rejects, options.force);
   if (form == TextForm::VCard) SetPictureReader();
 }
 
@@ -225,7 +225,8 @@ bool Importer::Store(const std::string& path, NarrowStringView text,
     static_cast<void>(messages_.Take());  // notices say it better
     const bool isNothing = inText == 0 && rejected.parts.empty();
     if (!isNothing) {
-      if (rejects_ && !rejected.parts.empty()) rejects_->Add(this->text(), rejected.parts);
+      if (rejects_ && !rejected.parts.empty() && !options_.dryRun)
+        rejects_->Add(this->text(), rejected.parts);
       diary_->AddRejected(this->text(), rejected.parts);
       diary_->EndFile(CountsOf(counts, rejected));
       if (!savepoint->Commit()) session_.Fail();

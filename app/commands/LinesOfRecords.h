@@ -23,7 +23,8 @@ class LinesOfRecords {
 
  private:
   std::vector<Lines> lines_;  // by the index of the record
-  bool hasEnded_ = false;     // the last one, unless more of it follows
+  bool hasEnded_ = false;     // the last one
+  int depth_ = 0;             // of objects in it
 };
 
 }  // namespace pim::app

@@ -1,11 +1,13 @@
 #include "app/commands/Session.h"
 
+#include <unistd.h>
+
 #include <cstdlib>
 #include <filesystem>
 
 #include "app/input/Interrupt.h"
-#include "app/input/PictureStaging.h"
 #include "app/output/Output.h"
+#include "pim/support/FileNames.h"
 #include "platform/AppData.h"
 #include "platform/CodePages.h"
 #include "platform/Files.h"
@@ -68,6 +70,14 @@ void ClearLeftovers(const std::string& path, StoreAccess access, SqliteStore& st
   }
 }
 
+// Whether copies of pictures can be made where they belong.
+bool HasPicturePlace() {
+  if (AppDataFolder().empty()) return false;
+  std::filesystem::path folder = NativePath(GetCallerIdPath());
+  while (!PathExists(folder.string()) && folder.has_relative_path()) folder = folder.parent_path();
+  return access(folder.c_str(), W_OK | X_OK) == 0;
+}
+
 }  // namespace
 
 Session::Session(const Options& options, StoreAccess access)
@@ -76,6 +86,9 @@ Session::Session(const Options& options, StoreAccess access)
       file_(OpenOrTell(path_, access)),
       records_(file_.get()) {
   if (!options.dryRun) ClearLeftovers(path_, access, *file_);
+  // An import has a place of its own.
+  if (access != StoreAccess::Create && file_->KeepsPictures() && !HasPicturePlace())
+    pictures_.emplace(TemporaryFolder());
   binding_.emplace(*records_);
 }
 

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "app/commands/Options.h"
+#include "app/input/PictureStaging.h"
 #include "pim/records/MemoryStore.h"
 #include "pim/records/PreviewStore.h"
 #include "pim/store/SqliteStore.h"
@@ -15,8 +16,9 @@ namespace pim::app {
 class Session {
  public:
   // Where the store may be made, makes the default one's folder too. Pictures that a program left
-  // which ended in the middle are removed first, but where nothing is to be written. Throws
-  // StoreError or Failure.
+  // which ended in the middle are removed first, but where nothing is to be written. Where the
+  // caller-ID folder can't be written, one of the session's own takes its place. Throws StoreError
+  // or Failure.
   Session(const Options& options, StoreAccess access);
   // Binds a preview of the store in its place, of an empty one where there is none: nothing is
   // written at all.
@@ -43,6 +45,7 @@ class Session {
   std::optional<PreviewStore> preview_;
   RecordStore* records_ = nullptr;
   std::optional<StoreBinding> binding_;
+  std::optional<PrivatePictures> pictures_;
 };
 
 }  // namespace pim::app

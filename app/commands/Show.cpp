@@ -271,6 +271,9 @@ int ShowFiles(const Options& options) {
 int ShowRecords(const Options& options) {
   KeysOf(options.operands);  // wrong ones are told ahead of everything else
   Session session(options, StoreAccess::ReadOnly);
+  session.store().MakePictures(false);
+  PrivatePictures pictures(TemporaryFolder());
+  pictures.LeaveOut(true);  // none is shown
   if (options.kind == RecordKind::Contacts) {
     StoredContacts contacts(session, {});
     return PrintStored(contacts, options);

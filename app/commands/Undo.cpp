@@ -45,7 +45,8 @@ void TellKept(const UndoResult& result, const ItemNouns& nouns, bool dryRun) {
              import + stays);
   }
   for (const WideString& group : result.keptGroups)
-    Complain("group '" + ShownInOneLine(group) + "' got other members since " + import + stays);
+    Complain("group '" + ShownInOneLine(group) + "' was renamed or has other members since " +
+             import + stays);
   const std::size_t count = result.keptRecords.size() + result.keptGroups.size();
   if (count == 0) return;
   Complain("'pimvobj undo " + std::to_string(result.import) + " --force' takes " +

@@ -9,12 +9,14 @@ namespace pim::app {
 namespace {
 
 volatile std::sig_atomic_t caught = 0;
+bool endsByPipe = false;
 
 void Note(int signal) { caught = signal; }
 
 }  // namespace
 
 void WatchSignals() {
+  endsByPipe = std::signal(SIGPIPE, SIG_IGN) == SIG_DFL;
   for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
     struct sigaction previous = {};
     sigaction(signal, nullptr, &previous);
@@ -24,6 +26,12 @@ void WatchSignals() {
     action.sa_flags = static_cast<int>(SA_RESETHAND);  // no SA_RESTART: a read from a pipe must end
     sigaction(signal, &action, nullptr);
   }
+}
+
+void EndByPipe() {
+  if (!endsByPipe) return;
+  std::signal(SIGPIPE, SIG_DFL);
+  std::raise(SIGPIPE);
 }
 
 bool IsInterrupted() { return caught != 0; }

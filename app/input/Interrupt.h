@@ -8,7 +8,10 @@ struct Interrupted {
 };
 
 // Takes note of SIGINT, SIGTERM and SIGHUP; a second one ends the program as if this didn't stand.
+// A pipe that nobody reads any more ends it no more by itself.
 void WatchSignals();
+// Ends the program as such a pipe would have ended it, unless whoever called it wants none of that.
+void EndByPipe();
 // Whether one has come.
 bool IsInterrupted();
 // Throws Interrupted once one has come.

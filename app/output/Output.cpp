@@ -1,7 +1,5 @@
 #include "app/output/Output.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
@@ -15,7 +13,7 @@ namespace {
 
 void CheckOutput(bool written) {
   if (written) return;
-  if (errno == EPIPE) _exit(kDone);
+  if (errno == EPIPE) throw ClosedPipe();
   throw Failure(std::string("standard output: ") + std::strerror(errno));
 }
 

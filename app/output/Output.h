@@ -41,8 +41,11 @@ void Complain(std::string_view message);
 // Standard error, as it stands.
 void Warn(std::string_view text);
 
-// Standard output. Throws Failure when it can't be written; a pipe that nobody reads any more ends
-// the program quietly.
+// Nobody reads standard output any more. Ends the program quietly, once all is cleared away.
+struct ClosedPipe {};
+
+// Standard output. Throws Failure when it can't be written, ClosedPipe for a pipe that nobody reads
+// any more.
 void Print(std::string_view text);
 void FlushOutput();
 

@@ -149,8 +149,8 @@ template <class Records, class Storage>
 std::int32_t SaveRecords(Records& records, bool saveFlag, Storage& storage,
                          KeyGuard<Records>& guard) {
   using Record = std::remove_reference_t<decltype(records[0])>;
-  NewKeys keys(storage);
   ContentIndex* contents = storage.Contents(!saveFlag);
+  NewKeys keys(storage);
   const bool needsPrints = contents != nullptr || storage.NeedsPrints();
   const auto printOf = [&](Record& record) {
     return needsPrints ? storage.PrintOf(record) : Fingerprint{};

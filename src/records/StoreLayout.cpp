@@ -142,6 +142,7 @@ constexpr Column kCalendarOriginsOwn[] = {
 constexpr Column kImportedGroupsOwn[] = {
     {"group_id", ColumnType::Integer, KeyMark::Shared},
     {"import_id", ColumnType::Integer, KeyMark::Reference},
+    {"name", ColumnType::Text},  // that it had then
 };
 
 // Links that an import made of contacts that it hasn't brought.

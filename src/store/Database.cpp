@@ -26,6 +26,7 @@ constexpr struct {
   const char* meaning;
 } kProblems[] = {
     {SQLITE_BUSY, "locked by another program"},
+    {SQLITE_INTERRUPT, "given up"},
     {SQLITE_CORRUPT, "damaged"},
     {SQLITE_NOTADB, "damaged"},
     {SQLITE_READONLY, "can't be written"},
@@ -66,9 +67,15 @@ Database::Database(std::string path, StoreAccess access, bool isImmutable, LockW
   if (code != SQLITE_OK) Fail(code);
   sqlite3_extended_result_codes(opened, 1);
   sqlite3_busy_handler(opened, Wait, this);
+  constexpr int kStepsBetween = 10000;  // a millisecond or so
+  if (lockWait_.givesUp) sqlite3_progress_handler(opened, kStepsBetween, GivesUp, this);
   if (access != StoreAccess::ReadOnly && sqlite3_db_readonly(opened, "main") == 1)
     Fail("can't be written: the file is read-only");
   Run(kSetUp);
+}
+
+int Database::GivesUp(void* database) {
+  return static_cast<Database*>(database)->lockWait_.givesUp() ? 1 : 0;
 }
 
 int Database::Wait(void* database, int attempts) {

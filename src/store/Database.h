@@ -65,6 +65,7 @@ class Database {
   using Prepared = std::unique_ptr<sqlite3_stmt, Close>;
   void Run(Prepared& statement, const char* sql);
   static int Wait(void* database, int attempts);
+  static int GivesUp(void* database);
 
   std::string path_;
   LockWait lockWait_;

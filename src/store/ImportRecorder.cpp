@@ -13,7 +13,9 @@ ImportRecorder::ImportRecorder(Database& db)
       originals_(db),
       contacts_(db, StoredKind::Contact),
       items_(db, StoredKind::Item),
-      insertGroup_(db, "INSERT OR REPLACE INTO ImportedGroups (group_id, import_id) VALUES (?, ?)"),
+      insertGroup_(db,
+                   "INSERT OR REPLACE INTO ImportedGroups (group_id, import_id, name) SELECT "
+                   "group_id, ?2, group_name FROM ContactGroups WHERE group_id = ?1"),
       insertLink_(db,
                   "INSERT INTO ImportedLinks (import_id, contact_id, group_id) VALUES (?, ?, ?)") {}
 
@@ -36,6 +38,10 @@ void ImportRecorder::BeginFile(std::string_view name, NarrowStringView bytes) {
   file_ = {imports_.NextFile(), level_};
   name_ = name;
   bytes_ = bytes;
+}
+
+void ImportRecorder::ForgetKeys(StoredKind kind, std::int32_t first, std::int32_t last) {
+  (kind == StoredKind::Contact ? contacts_ : items_).ForgetKeys(first, last);
 }
 
 void ImportRecorder::AddRecord(StoredKind kind, std::int32_t key, const Fingerprint& print) {

@@ -33,7 +33,8 @@ class ImportRecorder final : public TransactionMember {
   // Gives up what hasn't ended; no transaction is open.
   void Interrupt();
 
-  // What is stored while a file is being read is its own.
+  // What is stored while a file is being read is its own. Keys are of new records.
+  void ForgetKeys(StoredKind kind, std::int32_t first, std::int32_t last);
   void AddRecord(StoredKind kind, std::int32_t key, const Fingerprint& print);
   void AddGroup(std::int32_t group);
   void AddLinks(std::span<const LinkRow> links);

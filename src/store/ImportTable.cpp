@@ -77,7 +77,7 @@ ImportTable::ImportTable(Database& db)
       files_(db, SelectFiles() + " ORDER BY 1"),
       filesOf_(db, SelectFiles() + " WHERE import_id = ? ORDER BY 1"),
       originalOf_(db, "SELECT original_id FROM ImportFiles WHERE import_file_id = ?"),
-      lastStanding_(db, "SELECT max(import_id) FROM Imports WHERE undone IS NULL"),
+      lastStanding_(db, "SELECT max(import_id) FROM Imports WHERE undone IS NULL OR stayed > 0"),
       state_(db, "SELECT process, undone, stayed FROM Imports WHERE import_id = ?"),
       setUndone_(db,
                  "UPDATE Imports SET undone = ?2, taken_back = coalesce(taken_back, 0) + ?3, "

@@ -30,7 +30,7 @@ class ImportTable {
   // The content of a file; none for a number that no file has.
   std::optional<std::int64_t> OriginalOf(std::int64_t file);
 
-  // The last one that stands, or none.
+  // The last one that stands, if only in part, or none.
   std::optional<std::int32_t> LastStanding();
   // None for a number that no import has.
   std::optional<ImportState> StateOf(std::int32_t import);

@@ -28,8 +28,8 @@ ImportUndo::ImportUndo(TableServices& services, ContactTable& contacts, ItemTabl
                 "DELETE FROM Contacts_ContactGroups WHERE link_id = (SELECT max(link_id) FROM "
                 "Contacts_ContactGroups WHERE contact_id = ? AND group_id = ?)"),
       groupsOfImport_(services.db,
-                      "SELECT group_id, group_name FROM ImportedGroups JOIN ContactGroups USING "
-                      "(group_id) WHERE import_id = ? ORDER BY 1"),
+                      "SELECT group_id, group_name, group_name IS NOT name FROM ImportedGroups "
+                      "JOIN ContactGroups USING (group_id) WHERE import_id = ? ORDER BY 1"),
       membersOf_(services.db,
                  "SELECT contact_id FROM Contacts_ContactGroups WHERE group_id = ? ORDER BY 1") {}
 
@@ -140,7 +140,8 @@ void ImportUndo::PlanGroups(UndoResult& result) {
   FieldReader fields;
   for (Rows rows(groupsOfImport_); rows.Next();) {
     const std::int32_t group = KeyFromStored(groupsOfImport_.Integer(0));
-    if (force_ || !HasOtherMembers(group)) {
+    const bool isRenamed = groupsOfImport_.Integer(2) != 0;
+    if (force_ || !(isRenamed || HasOtherMembers(group))) {
       doomedGroups_.push_back(group);
       continue;
     }

@@ -225,8 +225,9 @@ std::int32_t MemoryHistory::DropOriginals(std::optional<std::int32_t> import) {
 
 std::int32_t MemoryHistory::Undo(const UndoOptions& options, UndoResult& result) {
   result = {};
-  const auto last = std::find_if(imports_.rbegin(), imports_.rend(),
-                                 [](const ImportEntry& entry) { return entry.undone == 0; });
+  const auto last = std::find_if(imports_.rbegin(), imports_.rend(), [](const ImportEntry& entry) {
+    return entry.state != ImportState::Undone;
+  });
   if (!options.import && last == imports_.rend())
     return tables_.transactions().Fail(kNothingToUndo);
   const std::int32_t import = options.import ? *options.import : last->number;
@@ -253,7 +254,7 @@ MemoryHistory::Doomed MemoryHistory::Plan(bool force, UndoResult& result) {
   PlanRecords(tables_.items, force, doomed.items, result);
   for (const auto& [key, group] : tables_.groups.entries()) {
     if (group.import != result.import) continue;
-    if (force || !HasOtherMembers(key, doomed, result.import)) {
+    if (force || !(group.IsRenamed() || HasOtherMembers(key, doomed, result.import))) {
       doomed.groups.insert(key);
     } else {
       result.keptGroups.push_back(group.name.str());

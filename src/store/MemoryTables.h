@@ -174,6 +174,9 @@ class MemoryGroups {
   struct Entry {
     WideText name;
     std::int32_t import = 0;  // that made it
+    WideText firstName;
+
+    bool IsRenamed() const { return name != firstName; }
   };
 
   explicit MemoryGroups(MemoryServices& services)
@@ -191,14 +194,14 @@ class MemoryGroups {
   }
   void Insert(std::int32_t key, WideStringView name) {
     log_.Add([this, key] { Forget(key); });
-    Put(key, {WideText(name), current_.import});
+    Put(key, {WideText(name), current_.import, WideText(name)});
     given_.Add(key);
   }
   void Rename(std::int32_t key, WideStringView name) {
     const Entry before = groups_.at(key);
     Erase(key);
     log_.Add([this, key] { Forget(key); });
-    Put(key, {WideText(name), before.import});
+    Put(key, {WideText(name), before.import, before.firstName});
   }
   void Erase(std::int32_t key) {
     log_.Add([this, key, before = groups_.at(key)] { Put(key, before); });

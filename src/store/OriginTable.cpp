@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "store/SqlText.h"
 #include "store/StoredForms.h"
 
 namespace pim {
@@ -10,9 +11,7 @@ namespace {
 constexpr std::size_t kRowsAtOnce = 32;
 
 std::string InsertRows(const std::string& table, const std::string& key, std::size_t rows) {
-  // A key that was another record's, which a program deleted that knows nothing of origins, is this
-  // record's now.
-  std::string sql = "INSERT OR REPLACE INTO " + table + " (" + key +
+  std::string sql = "INSERT INTO " + table + " (" + key +
                     ", import_file_id, first_line, last_line, fingerprint) VALUES ";
   for (std::size_t i = 0; i < rows; ++i) sql += i == 0 ? "(?, ?, ?, ?, ?)" : ", (?, ?, ?, ?, ?)";
   return sql;
@@ -32,6 +31,7 @@ OriginTable::OriginTable(Database& db, StoredKind kind)
 OriginTable::OriginTable(Database& db, const Names& names)
     : one_(db, InsertRows(names.table, names.key, 1)),
       many_(db, InsertRows(names.table, names.key, kRowsAtOnce)),
+      forget_(db, DeleteRangeSql(names.table, names.key)),
       find_(db, "SELECT import_id, import_file_id, first_line, last_line FROM " + names.table +
                     " JOIN ImportFiles USING (import_file_id) WHERE " + names.key + " = ?"),
       ofImport_(db, "SELECT " + names.key + ", fingerprint FROM " + names.table +
@@ -65,6 +65,12 @@ void OriginTable::Run(Statement& statement, std::size_t at) {
     statement.BindBytes(++index, BytesOf(row.print));
   }
   statement.Run();
+}
+
+void OriginTable::ForgetKeys(std::int32_t first, std::int32_t last) {
+  forget_.Bind(1, std::int64_t{first});
+  forget_.Bind(2, std::int64_t{last});
+  forget_.Run();
 }
 
 bool OriginTable::Find(std::int32_t key, RecordOrigin& origin) {

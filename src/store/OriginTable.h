@@ -30,6 +30,9 @@ class OriginTable {
   void Flush();
   // Lets go what is collected.
   void Forget() { rows_.clear(); }
+  // Forgets the origins of records that another program has deleted and that bore these keys,
+  // which new records get.
+  void ForgetKeys(std::int32_t first, std::int32_t last);
   // False when no import brought the record.
   bool Find(std::int32_t key, RecordOrigin& origin);
   // The records that an import brought and that are still there, by ascending key.
@@ -52,6 +55,7 @@ class OriginTable {
   std::vector<Row> rows_;
   Statement one_;
   Statement many_;
+  Statement forget_;
   Statement find_;
   Statement ofImport_;
 };

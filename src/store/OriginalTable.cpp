@@ -17,6 +17,11 @@ constexpr std::size_t kPartBytes = std::size_t{4} << 20;
 constexpr const char* kOriginalsOfImport =
     "(SELECT original_id FROM ImportFiles WHERE ?1 IS NULL OR import_id = ?1)";
 
+class DamagedOriginal final : public StoreError {
+ public:
+  using StoreError::StoreError;
+};
+
 }  // namespace
 
 OriginalTable::OriginalTable(Database& db)
@@ -36,6 +41,7 @@ OriginalTable::OriginalTable(Database& db)
                      std::string(kOriginalsOfImport)),
       dropParts_(
           db, "DELETE FROM OriginalParts WHERE original_id IN " + std::string(kOriginalsOfImport)),
+      dropPartsOf_(db, "DELETE FROM OriginalParts WHERE original_id = ?"),
       drop_(
           db,
           "UPDATE Originals SET is_kept = 0, content = NULL WHERE is_kept = 1 AND original_id IN " +
@@ -57,13 +63,26 @@ std::int64_t OriginalTable::Add(NarrowStringView bytes, bool keeps) {
     BindFirst(insert_, 4, bytes, keeps);
     Rows rows(insert_);
     if (rows.Next()) found = insert_.Integer(0);
-  } else if (keeps && !isKept) {
+  } else if (keeps) {
+    if (isKept && !IsDamaged(*found)) return *found;
+    dropPartsOf_.Bind(1, *found);
+    dropPartsOf_.Run();
     keep_.Bind(1, *found);
     BindFirst(keep_, 2, bytes, true);
     keep_.Run();
   }
-  if (keeps && !isKept) KeepRest(*found, bytes);
+  if (keeps) KeepRest(*found, bytes);
   return *found;
+}
+
+// The same bytes are at hand again, and heal it.
+bool OriginalTable::IsDamaged(std::int64_t original) {
+  try {
+    Read(original, [](NarrowStringView) { return true; });
+    return false;
+  } catch (const DamagedOriginal&) {
+    return true;
+  }
 }
 
 void OriginalTable::BindFirst(Statement& statement, int index, NarrowStringView bytes, bool keeps) {
@@ -139,6 +158,8 @@ std::int32_t OriginalTable::Drop(std::optional<std::int32_t> import) {
   return files;
 }
 
-void OriginalTable::FailAsDamaged() { db_.Fail("the file's kept bytes are damaged"); }
+void OriginalTable::FailAsDamaged() {
+  throw DamagedOriginal(db_.path(), "the file's kept bytes are damaged");
+}
 
 }  // namespace pim

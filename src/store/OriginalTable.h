@@ -33,6 +33,7 @@ class OriginalTable {
     void operator()(ZSTD_DCtx* context) const noexcept { ZSTD_freeDCtx(context); }
   };
 
+  bool IsDamaged(std::int64_t original);
   // The parts behind the first one.
   void KeepRest(std::int64_t original, NarrowStringView bytes);
   // Binds the first part, or NULL for one that isn't kept.
@@ -54,6 +55,7 @@ class OriginalTable {
   Statement parts_;
   Statement keptFiles_;
   Statement dropParts_;
+  Statement dropPartsOf_;
   Statement drop_;
 };
 

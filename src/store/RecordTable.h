@@ -57,6 +57,7 @@ class RecordTable {
     rows.reserve(records.size());
     for (const auto& [record, print] : records) rows.push_back({record->tag, record});
     writer_.Insert(rows);
+    ForgetOrigins(records);
     for (const auto& [record, print] : records) {
       given_.Add(record->tag);
       const auto picture = KeepPicture(PhotoOf(*record));
@@ -121,6 +122,15 @@ class RecordTable {
   }
 
  private:
+  // Keys follow one another but where other programs have left gaps.
+  void ForgetOrigins(std::span<const FreshRecord<Record>> records) {
+    for (std::size_t i = 0; i < records.size();) {
+      const std::int32_t first = records[i].record->tag;
+      std::int32_t last = first;
+      while (++i < records.size() && records[i].record->tag == last + 1) ++last;
+      services_.recorder.ForgetKeys(KindOf(*records.front().record), first, last);
+    }
+  }
   std::optional<Sha256> KeepPicture(WideStringView photo) {
     if (photo.empty() || !IsPlainFileName(photo)) return std::nullopt;  // it reads as none
     const NarrowString bytes = services_.pictureOf(photo);

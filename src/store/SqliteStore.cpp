@@ -91,6 +91,7 @@ class SqliteStore::Impl final : public RecordStore {
     services_.pictureOf = std::move(reader);
     contacts_.contents().Drop();
   }
+  bool KeepsPictures() const { return hasTables_; }
   PictureCopies& copies() { return copies_; }
   std::int32_t NamesPicture(WideStringView name) {
     return transactions_.Try([&] { return pictures_.IsNamed(name) ? 1 : 0; });
@@ -342,6 +343,8 @@ std::int32_t SqliteStore::CountItemsWithoutKind() { return impl_->CountItemsWith
 void SqliteStore::SetPictureReader(PictureReader reader) {
   impl_->SetPictureReader(std::move(reader));
 }
+
+bool SqliteStore::KeepsPictures() const { return impl_->KeepsPictures(); }
 
 void SqliteStore::MakePictures(bool makes) { impl_->copies().Switch(makes); }
 

@@ -144,7 +144,18 @@ check picture-again 0 '^[0-9]+ contacts? exported$' contacts export again
 same picture-again 1 "$(find "$pictures" -type f | wc -l)"
 export HOME=$work/blocked
 mkdir -p "$HOME/.local/share" && : >"$HOME/.local/share/Tessaly Works"
-check not-made 1 "^pimvobj: 1 picture couldn't be made: .*: " contacts export cards
+check no-place 0 '^[0-9]+ contacts? exported$' contacts export cards
+same no-place 1 "$(cat cards/*.vcf | grep -c PHOTO)"
+(
+  unset HOME
+  cd / && "$program" contacts export - | grep -c PHOTO
+) >count
+same no-home 1 "$(cat count)"
+# a pipe that is closed takes the pictures of a dry run along
+mkdir temporary
+for i in {1..2000}; do sed 's/^N:.*/&'"$i/" friends.vcf; done >many.vcf
+TMPDIR=$work/temporary "$program" contacts import --dry-run many.vcf | head -1 >/dev/null
+same closed-pipe '' "$(ls temporary)"
 
 [ "$failures" -eq 0 ] && echo "all is as it should be"
 exit "$((failures > 0))"

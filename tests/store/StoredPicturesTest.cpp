@@ -16,6 +16,7 @@ namespace pim {
 namespace {
 
 namespace fs = std::filesystem;
+using std::chrono::milliseconds;
 using testing::BytesOf;
 using testing::OtherProgram;
 
@@ -187,6 +188,15 @@ TEST_F(StoredPictures, DamagedBytesAreTold) {
     EXPECT_NE(store.LastError().find("damaged"), std::string::npos) << store.LastError();
   }
   EXPECT_TRUE(history.ReadOriginal(3, take));
+  // The same bytes, imported again, heal it.
+  ASSERT_EQ(history.BeginImport({"contacts import", {}}), 2);
+  {
+    StoreTransaction transaction(store);
+    ASSERT_TRUE(history.BeginFile("b.vcf", "second") && history.EndFile({}, true));
+    ASSERT_TRUE(transaction.Commit());
+  }
+  ASSERT_TRUE(history.EndImport());
+  EXPECT_TRUE(history.ReadOriginal(2, take));
   fs::remove(PathOf("zevoA.gif"));
   CContacts contacts;
   EXPECT_EQ(store.LoadContacts(contacts), 1);
@@ -194,8 +204,32 @@ TEST_F(StoredPictures, DamagedBytesAreTold) {
   EXPECT_NE(store.PictureProblem().find("damaged"), std::string::npos);
 }
 
+// A record that another program has deleted takes nothing along, not even its origin; the one that
+// gets its key is no other's.
+TEST_F(StoredPictures, KeysThatAreUsedAgainHaveNoOrigin) {
+  {
+    SqliteStore store(path_);
+    ImportHistory& history = *store.History();
+    ASSERT_EQ(history.BeginImport({"contacts import", {}}), 1);
+    StoreTransaction transaction(store);
+    ASSERT_TRUE(history.BeginFile("a.vcf", ""));
+    Save(store, u"zevoA.gif");
+    ASSERT_TRUE(history.EndFile({}, true) && transaction.Commit() && history.EndImport());
+  }
+  OtherProgram(path_).Run("DELETE FROM Contacts");
+  SqliteStore store(path_);
+  EXPECT_EQ(Save(store, u""), 1);
+  RecordOrigin origin;
+  EXPECT_EQ(store.History()->FindOrigin(StoredKind::Contact, 1, origin), 0);
+  UndoResult result;
+  EXPECT_EQ(store.History()->Undo({{}, true, false}, result), 0);
+  EXPECT_EQ(result.contacts, 0);
+  EXPECT_EQ(store.CountContacts(), 1);
+}
+
 // As on a full disk, where SQLite takes the whole transaction back by itself.
 TEST_F(StoredPictures, FailedUndoLeavesAllAsItWas) {
+  constexpr std::int32_t kContacts = 3000;
   SqliteStore store(path_);
   ImportHistory& history = *store.History();
   WritePicture("zevoA.gif", "one");
@@ -203,7 +237,9 @@ TEST_F(StoredPictures, FailedUndoLeavesAllAsItWas) {
   {
     StoreTransaction transaction(store);
     ASSERT_TRUE(history.BeginFile("a.vcf", "bytes"));
-    for (int i = 0; i < 300; ++i) Save(store, u"zevoA.gif");
+    CContacts contacts;
+    for (std::int32_t i = 0; i < kContacts; ++i) contacts.AddNew().photo = u"zevoA.gif";
+    ASSERT_EQ(store.SaveContacts(contacts, 0, true), kContacts);
     ASSERT_TRUE(history.EndFile({}, true));
     ASSERT_TRUE(transaction.Commit());
   }
@@ -214,12 +250,18 @@ TEST_F(StoredPictures, FailedUndoLeavesAllAsItWas) {
   UndoResult result;
   EXPECT_EQ(history.Undo({}, result), -1);
   EXPECT_NE(store.LastError().find("full"), std::string::npos) << store.LastError();
-  EXPECT_EQ(store.CountContacts(), 300);
+  EXPECT_EQ(store.CountContacts(), kContacts);
   EXPECT_EQ(Kept(path_), "1 0 1");
   EXPECT_EQ(other.Ask("SELECT undone FROM Imports"), "NULL");
   other.Run("DROP TRIGGER t");
+  {
+    SqliteStore given(path_, milliseconds(1000), [] { return true; });  // up at once
+    EXPECT_EQ(given.History()->Undo({}, result), -1);
+    EXPECT_NE(given.LastError().find("given up"), std::string::npos) << given.LastError();
+  }
+  EXPECT_EQ(store.CountContacts(), kContacts);
   EXPECT_EQ(history.Undo({}, result), 0) << store.LastError();
-  EXPECT_EQ(result.contacts, 300);
+  EXPECT_EQ(result.contacts, kContacts);
   EXPECT_EQ(result.pictures, 1);
   EXPECT_EQ(store.CountContacts(), 0);
 }

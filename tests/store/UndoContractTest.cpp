@@ -134,8 +134,8 @@ TEST_P(UndoContract, LeavesWhatWasChanged) {
     EXPECT_EQ(result.keptRecords[0].key, saved[0].tag);
     EXPECT_EQ(result.keptRecords[0].name, u"Ann1");
     EXPECT_EQ(Entry(import).state, ImportState::UndoneInPart);
-    EXPECT_EQ(Undo({import, false, false}).keptRecords.size(), 1U);
-    EXPECT_EQ(Undo({import, true, false}).contacts, 1);
+    EXPECT_EQ(Undo().keptRecords.size(), 1U);  // it stands in part, and no other one is taken back
+    EXPECT_EQ(Undo({{}, true, false}).contacts, 1);
     EXPECT_EQ(CountContacts(), 0);
     EXPECT_EQ(Entry(import).state, ImportState::Undone);
     EXPECT_EQ(Entry(import).takenBack, 2);
@@ -208,6 +208,18 @@ TEST_P(UndoContract, LeavesGroupsWithOtherMembers) {
   EXPECT_EQ(Entry(first).state, ImportState::Undone);
   CContactGroups groups;
   EXPECT_EQ(store->LoadContactGroups(groups), 0);
+}
+
+TEST_P(UndoContract, LeavesGroupsThatWereRenamed) {
+  CContactGroups made;
+  for (const char16_t* name : {u"Plain", u"Renamed", u"Back"}) made.AddNew().group_name = name;
+  Import("", [&] { EXPECT_EQ(store->SaveContactGroups(made, true), 3); });
+  for (const char16_t* name : {u"X", u"BACK", u"Back"}) {
+    made[name == WideStringView(u"X") ? 1 : 2].group_name = name;
+    EXPECT_GT(store->SaveContactGroups(made, true), 0);
+  }
+  EXPECT_EQ(Undo().keptGroups, std::vector<WideString>{u"X"});
+  Expect(Undo({{}, true, false}), 0, 0, 1, 0);
 }
 
 // A record that stays does so with its links, also in groups that have got another name.

@@ -88,7 +88,7 @@ struct RecordLines {
 };
 
 struct UndoOptions {
-  std::optional<std::int32_t> import;  // none: the last one that stands
+  std::optional<std::int32_t> import;  // none: the last one that stands, if only in part
   bool force = false;                  // takes what was changed since, too
   bool dryRun = false;                 // only tells
 };
@@ -107,7 +107,7 @@ struct UndoResult {
     WideString name;  // display name or summary; may be empty
   };
   std::vector<Kept> keptRecords;       // changed since
-  std::vector<WideString> keptGroups;  // that got other members
+  std::vector<WideString> keptGroups;  // renamed since, or with other members
 
   bool IsWhole() const { return keptRecords.empty() && keptGroups.empty(); }
 };

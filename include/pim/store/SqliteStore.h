@@ -38,7 +38,7 @@ class PIM_EXPORT SqliteStore final : public ForwardingStore {
   // file or an empty one; its folder must exist. A file that isn't a store of this program, or that
   // a newer version has written, is left as it is. `lockWait` is how long all waiting for other
   // programs may take between two successes; it ends early once `givesUp`, asked a hundred times a
-  // second or so, gives true. Throws StoreError.
+  // second or more, gives true, and so does what the store is working on. Throws StoreError.
   explicit SqliteStore(const std::string& path,
                        std::chrono::milliseconds lockWait = std::chrono::seconds(30),
                        std::function<bool()> givesUp = {});
@@ -58,6 +58,8 @@ class PIM_EXPORT SqliteStore final : public ForwardingStore {
   // GetCallerIdPath(). The store keeps the bytes themselves.
   void SetPictureReader(PictureReader reader);
 
+  // Whether the store keeps pictures' bytes: not one of an earlier version that is only read.
+  [[nodiscard]] bool KeepsPictures() const;
   // Whether a picture that the store keeps and GetCallerIdPath() lacks is made there, the folder
   // too, when its contact is loaded or visited. True at first.
   void MakePictures(bool makes);

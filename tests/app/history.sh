@@ -151,6 +151,22 @@ same no-place 1 "$(cat cards/*.vcf | grep -c PHOTO)"
   cd / && "$program" contacts export - | grep -c PHOTO
 ) >count
 same no-home 1 "$(cat count)"
+# a dry run writes nothing at all, into a place that can't be written either: no store, this one, and
+# one of the first version
+export HOME=$work/dry/home
+mkdir -p "$HOME" && cp ./*.vc[fs] dry && cp pim.db dry/now.db && cp "$root/tests/data/store-v1.db" dry/first.db
+chmod -R a-w dry
+before=$(tree)
+for noun in contacts calendar todo memo; do
+  file=dry/calendar.vcs
+  [ $noun = contacts ] && file=dry/friends.vcf
+  for store in none now first; do
+    check "dry-$noun-$store" 0 "^$file:[0-9]+: (new|already there as [0-9]+): |^0 .* would be imported" \
+      --store "dry/$store.db" $noun import --dry-run $file
+    same "dry-$noun-$store" "$before" "$(tree)"
+  done
+done
+chmod -R u+w dry
 # a pipe that is closed takes the pictures of a dry run along
 mkdir temporary
 for i in {1..2000}; do sed 's/^N:.*/&'"$i/" friends.vcf; done >many.vcf

@@ -79,10 +79,18 @@ std::vector<std::string> NamesIn(const std::string& folder) {
   return names;
 }
 
-// Where imports' pictures wait, or nothing without an application-data folder.
+// Where imports' pictures wait; without an application-data folder it is among the temporary files.
 std::string WaitingFolder() {
   const std::string appData = Utf8FromWide(AppDataFolder());
-  return appData.empty() ? appData : appData + "/pimvobj/incoming";
+  return appData.empty() ? TemporaryFolder() + "/pimvobj-incoming-" + std::to_string(geteuid())
+                         : appData + "/pimvobj/incoming";
+}
+
+// Among temporary files somebody else may have put a folder in its place.
+bool IsOwn(const std::string& folder) {
+  struct stat status = {};
+  return lstat(folder.c_str(), &status) == 0 && S_ISDIR(status.st_mode) &&
+         status.st_uid == geteuid();
 }
 
 // A folder without its lock yet looks like an abandoned one, so imports begin one by one.
@@ -141,17 +149,15 @@ struct PictureStaging::Staging {
 
 PictureStaging::PictureStaging(SqliteStore& store) {
   const std::string waiting = WaitingFolder();
-  if (waiting.empty()) {
-    staging_ = std::make_unique<Staging>(TemporaryFolder());
-  } else {
-    callerIdFolder_ = NativePath(GetCallerIdPath());
-    MakeFolder(callerIdFolder_);
-    MakeFolder(waiting);
-    LockedFile beginning(waiting + kBeginning);
-    beginning.Wait();
-    ClearAbandoned(waiting);
-    staging_ = std::make_unique<Staging>(waiting);
-  }
+  if (!AppDataFolder().empty()) callerIdFolder_ = NativePath(GetCallerIdPath());
+  if (!callerIdFolder_.empty()) MakeFolder(callerIdFolder_);
+  MakeFolder(waiting);
+  if (callerIdFolder_.empty() && !IsOwn(waiting))
+    throw Failure(ShownName(waiting) + ": isn't a folder of yours");
+  LockedFile beginning(waiting + kBeginning);
+  beginning.Wait();
+  ClearAbandoned(waiting);
+  staging_ = std::make_unique<Staging>(waiting);
   store.SetPictureReader([this](WideStringView name) {
     return ReadPictureFile(InFolder(staging_->pictures.folder(), name));
   });
@@ -171,7 +177,7 @@ void PictureStaging::Publish(const std::vector<WideString>& names) {
 
 void ClearAbandonedPictures() {
   const std::string waiting = WaitingFolder();
-  if (waiting.empty() || NamesIn(waiting).empty()) return;
+  if (NamesIn(waiting).empty() || !IsOwn(waiting)) return;
   const LockedFile beginning(waiting + kBeginning);
   if (beginning.IsLocked()) ClearAbandoned(waiting);
 }

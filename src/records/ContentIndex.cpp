@@ -28,12 +28,12 @@ std::optional<std::int32_t> ContentIndex::Find(const Fingerprint& content, WideS
   for (auto unread = unread_.find(content); unread != unread_.end();
        unread = unread_.find(content)) {
     if (IsCurrent(unread->second.entry)) {
-      exact_.emplace(WithPicture(content, unread->second.photo), unread->second.entry);
+      exact_.emplace(WithPicture(content, stored_, unread->second.photo), unread->second.entry);
       read_.insert(content);
     }
     unread_.erase(unread);
   }
-  const Fingerprint sought = WithPicture(content, photo);
+  const Fingerprint sought = WithPicture(content, sought_, photo);
   for (auto found = exact_.find(sought); found != exact_.end(); found = exact_.find(sought)) {
     if (IsCurrent(found->second)) return found->second.key;
     exact_.erase(found);
@@ -51,8 +51,9 @@ bool ContentIndex::Knows(const Fingerprint& content) const {
 }
 
 // A picture that isn't there is none.
-Fingerprint ContentIndex::WithPicture(const Fingerprint& content, WideStringView photo) const {
-  const NarrowString bytes = photo.empty() ? NarrowString{} : pictures_(photo);
+Fingerprint ContentIndex::WithPicture(const Fingerprint& content, const PictureReader& pictures,
+                                      WideStringView photo) const {
+  const NarrowString bytes = photo.empty() ? NarrowString{} : pictures(photo);
   if (bytes.empty()) return content;
   return Joined(content, FingerprintOf(bytes, key_));
 }

@@ -16,8 +16,10 @@ namespace pim {
 // is read only when the rest of two contacts is equal, and once.
 class ContentIndex {
  public:
-  ContentIndex(PictureReader pictures, const FingerprintKey& key)
-      : pictures_(std::move(pictures)), key_(key) {}
+  // Pictures are compared by what the readers give: `stored` for those of stored records, `sought`
+  // for those of records that may be stored already.
+  ContentIndex(PictureReader stored, PictureReader sought, const FingerprintKey& key)
+      : stored_(std::move(stored)), sought_(std::move(sought)), key_(key) {}
 
   void Add(std::int32_t key, const Fingerprint& content, WideStringView photo);
   // For a record that was stored before, with what it holds now.
@@ -43,9 +45,11 @@ class ContentIndex {
   bool IsCurrent(const Entry& entry) const;
   // Whether a record that holds the same but for its picture was ever added.
   bool Knows(const Fingerprint& content) const;
-  Fingerprint WithPicture(const Fingerprint& content, WideStringView photo) const;
+  Fingerprint WithPicture(const Fingerprint& content, const PictureReader& pictures,
+                          WideStringView photo) const;
 
-  PictureReader pictures_;
+  PictureReader stored_;
+  PictureReader sought_;
   FingerprintKey key_;
   std::unordered_multimap<Fingerprint, Entry, FingerprintHash> exact_;
   std::unordered_multimap<Fingerprint, UnreadEntry, FingerprintHash> unread_;

@@ -154,7 +154,7 @@ constexpr Column kImportedLinksOwn[] = {
 };
 
 // Contacts' pictures, each content once, and the names under which contacts have them. A name
-// without content is that of a file that is to be removed.
+// without content is that of a file that is to be removed, if it holds what the digest says.
 constexpr Column kPicturesOwn[] = {
     {"picture_id", ColumnType::Integer, KeyMark::Own},
     {"sha256", ColumnType::Bytes},
@@ -164,6 +164,7 @@ constexpr Column kPictureNamesOwn[] = {
     {"picture_name_id", ColumnType::Integer, KeyMark::Own},
     {"name", ColumnType::Text},
     {"picture_id", ColumnType::Integer, KeyMark::Reference},
+    {"left_sha256", ColumnType::Bytes},
 };
 
 constexpr Column kStoreSettingsOwn[] = {

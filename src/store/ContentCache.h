@@ -28,6 +28,7 @@ class ContentCache final : public TransactionMember {
   }
 
   void Begun(std::size_t) override { marks_.push_back(Changes()); }
+  void CheckCommit(std::size_t) override {}
   void Committed(std::size_t) override { marks_.pop_back(); }
   // Forgets what is no longer so, if anything has changed.
   void RolledBack(std::size_t) noexcept override {

@@ -138,6 +138,10 @@ bool Database::Rollback() noexcept {
   return sqlite3_exec(handle_.get(), sql, nullptr, nullptr, nullptr) == SQLITE_OK;
 }
 
+void Database::KeepLog() noexcept {
+  sqlite3_db_config(handle_.get(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
+}
+
 void Database::CheckTransaction() {
   if (depth_ == 0) return;
   if (sqlite3_get_autocommit(handle_.get()) != 0)

@@ -41,8 +41,11 @@ class Database {
   // Between the two, which nest, all reading sees one state, and nothing may be written.
   void BeginReading();
   void EndReading() noexcept;
+  bool IsBeingRead() const noexcept { return readings_ > 0; }
   // From now on nothing can be written.
   void ForbidWriting() { Run("PRAGMA query_only=ON"); }
+  // What a killed program left in its log stays there when this is closed.
+  void KeepLog() noexcept;
   // Throws once SQLite has undone the open transaction by itself, as it does on a full disk: what
   // comes behind would be outside of any.
   void CheckTransaction();

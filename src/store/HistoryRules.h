@@ -42,6 +42,10 @@ inline std::string NoSuchImportedFile(std::int64_t file) {
   return "there is no imported file " + std::to_string(file);
 }
 
+inline std::string WasUndoneMeanwhile(std::int32_t import) {
+  return "import " + std::to_string(import) + " was taken for given up, and undone, meanwhile";
+}
+
 // Why an import of that state, none for a number that no import has, can't be undone; empty when it
 // can.
 inline std::string WhyNotUndone(std::int32_t import, std::optional<ImportState> state) {

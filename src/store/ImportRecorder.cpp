@@ -14,8 +14,9 @@ ImportRecorder::ImportRecorder(Database& db)
       contacts_(db, StoredKind::Contact),
       items_(db, StoredKind::Item),
       insertGroup_(db,
-                   "INSERT OR REPLACE INTO ImportedGroups (group_id, import_id, name) SELECT "
+                   "INSERT INTO ImportedGroups (group_id, import_id, name) SELECT "
                    "group_id, ?2, group_name FROM ContactGroups WHERE group_id = ?1"),
+      forgetGroup_(db, "DELETE FROM ImportedGroups WHERE group_id = ?"),
       insertLink_(db,
                   "INSERT INTO ImportedLinks (import_id, contact_id, group_id) VALUES (?, ?, ?)") {}
 
@@ -35,6 +36,7 @@ std::int32_t ImportRecorder::Begin(const ImportStart& start) {
 void ImportRecorder::BeginFile(std::string_view name, NarrowStringView bytes) {
   CheckFile(false, kFileIsBeingRead);
   if (level_ == 0) db_.Fail(kFilesNeedTransaction);
+  if (!imports_.Stands(Import())) db_.Fail(WasUndoneMeanwhile(Import()));
   file_ = {imports_.NextFile(), level_};
   name_ = name;
   bytes_ = bytes;
@@ -52,7 +54,20 @@ void ImportRecorder::AddRecord(StoredKind kind, std::int32_t key, const Fingerpr
   broughtKeys_.Add(key);
 }
 
+void ImportRecorder::ChangeRecord(StoredKind kind, std::int32_t key, const Fingerprint& print) {
+  const auto pending = std::ranges::find_if(pending_, [&](const Pending& record) {
+    return record.kind == kind && record.row.key == key;
+  });
+  if (pending != pending_.end()) {
+    pending->row.print = print;
+  } else {
+    (kind == StoredKind::Contact ? contacts_ : items_).Change(key, Import(), file_.number, print);
+  }
+}
+
 void ImportRecorder::AddGroup(std::int32_t group) {
+  forgetGroup_.Bind(1, std::int64_t{group});
+  forgetGroup_.Run();
   if (!import_) return;
   insertGroup_.Bind(1, std::int64_t{group});
   insertGroup_.Bind(2, import_.number);
@@ -97,27 +112,25 @@ void ImportRecorder::StoreOrigins() {
 
 void ImportRecorder::EndFile(const ImportCounts& counts, bool keepsBytes) {
   if (!file_) db_.Fail(kNoFileIsBeingRead);
-  imports_.AddFile(file_.number, static_cast<std::int32_t>(import_.number),
-                   originals_.Add(bytes_, keepsBytes), name_, counts);
+  imports_.AddFile(file_.number, Import(), originals_.Add(bytes_, keepsBytes), name_, counts);
   ForgetFile();
 }
 
 void ImportRecorder::AddRefusedFile(std::string_view name, NarrowStringView bytes,
                                     const ImportCounts& counts) {
   CheckFile(false, kFileIsStillBeingRead);
-  imports_.AddFile(imports_.NextFile(), static_cast<std::int32_t>(import_.number),
-                   originals_.Add(bytes, false), name, counts);
+  imports_.AddFile(imports_.NextFile(), Import(), originals_.Add(bytes, false), name, counts);
 }
 
 void ImportRecorder::End() {
   CheckFile(false, kFileIsStillBeingRead);
-  imports_.End(static_cast<std::int32_t>(import_.number));
+  if (!imports_.End(Import())) db_.Fail(WasUndoneMeanwhile(Import()));
   ended_ = {import_.number, level_};
   last_ = std::exchange(import_, {});
 }
 
 void ImportRecorder::Interrupt() {
-  if (import_) imports_.Interrupt(static_cast<std::int32_t>(import_.number));
+  if (import_) imports_.Interrupt(Import());
 }
 
 void ImportRecorder::ForgetFile() noexcept {
@@ -139,6 +152,10 @@ void ImportRecorder::ForgetImport() noexcept {
 void ImportRecorder::Begun(std::size_t level) {
   level_ = level;
   marks_.push_back({stored_ + pending_.size(), told_, brought_.size()});
+}
+
+void ImportRecorder::CheckCommit(std::size_t level) {
+  if (file_ && file_.level == level) db_.Fail(kFileIsStillBeingRead);
 }
 
 void ImportRecorder::Committed(std::size_t level) {

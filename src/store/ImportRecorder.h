@@ -36,10 +36,14 @@ class ImportRecorder final : public TransactionMember {
   // What is stored while a file is being read is its own. Keys are of new records.
   void ForgetKeys(StoredKind kind, std::int32_t first, std::int32_t last);
   void AddRecord(StoredKind kind, std::int32_t key, const Fingerprint& print);
+  // A record of the import that the import itself changes.
+  void ChangeRecord(StoredKind kind, std::int32_t key, const Fingerprint& print);
   void AddGroup(std::int32_t group);
   void AddLinks(std::span<const LinkRow> links);
 
   void Begun(std::size_t level) override;
+  // A file ends in the transaction in which it began.
+  void CheckCommit(std::size_t level) override;
   void Committed(std::size_t level) override;
   void RolledBack(std::size_t level) noexcept override;
 
@@ -66,6 +70,7 @@ class ImportRecorder final : public TransactionMember {
     std::size_t brought;  // contacts of the import
   };
 
+  std::int32_t Import() const { return static_cast<std::int32_t>(import_.number); }
   void CheckFile(bool isOpen, const char* problem);
   void ForgetFile() noexcept;
   void ForgetImport() noexcept;
@@ -76,6 +81,7 @@ class ImportRecorder final : public TransactionMember {
   OriginTable contacts_;
   OriginTable items_;
   Statement insertGroup_;
+  Statement forgetGroup_;
   Statement insertLink_;
 
   std::size_t level_ = 0;  // of the innermost open transaction

@@ -1,6 +1,7 @@
 #include "store/ImportTable.h"
 
 #include <ctime>
+#include <initializer_list>
 
 #include "platform/ProcessMark.h"
 #include "store/Digest.h"
@@ -59,14 +60,31 @@ std::string SelectFiles() {
          " FROM ImportFiles LEFT JOIN Originals USING (original_id)";
 }
 
+// A number goes on where rows still refer to it, though another program has deleted its own.
+std::string Highest(const std::string& key, std::initializer_list<const char*> tables) {
+  std::string sql = "max(0";
+  for (const char* table : tables)
+    sql.append(", coalesce((SELECT max(")
+        .append(key)
+        .append(") FROM ")
+        .append(table)
+        .append("), 0)");
+  return sql + ")";
+}
+
 }  // namespace
 
 ImportTable::ImportTable(Database& db)
-    : begin_(db,
-             "INSERT INTO Imports (command, options, began, process) VALUES (?, ?, ?, ?) "
-             "RETURNING import_id"),
-      end_(db, "UPDATE Imports SET process = ?2 WHERE import_id = ?1"),
-      lastFile_(db, "SELECT max(import_file_id) FROM ImportFiles"),
+    : begin_(db, "INSERT INTO Imports (import_id, command, options, began, process) VALUES (1 + " +
+                     Highest("import_id",
+                             {"Imports", "ImportFiles", "ImportedGroups", "ImportedLinks"}) +
+                     ", ?, ?, ?, ?) RETURNING import_id"),
+      end_(db,
+           "UPDATE Imports SET process = ?2 WHERE import_id = ?1 AND process = ?3 AND undone "
+           "IS NULL"),
+      stands_(db, "SELECT 1 FROM Imports WHERE import_id = ? AND process = ? AND undone IS NULL"),
+      lastFile_(db, "SELECT " + Highest("import_file_id",
+                                        {"ImportFiles", "ContactOrigins", "CalendarOrigins"})),
       addFile_(db, "INSERT INTO ImportFiles (import_file_id, import_id, original_id, name, " +
                        std::string(kCounts) + ") VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
       all_(db,
@@ -85,25 +103,34 @@ ImportTable::ImportTable(Database& db)
 
 std::int32_t ImportTable::Begin(const ImportStart& start) {
   const std::string options = JoinedLines(start.options);
-  const std::string process = ProcessMark();
+  process_ = ProcessMark();
   begin_.BindText(1, start.command);
   begin_.BindText(2, options);
   begin_.Bind(3, Now());
-  begin_.BindText(4, process);
+  begin_.BindText(4, process_);
   Rows rows(begin_);
   return rows.Next() ? static_cast<std::int32_t>(begin_.Integer(0)) : 0;
 }
 
-void ImportTable::End(std::int32_t import) {
+bool ImportTable::End(std::int32_t import) {
   end_.Bind(1, std::int64_t{import});
   end_.BindNull(2);
-  end_.Run();
+  end_.BindText(3, process_);
+  return end_.RunChanging() > 0;
 }
 
 void ImportTable::Interrupt(std::int32_t import) {
   end_.Bind(1, std::int64_t{import});
   end_.BindText(2, "");
+  end_.BindText(3, process_);
   end_.Run();
+}
+
+bool ImportTable::Stands(std::int32_t import) {
+  stands_.Bind(1, std::int64_t{import});
+  stands_.BindText(2, process_);
+  Rows rows(stands_);
+  return rows.Next();
 }
 
 std::int64_t ImportTable::NextFile() {

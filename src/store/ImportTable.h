@@ -16,7 +16,9 @@ class ImportTable {
   explicit ImportTable(Database& db);
 
   std::int32_t Begin(const ImportStart& start);
-  void End(std::int32_t import);
+  // False when it isn't this process's any more: another one took it for given up, and undid it.
+  [[nodiscard]] bool End(std::int32_t import);
+  [[nodiscard]] bool Stands(std::int32_t import);
   // For one that this process has given up.
   void Interrupt(std::int32_t import);
   // The number that the next file gets, as long as nothing else is added.
@@ -40,8 +42,10 @@ class ImportTable {
   // From the columns process, undone and stayed, of which `process` is the first.
   static ImportState StateIn(Statement& row, int process);
 
+  std::string process_;  // this one, once it has begun an import
   Statement begin_;
   Statement end_;
+  Statement stands_;
   Statement lastFile_;
   Statement addFile_;
   Statement all_;

@@ -1,6 +1,7 @@
 #include "store/ImportUndo.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 #include "store/StoredForms.h"
 
@@ -80,8 +81,12 @@ void ImportUndo::Compare(std::span<const OriginTable::KeyedPrint> rows,
                          RecordTable<Record, Records>& table, KeyRanges& doomed,
                          UndoResult& result) {
   using Table = RecordTable<Record, Records>;
-  constexpr std::int32_t kReadAtOnce = 256;
+  constexpr std::int32_t kReadAtOnce = 32;  // they may be large
   RecordReader& reader = table.reader();
+  std::unordered_set<std::int32_t> touched;  // by a program that has columns of its own
+  if (!rows.empty())
+    table.others().Visit(rows.front().key, rows.back().key,
+                         [&touched](std::int32_t key) { touched.insert(key); });
   while (!rows.empty()) {
     reader.GoTo(rows.front().key);
     Records some;
@@ -97,7 +102,7 @@ void ImportUndo::Compare(std::span<const OriginTable::KeyedPrint> rows,
       Record& record = some[i];
       while (!rows.empty() && rows.front().key < record.tag) rows = rows.subspan(1);
       if (rows.empty() || rows.front().key != record.tag) continue;
-      if (table.StoredPrintOf(record) == rows.front().print) {
+      if (!touched.contains(record.tag) && table.StoredPrintOf(record) == rows.front().print) {
         doomed.Add(record.tag);
       } else {
         result.keptRecords.push_back({KindOf(record), record.tag, NameOf(record)});

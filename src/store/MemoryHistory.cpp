@@ -56,13 +56,14 @@ std::int32_t MemoryHistory::BeginImport(const ImportStart& start) {
 }
 
 bool MemoryHistory::BeginFile(std::string_view name, NarrowStringView bytes) {
-  const bool isInTransaction = tables_.log().IsOpen();
+  const std::size_t depth = tables_.log().depth();
   return Store([&] {
     Require(current_.import != 0, kNoImportIsUnderWay);
-    Require(isInTransaction, kFilesNeedTransaction);
+    Require(depth > 0, kFilesNeedTransaction);
     Require(current_.file == 0, kFileIsBeingRead);
     tables_.log().Remember(current_);
     current_.file = AddFile(name);
+    current_.fileDepth = depth;
     current_.bytes = bytes;
   });
 }
@@ -90,7 +91,7 @@ bool MemoryHistory::EndFile(const ImportCounts& counts, bool keepsBytes) {
     Require(current_.file != 0, kNoFileIsBeingRead);
     SetFile(current_.file, current_.bytes, keepsBytes, counts);
     tables_.log().Remember(current_);
-    current_ = {current_.import, 0, {}, {}};
+    current_ = {current_.import, 0, 0, {}, {}};
   });
 }
 

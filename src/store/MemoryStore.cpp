@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "store/HistoryRules.h"
 #include "store/MemoryHistory.h"
 
 namespace pim {
@@ -122,7 +123,13 @@ class MemoryStore::Impl final : public RecordStore {
   }
 
   bool Begin() override { return transactions_.Begin(); }
-  bool Commit() override { return transactions_.Commit(); }
+  // A file of an import ends in the transaction in which it began.
+  bool Commit() override {
+    const CurrentImport& current = tables_.services.current;
+    if (current.file != 0 && current.fileDepth == tables_.log().depth())
+      return transactions_.Fail(kFileIsStillBeingRead) == 0;
+    return transactions_.Commit();
+  }
   bool Rollback() noexcept override { return transactions_.Rollback(); }
   bool BeginReading() override {
     transactions_.BeginReading();

@@ -31,6 +31,7 @@ struct CurrentImport {
 
   std::int32_t import = 0;    // 0: there is none
   std::int64_t file = 0;      // that is being read
+  std::size_t fileDepth = 0;  // of the transaction in which it ends
   NarrowStringView bytes;     // of the file
   std::vector<Saved> untold;  // records whose lines aren't told yet
 };
@@ -83,6 +84,10 @@ class MemoryRecords {
     Entry& entry = records_.at(key);
     log_.Add([this, key, before = entry] { Put(key, before); });
     entry.record = Copy(key, record);
+    // What an import changes of its own is what it brought.
+    const std::int32_t import = services_.current.import;
+    if (import != 0 && entry.origin.import == import)
+      entry.print = WithPicture(PrintOf(*entry.record), *entry.record);
   }
   void SetLines(const RecordLines& lines) {
     Entry& entry = records_.at(lines.key);
@@ -105,7 +110,7 @@ class MemoryRecords {
   }
   ContentIndex* Contents(bool isWanted) {
     if (!contents_ && isWanted) {
-      ContentIndex filled(services_.pictures, services_.key);
+      ContentIndex filled(services_.pictures, services_.pictures, services_.key);
       for (const auto& [key, entry] : records_)
         filled.Add(key, PrintOf(*entry.record), PhotoOf(*entry.record));
       contents_ = std::move(filled);

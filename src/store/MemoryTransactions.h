@@ -20,6 +20,7 @@ class UndoLog {
     Add([&place, before = place] { place = before; });
   }
   bool IsOpen() const { return !marks_.empty(); }
+  std::size_t depth() const { return marks_.size(); }
   void Begin() { marks_.push_back(undos_.size()); }
   void Commit() {
     marks_.pop_back();

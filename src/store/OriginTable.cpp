@@ -31,6 +31,9 @@ OriginTable::OriginTable(Database& db, StoredKind kind)
 OriginTable::OriginTable(Database& db, const Names& names)
     : one_(db, InsertRows(names.table, names.key, 1)),
       many_(db, InsertRows(names.table, names.key, kRowsAtOnce)),
+      change_(db, "UPDATE " + names.table + " SET fingerprint = ?4 WHERE " + names.key +
+                      " = ?1 AND (import_file_id = ?3 OR import_file_id IN (SELECT import_file_id "
+                      "FROM ImportFiles WHERE import_id = ?2))"),
       forget_(db, DeleteRangeSql(names.table, names.key)),
       find_(db, "SELECT import_id, import_file_id, first_line, last_line FROM " + names.table +
                     " JOIN ImportFiles USING (import_file_id) WHERE " + names.key + " = ?"),
@@ -65,6 +68,15 @@ void OriginTable::Run(Statement& statement, std::size_t at) {
     statement.BindBytes(++index, BytesOf(row.print));
   }
   statement.Run();
+}
+
+void OriginTable::Change(std::int32_t key, std::int32_t import, std::int64_t file,
+                         const Fingerprint& print) {
+  change_.Bind(1, std::int64_t{key});
+  change_.Bind(2, std::int64_t{import});
+  change_.Bind(3, file);
+  change_.BindBytes(4, BytesOf(print));
+  change_.Run();
 }
 
 void OriginTable::ForgetKeys(std::int32_t first, std::int32_t last) {

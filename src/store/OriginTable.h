@@ -30,6 +30,8 @@ class OriginTable {
   void Flush();
   // Lets go what is collected.
   void Forget() { rows_.clear(); }
+  // The fingerprint of a record that this import brought, or the file of it that is being read.
+  void Change(std::int32_t key, std::int32_t import, std::int64_t file, const Fingerprint& print);
   // Forgets the origins of records that another program has deleted and that bore these keys,
   // which new records get.
   void ForgetKeys(std::int32_t first, std::int32_t last);
@@ -55,6 +57,7 @@ class OriginTable {
   std::vector<Row> rows_;
   Statement one_;
   Statement many_;
+  Statement change_;
   Statement forget_;
   Statement find_;
   Statement ofImport_;

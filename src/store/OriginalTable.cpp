@@ -135,6 +135,7 @@ void OriginalTable::Read(std::int64_t original, const std::function<bool(NarrowS
   const auto give = [&](NarrowStringView content) {
     const NarrowStringView part = Unpacked(content);
     read += static_cast<std::int64_t>(part.size());
+    if (read > bytes) FailAsDamaged();
     digest.Take(part);
     return take(part);
   };

@@ -1,7 +1,9 @@
 #include "store/PictureCopies.h"
 
 #include <exception>
+#include <utility>
 
+#include "pim/platform/FileError.h"
 #include "support/CallerIdPictures.h"
 
 namespace pim {
@@ -17,7 +19,25 @@ void PictureCopies::Need(WideStringView name) {
 }
 
 void PictureCopies::Make(WideStringView name) {
-  if (const auto bytes = pictures_.Read(name)) MakeCallerIdPicture(name, *bytes);
+  const auto bytes = pictures_.Read(name);
+  if (!bytes) return;
+  MakeCallerIdPicture(name, *bytes);
+  made_.emplace_back(name);
+}
+
+void PictureCopies::Settle() {
+  for (const WideString& name : std::exchange(made_, {}))
+    if (!pictures_.IsNamed(name)) Remove(name);
+}
+
+bool PictureCopies::Remove(WideStringView name) {
+  try {
+    RemoveCallerIdPicture(name);
+    return true;
+  } catch (const FileError& failure) {
+    problem_ = failure.what();
+    return false;
+  }
 }
 
 }  // namespace pim

@@ -7,10 +7,17 @@
 #include "support/CallerIdPictures.h"
 
 namespace pim {
+namespace {
+
+// What SQLite takes as one value, with room for the row; a larger one stays a file alone.
+constexpr std::size_t kLargestPicture = 900'000'000;
+
+}  // namespace
 
 PictureTable::PictureTable(Database& db)
     : db_(db),
-      findContent_(db, "SELECT picture_id FROM Pictures WHERE sha256 = ?"),
+      findContent_(db, "SELECT picture_id, content = ?2 FROM Pictures WHERE sha256 = ?1"),
+      healContent_(db, "UPDATE Pictures SET content = ?2 WHERE picture_id = ?1"),
       insertContent_(db,
                      "INSERT INTO Pictures (sha256, content) VALUES (?, ?) RETURNING picture_id"),
       dropContent_(db,
@@ -18,7 +25,12 @@ PictureTable::PictureTable(Database& db)
                    "(SELECT 1 FROM PictureNames WHERE picture_id = ?1)"),
       findName_(db, "SELECT picture_name_id, picture_id FROM PictureNames WHERE name = ?"),
       insertName_(db, "INSERT INTO PictureNames (name, picture_id) VALUES (?, ?)"),
-      updateName_(db, "UPDATE PictureNames SET picture_id = ?2 WHERE picture_name_id = ?1"),
+      updateName_(db,
+                  "UPDATE PictureNames SET picture_id = ?2, left_sha256 = NULL WHERE "
+                  "picture_name_id = ?1"),
+      leaveName_(db,
+                 "UPDATE PictureNames SET picture_id = NULL, left_sha256 = (SELECT sha256 FROM "
+                 "Pictures WHERE picture_id = ?2) WHERE picture_name_id = ?1"),
       read_(db,
             "SELECT sha256, content FROM PictureNames JOIN Pictures USING (picture_id) "
             "WHERE name = ?"),
@@ -26,7 +38,7 @@ PictureTable::PictureTable(Database& db)
       ofContacts_(db,
                   "SELECT photo FROM Contacts WHERE contact_id BETWEEN ? AND ? "
                   "AND photo IS NOT NULL ORDER BY contact_id"),
-      left_(db, "SELECT name FROM PictureNames WHERE picture_id IS NULL ORDER BY 1"),
+      left_(db, "SELECT name, left_sha256 FROM PictureNames WHERE picture_id IS NULL ORDER BY 1"),
       forgetLeft_(db, "DELETE FROM PictureNames WHERE name = ? AND picture_id IS NULL"),
       allNames_(db, "SELECT DISTINCT photo FROM Contacts WHERE photo IS NOT NULL") {}
 
@@ -43,18 +55,32 @@ void PictureTable::BindName(Statement& statement, WideStringView name) {
 
 std::int64_t PictureTable::ContentIdOf(const Sha256& digest, NarrowStringView bytes) {
   findContent_.BindBytes(1, BytesOf(digest));
-  for (Rows rows(findContent_); rows.Next();) return findContent_.Integer(0);
+  findContent_.BindBytes(2, bytes);
+  std::optional<std::int64_t> damaged;
+  for (Rows rows(findContent_); rows.Next() && !damaged;) {
+    if (findContent_.Integer(1) != 0) return findContent_.Integer(0);
+    damaged = findContent_.Integer(0);
+  }
+  if (damaged) {
+    healContent_.Bind(1, *damaged);
+    healContent_.BindBytes(2, bytes);
+    healContent_.Run();
+    return *damaged;
+  }
   insertContent_.BindBytes(1, BytesOf(digest));
   insertContent_.BindBytes(2, bytes);
   Rows rows(insertContent_);
   return rows.Next() ? insertContent_.Integer(0) : 0;
 }
 
-Sha256 PictureTable::Put(WideStringView name, NarrowStringView bytes) {
+std::optional<Sha256> PictureTable::Put(WideStringView name, NarrowStringView bytes) {
+  if (bytes.size() > kLargestPicture) return std::nullopt;
   const Sha256 digest = DigestOf(bytes);
   const std::int64_t content = ContentIdOf(digest, bytes);
   if (const auto row = Find(name); !row) {
-    Insert(name, content);
+    BindName(insertName_, name);
+    insertName_.Bind(2, content);
+    insertName_.Run();
   } else if (row->content != content) {
     SetContent(row->key, content);
     DropUnnamed(row->content);
@@ -69,16 +95,10 @@ std::optional<PictureTable::NameRow> PictureTable::Find(WideStringView name) {
   return NameRow{findName_.Integer(0), findName_.Integer(1)};
 }
 
-void PictureTable::SetContent(std::int64_t row, std::optional<std::int64_t> content) {
+void PictureTable::SetContent(std::int64_t row, std::int64_t content) {
   updateName_.Bind(1, row);
   updateName_.Bind(2, content);
   updateName_.Run();
-}
-
-void PictureTable::Insert(WideStringView name, std::optional<std::int64_t> content) {
-  BindName(insertName_, name);
-  insertName_.Bind(2, content);
-  insertName_.Run();
 }
 
 void PictureTable::DropUnnamed(std::int64_t content) {
@@ -136,21 +156,22 @@ std::vector<WideString> PictureTable::Leave(std::vector<WideString> names) {
   names.erase(std::unique(names.begin(), names.end()), names.end());
   std::erase_if(names, [this](const WideString& name) { return name.empty() || IsNamed(name); });
   for (const WideString& name : names) {
-    if (const auto row = Find(name); !row) {
-      Insert(name, std::nullopt);
-    } else {
-      SetContent(row->key, std::nullopt);
-      DropUnnamed(row->content);
-    }
+    const auto row = Find(name);
+    if (!row || row->content == 0) continue;  // the file is none of the store's
+    leaveName_.Bind(1, row->key);
+    leaveName_.Bind(2, row->content);
+    leaveName_.Run();
+    DropUnnamed(row->content);
   }
   return names;
 }
 
-std::vector<WideString> PictureTable::Left() {
-  std::vector<WideString> names;
+std::vector<PictureTable::LeftFile> PictureTable::Left() {
+  std::vector<LeftFile> files;
   for (Rows rows(left_); rows.Next();)
-    if (WideString name = NameIn(left_, 0); !name.empty()) names.push_back(std::move(name));
-  return names;
+    files.push_back(
+        {left_.IsNull(0) ? WideString() : NameIn(left_, 0), DigestFrom(left_.Bytes(1))});
+  return files;
 }
 
 void PictureTable::ForgetLeft(WideStringView name) {

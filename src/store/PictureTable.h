@@ -17,8 +17,9 @@ class PictureTable {
  public:
   explicit PictureTable(Database& db);
 
-  // Keeps the bytes under the name, in place of those that it had.
-  Sha256 Put(WideStringView name, NarrowStringView bytes);
+  // Keeps the bytes under the name, in place of those that it had. None, and what there was stays,
+  // for more than a database can hold.
+  std::optional<Sha256> Put(WideStringView name, NarrowStringView bytes);
   // None when the store keeps none under the name. Throws StoreError for damaged ones.
   std::optional<NarrowString> Read(WideStringView name);
   std::optional<Sha256> DigestUnder(WideStringView name);
@@ -32,9 +33,13 @@ class PictureTable {
   WideString NameOf(std::int32_t contact);
 
   // Lets go the bytes of those names that no contact has any more, and gives these names, each
-  // once: their files are left to be removed.
+  // once: their files are left to be removed, as long as they hold these bytes.
   std::vector<WideString> Leave(std::vector<WideString> names);
-  std::vector<WideString> Left();
+  struct LeftFile {
+    WideString name;
+    Sha256 digest;
+  };
+  std::vector<LeftFile> Left();
   // The file of a name that was left is gone.
   void ForgetLeft(WideStringView name);
 
@@ -50,19 +55,19 @@ class PictureTable {
     std::int64_t content;  // 0: none
   };
   std::optional<NameRow> Find(WideStringView name);
-  // No content: NULL.
-  void SetContent(std::int64_t row, std::optional<std::int64_t> content);
-  void Insert(WideStringView name, std::optional<std::int64_t> content);
+  void SetContent(std::int64_t row, std::int64_t content);
   void DropUnnamed(std::int64_t content);
 
   Database& db_;
   FieldReader fields_;
   Statement findContent_;
+  Statement healContent_;
   Statement insertContent_;
   Statement dropContent_;
   Statement findName_;
   Statement insertName_;
   Statement updateName_;
+  Statement leaveName_;
   Statement read_;
   Statement isNamed_;
   Statement ofContacts_;

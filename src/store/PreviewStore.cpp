@@ -73,7 +73,7 @@ class PreviewTable {
   void Update(std::int32_t, Record&) {}
   ContentIndex* Contents(bool isWanted) {
     if (!contents_ && isWanted) {
-      contents_.emplace(pictures_, key_);
+      contents_.emplace(pictures_, pictures_, key_);
       const auto add = [this](Record& record) {
         if (!IsStoredKey(record.tag)) return true;
         highest_ = std::max(highest_, record.tag);

@@ -8,8 +8,10 @@
 #include "pim/records/Contacts.h"
 #include "records/SaveRecords.h"
 #include "store/ContentCache.h"
+#include "store/Digest.h"
 #include "store/HistoryRules.h"
 #include "store/ImportRecorder.h"
+#include "store/OtherColumns.h"
 #include "store/PictureTable.h"
 #include "store/RecordEraser.h"
 #include "store/RecordReader.h"
@@ -38,9 +40,11 @@ class RecordTable {
         map_(map),
         writer_(services.db, map),
         eraser_(services.db, map.table),
-        reader_(services.db, map) {}
+        reader_(services.db, map),
+        others_(services.db, map) {}
 
   ContentCache& contents() { return contents_; }
+  OtherColumns& others() { return others_; }
   RecordReader& reader() { return reader_; }
 
   bool Holds(std::int32_t key) { return writer_.Holds(key); }
@@ -48,8 +52,9 @@ class RecordTable {
   Fingerprint PrintOf(Record& record) const { return FingerprintOf(map_, &record, services_.key); }
   // Of what is stored, the picture included.
   Fingerprint StoredPrintOf(Record& record) {
-    const auto picture = record.tag > 0 ? PictureUnder(PhotoOf(record)) : std::nullopt;
-    return WithPicture(PrintOf(record), picture);
+    const WideStringView photo = PhotoOf(record);
+    const auto picture = photo.empty() ? std::nullopt : services_.pictures.DigestUnder(photo);
+    return WithPicture(PrintOf(record), photo, picture);
   }
 
   void Insert(std::span<const FreshRecord<Record>> records) {
@@ -60,15 +65,20 @@ class RecordTable {
     ForgetOrigins(records);
     for (const auto& [record, print] : records) {
       given_.Add(record->tag);
-      const auto picture = KeepPicture(PhotoOf(*record));
-      services_.recorder.AddRecord(KindOf(*record), record->tag, WithPicture(print, picture));
+      const WideStringView photo = PhotoOf(*record);
+      const Fingerprint whole = WithPicture(print, photo, KeepPicture(photo));
+      services_.recorder.AddRecord(KindOf(*record), record->tag, whole);
     }
   }
   void Update(std::int32_t key, Record& record) {
     const WideString before = NamedBefore(record);
     writer_.Update(key, &record);
-    KeepPicture(PhotoOf(record));
-    if (before != PhotoOf(record)) services_.pictures.Leave({before});
+    const WideStringView photo = PhotoOf(record);
+    const auto picture = KeepPicture(photo);
+    if (before != photo) services_.pictures.Leave({before});
+    if (NeedsPrints())
+      services_.recorder.ChangeRecord(KindOf(record), key,
+                                      WithPicture(PrintOf(record), photo, picture));
   }
   // Deletes the records from the first key to the last one, and gives how many there were. What is
   // known of the others' content is learnt anew.
@@ -83,12 +93,13 @@ class RecordTable {
   const GivenKeys& Given() const { return given_; }
   ContentIndex* Contents(bool isWanted) {
     return contents_.Get(isWanted, services_.dataVersion(), [this] {
-      ContentIndex index(
-          [this](WideStringView name) {
-            auto bytes = services_.pictures.Read(name);
-            return bytes ? std::move(*bytes) : services_.pictureOf(name);
-          },
-          services_.key);
+      // By their digests, so that the bytes of stored ones needn't be read.
+      const auto stored = [this](WideStringView name) {
+        const auto digest = services_.pictures.DigestUnder(name);
+        return digest ? NarrowString(BytesOf(*digest)) : DigestOfFile(name);
+      };
+      const auto sought = [this](WideStringView name) { return DigestOfFile(name); };
+      ContentIndex index(stored, sought, services_.key);
       VisitSome(reader_, 0, [&](Record& record) {
         if (IsStoredKey(record.tag)) index.Add(record.tag, PrintOf(record), PhotoOf(record));
         return true;
@@ -131,19 +142,24 @@ class RecordTable {
       services_.recorder.ForgetKeys(KindOf(*records.front().record), first, last);
     }
   }
+  // Nothing for a picture that isn't there.
+  NarrowString DigestOfFile(WideStringView name) {
+    const NarrowString bytes = services_.pictureOf(name);
+    return bytes.empty() ? bytes : NarrowString(BytesOf(DigestOf(bytes)));
+  }
   std::optional<Sha256> KeepPicture(WideStringView photo) {
     if (photo.empty() || !IsPlainFileName(photo)) return std::nullopt;  // it reads as none
     const NarrowString bytes = services_.pictureOf(photo);
-    if (bytes.empty()) return PictureUnder(photo);
-    return services_.pictures.Put(photo, bytes);
+    const auto kept = bytes.empty() ? std::nullopt : services_.pictures.Put(photo, bytes);
+    return kept ? kept : services_.pictures.DigestUnder(photo);
   }
-  std::optional<Sha256> PictureUnder(WideStringView photo) {
-    return photo.empty() ? std::nullopt : services_.pictures.DigestUnder(photo);
-  }
-  Fingerprint WithPicture(const Fingerprint& print, const std::optional<Sha256>& picture) const {
-    if (!picture) return print;
-    const std::string_view bytes(reinterpret_cast<const char*>(picture->data()), picture->size());
-    return Joined(print, FingerprintOf(bytes, services_.key));
+  // Where the store has no bytes, the name tells pictures apart.
+  Fingerprint WithPicture(const Fingerprint& print, WideStringView photo,
+                          const std::optional<Sha256>& picture) const {
+    if (photo.empty() || !IsPlainFileName(photo)) return print;
+    std::string name;
+    if (!picture) AppendStoredText(photo, name);
+    return Joined(print, FingerprintOf(picture ? BytesOf(*picture) : name, services_.key));
   }
   WideString NamedBefore(const CContact& contact) { return services_.pictures.NameOf(contact.tag); }
   WideString NamedBefore(const CCalendar&) { return {}; }
@@ -153,6 +169,7 @@ class RecordTable {
   RecordWriter writer_;
   RecordEraser eraser_;
   RecordReader reader_;
+  OtherColumns others_;
   ContentCache contents_;
   GivenKeys given_;
 };

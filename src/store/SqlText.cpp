@@ -153,6 +153,17 @@ std::string SelectKeysSql(std::string_view table, std::string_view key, std::str
   return SelectSql(table, key, {}) + " WHERE " + Quoted(column) + " = ? ORDER BY 1";
 }
 
+std::string SelectFilledSql(std::string_view table, std::string_view key,
+                            std::span<const std::string_view> columns) {
+  std::string sql = SelectSql(table, key, {}) + " WHERE " + Quoted(key) + " BETWEEN ?1 AND ?2";
+  const char* separator = " AND (";
+  for (const std::string_view column : columns) {
+    sql += separator + Quoted(column) + " IS NOT NULL";
+    separator = " OR ";
+  }
+  return columns.empty() ? sql : sql + ")";
+}
+
 std::string DeleteSql(std::string_view table, std::string_view key) {
   return "DELETE FROM " + Quoted(table) + " WHERE " + Quoted(key) + " = ?";
 }

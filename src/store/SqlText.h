@@ -1,5 +1,6 @@
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -47,6 +48,10 @@ std::string SelectColumnNamesSql();
 std::string CountSql(std::string_view table, std::span<const FieldMap> fields);
 // The keys of the rows whose `column` is parameter 1, ascending.
 std::string SelectKeysSql(std::string_view table, std::string_view key, std::string_view column);
+// The keys from parameter 1 to parameter 2 of the rows in which one of the columns holds something;
+// of all rows where no columns are named.
+std::string SelectFilledSql(std::string_view table, std::string_view key,
+                            std::span<const std::string_view> columns);
 std::string DeleteSql(std::string_view table, std::string_view key);
 // From parameter 1 to parameter 2.
 std::string DeleteRangeSql(std::string_view table, std::string_view key);

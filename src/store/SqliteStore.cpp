@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <iterator>
 
-#include "pim/platform/FileError.h"
 #include "platform/CodePages.h"
 #include "platform/Visible.h"
+#include "store/Digest.h"
 #include "store/GroupTables.h"
 #include "store/PictureCopies.h"
 #include "store/SqlText.h"
@@ -198,11 +198,31 @@ class SqliteStore::Impl final : public RecordStore {
   bool BeginReading() override {
     return transactions_.Succeeds([&] { db_->BeginReading(); });
   }
-  void EndReading() noexcept override { db_->EndReading(); }
+  void EndReading() noexcept override {
+    db_->EndReading();
+    Settle();
+  }
   ImportHistory* History() noexcept override { return &history_; }
   std::string LastError() const override { return transactions_.problem(); }
 
  private:
+  // However a reading ends.
+  class Settled {
+   public:
+    explicit Settled(Impl& impl) : impl_(impl) {}
+    Settled(const Settled&) = delete;
+    Settled& operator=(const Settled&) = delete;
+    ~Settled() { impl_.Settle(); }
+
+   private:
+    Impl& impl_;
+  };
+  // Behind the last of several readings.
+  void Settle() noexcept {
+    if (!db_->IsBeingRead())
+      static_cast<void>(transactions_.Succeeds([this] { copies_.Settle(); }));
+  }
+
   template <class Table>
   static std::int32_t Erase(Table& table, std::span<const std::int32_t> keys) {
     std::int32_t erased = 0;
@@ -213,6 +233,7 @@ class SqliteStore::Impl final : public RecordStore {
   // Appends what `load` reads, or nothing.
   template <class Records, class Load>
   std::int32_t Append(Records& records, Load load) {
+    const Settled settled(*this);
     const std::int32_t before = records.GetCount();
     const std::int32_t result = transactions_.Try([&] {
       const ReadTransaction reading(*db_);
@@ -227,6 +248,7 @@ class SqliteStore::Impl final : public RecordStore {
   template <class Table, class Record>
   std::int32_t VisitStored(RecordReader& reader, std::int64_t filter,
                            const std::function<bool(Record&)>& visitor) {
+    const Settled settled(*this);
     return transactions_.Read([&](auto& guard) {
       return Table::VisitSome(reader, filter, [&](Record& record) {
         NeedPicture(record);
@@ -237,6 +259,7 @@ class SqliteStore::Impl final : public RecordStore {
   template <class Record, class Records>
   std::int32_t VisitKeys(RecordTable<Record, Records>& table, std::span<const std::int32_t> keys,
                          const std::function<bool(Record&)>& visitor) {
+    const Settled settled(*this);
     return transactions_.Read([&](auto& guard) {
       std::int32_t count = 0;
       for (const std::int32_t key : keys) {
@@ -303,20 +326,19 @@ class SqliteStore::Impl final : public RecordStore {
 };
 
 // Files go ahead of the rows that tell of them, so that a program which ends in between leaves
-// none that nobody knows of.
+// none that nobody knows of. One that holds something else by now is its host's.
 std::int32_t SqliteStore::Impl::RemoveLeftPictures() {
-  if (!hasTables_) return 0;
-  return transactions_.Try([&] {
+  if (!HasLeftPictures()) return 0;
+  return transactions_.Store([&] {
     std::int32_t removed = 0;
-    const std::vector<WideString> left = pictures_.Left();
-    if (left.empty()) return removed;
-    return transactions_.Store([&] {
-      for (const WideString& name : pictures_.Left()) {
-        if (!pictures_.IsNamed(name) && RemoveCallerIdPicture(name)) ++removed;
-        pictures_.ForgetLeft(name);
-      }
-      return removed;
-    });
+    for (const auto& [name, digest] : pictures_.Left()) {
+      const bool isOurs = !name.empty() && !pictures_.IsNamed(name) &&
+                          DigestOf(ReadCallerIdPicture(name)) == digest;
+      if (isOurs && !copies_.Remove(name)) continue;  // the next call tries again
+      pictures_.ForgetLeft(name);
+      removed += isOurs ? 1 : 0;
+    }
+    return removed;
   });
 }
 

@@ -98,11 +98,14 @@ void CheckFile(const std::string& path, StoreAccess access) {
 
 // Whether the file can only be read and nobody is writing it: then SQLite must make none beside it.
 // A write-ahead log with something in it is part of the store, and is read the usual way.
+bool HasLog(const std::string& path) {
+  std::error_code error;
+  const auto size = fs::file_size(path + "-wal", error);
+  return !error && size != 0;
+}
 bool IsOutOfReach(const std::string& path) {
   if (access(path.c_str(), W_OK) == 0 && FolderProblem(path).empty()) return false;
-  std::error_code error;
-  const auto log = fs::file_size(path + "-wal", error);
-  return static_cast<bool>(error) || log == 0;
+  return !HasLog(path);
 }
 
 std::int32_t NumberOf(Database& db, const char* sql) {
@@ -176,12 +179,17 @@ std::unique_ptr<Database> OpenStoreFile(const std::string& path, StoreAccess acc
   CheckFile(path, access);
   const bool isRead = access == StoreAccess::ReadOnly;
   if (isRead && IsOutOfReach(path)) return OpenOutOfReach(path, std::move(lockWait));
+  const bool keepsLog = isRead && HasLog(path);
   auto db = std::make_unique<Database>(path, access, false, std::move(lockWait));
+  if (keepsLog) db->KeepLog();
   for (;;) {
     try {
       if (VersionOf(*db) < (isRead ? kReadableVersion : kStoreVersion)) Upgrade(*db);
-      UseWriteAheadLog(*db);
-      if (isRead) db->ForbidWriting();
+      if (isRead) {
+        db->ForbidWriting();
+      } else {
+        UseWriteAheadLog(*db);
+      }
       return db;
     } catch (const StoreError&) {
       if (!db->MayTryAgain()) throw;

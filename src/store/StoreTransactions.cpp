@@ -9,6 +9,7 @@ void StoreTransactions::Begin() {
 }
 
 void StoreTransactions::Commit() {
+  for (TransactionMember* member : members_) member->CheckCommit(level_);
   db_.Commit();
   for (TransactionMember* member : members_) member->Committed(level_);
   --level_;

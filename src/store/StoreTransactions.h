@@ -16,6 +16,8 @@ namespace pim {
 class TransactionMember {
  public:
   virtual void Begun(std::size_t level) = 0;
+  // Ahead of the commit. Throws where there can be none yet.
+  virtual void CheckCommit(std::size_t level) = 0;
   virtual void Committed(std::size_t level) = 0;
   virtual void RolledBack(std::size_t level) noexcept = 0;
 

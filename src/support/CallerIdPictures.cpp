@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "pim/support/FileNames.h"
+#include "platform/AppData.h"
 #include "platform/Files.h"
 #include "support/FileNames.h"
 
@@ -19,6 +20,7 @@ std::string PicturePath(WideStringView name) {
 void MakeCallerIdPicture(WideStringView name, NarrowStringView bytes) {
   namespace fs = std::filesystem;
   const std::string path = PicturePath(name);
+  if (AppDataFolder().empty()) throw FileError(path, "there is no application-data folder");
   std::error_code error;
   fs::create_directories(fs::path(path).parent_path(), error);
   const std::string waiting = PicturePath(u"zevo" + NewGuidText() + u".part");

@@ -55,6 +55,7 @@ for ((round = 1; round <= rounds; ++round)); do
   [ -s pim.db ] || { none=$((none + 1)); continue; }
   [ "$(sqlite3 pim.db 'PRAGMA integrity_check')" = ok ] || fail "the store is damaged"
   [ -z "$(sqlite3 pim.db 'PRAGMA foreign_key_check')" ] || fail "a reference leads nowhere"
+  [ -s pim.db ] || { none=$((none + 1)); continue; }  # sqlite3 has taken back the first transaction
   "$program" --store pim.db contacts list --json >list.json || fail "the store can't be listed"
   count=$(jq '.contacts | length' list.json)
   before=$stored

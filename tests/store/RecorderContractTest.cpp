@@ -126,6 +126,37 @@ TEST_P(RecorderContract, LinksContactsOfOthers) {
   EXPECT_EQ(Undo().links, 1);
 }
 
+TEST_P(RecorderContract, AFileEndsInItsTransaction) {
+  ASSERT_EQ(history().BeginImport({}), 1);
+  {
+    StoreTransaction transaction(*store);
+    ASSERT_TRUE(history().BeginFile("", ""));
+    Save({u"a"});
+    EXPECT_FALSE(transaction.Commit());
+  }
+  EXPECT_EQ(CountContacts(), 0);
+  EXPECT_TRUE(history().EndImport());
+}
+
+// What an import changes of its own records is what it brought.
+TEST_P(RecorderContract, ItsOwnChangesAreNoneSince) {
+  ASSERT_EQ(history().BeginImport({}), 1);
+  CContacts saved;
+  for (const char* name : {"a.vcf", "b.vcf"}) {
+    StoreTransaction transaction(*store);
+    ASSERT_TRUE(history().BeginFile(name, name));
+    if (saved.GetCount() == 0) saved = Save({u"a", u"b"});
+    for (const char16_t* hobby : {u"chess", u"tennis"}) {
+      saved[0].hobby = hobby;
+      ASSERT_EQ(store->SaveContacts(saved, 0, true), 2);
+    }
+    saved[0].photo = u"z";
+    ASSERT_TRUE(history().EndFile({}, true) && transaction.Commit());
+  }
+  ASSERT_TRUE(history().EndImport());
+  EXPECT_EQ(Undo().contacts, 2);
+}
+
 // What a store doesn't keep is no change.
 TEST_P(RecorderContract, NamesThatAreNoPicturesAreNoChange) {
   for (const char16_t* name : {u"a/b", u".."}) {

@@ -4,6 +4,7 @@
 #include <fstream>
 
 #include "pim/platform/Host.h"
+#include "pim/records/ContactGroups.h"
 #include "pim/records/Contacts.h"
 #include "pim/store/ImportHistory.h"
 #include "pim/store/SqliteStore.h"
@@ -139,6 +140,59 @@ TEST_F(StoredPictures, FollowWhatHostsDo) {
   EXPECT_TRUE(fs::exists(PathOf("zevoA.gif")));
   EXPECT_EQ(Kept(path_), "0 0 0");
   EXPECT_FALSE(store.HasLeftPictures());
+}
+
+// Only files with the bytes that the store had are removed: others are their host's.
+TEST_F(StoredPictures, FilesOfOthersStay) {
+  SqliteStore store(path_);
+  const std::int32_t without = Save(store, u"mine.jpg");
+  WritePicture("mine.jpg", "mine");
+  WritePicture("zevoA.gif", "kept");
+  const std::int32_t changed = Save(store, u"zevoA.gif");
+  WritePicture("zevoA.gif", "changed and not saved");
+  WritePicture("zevoB.gif", "kept");
+  const std::int32_t gone = Save(store, u"zevoB.gif");
+  fs::remove(PathOf("zevoB.gif"));
+  fs::create_directory(PathOf("zevoB.gif"));
+  for (const std::int32_t key : {without, changed, gone}) Delete(store, key);
+  EXPECT_EQ(Kept(path_), "0 2 0");
+  EXPECT_EQ(store.RemoveLeftPictures(), 0);
+  EXPECT_EQ(Kept(path_), "0 0 0");
+  for (const char* name : {"mine.jpg", "zevoA.gif", "zevoB.gif"})
+    EXPECT_TRUE(fs::exists(PathOf(name))) << name;
+}
+
+// A list that sees a state of the store which is gone leaves no copies of that state's pictures.
+TEST_F(StoredPictures, CopiesGoWithTheirContacts) {
+  SqliteStore store(path_);
+  SqliteStore reader(path_);
+  WritePicture("zevoA.gif", "one");
+  const std::int32_t key = Save(store, u"zevoA.gif");
+  {
+    const StoreReading reading(reader);
+    CContactGroups groups;
+    EXPECT_EQ(reader.LoadContactGroups(groups), 0);  // from now on it sees this state
+    Delete(store, key);
+    EXPECT_EQ(store.RemoveLeftPictures(), 1);
+    CContacts contacts;
+    EXPECT_EQ(reader.LoadContacts(contacts), 1);
+    EXPECT_TRUE(fs::exists(PathOf("zevoA.gif")));
+  }
+  EXPECT_FALSE(fs::exists(PathOf("zevoA.gif")));
+}
+
+// Damaged bytes are put right by the same ones, and keep nothing else from being compared.
+TEST_F(StoredPictures, TheSameBytesHealDamagedOnes) {
+  SqliteStore store(path_);
+  for (const char* name : {"zevoA.gif", "zevoB.gif"}) WritePicture(name, "one");
+  Save(store, u"zevoA.gif");
+  OtherProgram(path_).Run("UPDATE Pictures SET content = 'x'");
+  EXPECT_EQ(store.ReadPicture(u"zevoA.gif"), "");
+  CContacts same;
+  same.AddNew().photo = u"zevoB.gif";
+  EXPECT_EQ(store.SaveContacts(same, 0, false), 0) << store.LastError();
+  Save(store, u"zevoB.gif");
+  EXPECT_EQ(store.ReadPicture(u"zevoA.gif"), "one");
 }
 
 TEST_F(StoredPictures, ComeOverFromTheFirstVersion) {

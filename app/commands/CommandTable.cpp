@@ -273,9 +273,10 @@ void Replace(std::string& text, std::string_view mark, std::string_view by) {
 
 std::span<const OptionRow> OptionRows() { return kOptions; }
 const char* HelpOf(Option option, const CommandRow* command) {
-  for (const auto& own : kOwnHelp)
+  for (const auto& own : kOwnHelp) {
     if (command != nullptr && own.action == command->action && own.option == option)
       return own.help;
+  }
   return RowOf(option).help;
 }
 std::span<const Option> CommonOptions() { return kCommon; }

@@ -5,9 +5,11 @@
 
 #include "app/commands/History.h"
 #include "app/commands/OptionValues.h"
+#include "app/input/Interrupt.h"
 #include "app/output/ItemText.h"
 #include "app/output/JsonWriter.h"
 #include "app/output/Output.h"
+#include "app/output/Progress.h"
 
 namespace pim::app {
 namespace {
@@ -114,11 +116,17 @@ std::optional<std::int32_t> ImportToUndo(const Options& options) {
 }  // namespace
 
 int UndoImport(const Options& options) {
-  const UndoOptions wanted{ImportToUndo(options), options.force, options.dryRun};
+  UndoOptions wanted{ImportToUndo(options), options.force, options.dryRun};
   Session session(options, options.dryRun ? StoreAccess::ReadOnly : StoreAccess::Existing);
   session.store().MakePictures(false);
+  Progress progress(options.quiet);
+  wanted.progress = [&progress](std::int64_t records) {
+    CheckInterrupt();
+    progress.Show(0, [&] { return Counted(records, "record") + " looked at"; });
+  };
   UndoResult result;
   if (HistoryOf(session).Undo(wanted, result) < 0) session.Fail();
+  progress.Clear();
   int status = result.IsWhole() ? kDone : kFailed;
   if (!options.dryRun && session.store().RemoveLeftPictures() < 0) {
     Complain(session.store().LastError());

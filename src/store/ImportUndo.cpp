@@ -50,6 +50,8 @@ void ImportUndo::Plan(const UndoOptions& options, UndoResult& result) {
   doomedLinks_.clear();
   doomedGroups_.clear();
   force_ = options.force;
+  progress_ = options.progress;
+  compared_ = 0;
   result.import = Choose(options);
   PlanRecords(contactOrigins_, contacts_, doomedContacts_, result);
   PlanRecords(itemOrigins_, items_, doomedItems_, result);
@@ -62,17 +64,21 @@ template <class Table>
 void ImportUndo::PlanRecords(OriginTable& origins, Table& table, KeyRanges& doomed,
                              UndoResult& result) {
   std::vector<OriginTable::KeyedPrint> rows;
+  const auto compare = [&] {
+    Compare(rows, table, doomed, result);
+    compared_ += std::ssize(rows);
+    rows.clear();
+    if (progress_) progress_(compared_);
+  };
   origins.VisitOfImport(result.import, [&](const OriginTable::KeyedPrint& row) {
     if (force_) {
       doomed.Add(row.key);
       return;
     }
     rows.push_back(row);
-    if (rows.size() < kComparedAtOnce) return;
-    Compare(rows, table, doomed, result);
-    rows.clear();
+    if (rows.size() >= kComparedAtOnce) compare();
   });
-  Compare(rows, table, doomed, result);
+  compare();
 }
 
 // Records whose keys lie close together are read together.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <utility>
 #include <vector>
@@ -60,6 +61,8 @@ class ImportUndo {
   Statement membersOf_;
 
   bool force_ = false;
+  std::function<void(std::int64_t records)> progress_;
+  std::int64_t compared_ = 0;  // records
   KeyRanges doomedContacts_;
   KeyRanges doomedItems_;
   std::vector<Link> doomedLinks_;  // of contacts that stay; sorted

@@ -239,17 +239,18 @@ std::int32_t MemoryHistory::Undo(const UndoOptions& options, UndoResult& result)
   result.import = import;
   if (options.dryRun) {
     return tables_.transactions().Read([&] {
-      Plan(options.force, result);
+      Plan(options, result);
       return 0;
     });
   }
   return tables_.transactions().Store([&] {
-    Apply(Plan(options.force, result), result);
+    Apply(Plan(options, result), result);
     return 0;
   });
 }
 
-MemoryHistory::Doomed MemoryHistory::Plan(bool force, UndoResult& result) {
+MemoryHistory::Doomed MemoryHistory::Plan(const UndoOptions& options, UndoResult& result) {
+  const bool force = options.force;
   Doomed doomed;
   PlanRecords(tables_.contacts, force, doomed.contacts, result);
   PlanRecords(tables_.items, force, doomed.items, result);
@@ -268,6 +269,8 @@ MemoryHistory::Doomed MemoryHistory::Plan(bool force, UndoResult& result) {
     return link.import == result.import && !doomed.contacts.contains(link.contact);
   });
   result.pictures = std::ssize(tables_.PicturesOfNoOther(doomed.contacts));
+  if (options.progress)
+    options.progress(result.contacts + result.items + std::ssize(result.keptRecords));
   return doomed;
 }
 

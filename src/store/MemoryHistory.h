@@ -58,7 +58,7 @@ class MemoryHistory final : public ImportHistory {
                const ImportCounts& counts);
   Original& OriginalOf(NarrowStringView bytes, bool keeps);
 
-  Doomed Plan(bool force, UndoResult& result);
+  Doomed Plan(const UndoOptions& options, UndoResult& result);
   bool HasOtherMembers(std::int32_t group, const Doomed& doomed, std::int32_t import) const;
   void Apply(const Doomed& doomed, const UndoResult& result);
 

@@ -210,6 +210,22 @@ TEST_P(UndoContract, LeavesGroupsWithOtherMembers) {
   EXPECT_EQ(store->LoadContactGroups(groups), 0);
 }
 
+TEST_P(UndoContract, MayBeGivenUp) {
+  ImportNames({u"a", u"b"});
+  UndoResult result;
+  for (const bool dryRun : {true, false}) {
+    std::int64_t told = 0;
+    const auto giveUp = [&told](std::int64_t records) {
+      told = records;
+      if (records == 2) throw 7;
+    };
+    EXPECT_THROW(static_cast<void>(history().Undo({{}, false, dryRun, giveUp}, result)), int);
+    EXPECT_EQ(told, 2);
+  }
+  EXPECT_EQ(CountContacts(), 2);
+  EXPECT_EQ(Undo().contacts, 2);
+}
+
 TEST_P(UndoContract, LeavesGroupsThatWereRenamed) {
   CContactGroups made;
   for (const char16_t* name : {u"Plain", u"Renamed", u"Back"}) made.AddNew().group_name = name;

@@ -91,6 +91,9 @@ struct UndoOptions {
   std::optional<std::int32_t> import;  // none: the last one that stands, if only in part
   bool force = false;                  // takes what was changed since, too
   bool dryRun = false;                 // only tells
+  // Told how many records have been looked at, now and then. What it throws ends the undo, which
+  // then has changed nothing, and passes to the caller.
+  std::function<void(std::int64_t records)> progress = {};
 };
 
 // What undoing an import took back, or would.

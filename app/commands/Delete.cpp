@@ -45,8 +45,8 @@ int DeleteRecords(const Options& options) {
   KeysOf(options.operands);  // wrong ones are told ahead of everything else
   Session session(options, options.dryRun ? StoreAccess::ReadOnly : StoreAccess::Existing);
   session.store().MakePictures(false);
-  bool allThere = true;
-  const std::vector<std::int32_t> keys = KeysToDelete(session, options, allThere);
+  bool allDone = true;
+  const std::vector<std::int32_t> keys = KeysToDelete(session, options, allDone);
   const std::string deleted =
       Counted(static_cast<long long>(keys.size()), NounOf(options.kind).one);
   std::int32_t pictures = 0;
@@ -56,12 +56,16 @@ int DeleteRecords(const Options& options) {
                                    ? session.store().DeleteContacts(keys, left)
                                    : session.store().DeleteCalendars(keys);
     if (count < 0) session.Fail();
-    pictures = session.store().RemoveLeftPictures();
+    try {
+      pictures = RemoveLeftPictures(session);
+    } catch (const Failure& failure) {  // the contacts are gone all the same
+      Complain(failure.what());
+      allDone = false;
+    }
   }
   Print(deleted + (options.dryRun ? " would be deleted" : " deleted") +
-        (pictures <= 0 ? "" : ", with " + Counted(pictures, "picture")) + "\n");
-  if (pictures < 0) session.Fail();
-  return allThere ? kDone : kFailed;
+        (pictures == 0 ? "" : ", with " + Counted(pictures, "picture")) + "\n");
+  return allDone ? kDone : kFailed;
 }
 
 }  // namespace pim::app

@@ -42,7 +42,7 @@ void VisitFilesOf(Session& session, const ImportEntry& import,
 
 // As a shell takes it.
 std::string Quoted(const std::string& word) {
-  if (word.find_first_of(" '\"\\$`&|;<>()*?[#~!") == std::string::npos) return word;
+  if (word.find_first_of(" '\"\\$`&|;<>()*?[]{}#~!") == std::string::npos) return word;
   std::string quoted = "'";
   for (const char c : word) quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
   return quoted += '\'';

@@ -12,6 +12,7 @@
 #include "app/input/TextReading.h"
 #include "app/output/Output.h"
 #include "pim/records/ContactGroups.h"
+#include "pim/support/FileNames.h"
 #include "pim/support/ParseFailure.h"
 #include "support/CallerIdPictures.h"
 
@@ -55,10 +56,13 @@ void Importer::SetPictureReader() {
     pictures_.emplace(session_.store());
     return;
   }
+  const WideString callerIdFolder = GetCallerIdPath();
   looked_.emplace(TemporaryFolder());
-  session_.preview()->SetPictureReader([this](WideStringView name) {
+  session_.preview()->SetPictureReader([this, callerIdFolder](WideStringView name) {
     NarrowString bytes = ReadCallerIdPicture(name);
-    return bytes.empty() && session_.hasFile() ? session_.store().ReadPicture(name) : bytes;
+    if (bytes.empty() && session_.hasFile()) bytes = session_.store().ReadPicture(name);
+    if (!bytes.empty()) return bytes;
+    return ReadPictureFile(NativePath(WideString(callerIdFolder).append(u"\\").append(name)));
   });
 }
 

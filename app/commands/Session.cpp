@@ -86,9 +86,8 @@ Session::Session(const Options& options, StoreAccess access)
       file_(OpenOrTell(path_, access)),
       records_(file_.get()) {
   if (!options.dryRun) ClearLeftovers(path_, access, *file_);
-  // An import has a place of its own.
-  if (access != StoreAccess::Create && file_->KeepsPictures() && !HasPicturePlace())
-    pictures_.emplace(TemporaryFolder());
+  const bool shows = options.action == Action::Export || options.action == Action::List;
+  if (shows && file_->KeepsPictures() && !HasPicturePlace()) pictures_.emplace(TemporaryFolder());
   binding_.emplace(*records_);
 }
 

@@ -16,8 +16,9 @@ namespace pim::app {
 class Session {
  public:
   // Where the store may be made, makes the default one's folder too. Pictures that a program left
-  // which ended in the middle are removed first, but where nothing is to be written. Where the
-  // caller-ID folder can't be written, one of the session's own takes its place. Throws StoreError
+  // which ended in the middle are removed first, but where nothing is to be written. For an
+  // export or a list one of the session's own takes the place of a caller-ID folder that can't be
+  // written. Throws StoreError
   // or Failure.
   Session(const Options& options, StoreAccess access);
   // Binds a preview of the store in its place, of an empty one where there is none: nothing is

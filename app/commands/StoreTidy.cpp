@@ -11,10 +11,12 @@
 #include <vector>
 
 #include "app/commands/Session.h"
+#include "app/commands/StoredRecords.h"
 #include "app/input/Interrupt.h"
 #include "app/output/JsonWriter.h"
 #include "app/output/Output.h"
 #include "pim/support/FileNames.h"
+#include "platform/AppData.h"
 #include "platform/CodePages.h"
 #include "platform/Files.h"
 
@@ -101,8 +103,9 @@ void PrintPaths(const std::vector<std::string>& paths, std::int64_t ofDeleted, b
 
 int TidyStore(const Options& options) {
   Session session(options, options.deletes ? StoreAccess::Existing : StoreAccess::ReadOnly);
-  const std::int64_t ofDeleted = options.deletes ? session.store().RemoveLeftPictures() : 0;
-  if (ofDeleted < 0) session.Fail();
+  if (AppDataFolder().empty())
+    throw Failure("HOME isn't set, so that no folder can have copies of pictures");
+  const std::int64_t ofDeleted = options.deletes ? RemoveLeftPictures(session) : 0;
   std::vector<std::string> paths = LeftPictures(session, NativePath(GetCallerIdPath()));
   const int status = options.deletes ? Remove(paths) : kDone;
   options.listForm == ListForm::Json ? PrintJson(paths, ofDeleted, options.deletes)

@@ -174,6 +174,17 @@ COleDateTime StoredItems::TimeOf(const CCalendar& item) const {
   return kind_ == CalendarType::Memo ? item.modified_time : item.start_time;
 }
 
+std::int32_t RemoveLeftPictures(Session& session) {
+  const std::int32_t removed = session.store().RemoveLeftPictures();
+  if (removed < 0) session.Fail();
+  if (session.store().HasLeftPictures()) {
+    const std::string problem = session.store().PictureProblem();
+    Complain("pictures of deleted contacts can't be removed yet: " +
+             (problem.empty() ? "there is no application-data folder" : problem));
+  }
+  return removed;
+}
+
 int TellPicturesNotMade(Session& session) {
   const std::int64_t count = session.store().PicturesNotMade();
   if (count == 0) return kDone;

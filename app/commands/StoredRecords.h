@@ -124,6 +124,10 @@ std::vector<std::int32_t> KeysOf(const std::vector<std::string>& operands);
 // status.
 int TellPicturesNotMade(Session& session);
 
+// Removes the files of pictures whose contacts are gone for good, and tells of those that can't be
+// removed. Gives how many were. Throws Failure when the store fails.
+std::int32_t RemoveLeftPictures(Session& session);
+
 void TellNoSuchKey(RecordKind kind, std::int32_t key);
 
 }  // namespace pim::app

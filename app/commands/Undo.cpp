@@ -5,6 +5,7 @@
 
 #include "app/commands/History.h"
 #include "app/commands/OptionValues.h"
+#include "app/commands/StoredRecords.h"
 #include "app/input/Interrupt.h"
 #include "app/output/ItemText.h"
 #include "app/output/JsonWriter.h"
@@ -127,16 +128,12 @@ int UndoImport(const Options& options) {
   UndoResult result;
   if (HistoryOf(session).Undo(wanted, result) < 0) session.Fail();
   progress.Clear();
-  int status = result.IsWhole() ? kDone : kFailed;
-  if (!options.dryRun && session.store().RemoveLeftPictures() < 0) {
-    Complain(session.store().LastError());
-    status = kFailed;
-  }
   const ItemNouns nouns = NounsOfKept(session, result);
   TellKept(result, nouns, options.dryRun);
   options.listForm == ListForm::Json ? PrintJson(result, nouns, options.dryRun)
                                      : PrintLine(result, options.dryRun);
-  return status;
+  if (!options.dryRun) RemoveLeftPictures(session);
+  return result.IsWhole() ? kDone : kFailed;
 }
 
 }  // namespace pim::app

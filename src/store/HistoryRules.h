@@ -31,6 +31,8 @@ inline constexpr const char* kNoImportIsUnderWay = "no import is under way";
 inline constexpr const char* kFilesNeedTransaction = "a file is imported in a transaction";
 inline constexpr const char* kFileIsBeingRead = "a file of the import is being read already";
 inline constexpr const char* kFileIsStillBeingRead = "a file of the import is being read still";
+inline constexpr const char* kFilesEndWhereTheyBegin =
+    "a file of an import ends in the transaction in which it began";
 inline constexpr const char* kNoFileIsBeingRead = "no file of an import is being read";
 inline constexpr const char* kBytesAreNotKept = "the file's bytes aren't kept";
 inline constexpr const char* kNothingToUndo = "no import is left to be undone";

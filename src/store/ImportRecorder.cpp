@@ -27,7 +27,6 @@ void ImportRecorder::CheckFile(bool isOpen, const char* problem) {
 
 std::int32_t ImportRecorder::Begin(const ImportStart& start) {
   if (import_) db_.Fail(kImportIsUnderWay);
-  ForgetImport();
   const std::int32_t import = imports_.Begin(start);
   import_ = {import, level_};
   return import;
@@ -43,7 +42,7 @@ void ImportRecorder::BeginFile(std::string_view name, NarrowStringView bytes) {
 }
 
 void ImportRecorder::ForgetKeys(StoredKind kind, std::int32_t first, std::int32_t last) {
-  (kind == StoredKind::Contact ? contacts_ : items_).ForgetKeys(first, last);
+  OriginsOf(kind).ForgetKeys(first, last);
 }
 
 void ImportRecorder::AddRecord(StoredKind kind, std::int32_t key, const Fingerprint& print) {
@@ -55,14 +54,17 @@ void ImportRecorder::AddRecord(StoredKind kind, std::int32_t key, const Fingerpr
 }
 
 void ImportRecorder::ChangeRecord(StoredKind kind, std::int32_t key, const Fingerprint& print) {
-  const auto pending = std::ranges::find_if(pending_, [&](const Pending& record) {
-    return record.kind == kind && record.row.key == key;
-  });
-  if (pending != pending_.end()) {
-    pending->row.print = print;
+  if (file_) {
+    changes_.push_back({kind, key, print});
   } else {
-    (kind == StoredKind::Contact ? contacts_ : items_).Change(key, Import(), file_.number, print);
+    OriginsOf(kind).Change(key, Import(), 0, print);
   }
+}
+
+void ImportRecorder::EraseRecords(std::int32_t first, std::int32_t last) {
+  if (!file_) return;
+  for (const Pending& record : pending_)
+    if (record.row.key >= first && record.row.key <= last) erased_.Add(record.row.key);
 }
 
 void ImportRecorder::AddGroup(std::int32_t group) {
@@ -100,18 +102,29 @@ void ImportRecorder::AddLines(std::span<const RecordLines> lines) {
   if (level_ == file_.level) StoreOrigins();
 }
 
+void ImportRecorder::CheckEnd() {
+  if (!file_) db_.Fail(kNoFileIsBeingRead);
+  if (level_ != file_.level) db_.Fail(kFilesEndWhereTheyBegin);
+}
+
 void ImportRecorder::StoreOrigins() {
-  for (const Pending& record : pending_)
-    (record.kind == StoredKind::Contact ? contacts_ : items_).Add(record.row);
+  for (const auto& [kind, row] : pending_) {
+    // The deletion of a record may have been rolled back.
+    if (!erased_.Holds(row.key) || OriginsOf(kind).HoldsRecord(row.key)) OriginsOf(kind).Add(row);
+  }
   contacts_.Flush();
   items_.Flush();
+  for (const auto& [kind, key, print] : changes_)
+    OriginsOf(kind).Change(key, Import(), file_.number, print);
   stored_ += pending_.size();
   told_ = stored_;
   pending_.clear();
+  changes_.clear();
+  erased_.Clear();
 }
 
 void ImportRecorder::EndFile(const ImportCounts& counts, bool keepsBytes) {
-  if (!file_) db_.Fail(kNoFileIsBeingRead);
+  CheckFile(true, kNoFileIsBeingRead);
   imports_.AddFile(file_.number, Import(), originals_.Add(bytes_, keepsBytes), name_, counts);
   ForgetFile();
 }
@@ -119,14 +132,15 @@ void ImportRecorder::EndFile(const ImportCounts& counts, bool keepsBytes) {
 void ImportRecorder::AddRefusedFile(std::string_view name, NarrowStringView bytes,
                                     const ImportCounts& counts) {
   CheckFile(false, kFileIsStillBeingRead);
+  if (!imports_.Stands(Import())) db_.Fail(WasUndoneMeanwhile(Import()));
   imports_.AddFile(imports_.NextFile(), Import(), originals_.Add(bytes, false), name, counts);
 }
 
 void ImportRecorder::End() {
   CheckFile(false, kFileIsStillBeingRead);
   if (!imports_.End(Import())) db_.Fail(WasUndoneMeanwhile(Import()));
-  ended_ = {import_.number, level_};
-  last_ = std::exchange(import_, {});
+  ended_.push_back({import_, {import_.number, level_}, std::move(brought_)});
+  ForgetImport();
 }
 
 void ImportRecorder::Interrupt() {
@@ -137,21 +151,33 @@ void ImportRecorder::ForgetFile() noexcept {
   file_ = {};
   bytes_ = {};
   pending_.clear();
+  changes_.clear();
+  erased_.Clear();
   stored_ = 0;
   told_ = 0;
 }
 
 void ImportRecorder::ForgetImport() noexcept {
   import_ = {};
-  ended_ = {};
   brought_.clear();
   broughtKeys_.Clear();
   for (Mark& mark : marks_) mark.brought = 0;
 }
 
+// Ends that are rolled back are none, of those that a transaction holds the last one first.
+void ImportRecorder::TakeBackEnds(std::size_t level) noexcept {
+  while (!ended_.empty() && ended_.back().end.GoesWith(level)) {
+    import_ = ended_.back().import;
+    brought_ = std::move(ended_.back().brought);
+    for (const std::int32_t key : brought_) broughtKeys_.Add(key);
+    ended_.pop_back();
+    if (import_.GoesWith(level)) ForgetImport();
+  }
+}
+
 void ImportRecorder::Begun(std::size_t level) {
   level_ = level;
-  marks_.push_back({stored_ + pending_.size(), told_, brought_.size()});
+  marks_.push_back({stored_ + pending_.size(), told_, brought_.size(), changes_.size()});
 }
 
 void ImportRecorder::CheckCommit(std::size_t level) {
@@ -159,7 +185,12 @@ void ImportRecorder::CheckCommit(std::size_t level) {
 }
 
 void ImportRecorder::Committed(std::size_t level) {
-  for (Bound* bound : {&import_, &ended_, &last_, &file_}) bound->Commit(level);
+  for (Bound* bound : {&import_, &file_}) bound->Commit(level);
+  for (Ended& ended : ended_) {
+    ended.import.Commit(level);
+    ended.end.Commit(level);
+  }
+  std::erase_if(ended_, [](const Ended& ended) { return ended.end.level == 0; });
   level_ = level - 1;
   marks_.pop_back();
 }
@@ -173,16 +204,14 @@ void ImportRecorder::RolledBack(std::size_t level) noexcept {
     ForgetFile();
   } else if (file_) {
     while (stored_ + pending_.size() > mark.saved) pending_.pop_back();
+    while (changes_.size() > mark.changes) changes_.pop_back();
     told_ = std::min(told_, mark.told);
     for (std::size_t i = told_ - stored_; i < pending_.size(); ++i)
       pending_[i].row.firstLine = pending_[i].row.lastLine = 0;
   }
   for (; brought_.size() > mark.brought; brought_.pop_back()) broughtKeys_.Remove(brought_.back());
-  if (ended_.GoesWith(level)) {
-    ended_ = {};
-    import_ = last_;
-  }
   if (import_.GoesWith(level)) ForgetImport();
+  TakeBackEnds(level);
 }
 
 }  // namespace pim

@@ -25,7 +25,8 @@ class ImportRecorder final : public TransactionMember {
   std::int32_t Begin(const ImportStart& start);
   void BeginFile(std::string_view name, NarrowStringView bytes);
   void AddLines(std::span<const RecordLines> lines);
-  // Ahead of EndFile, and outside of the transaction that is only its own.
+  // Both ahead of EndFile, and outside of the transaction that is only its own.
+  void CheckEnd();
   void StoreOrigins();
   void EndFile(const ImportCounts& counts, bool keepsBytes);
   void AddRefusedFile(std::string_view name, NarrowStringView bytes, const ImportCounts& counts);
@@ -38,6 +39,8 @@ class ImportRecorder final : public TransactionMember {
   void AddRecord(StoredKind kind, std::int32_t key, const Fingerprint& print);
   // A record of the import that the import itself changes.
   void ChangeRecord(StoredKind kind, std::int32_t key, const Fingerprint& print);
+  // Records that are deleted, also of the file itself.
+  void EraseRecords(std::int32_t first, std::int32_t last);
   void AddGroup(std::int32_t group);
   void AddLinks(std::span<const LinkRow> links);
 
@@ -64,16 +67,31 @@ class ImportRecorder final : public TransactionMember {
     StoredKind kind;
     OriginTable::Row row;
   };
+  struct Ended {
+    Bound import;
+    Bound end;
+    std::vector<std::int32_t> brought;
+  };
+  struct Change {
+    StoredKind kind;
+    std::int32_t key;
+    Fingerprint print;
+  };
   struct Mark {
     std::size_t saved;    // records of the file
     std::size_t told;     // of them, those that AddLines has passed
     std::size_t brought;  // contacts of the import
+    std::size_t changes;  // of records of the file
   };
 
   std::int32_t Import() const { return static_cast<std::int32_t>(import_.number); }
+  OriginTable& OriginsOf(StoredKind kind) {
+    return kind == StoredKind::Contact ? contacts_ : items_;
+  }
   void CheckFile(bool isOpen, const char* problem);
   void ForgetFile() noexcept;
   void ForgetImport() noexcept;
+  void TakeBackEnds(std::size_t level) noexcept;
 
   Database& db_;
   ImportTable imports_;
@@ -86,12 +104,13 @@ class ImportRecorder final : public TransactionMember {
 
   std::size_t level_ = 0;  // of the innermost open transaction
   Bound import_;
-  Bound ended_;  // the end of one, which may be rolled back
-  Bound last_;   // that one
+  std::vector<Ended> ended_;  // whose ends may be rolled back
   Bound file_;
   std::string name_;        // of the file
   NarrowStringView bytes_;  // the same
   std::vector<Pending> pending_;
+  std::vector<Change> changes_;        // for records that came before, in their order
+  KeyRanges erased_;                   // perhaps; of records of the file
   std::size_t stored_ = 0;             // of the file's records, those ahead of `pending_`
   std::size_t told_ = 0;               // the same, those that AddLines has passed
   std::vector<std::int32_t> brought_;  // contacts, in their order

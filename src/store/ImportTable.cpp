@@ -1,10 +1,12 @@
 #include "store/ImportTable.h"
 
 #include <ctime>
-#include <initializer_list>
+#include <limits>
+#include <stdexcept>
 
 #include "platform/ProcessMark.h"
 #include "store/Digest.h"
+#include "store/SqlText.h"
 
 namespace pim {
 namespace {
@@ -60,31 +62,19 @@ std::string SelectFiles() {
          " FROM ImportFiles LEFT JOIN Originals USING (original_id)";
 }
 
-// A number goes on where rows still refer to it, though another program has deleted its own.
-std::string Highest(const std::string& key, std::initializer_list<const char*> tables) {
-  std::string sql = "max(0";
-  for (const char* table : tables)
-    sql.append(", coalesce((SELECT max(")
-        .append(key)
-        .append(") FROM ")
-        .append(table)
-        .append("), 0)");
-  return sql + ")";
-}
-
 }  // namespace
 
 ImportTable::ImportTable(Database& db)
     : begin_(db, "INSERT INTO Imports (import_id, command, options, began, process) VALUES (1 + " +
-                     Highest("import_id",
-                             {"Imports", "ImportFiles", "ImportedGroups", "ImportedLinks"}) +
+                     HighestNumberSql("import_id", {"Imports", "ImportFiles", "ImportedGroups",
+                                                    "ImportedLinks"}) +
                      ", ?, ?, ?, ?) RETURNING import_id"),
       end_(db,
            "UPDATE Imports SET process = ?2 WHERE import_id = ?1 AND process = ?3 AND undone "
            "IS NULL"),
       stands_(db, "SELECT 1 FROM Imports WHERE import_id = ? AND process = ? AND undone IS NULL"),
-      lastFile_(db, "SELECT " + Highest("import_file_id",
-                                        {"ImportFiles", "ContactOrigins", "CalendarOrigins"})),
+      lastFile_(db, "SELECT " + HighestNumberSql("import_file_id", {"ImportFiles", "ContactOrigins",
+                                                                    "CalendarOrigins"})),
       addFile_(db, "INSERT INTO ImportFiles (import_file_id, import_id, original_id, name, " +
                        std::string(kCounts) + ") VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
       all_(db,
@@ -109,7 +99,10 @@ std::int32_t ImportTable::Begin(const ImportStart& start) {
   begin_.Bind(3, Now());
   begin_.BindText(4, process_);
   Rows rows(begin_);
-  return rows.Next() ? static_cast<std::int32_t>(begin_.Integer(0)) : 0;
+  const std::int64_t number = rows.Next() ? begin_.Integer(0) : 0;
+  if (number > std::numeric_limits<std::int32_t>::max())
+    throw std::length_error("no number is left for another import");
+  return static_cast<std::int32_t>(number);
 }
 
 bool ImportTable::End(std::int32_t import) {

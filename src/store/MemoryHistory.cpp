@@ -87,8 +87,10 @@ bool MemoryHistory::AddLines(std::span<const RecordLines> lines) {
 }
 
 bool MemoryHistory::EndFile(const ImportCounts& counts, bool keepsBytes) {
+  const std::size_t depth = tables_.log().depth();
   return Store([&] {
     Require(current_.file != 0, kNoFileIsBeingRead);
+    Require(depth == current_.fileDepth, kFilesEndWhereTheyBegin);
     SetFile(current_.file, current_.bytes, keepsBytes, counts);
     tables_.log().Remember(current_);
     current_ = {current_.import, 0, 0, {}, {}};
@@ -99,6 +101,7 @@ bool MemoryHistory::AddRefusedFile(std::string_view name, NarrowStringView bytes
                                    const ImportCounts& counts) {
   return Store([&] {
     Require(current_.import != 0, kNoImportIsUnderWay);
+    Require(current_.file == 0, kFileIsStillBeingRead);
     SetFile(AddFile(name), bytes, false, counts);
   });
 }

@@ -90,7 +90,9 @@ class MemoryRecords {
       entry.print = WithPicture(PrintOf(*entry.record), *entry.record);
   }
   void SetLines(const RecordLines& lines) {
-    Entry& entry = records_.at(lines.key);
+    const auto found = records_.find(lines.key);
+    if (found == records_.end()) return;  // it was deleted meanwhile
+    Entry& entry = found->second;
     log_.Add([this, key = lines.key, before = entry] { Put(key, before); });
     entry.origin.firstLine = lines.firstLine;
     entry.origin.lastLine = lines.lastLine;

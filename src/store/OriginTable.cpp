@@ -35,6 +35,7 @@ OriginTable::OriginTable(Database& db, const Names& names)
                       " = ?1 AND (import_file_id = ?3 OR import_file_id IN (SELECT import_file_id "
                       "FROM ImportFiles WHERE import_id = ?2))"),
       forget_(db, DeleteRangeSql(names.table, names.key)),
+      holdsRecord_(db, SelectKeysSql(names.records, names.key, names.key)),
       find_(db, "SELECT import_id, import_file_id, first_line, last_line FROM " + names.table +
                     " JOIN ImportFiles USING (import_file_id) WHERE " + names.key + " = ?"),
       ofImport_(db, "SELECT " + names.key + ", fingerprint FROM " + names.table +
@@ -83,6 +84,12 @@ void OriginTable::ForgetKeys(std::int32_t first, std::int32_t last) {
   forget_.Bind(1, std::int64_t{first});
   forget_.Bind(2, std::int64_t{last});
   forget_.Run();
+}
+
+bool OriginTable::HoldsRecord(std::int32_t key) {
+  holdsRecord_.Bind(1, std::int64_t{key});
+  Rows rows(holdsRecord_);
+  return rows.Next();
 }
 
 bool OriginTable::Find(std::int32_t key, RecordOrigin& origin) {

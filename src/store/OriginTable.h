@@ -35,6 +35,7 @@ class OriginTable {
   // Forgets the origins of records that another program has deleted and that bore these keys,
   // which new records get.
   void ForgetKeys(std::int32_t first, std::int32_t last);
+  bool HoldsRecord(std::int32_t key);
   // False when no import brought the record.
   bool Find(std::int32_t key, RecordOrigin& origin);
   // The records that an import brought and that are still there, by ascending key.
@@ -59,6 +60,7 @@ class OriginTable {
   Statement many_;
   Statement change_;
   Statement forget_;
+  Statement holdsRecord_;
   Statement find_;
   Statement ofImport_;
 };

@@ -5,6 +5,7 @@
 
 #include "store/Digest.h"
 #include "store/HistoryRules.h"
+#include "store/SqlText.h"
 
 namespace pim {
 namespace {
@@ -28,8 +29,9 @@ OriginalTable::OriginalTable(Database& db)
     : db_(db),
       find_(db, "SELECT original_id, is_kept FROM Originals WHERE sha256 = ?"),
       insert_(db,
-              "INSERT INTO Originals (sha256, bytes, is_kept, content) VALUES (?, ?, ?, ?) "
-              "RETURNING original_id"),
+              "INSERT INTO Originals (original_id, sha256, bytes, is_kept, content) VALUES (1 + " +
+                  HighestNumberSql("original_id", {"Originals", "ImportFiles", "OriginalParts"}) +
+                  ", ?, ?, ?, ?) RETURNING original_id"),
       insertPart_(db, "INSERT INTO OriginalParts (original_id, content) VALUES (?, ?)"),
       keep_(db, "UPDATE Originals SET is_kept = 1, content = ?2 WHERE original_id = ?1"),
       info_(db, "SELECT is_kept, bytes, sha256, content FROM Originals WHERE original_id = ?"),

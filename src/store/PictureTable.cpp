@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "store/Digest.h"
+#include "store/SqlText.h"
 #include "store/StoredForms.h"
 #include "support/CallerIdPictures.h"
 
@@ -18,8 +19,9 @@ PictureTable::PictureTable(Database& db)
     : db_(db),
       findContent_(db, "SELECT picture_id, content = ?2 FROM Pictures WHERE sha256 = ?1"),
       healContent_(db, "UPDATE Pictures SET content = ?2 WHERE picture_id = ?1"),
-      insertContent_(db,
-                     "INSERT INTO Pictures (sha256, content) VALUES (?, ?) RETURNING picture_id"),
+      insertContent_(db, "INSERT INTO Pictures (picture_id, sha256, content) VALUES (1 + " +
+                             HighestNumberSql("picture_id", {"Pictures", "PictureNames"}) +
+                             ", ?, ?) RETURNING picture_id"),
       dropContent_(db,
                    "DELETE FROM Pictures WHERE picture_id = ?1 AND NOT EXISTS "
                    "(SELECT 1 FROM PictureNames WHERE picture_id = ?1)"),

@@ -85,6 +85,7 @@ class RecordTable {
   std::int32_t Erase(std::int32_t first, std::int32_t last) {
     given_.Add(writer_.HighestKey());  // no key of a deleted record is given again
     const std::int32_t erased = eraser_.Erase(first, last);
+    services_.recorder.EraseRecords(first, last);
     contents_.Drop();
     return erased;
   }

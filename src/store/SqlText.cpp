@@ -177,6 +177,14 @@ std::string HighestKeySql(std::string_view table, std::string_view key) {
          " BETWEEN 1 AND 2147483647 ORDER BY 1 DESC LIMIT 1";
 }
 
+std::string HighestNumberSql(std::string_view column,
+                             std::initializer_list<std::string_view> tables) {
+  std::string sql = "max(0";
+  for (const std::string_view table : tables)
+    sql += ", coalesce((SELECT max(" + Quoted(column) + ") FROM " + Quoted(table) + "), 0)";
+  return sql + ")";
+}
+
 std::string CountOthersSql(std::string_view table, std::string_view column,
                            std::initializer_list<std::int32_t> numbers) {
   std::string known;

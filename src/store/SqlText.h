@@ -57,6 +57,10 @@ std::string DeleteSql(std::string_view table, std::string_view key);
 std::string DeleteRangeSql(std::string_view table, std::string_view key);
 // The highest key that fits 32 bits, or NULL.
 std::string HighestKeySql(std::string_view table, std::string_view key);
+// The highest number, 0 for none, that a column of that name holds in any of the tables: new ones
+// go on where rows still refer to one whose own row another program has deleted.
+std::string HighestNumberSql(std::string_view column,
+                             std::initializer_list<std::string_view> tables);
 // The number of rows in whose column stands none of the numbers.
 std::string CountOthersSql(std::string_view table, std::string_view column,
                            std::initializer_list<std::int32_t> numbers);

@@ -28,11 +28,13 @@ bool SqliteHistory::AddLines(std::span<const RecordLines> lines) {
 }
 
 bool SqliteHistory::EndFile(const ImportCounts& counts, bool keepsBytes) {
-  return transactions_.Succeeds([&] { services_.recorder.StoreOrigins(); }) &&
-         transactions_.Store([&] {
-           services_.recorder.EndFile(counts, keepsBytes);
-           return 0;
-         }) == 0;
+  return transactions_.Succeeds([&] {
+    services_.recorder.CheckEnd();
+    services_.recorder.StoreOrigins();
+  }) && transactions_.Store([&] {
+    services_.recorder.EndFile(counts, keepsBytes);
+    return 0;
+  }) == 0;
 }
 
 bool SqliteHistory::AddRefusedFile(std::string_view name, NarrowStringView bytes,

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "platform/AppData.h"
 #include "platform/CodePages.h"
 #include "platform/Visible.h"
 #include "store/Digest.h"
@@ -328,7 +329,7 @@ class SqliteStore::Impl final : public RecordStore {
 // Files go ahead of the rows that tell of them, so that a program which ends in between leaves
 // none that nobody knows of. One that holds something else by now is its host's.
 std::int32_t SqliteStore::Impl::RemoveLeftPictures() {
-  if (!HasLeftPictures()) return 0;
+  if (AppDataFolder().empty() || !HasLeftPictures()) return 0;
   return transactions_.Store([&] {
     std::int32_t removed = 0;
     for (const auto& [name, digest] : pictures_.Left()) {

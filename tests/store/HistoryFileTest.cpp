@@ -87,6 +87,15 @@ TEST_F(HistoryFile, NumbersOutliveTheirRows) {
   EXPECT_EQ(result.import, 2);
   EXPECT_EQ(result.contacts, 1);
   EXPECT_EQ(store.CountContacts(), 1);
+
+  OtherProgram(path_).Run("DELETE FROM Originals; DELETE FROM Pictures");
+  SqliteStore other(path_);
+  other.SetPictureReader([](WideStringView) { return NarrowString("another"); });
+  Import(other);
+  EXPECT_FALSE(other.History()->ReadOriginal(1, [](NarrowStringView) { return true; }));
+  OtherProgram(path_).Run("UPDATE Imports SET import_id = 2147483647 WHERE import_id = 3");
+  EXPECT_EQ(other.History()->BeginImport({}), -1);
+  EXPECT_NE(other.LastError().find("no number is left"), std::string::npos);
 }
 
 // An import that was taken for given up, and undone, can't go on.

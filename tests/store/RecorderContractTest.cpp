@@ -81,6 +81,11 @@ TEST_P(RecorderContract, AnEndThatIsRolledBackIsNone) {
     ASSERT_TRUE(history().EndImport());
   }
   EXPECT_EQ(Entry(1).state, ImportState::Running);
+  {
+    const StoreTransaction undone(*store);
+    ASSERT_TRUE(history().EndImport());
+    ASSERT_EQ(history().BeginImport({}), 2);
+  }
   EXPECT_EQ(history().BeginImport({}), -1);
   EXPECT_TRUE(history().EndImport());
   EXPECT_EQ(Entry(1).state, ImportState::Done);
@@ -136,6 +141,27 @@ TEST_P(RecorderContract, AFileEndsInItsTransaction) {
   }
   EXPECT_EQ(CountContacts(), 0);
   EXPECT_TRUE(history().EndImport());
+}
+
+// A record that is changed or deleted while its file is read, or would have been.
+TEST_P(RecorderContract, FollowsRecordsOfItsFile) {
+  Import("", [&] {
+    CContacts saved = Save({u"a", u"b"});
+    {
+      const StoreTransaction undone(*store);
+      saved[0].hobby = u"chess";
+      EXPECT_EQ(store->SaveContacts(saved, 0, true), 2);
+      EXPECT_FALSE(history().EndFile({}, true));  // it ends where it began
+    }
+    std::vector<WideString> pictures;
+    const std::int32_t second = saved[1].tag;
+    EXPECT_EQ(store->DeleteContacts({&second, 1}, pictures), 1);
+    const RecordLines lines[] = {{saved[0].tag, 1, 3}, {second, 4, 6}};
+    EXPECT_TRUE(history().AddLines(lines));
+  });
+  EXPECT_EQ(LineOf(1), 1);
+  EXPECT_EQ(LineOf(2), -1);
+  EXPECT_EQ(Undo().contacts, 1);
 }
 
 // What an import changes of its own records is what it brought.

@@ -48,7 +48,7 @@ enum class ImportState : std::uint8_t {
 };
 
 struct ImportEntry {
-  std::int32_t number = 0;  // from 1, in the order of their beginning; never given twice
+  std::int32_t number = 0;  // from 1, in the order of their beginning
   ImportStart start;
   ImportState state = ImportState::Done;
   std::int64_t began = 0;      // seconds since 1970, UTC

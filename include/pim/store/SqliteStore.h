@@ -74,8 +74,10 @@ class PIM_EXPORT SqliteStore final : public ForwardingStore {
   // Whether RemoveLeftPictures has something to do.
   [[nodiscard]] bool HasLeftPictures();
   // Removes from GetCallerIdPath() the pictures of contacts that have been deleted or taken back,
-  // once that is committed; a program that ended in between leaves them to the next call. Gives how
-  // many files were removed, or -1 when the store fails.
+  // once that is committed; a program that ended in between leaves them to the next call. A file
+  // that holds other bytes than the store had is left alone; one that can't be removed is told by
+  // PictureProblem and tried again by the next call. Gives how many files were removed, or -1 when
+  // the store fails.
   [[nodiscard]] std::int32_t RemoveLeftPictures();
 
  private:

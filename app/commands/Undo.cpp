@@ -72,12 +72,13 @@ std::string CountsText(const UndoResult& result) {
 void PrintLine(const UndoResult& result, bool dryRun) {
   const std::string import = "import " + std::to_string(result.import);
   const std::string counts = CountsText(result);
-  if (dryRun) {
-    Print("would take back " + import + ": " + (counts.empty() ? "nothing to remove" : counts) +
-          "\n");
+  if (counts.empty()) {
+    Print(import + (result.IsWhole() ? ": nothing is there of it to take back\n"
+                                     : ": nothing else is there to take back\n"));
+  } else if (dryRun) {
+    Print("would take back " + import + ": " + counts + "\n");
   } else {
-    Print(import + " taken back: " + (counts.empty() ? "nothing to remove" : counts + " removed") +
-          "\n");
+    Print(import + " taken back: " + counts + " removed\n");
   }
 }
 

@@ -47,10 +47,6 @@ class InputFile {
 // words, or an empty string.
 std::string FolderProblem(const std::string& path);
 
-// Has what was written in a folder, and in the rest of its file system, reach the disk. False with
-// errno when it doesn't.
-[[nodiscard]] bool SyncFileSystem(const std::string& folder) noexcept;
-
 // Creates or empties the file and writes `bytes`. False when it can't be opened, with errno telling
 // why. A failure behind that removes the file and throws FileError; a device stays, and a link,
 // with an empty file behind it.

@@ -108,11 +108,6 @@ std::string FolderProblem(const std::string& path) {
   return access(folder.c_str(), W_OK | X_OK) == 0 ? std::string() : Reason(errno);
 }
 
-bool SyncFileSystem(const std::string& folder) noexcept {
-  const Descriptor opened = Open(folder, O_RDONLY | O_DIRECTORY);
-  return opened && syncfs(opened.get()) == 0;
-}
-
 InputFile::InputFile(const std::string& path, Links links) : path_(path) {
   Descriptor file = Open(path, O_RDONLY | (links == Links::Refused ? O_NOFOLLOW : 0));
   struct stat status;

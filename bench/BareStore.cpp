@@ -116,7 +116,8 @@ bool MoveRows(const std::string& from, const std::string& path) {
   sqlite3_open(path.c_str(), &db);
   std::string sql = "PRAGMA synchronous = FULL; ATTACH '" + from + "' AS source; BEGIN IMMEDIATE; ";
   for (const std::string& table : TablesOf(db))
-    sql.append("INSERT OR IGNORE INTO main.\"" + table + "\" SELECT * FROM source.\"" + table + "\"; ");
+    sql.append("INSERT OR IGNORE INTO main.\"" + table + "\" SELECT * FROM source.\"" + table +
+               "\"; ");
   const bool done =
       sqlite3_exec(db, (sql + "COMMIT").c_str(), nullptr, nullptr, nullptr) == SQLITE_OK;
   sqlite3_close(db);

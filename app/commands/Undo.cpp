@@ -47,9 +47,10 @@ void TellKept(const UndoResult& result, const ItemNouns& nouns, bool dryRun) {
     Complain(KindOf(kept, nouns) + " " + std::to_string(kept.key) + name + " was changed since " +
              import + stays);
   }
-  for (const WideString& group : result.keptGroups)
+  for (const WideString& group : result.keptGroups) {
     Complain("group '" + ShownInOneLine(group) + "' was renamed or has other members since " +
              import + stays);
+  }
   const std::size_t count = result.keptRecords.size() + result.keptGroups.size();
   if (count == 0) return;
   Complain("'pimvobj undo " + std::to_string(result.import) + " --force' takes " +

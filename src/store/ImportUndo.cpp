@@ -90,9 +90,10 @@ void ImportUndo::Compare(std::span<const OriginTable::KeyedPrint> rows,
   constexpr std::int32_t kReadAtOnce = 32;  // they may be large
   RecordReader& reader = table.reader();
   std::unordered_set<std::int32_t> touched;  // by a program that has columns of its own
-  if (!rows.empty())
+  if (!rows.empty()) {
     table.others().Visit(rows.front().key, rows.back().key,
                          [&touched](std::int32_t key) { touched.insert(key); });
+  }
   while (!rows.empty()) {
     reader.GoTo(rows.front().key);
     Records some;

@@ -170,9 +170,10 @@ std::vector<WideString> PictureTable::Leave(std::vector<WideString> names) {
 
 std::vector<PictureTable::LeftFile> PictureTable::Left() {
   std::vector<LeftFile> files;
-  for (Rows rows(left_); rows.Next();)
+  for (Rows rows(left_); rows.Next();) {
     files.push_back(
         {left_.IsNull(0) ? WideString() : NameIn(left_, 0), DigestFrom(left_.Bytes(1))});
+  }
   return files;
 }
 

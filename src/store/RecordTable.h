@@ -76,9 +76,10 @@ class RecordTable {
     const WideStringView photo = PhotoOf(record);
     const auto picture = KeepPicture(photo);
     if (before != photo) services_.pictures.Leave({before});
-    if (NeedsPrints())
+    if (NeedsPrints()) {
       services_.recorder.ChangeRecord(KindOf(record), key,
                                       WithPicture(PrintOf(record), photo, picture));
+    }
   }
   // Deletes the records from the first key to the last one, and gives how many there were. What is
   // known of the others' content is learnt anew.

@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: 2026 The PimVobjMgr authors
+# SPDX-License-Identifier: Apache-2.0
 cmake_minimum_required(VERSION 3.25)
 # Reads every #include line of the tree against the folders that each folder may include. Fails on
 # an arrow that isn't in the table. Run: cmake -DROOT=<project> -P cmake/CheckArrows.cmake

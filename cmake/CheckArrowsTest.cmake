@@ -1,3 +1,5 @@
+# SPDX-FileCopyrightText: 2026 The PimVobjMgr authors
+# SPDX-License-Identifier: Apache-2.0
 cmake_minimum_required(VERSION 3.25)
 # Makes a small tree with one arrow after another and looks whether the check tells each that isn't
 # in its table. Run: cmake -DROOT=<project> -DWORK=<folder> -P cmake/CheckArrowsTest.cmake

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The PimVobjMgr authors
+# SPDX-License-Identifier: Apache-2.0
+#
 # What every target of the project is built with: the language, the warnings, the sanitizers.
 function(pim_target_defaults target)
   target_compile_features(${target} PUBLIC cxx_std_20)

@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 The PimVobjMgr authors
+# SPDX-License-Identifier: Apache-2.0
+#
 # Checks the formatting of all sources and runs clang-tidy over the product's, by the build in
 # build/clang.
 set -euo pipefail

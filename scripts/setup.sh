@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 The PimVobjMgr authors
+# SPDX-License-Identifier: Apache-2.0
+#
 # Installs the Debian packages that are missing, and says so: those that building the program needs,
 # or with "all" also those that testing and checking need. Does nothing where all are there.
 set -euo pipefail

@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 The PimVobjMgr authors
+# SPDX-License-Identifier: Apache-2.0
+#
 # The libraries print nothing, and end no program: none of their objects asks for what would.
 # Usage: symbols.sh LIBRARY...
 set -euo pipefail

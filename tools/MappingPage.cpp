@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The PimVobjMgr authors
+// SPDX-License-Identifier: Apache-2.0
 #include <stdlib.h>
 
 #include <algorithm>
@@ -225,6 +227,8 @@ class Page {
  public:
   std::string Make() {
     text_ =
+        "<!--\nSPDX-FileCopyrightText: 2026 The PimVobjMgr authors\nSPDX-License-Identifier: "
+        "Apache-2.0\n-->\n\n"
         "# Where each property goes\n\n"
         "Made by `pim_mapping` from the tables that the readers and writers work by; "
         "`cmake --build --preset dev --target mapping`\nmakes it anew. Fields are those of "

@@ -1,3 +1,5 @@
+// SPDX-FileCopyrightText: 2026 The PimVobjMgr authors
+// SPDX-License-Identifier: Apache-2.0
 #pragma once
 
 #include <chrono>

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: 2026 The PimVobjMgr authors
+# SPDX-License-Identifier: Apache-2.0
+#
 # What tests of the program by command share. Sourced with $program and $failures set.
 
 # check NAME STATUS PATTERN ARGS...: the exit status, and a pattern that all output together matches.

@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 The PimVobjMgr authors
+# SPDX-License-Identifier: Apache-2.0
+#
 # Imports, looks at what the store remembers of them, and takes them back, as a person does.
 # Usage: history.sh PIMVOBJ ROOT
 set -u

@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 The PimVobjMgr authors
+# SPDX-License-Identifier: Apache-2.0
+#
 # Runs pimvobj as a person does and compares exit status and output. Usage: program.sh PIMVOBJ ROOT
 set -u
 program=$1 root=$2

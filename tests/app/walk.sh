@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 The PimVobjMgr authors
+# SPDX-License-Identifier: Apache-2.0
+#
 # An hour with a phone's backup, from beginning to end: what a person types, and what must come of
 # it. Usage: walk.sh PIMVOBJ
 set -u

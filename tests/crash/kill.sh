@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 The PimVobjMgr authors
+# SPDX-License-Identifier: Apache-2.0
+#
 # Kills imports at moments spread over their whole run and looks at what is left: a store that
 # SQLite finds whole, with the import wholly in it or not at all, links and pictures included.
 # Usage: kill.sh PIMVOBJ [ROUNDS=200] [SIGNAL=KILL]

@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 The PimVobjMgr authors
+# SPDX-License-Identifier: Apache-2.0
+#
 # Kills what changes a store beyond a single import, at moments spread over its whole run, and looks
 # at what is left: a store that SQLite finds whole, each import wholly there or not, a history that
 # tells what is there, and no picture without an owner behind the next command.

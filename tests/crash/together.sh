@@ -1,4 +1,7 @@
 #!/usr/bin/env bash
+# SPDX-FileCopyrightText: 2026 The PimVobjMgr authors
+# SPDX-License-Identifier: Apache-2.0
+#
 # Runs several imports at once into one store, with an undo of an earlier one and a list beside them
 # and an import into another store of the same user that is killed: nothing is lost, no group stands twice, each list shows the
 # files as they were before an import or after it, and all pictures are where the contacts say.

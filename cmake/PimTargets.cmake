@@ -9,6 +9,9 @@ function(pim_target_defaults target)
     CXX_VISIBILITY_PRESET hidden
     VISIBILITY_INLINES_HIDDEN ON
     POSITION_INDEPENDENT_CODE ON)
+  # The same sources give the same bytes in any folder.
+  target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:
+    -ffile-prefix-map=${PROJECT_BINARY_DIR}=build -ffile-prefix-map=${PROJECT_SOURCE_DIR}=.>)
   target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
   # g++ 12 warns of overlapping copies inside its own std::string (GCC bug 105329).
   target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
@@ -19,6 +22,45 @@ function(pim_target_defaults target)
     target_compile_options(${target} PRIVATE
       -fsanitize=${PIM_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(${target} PRIVATE -fsanitize=${PIM_SANITIZE})
+  endif()
+endfunction()
+
+# One of the two libraries, as an archive. `building` is what its objects are compiled with for
+# their exports (pim/Export.h); hosts of the archive get PIM_STATIC, but not the other library,
+# whose objects may become a shared one.
+function(pim_add_library name building)
+  add_library(${name} STATIC)
+  pim_target_defaults(${name})
+  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/src)
+  target_compile_definitions(${name}
+    PRIVATE ${building}
+    INTERFACE $<$<NOT:$<BOOL:$<TARGET_PROPERTY:PIM_MAY_BE_SHARED>>>:PIM_STATIC>)
+  set_target_properties(${name} PROPERTIES
+    PIM_MAY_BE_SHARED ON
+    VERIFY_INTERFACE_HEADER_SETS ON)
+endfunction()
+
+# The shared library of the same name and objects, once all sources and headers of it are known.
+function(pim_add_shared_library name)
+  add_library(${name}_shared SHARED $<TARGET_OBJECTS:${name}> $<TARGET_OBJECTS:piminner>)
+  get_target_property(folders ${name} HEADER_DIRS)
+  get_target_property(headers ${name} HEADER_SET)
+  target_sources(${name}_shared PUBLIC FILE_SET HEADERS BASE_DIRS ${folders} FILES ${headers})
+  target_compile_features(${name}_shared PUBLIC cxx_std_20)
+  # Below 1.0 each minor version is one that hosts are built for anew.
+  set(abi ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})
+  set_target_properties(${name}_shared PROPERTIES
+    LINKER_LANGUAGE CXX
+    OUTPUT_NAME ${name}
+    EXPORT_NAME ${name}
+    VERSION ${PROJECT_VERSION}
+    SOVERSION ${abi})
+  if(UNIX AND NOT APPLE)
+    # Of instances of the standard library's templates the compiler exports those that it makes.
+    set(exports ${PROJECT_BINARY_DIR}/exports.map)
+    configure_file(${PROJECT_SOURCE_DIR}/cmake/exports.map.in ${exports} @ONLY)
+    target_link_options(${name}_shared PRIVATE -Wl,--version-script=${exports} -Wl,-z,defs)
+    set_target_properties(${name}_shared PROPERTIES LINK_DEPENDS ${exports})
   endif()
 endfunction()
 

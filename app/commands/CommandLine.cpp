@@ -15,6 +15,7 @@
 #include "app/commands/Nearest.h"
 #include "app/commands/OptionValues.h"
 #include "app/output/Output.h"
+#include "pim/Version.h"
 #include "support/Ascii.h"
 
 namespace pim::app {
@@ -213,7 +214,7 @@ bool IsWorthKeeping(Option id) {
 std::optional<Options> ReadParts(Parts& parts, HelpPlace& place, int& status) {
   status = kDone;
   if (parts.Has(Option::Version)) {
-    Print("pimvobj " PIMVOBJ_VERSION "\n");
+    Print("pimvobj " PIM_VERSION "\n");
     return std::nullopt;
   }
   bool wantsHelp = parts.Has(Option::Help);

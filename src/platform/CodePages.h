@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "pim/platform/Encoding.h"
+
 namespace pim {
 
 // Code page numbers as text carries them; 0 is the default page (SetDefaultCodePage, UTF-8). Any
@@ -30,9 +32,5 @@ void WideToMultiByte(std::uint32_t codePage, std::u16string_view wide, std::stri
 
 // Appends `wide` as UTF-8 to `bytes`; a lone surrogate becomes U+FFFD.
 void AppendUtf8(std::u16string_view wide, std::string& bytes);
-
-// For single uses.
-std::string Utf8FromWide(std::u16string_view wide);
-std::u16string WideFromUtf8(std::string_view bytes);
 
 }  // namespace pim

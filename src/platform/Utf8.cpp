@@ -146,16 +146,4 @@ void AppendUtf8(std::u16string_view wide, std::string& bytes) {
   bytes.append(block.data(), used);
 }
 
-std::string Utf8FromWide(std::u16string_view wide) {
-  std::string bytes;
-  AppendUtf8(wide, bytes);
-  return bytes;
-}
-
-std::u16string WideFromUtf8(std::string_view bytes) {
-  std::u16string wide;
-  Utf8ToWide(bytes, wide);
-  return wide;
-}
-
 }  // namespace pim

@@ -4,6 +4,8 @@
 
 namespace pim {
 
+ImportHistory::~ImportHistory() = default;
+
 ImportCounts& ImportCounts::operator+=(const ImportCounts& other) {
   inFile += other.inFile;
   stored += other.stored;

@@ -38,46 +38,46 @@ class UndoLog {
   std::vector<std::size_t> marks_;
 };
 
-// The transactions and readings of one store in memory, and what its operations have failed with.
-class MemoryTransactions {
+// The transactions and readings of one store whose changes are made and taken back by `Changes`,
+// and what its operations have failed with.
+template <class Changes>
+class GuardedTransactions {
  public:
   static constexpr std::int32_t kFailure = -1;
 
-  UndoLog& log() { return log_; }
+  explicit GuardedTransactions(Changes changes = {}) : changes_(std::move(changes)) {}
+
+  Changes& log() { return changes_; }
   const std::string& problem() const { return problem_; }
 
   bool Begin() {
-    if (IsBeingRead()) return false;
-    log_.Begin();
-    return true;
+    return !IsBeingRead() && Try([this] { changes_.Begin(); });
   }
   bool Commit() {
-    if (!log_.IsOpen() || IsBeingRead()) return false;
-    log_.Commit();
-    return true;
+    return changes_.IsOpen() && !IsBeingRead() && Try([this] { changes_.Commit(); });
   }
   bool Rollback() {
-    if (!log_.IsOpen()) return false;
-    log_.Rollback();
+    if (!changes_.IsOpen()) return false;
+    changes_.Rollback();
     return true;
   }
   void BeginReading() { ++readings_; }
   void EndReading() noexcept { --readings_; }
+  bool IsInReading() const { return readings_ > 0; }
 
   // Runs `save` in a transaction of its own, after which a failure leaves nothing.
   template <class Save>
   std::int32_t Store(Save save) {
-    if (IsBeingRead()) return kFailure;
-    log_.Begin();
+    if (!Begin()) return kFailure;
     try {
       const std::int32_t result = save();
-      log_.Commit();
+      changes_.Commit();
       return result;
     } catch (const std::exception& error) {
-      log_.Rollback();
+      changes_.Rollback();
       return Fail(error.what());
     } catch (...) {  // a picture reader's own
-      log_.Rollback();
+      changes_.Rollback();
       throw;
     }
   }
@@ -95,6 +95,16 @@ class MemoryTransactions {
     problem_ = std::move(problem);
     return kFailure;
   }
+  template <class Operation>
+  bool Try(Operation operation) {
+    try {
+      operation();
+      return true;
+    } catch (const std::exception& error) {
+      Fail(error.what());
+      return false;
+    }
+  }
 
  private:
   // Tells so as well.
@@ -104,10 +114,12 @@ class MemoryTransactions {
     return isRead;
   }
 
-  UndoLog log_;
+  Changes changes_;
   bool visiting_ = false;
   int readings_ = 0;
   std::string problem_;
 };
+
+using MemoryTransactions = GuardedTransactions<UndoLog>;
 
 }  // namespace pim

@@ -331,7 +331,7 @@ class SqliteStore::Impl final : public RecordStore {
 // Files go ahead of the rows that tell of them, so that a program which ends in between leaves
 // none that nobody knows of. One that holds something else by now is its host's.
 std::int32_t SqliteStore::Impl::RemoveLeftPictures() {
-  if (AppDataFolder().empty() || !HasLeftPictures()) return 0;
+  if (!HasCallerIdFolder() || !HasLeftPictures()) return 0;
   return transactions_.Store([&] {
     std::int32_t removed = 0;
     for (const auto& [name, digest] : pictures_.Left()) {
@@ -347,6 +347,8 @@ std::int32_t SqliteStore::Impl::RemoveLeftPictures() {
 
 StoreError::StoreError(const std::string& path, const std::string& problem)
     : std::runtime_error(VisibleUtf8(WideFromUtf8(path)) + ": " + problem) {}
+StoreError::~StoreError() = default;
+NoStoreError::~NoStoreError() = default;
 
 SqliteStore::SqliteStore(const std::string& path, std::chrono::milliseconds lockWait,
                          std::function<bool()> givesUp)

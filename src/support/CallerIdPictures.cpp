@@ -6,7 +6,6 @@
 #include <filesystem>
 
 #include "pim/support/FileNames.h"
-#include "platform/AppData.h"
 #include "platform/Files.h"
 #include "support/FileNames.h"
 
@@ -19,10 +18,16 @@ std::string PicturePath(WideStringView name) {
 
 }  // namespace
 
+bool HasCallerIdFolder() {
+  WideString folder;
+  GetAppDataDir(folder);
+  return folder != u"\\";
+}
+
 void MakeCallerIdPicture(WideStringView name, NarrowStringView bytes) {
   namespace fs = std::filesystem;
   const std::string path = PicturePath(name);
-  if (AppDataFolder().empty()) throw FileError(path, "there is no application-data folder");
+  if (!HasCallerIdFolder()) throw FileError(path, "there is no application-data folder");
   std::error_code error;
   fs::create_directories(fs::path(path).parent_path(), error);
   const std::string waiting = PicturePath(u"zevo" + NewGuidText() + u".part");

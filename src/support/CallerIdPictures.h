@@ -10,6 +10,9 @@ namespace pim {
 
 // Files of the caller-ID folder, by their names alone.
 
+// False where the system and the host name no application-data folder.
+bool HasCallerIdFolder();
+
 // False when the file can't be created; throws FileError when writing fails behind that.
 [[nodiscard]] bool WriteCallerIdPicture(WideStringView name, NarrowStringView bytes);
 // The whole picture, or nothing when it can't be read. A link could lead out of the folder and is

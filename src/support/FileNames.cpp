@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/AppData.h"
 #include "platform/CodePages.h"
 #include "platform/Files.h"
 #include "platform/Guid.h"
@@ -55,14 +54,6 @@ WideString NewGuidText() {
   if (!CoCreateGuid(guid)) return {};
   const WideString text = StringFromGUID2(guid);
   return text.substr(1, text.size() - 2);
-}
-
-void GetAppDataDir(WideString& dir) { dir = AppDataFolder() + u'\\'; }
-
-WideString GetCallerIdPath() {
-  WideString path;
-  GetAppDataDir(path);
-  return path += u"Tessaly Works\\Tessaly Deskmate IV\\CallerId";
 }
 
 }  // namespace pim

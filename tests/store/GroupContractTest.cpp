@@ -10,7 +10,7 @@ namespace {
 // What every store promises of groups and their members, whichever it is.
 class GroupContract : public testing::StoreFixture {};
 
-INSTANTIATE_TEST_SUITE_P(Stores, GroupContract, ::testing::Bool(), testing::StoreKind);
+INSTANTIATE_TEST_SUITE_P(Stores, GroupContract, testing::AllStores(), testing::NameOfStore);
 
 TEST_P(GroupContract, GroupNamesAreUnique) {
   CContactGroups groups;

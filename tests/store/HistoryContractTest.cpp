@@ -34,7 +34,8 @@ class HistoryContract : public testing::HistoryFixture {
   }
 };
 
-INSTANTIATE_TEST_SUITE_P(Stores, HistoryContract, ::testing::Bool(), testing::StoreKind);
+INSTANTIATE_TEST_SUITE_P(Stores, HistoryContract, testing::StoresWithHistory(),
+                         testing::NameOfStore);
 
 TEST_P(HistoryContract, EntriesTellTheirFiles) {
   const ImportStart start{"calendars import", {"--group", "a\nb\\n", ""}};
@@ -71,7 +72,7 @@ TEST_P(HistoryContract, EntriesTellTheirFiles) {
   EXPECT_EQ(File(1).bytes, 3);
   EXPECT_TRUE(File(1).isKept);
   EXPECT_EQ(File(1).counts, counts[0]);
-  EXPECT_EQ(File(1).sha256 == Sha256{}, !GetParam());
+  EXPECT_EQ(File(1).sha256 == Sha256{}, !IsFile());
   EXPECT_EQ(File(2).bytes, 2);
   EXPECT_FALSE(File(2).isKept);
   EXPECT_EQ(File(2).counts, counts[1]);

@@ -17,7 +17,8 @@ class RecorderContract : public testing::HistoryFixture {
   }
 };
 
-INSTANTIATE_TEST_SUITE_P(Stores, RecorderContract, ::testing::Bool(), testing::StoreKind);
+INSTANTIATE_TEST_SUITE_P(Stores, RecorderContract, testing::StoresWithHistory(),
+                         testing::NameOfStore);
 
 // A record that was rolled back inside a file leaves no origin for the next one of its key.
 TEST_P(RecorderContract, ForgetsRecordsThatAreRolledBack) {
@@ -94,7 +95,7 @@ TEST_P(RecorderContract, AnEndThatIsRolledBackIsNone) {
 }
 
 TEST_P(RecorderContract, ClosingTheStoreInterrupts) {
-  if (!GetParam()) return;  // one in memory is gone then
+  if (!IsFile()) return;  // one in memory is gone then
   for (const bool inTransaction : {false, true}) {
     const std::int32_t import = history().BeginImport({});
     ASSERT_TRUE(!inTransaction || store->Begin());
@@ -114,7 +115,7 @@ TEST_P(RecorderContract, KeysOfGroupsAreGivenOnce) {
 
 // A contact that another program saves under the key of one that was rolled back was there before.
 TEST_P(RecorderContract, LinksContactsOfOthers) {
-  if (!GetParam()) return;
+  if (!IsFile()) return;
   const std::int32_t group = SaveGroup(u"g");
   ASSERT_EQ(history().BeginImport({}), 1);
   {

@@ -15,7 +15,7 @@ using testing::FillItem;
 // What every store promises, whichever it is.
 class StoreContract : public testing::StoreFixture {};
 
-INSTANTIATE_TEST_SUITE_P(Stores, StoreContract, ::testing::Bool(), testing::StoreKind);
+INSTANTIATE_TEST_SUITE_P(Stores, StoreContract, testing::AllStores(), testing::NameOfStore);
 
 TEST_P(StoreContract, VisitsByKeyInTheirOrder) {
   CCalendars items;

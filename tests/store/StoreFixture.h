@@ -8,6 +8,7 @@
 #include <memory>
 #include <string>
 
+#include "examples/OwnStore.h"
 #include "pim/platform/Host.h"
 #include "pim/records/ContactGroups.h"
 #include "pim/records/MemoryStore.h"
@@ -17,8 +18,10 @@
 
 namespace pim::testing {
 
-// A store of either kind, for what every store promises: the parameter tells whether it is a file.
-class StoreFixture : public ::testing::TestWithParam<bool> {
+enum class StoreKind { Sqlite, Memory, Own };
+
+// A store of each kind, for what every store promises.
+class StoreFixture : public ::testing::TestWithParam<StoreKind> {
  protected:
   StoreFixture() {
     SetAppDataFolder(folder_.path());
@@ -34,17 +37,27 @@ class StoreFixture : public ::testing::TestWithParam<bool> {
         return own->second;
       return name == u"gone" ? NarrowString{} : NarrowString(1, static_cast<char>(name.back()));
     };
-    if (GetParam()) {
-      store.reset();
-      auto sqlite = std::make_unique<SqliteStore>(StorePath());
-      sqlite->SetPictureReader(reader);
-      store = std::move(sqlite);
-    } else if (store == nullptr) {
-      auto memory = std::make_unique<MemoryStore>();
-      memory->SetPictureReader(reader);
-      store = std::move(memory);
+    if (IsFile()) store.reset();
+    if (store != nullptr) return;
+    switch (GetParam()) {
+      case StoreKind::Sqlite:
+        store = WithReader(std::make_unique<SqliteStore>(StorePath()), reader);
+        break;
+      case StoreKind::Memory:
+        store = WithReader(std::make_unique<MemoryStore>(), reader);
+        break;
+      case StoreKind::Own:
+        store = WithReader(std::make_unique<OwnStore>(), reader);
+        break;
     }
   }
+  template <class Store>
+  static std::unique_ptr<RecordStore> WithReader(std::unique_ptr<Store> store,
+                                                 const PictureReader& reader) {
+    store->SetPictureReader(reader);
+    return store;
+  }
+  static bool IsFile() { return GetParam() == StoreKind::Sqlite; }
   std::string StorePath() const { return folder_.File("store.db"); }
 
   std::int32_t CountContacts() {
@@ -79,8 +92,15 @@ class StoreFixture : public ::testing::TestWithParam<bool> {
   std::unique_ptr<RecordStore> store;
 };
 
-inline std::string StoreKind(const ::testing::TestParamInfo<bool>& store) {
-  return store.param ? "Sqlite" : "Memory";
+// Those that remember their imports, and all.
+inline auto StoresWithHistory() { return ::testing::Values(StoreKind::Sqlite, StoreKind::Memory); }
+inline auto AllStores() {
+  return ::testing::Values(StoreKind::Sqlite, StoreKind::Memory, StoreKind::Own);
+}
+
+inline std::string NameOfStore(const ::testing::TestParamInfo<StoreKind>& store) {
+  constexpr const char* kNames[] = {"Sqlite", "Memory", "Own"};
+  return kNames[static_cast<std::size_t>(store.param)];
 }
 
 }  // namespace pim::testing

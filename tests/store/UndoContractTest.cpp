@@ -41,7 +41,7 @@ std::string UndoContract::Content() {
     add(groups[i].group_id, groups[i].group_name.view());
   for (std::int32_t i = 0; i < store->LoadContactGroupPairs(pairs); ++i)
     add(pairs[i].contact_id, std::u16string(1, static_cast<char16_t>(u'0' + pairs[i].group_id)));
-  if (!GetParam()) return content;
+  if (!IsFile()) return content;
   sqlite3* opened = nullptr;
   EXPECT_EQ(sqlite3_open(StorePath().c_str(), &opened), SQLITE_OK);
   const std::unique_ptr<sqlite3, int (*)(sqlite3*)> db(opened, sqlite3_close);
@@ -61,7 +61,7 @@ std::string UndoContract::Content() {
                            "('Imports', 'ImportFiles', 'Originals', 'OriginalParts')"));
 }
 
-INSTANTIATE_TEST_SUITE_P(Stores, UndoContract, ::testing::Bool(), testing::StoreKind);
+INSTANTIATE_TEST_SUITE_P(Stores, UndoContract, testing::StoresWithHistory(), testing::NameOfStore);
 
 // All that an import can make: records with pictures, groups, links of its own contacts and others.
 TEST_P(UndoContract, LeavesTheStoreAsItWas) {
@@ -169,7 +169,7 @@ TEST_P(UndoContract, LeavesWhatCameLater) {
   std::vector<WideString> pictures;
   ASSERT_EQ(store->DeleteContacts({&last, 1}, pictures), 1);
   Open();  // a file gives the key again
-  EXPECT_EQ(Save({u"new"})[0].tag, GetParam() ? last : last + 1);
+  EXPECT_EQ(Save({u"new"})[0].tag, IsFile() ? last : last + 1);
   items[0].summary = u"";
   items[0].description = u"told";
   ASSERT_EQ(store->SaveCalendars(items, true), 1);

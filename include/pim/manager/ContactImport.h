@@ -24,7 +24,8 @@ struct ContactImportCounts {
 
 // What VObjectMgr::Import_Contact does with a file's text, for texts that a host holds itself. The
 // text is stored in batches inside one transaction, so that memory doesn't grow with the number of
-// cards. `saveOption` and `saveFlag` are those of Import_Contact.
+// cards. A byte order mark, which Import_Contact steps over, must not be handed over: the first
+// card would be missing. `saveOption` and `saveFlag` are those of Import_Contact.
 //
 // `progress`, where given, is called behind each batch with what has been done so far; what it
 // throws ends the import and passes to the caller. `observer` is told what else the text holds.

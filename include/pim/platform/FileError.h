@@ -16,6 +16,9 @@ class PIM_EXPORT FileError : public std::runtime_error {
   // `path` is the operating system's own form of it, `reason` its text for the failure.
   FileError(const std::string& path, const std::string& reason)
       : std::runtime_error(path + ": " + reason), path_(path), reason_(reason) {}
+  FileError(const FileError&) = default;
+  FileError& operator=(const FileError&) = default;
+  ~FileError() override;
 
   const std::string& path() const noexcept { return path_; }
   const std::string& reason() const noexcept { return reason_; }

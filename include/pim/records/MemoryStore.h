@@ -19,8 +19,8 @@ class PIM_EXPORT MemoryStore final : public ForwardingStore {
   void SetPictureReader(PictureReader reader);
 
  private:
-  class Impl;
-  explicit MemoryStore(std::unique_ptr<Impl> impl);
+  class PIM_HIDDEN Impl;
+  PIM_HIDDEN explicit MemoryStore(std::unique_ptr<Impl> impl);
   std::unique_ptr<Impl> impl_;
 };
 

@@ -33,8 +33,8 @@ class PIM_EXPORT PreviewStore final : public ForwardingStore {
   void OnSaved(TellContact tellContact, TellCalendar tellCalendar);
 
  private:
-  class Impl;
-  explicit PreviewStore(std::unique_ptr<Impl> impl);
+  class PIM_HIDDEN Impl;
+  PIM_HIDDEN explicit PreviewStore(std::unique_ptr<Impl> impl);
   std::unique_ptr<Impl> impl_;
 };
 

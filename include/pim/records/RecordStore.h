@@ -35,7 +35,7 @@ using PictureReader = std::function<NarrowString(WideStringView name)>;
 // whose key is in the store updates it; any other record is new and gets a fresh key.
 class PIM_EXPORT RecordStore {
  public:
-  virtual ~RecordStore() = default;
+  virtual ~RecordStore();
 
   // Append the stored records by ascending key. A contact comes with an empty list of group names.
   [[nodiscard]] virtual std::int32_t LoadContacts(CContacts& contacts) = 0;

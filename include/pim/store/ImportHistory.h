@@ -121,7 +121,7 @@ struct UndoResult {
 // is changed then, and the store's LastError tells why.
 class PIM_EXPORT ImportHistory {
  public:
-  virtual ~ImportHistory() = default;
+  virtual ~ImportHistory();
 
   // Begins an import and gives its number. From now on the groups and links that are newly saved
   // through the store are its own, and while a file is being read the records too. One at a time;

@@ -15,16 +15,22 @@
 namespace pim {
 
 // Why a store can't be opened: "PATH: what is wrong".
-class PIM_EXPORT StoreError : public std::runtime_error {
+class PIM_STORE_EXPORT StoreError : public std::runtime_error {
  public:
   // Control characters of the path become visible.
   StoreError(const std::string& path, const std::string& problem);
+  StoreError(const StoreError&) = default;
+  StoreError& operator=(const StoreError&) = default;
+  ~StoreError() override;
 };
 
 // There is no store at that path, and none was to be made.
-class PIM_EXPORT NoStoreError : public StoreError {
+class PIM_STORE_EXPORT NoStoreError : public StoreError {
  public:
   explicit NoStoreError(const std::string& path) : StoreError(path, "there is no store") {}
+  NoStoreError(const NoStoreError&) = default;
+  NoStoreError& operator=(const NoStoreError&) = default;
+  ~NoStoreError() override;
 };
 
 // What an opened store is for. Create makes one where there is no file or an empty one; Existing
@@ -34,7 +40,7 @@ enum class StoreAccess : std::uint8_t { Create, Existing, ReadOnly };
 
 // Records in one SQLite file. Several programs may have it open: who writes makes the others wait,
 // who reads sees one state of it.
-class PIM_EXPORT SqliteStore final : public ForwardingStore {
+class PIM_STORE_EXPORT SqliteStore final : public ForwardingStore {
  public:
   // Opens the store at `path` (the operating system's own form), or makes one where there is no
   // file or an empty one; its folder must exist. A file that isn't a store of this program, or that
@@ -83,8 +89,8 @@ class PIM_EXPORT SqliteStore final : public ForwardingStore {
   [[nodiscard]] std::int32_t RemoveLeftPictures();
 
  private:
-  class Impl;
-  explicit SqliteStore(std::unique_ptr<Impl> impl);
+  class PIM_HIDDEN Impl;
+  PIM_HIDDEN explicit SqliteStore(std::unique_ptr<Impl> impl);
   std::unique_ptr<Impl> impl_;
 };
 

@@ -1,0 +1,65 @@
+# SPDX-FileCopyrightText: 2026 The PimVobjMgr authors
+# SPDX-License-Identifier: Apache-2.0
+#
+# What is installed, in three components: Runtime (shared libraries), Development (all that a host
+# is built with) and Tools (the program and what belongs to it).
+include(CMakePackageConfigHelpers)
+
+set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/PimVobjMgr)
+set(libraries pimvobjmgr)
+if(PIMVOBJ_BUILD_STORE)
+  list(APPEND libraries pimstore)
+endif()
+set(installs_shared OFF)
+if(TARGET pimvobjmgr_shared)
+  set(installs_shared ON)
+endif()
+set(installs_static ON)
+if(BUILD_SHARED_LIBS AND NOT PIMVOBJ_BUILD_BOTH)
+  set(installs_static OFF)
+endif()
+
+# One file of targets for each library and kind: the config reads those that a host asks for.
+foreach(library IN LISTS libraries)
+  if(installs_static)
+    install(TARGETS ${library} EXPORT ${library}-static
+            ARCHIVE COMPONENT Development FILE_SET HEADERS COMPONENT Development)
+    install(EXPORT ${library}-static NAMESPACE PimVobjMgr:: DESTINATION ${package_dir}
+            COMPONENT Development)
+  endif()
+  if(installs_shared)
+    install(TARGETS ${library}_shared EXPORT ${library}-shared
+            LIBRARY COMPONENT Runtime NAMELINK_COMPONENT Development
+            FILE_SET HEADERS COMPONENT Development)
+    install(EXPORT ${library}-shared NAMESPACE PimVobjMgr:: DESTINATION ${package_dir}
+            COMPONENT Development)
+  endif()
+endforeach()
+
+configure_package_config_file(cmake/PimVobjMgrConfig.cmake.in PimVobjMgrConfig.cmake
+  INSTALL_DESTINATION ${package_dir} NO_SET_AND_CHECK_MACRO NO_CHECK_REQUIRED_COMPONENTS_MACRO)
+write_basic_package_version_file(PimVobjMgrConfigVersion.cmake COMPATIBILITY SameMinorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/PimVobjMgrConfig.cmake
+              ${PROJECT_BINARY_DIR}/PimVobjMgrConfigVersion.cmake
+        DESTINATION ${package_dir} COMPONENT Development)
+
+# For pkg-config, the store's dependencies are private where hosts link the shared library.
+file(RELATIVE_PATH pc_prefix /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
+if(installs_shared)
+  set(pc_static "")
+  set(pc_store_requires "")
+  set(pc_store_private "Requires.private: sqlite3 nettle libzstd\n")
+else()
+  set(pc_static " -DPIM_STATIC")
+  set(pc_store_requires ", sqlite3, nettle, libzstd")
+  set(pc_store_private "")
+endif()
+foreach(library IN LISTS libraries)
+  configure_file(cmake/${library}.pc.in ${library}.pc @ONLY)
+  install(FILES ${PROJECT_BINARY_DIR}/${library}.pc
+          DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT Development)
+endforeach()
+
+install(FILES LICENSE README.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT Development)
+install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT Development
+        FILES_MATCHING PATTERN *.md)

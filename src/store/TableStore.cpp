@@ -1,0 +1,489 @@
+// SPDX-FileCopyrightText: 2026 The PimVobjMgr authors
+// SPDX-License-Identifier: Apache-2.0
+#include "pim/records/TableStore.h"
+
+#include <algorithm>
+#include <map>
+#include <optional>
+#include <set>
+#include <stdexcept>
+#include <unordered_map>
+#include <unordered_set>
+#include <utility>
+
+#include "platform/LetterCase.h"
+#include "records/SaveRecords.h"
+#include "store/MemoryTransactions.h"
+#include "support/CallerIdPictures.h"
+
+namespace pim {
+
+namespace {
+
+// Calls visit(key, row) by ascending key until it gives false. The table may change meanwhile.
+template <class Row, class Visit>
+void VisitRows(RecordTable<Row>& table, Visit visit) {
+  std::int32_t key = 0;
+  while (const std::shared_ptr<const Row> row = table.Next(key))
+    if (!visit(key, *row)) return;
+}
+
+// Maps reach fields for reading and writing alike.
+template <class Record>
+void* FieldsOf(const Record& record) {
+  return const_cast<Record*>(&record);
+}
+
+template <class Record>
+std::unique_ptr<Record> Copied(const RecordMap& map, std::int32_t key, const Record& record) {
+  auto copy = std::make_unique<Record>();
+  CopyRecord(map, FieldsOf(record), copy.get());
+  copy->tag = key;
+  return copy;
+}
+
+// One of the tables as the rules of saving meet it.
+template <class Row>
+class TableRows {
+ public:
+  explicit TableRows(RecordTable<Row>& table, GivenKeys& given) : table_(table), given_(given) {}
+
+  bool Holds(std::int32_t key) { return table_.Find(key) != nullptr; }
+  std::int32_t HighestKey() { return given_.HighestWith(table_.HighestKey()); }
+  const GivenKeys& Given() const { return given_; }
+
+ protected:
+  void Put(std::int32_t key, std::shared_ptr<const Row> row) {
+    table_.Put(key, std::move(row));
+    given_.Add(key);
+  }
+  RecordTable<Row>& table() { return table_; }
+
+ private:
+  RecordTable<Row>& table_;
+  GivenKeys& given_;
+};
+
+// What is known of the tables' content, until something else than saving changes it.
+struct Known {
+  std::optional<ContentIndex> contacts;
+  std::optional<ContentIndex> items;
+  std::optional<std::unordered_map<WideString, std::int32_t>> groups;  // by folded name
+  std::optional<std::map<std::pair<std::int32_t, std::int32_t>, std::int64_t>> links;
+};
+
+struct Given {
+  GivenKeys contacts;
+  GivenKeys items;
+  GivenKeys groups;
+  GivenKeys links;
+};
+
+template <class Record>
+class StoredRecords : public TableRows<Record> {
+ public:
+  StoredRecords(RecordTable<Record>& table, GivenKeys& given, const RecordMap& map,
+                const PictureReader& pictures, const FingerprintKey& key,
+                std::optional<ContentIndex>& contents)
+      : TableRows<Record>(table, given),
+        map_(map),
+        pictures_(pictures),
+        key_(key),
+        contents_(contents) {}
+
+  bool NeedsPrints() const { return false; }
+  Fingerprint PrintOf(const Record& record) const {
+    return FingerprintOf(map_, FieldsOf(record), key_);
+  }
+  void Update(std::int32_t key, const Record& record) { this->Put(key, Copied(map_, key, record)); }
+  void Insert(std::span<const FreshRecord<Record>> records) {
+    for (const auto& [record, print] : records)
+      this->Put(record->tag, Copied(map_, record->tag, *record));
+  }
+  ContentIndex* Contents(bool isWanted) {
+    if (!contents_ && isWanted) {
+      ContentIndex filled(pictures_, pictures_, key_);
+      VisitRows(this->table(), [&](std::int32_t key, const Record& record) {
+        filled.Add(key, PrintOf(record), PhotoOf(record));
+        return true;
+      });
+      contents_ = std::move(filled);
+    }
+    return contents_ ? &*contents_ : nullptr;
+  }
+
+ private:
+  const RecordMap& map_;
+  const PictureReader& pictures_;
+  const FingerprintKey& key_;
+  std::optional<ContentIndex>& contents_;
+};
+
+class StoredGroups : public TableRows<CContactGroup> {
+ public:
+  StoredGroups(RecordTable<CContactGroup>& table, GivenKeys& given, Known& known)
+      : TableRows(table, given), known_(known) {}
+
+  std::int32_t Find(WideStringView name) {
+    const auto& names = Names();
+    const auto found = names.find(FoldLetterCase(name));
+    return found == names.end() ? 0 : found->second;
+  }
+  void Insert(std::int32_t key, WideStringView name) {
+    auto group = std::make_shared<CContactGroup>();
+    group->group_id = key;
+    group->group_name = name;
+    Put(key, std::move(group));
+    Names()[FoldLetterCase(name)] = key;
+  }
+  void Rename(std::int32_t key, WideStringView name) {
+    Names().erase(FoldLetterCase(table().Find(key)->group_name));
+    Insert(key, name);
+  }
+
+ private:
+  std::unordered_map<WideString, std::int32_t>& Names() {
+    if (!known_.groups) {
+      std::unordered_map<WideString, std::int32_t> names;
+      VisitRows(table(), [&](std::int32_t key, const CContactGroup& group) {
+        names[FoldLetterCase(group.group_name)] = key;
+        return true;
+      });
+      known_.groups = std::move(names);
+    }
+    return *known_.groups;
+  }
+
+  Known& known_;
+};
+
+class StoredLinks : public TableRows<CContactGroupPair> {
+ public:
+  StoredLinks(RecordTable<CContactGroupPair>& table, GivenKeys& given,
+              RecordTable<CContact>& contacts, RecordTable<CContactGroup>& groups, Known& known)
+      : TableRows(table, given), contacts_(contacts), groups_(groups), known_(known) {}
+
+  std::int64_t Count(std::int32_t contact, std::int32_t group) {
+    if (!known_.links) {
+      known_.links.emplace();
+      VisitRows(table(), [&](std::int32_t, const CContactGroupPair& link) {
+        ++(*known_.links)[{link.contact_id, link.group_id}];
+        return true;
+      });
+    }
+    const auto found = known_.links->find({contact, group});
+    return found == known_.links->end() ? 0 : found->second;
+  }
+  void Insert(std::span<const LinkRow> links) {
+    NewKeys keys(*this);
+    for (const auto& [contact, group] : links) {
+      if (contacts_.Find(contact) == nullptr || groups_.Find(group) == nullptr)
+        throw std::runtime_error(NoSuchLink(contact, group));
+      auto link = std::make_shared<CContactGroupPair>();
+      link->contact_id = contact;
+      link->group_id = group;
+      Put(keys.Next(), std::move(link));
+      if (known_.links) ++(*known_.links)[{contact, group}];
+    }
+  }
+
+ private:
+  RecordTable<CContact>& contacts_;
+  RecordTable<CContactGroup>& groups_;
+  Known& known_;
+};
+
+}  // namespace
+
+class TableStore::Impl {
+ public:
+  explicit Impl(TableStore& store) : store_(store), transactions_(Changes(store, known_)) {}
+
+  // The host's transactions; what they take back isn't known any more.
+  class Changes {
+   public:
+    Changes(TableStore& store, Known& known) : store_(store), known_(known) {}
+    bool IsOpen() const { return depth_ > 0; }
+    void Begin() {
+      store_.BeginChanges();
+      ++depth_;
+    }
+    void Commit() {
+      store_.CommitChanges();
+      --depth_;
+    }
+    void Rollback() noexcept {
+      known_ = {};
+      store_.RollBackChanges();
+      --depth_;
+    }
+
+   private:
+    TableStore& store_;
+    Known& known_;
+    std::size_t depth_ = 0;
+  };
+
+  void SetPictureReader(PictureReader reader) {
+    pictures_ = std::move(reader);
+    known_ = {};
+  }
+  void Forget() noexcept { known_ = {}; }
+  GuardedTransactions<Changes>& transactions() { return transactions_; }
+
+  StoredRecords<CContact> Contacts() {
+    return {store_.Contacts(), given_.contacts, ContactMap(), pictures_, key_, known_.contacts};
+  }
+  StoredRecords<CCalendar> Items() {
+    return {store_.Items(), given_.items, CalendarMap(), pictures_, key_, known_.items};
+  }
+  StoredGroups Groups() { return {store_.Groups(), given_.groups, known_}; }
+  StoredLinks Links() {
+    return {store_.Links(), given_.links, store_.Contacts(), store_.Groups(), known_};
+  }
+
+  // Runs visit(), whose own exceptions pass while those of the tables fail the reading.
+  template <class Row, class Wanted, class Visitor>
+  std::int32_t Visit(RecordTable<Row>& table, Wanted isWanted, const Visitor& visitor) {
+    return transactions_.Read([&] {
+      std::int32_t visited = 0;
+      for (std::int32_t key = 0;;) {
+        std::shared_ptr<const Row> row;
+        if (!transactions_.Try([&] { row = table.Next(key); })) return kFailure;
+        if (row == nullptr) return visited;
+        if (!isWanted(*row)) continue;
+        ++visited;
+        if (!visitor(key, *row)) return visited;
+      }
+    });
+  }
+  template <class Row, class Visitor>
+  std::int32_t VisitKeys(RecordTable<Row>& table, std::span<const std::int32_t> keys,
+                         const Visitor& visitor) {
+    return transactions_.Read([&] {
+      std::int32_t visited = 0;
+      for (const std::int32_t key : keys) {
+        std::shared_ptr<const Row> row;
+        if (!transactions_.Try([&] { row = table.Find(key); })) return kFailure;
+        if (row == nullptr) continue;
+        ++visited;
+        if (!visitor(key, *row)) break;
+      }
+      return visited;
+    });
+  }
+
+  // Removes the rows that `isDoomed` takes and gives how many.
+  template <class Row, class Doomed>
+  static std::int32_t EraseIf(RecordTable<Row>& table, Doomed isDoomed) {
+    std::int32_t erased = 0;
+    VisitRows(table, [&](std::int32_t key, const Row& row) {
+      if (isDoomed(row)) {
+        table.Erase(key);
+        ++erased;
+      }
+      return true;
+    });
+    return erased;
+  }
+  template <class Row>
+  static std::unordered_set<std::int32_t> Erase(RecordTable<Row>& table,
+                                                std::span<const std::int32_t> keys) {
+    std::unordered_set<std::int32_t> erased;
+    for (const std::int32_t key : keys)
+      if (table.Find(key) != nullptr && erased.insert(key).second) table.Erase(key);
+    return erased;
+  }
+  // The pictures that these contacts name and no other one does.
+  std::vector<WideString> PicturesOfNoOther(std::span<const std::int32_t> keys) {
+    RecordTable<CContact>& contacts = store_.Contacts();
+    const std::unordered_set<std::int32_t> doomed(keys.begin(), keys.end());
+    std::set<WideString> names;
+    for (const std::int32_t key : doomed) {
+      const std::shared_ptr<const CContact> contact = contacts.Find(key);
+      if (contact != nullptr && !contact->photo.empty()) names.insert(contact->photo.str());
+    }
+    VisitRows(contacts, [&](std::int32_t key, const CContact& contact) {
+      if (!names.empty() && !doomed.contains(key)) names.erase(contact.photo.str());
+      return !names.empty();
+    });
+    return {names.begin(), names.end()};
+  }
+
+  static constexpr std::int32_t kFailure = GuardedTransactions<Changes>::kFailure;
+
+ private:
+  TableStore& store_;
+  PictureReader pictures_ = ReadCallerIdPicture;
+  FingerprintKey key_ = NewFingerprintKey();
+  Known known_;
+  Given given_;
+  GuardedTransactions<Changes> transactions_;
+};
+
+namespace {
+
+constexpr auto kEach = [](const auto&) { return true; };
+
+auto OfKind(CalendarType kind) {
+  return [kind](const CCalendar& item) {
+    return item.calendar_type == static_cast<std::uint8_t>(kind);
+  };
+}
+
+// Hands `visitor` a copy of each record.
+template <class Record>
+auto CopyFor(const RecordMap& map, const std::function<bool(Record&)>& visitor) {
+  return [&map, &visitor](std::int32_t key, const Record& record) {
+    return visitor(*Copied(map, key, record));
+  };
+}
+
+// Runs `load`, after whose failure the collection is as it was.
+template <class Records, class Load>
+std::int32_t LoadWholly(Records& records, Load load) {
+  const std::int32_t before = records.GetCount();
+  const std::int32_t loaded = load();
+  while (loaded < 0 && records.GetCount() > before) records.TakeLast();
+  return loaded;
+}
+
+template <class Records, class Record>
+auto AppendCopy(const RecordMap& map, Records& records) {
+  return [&map, &records](std::int32_t key, const Record& record) {
+    records.Add(Copied(map, key, record));
+    return true;
+  };
+}
+
+}  // namespace
+
+TableStore::TableStore() : impl_(std::make_unique<Impl>(*this)) {}
+TableStore::~TableStore() = default;
+
+void TableStore::SetPictureReader(PictureReader reader) {
+  impl_->SetPictureReader(std::move(reader));
+}
+void TableStore::TablesChanged() noexcept { impl_->Forget(); }
+
+std::int32_t TableStore::LoadContacts(CContacts& contacts) {
+  return LoadWholly(contacts, [&] {
+    return impl_->Visit(Contacts(), kEach, AppendCopy<CContacts, CContact>(ContactMap(), contacts));
+  });
+}
+std::int32_t TableStore::LoadContactGroups(CContactGroups& groups) {
+  return LoadWholly(groups, [&] {
+    return impl_->Visit(Groups(), kEach, [&](std::int32_t key, const CContactGroup& stored) {
+      CContactGroup& group = groups.AddNew();
+      group.group_id = key;
+      group.group_name = stored.group_name;
+      return true;
+    });
+  });
+}
+std::int32_t TableStore::LoadContactGroupPairs(CContactGroupPairs& pairs) {
+  return LoadWholly(pairs, [&] {
+    return impl_->Visit(Links(), kEach, [&](std::int32_t, const CContactGroupPair& link) {
+      pairs.AddNew() = link;
+      return true;
+    });
+  });
+}
+std::int32_t TableStore::LoadCalendars(CalendarType kind, CCalendars& items) {
+  return LoadWholly(items, [&] {
+    return impl_->Visit(Items(), OfKind(kind),
+                        AppendCopy<CCalendars, CCalendar>(CalendarMap(), items));
+  });
+}
+
+std::int32_t TableStore::VisitContacts(const std::function<bool(CContact&)>& visitor) {
+  return impl_->Visit(Contacts(), kEach, CopyFor(ContactMap(), visitor));
+}
+std::int32_t TableStore::VisitCalendars(CalendarType kind,
+                                        const std::function<bool(CCalendar&)>& visitor) {
+  return impl_->Visit(Items(), OfKind(kind), CopyFor(CalendarMap(), visitor));
+}
+std::int32_t TableStore::VisitContacts(std::span<const std::int32_t> keys,
+                                       const std::function<bool(CContact&)>& visitor) {
+  return impl_->VisitKeys(Contacts(), keys, CopyFor(ContactMap(), visitor));
+}
+std::int32_t TableStore::VisitCalendars(std::span<const std::int32_t> keys,
+                                        const std::function<bool(CCalendar&)>& visitor) {
+  return impl_->VisitKeys(Items(), keys, CopyFor(CalendarMap(), visitor));
+}
+
+std::int32_t TableStore::SaveContacts(CContacts& contacts, std::int32_t saveOption, bool saveFlag) {
+  return SaveGuarded(contacts, [&](KeyGuard<CContacts>& keys) {
+    return impl_->transactions().Store([&] {
+      if (saveOption > 0 && Groups().Find(saveOption) == nullptr)
+        throw std::runtime_error(NoSuchGroup(saveOption));
+      StoredRecords<CContact> stored = impl_->Contacts();
+      const std::int32_t saved = SaveRecords(contacts, saveFlag, stored, keys);
+      if (saveOption > 0) {
+        StoredLinks links = impl_->Links();
+        LinkContacts(contacts, saveOption, links);
+      }
+      return saved;
+    });
+  });
+}
+std::int32_t TableStore::SaveContactGroups(CContactGroups& groups, bool /*saveFlag*/) {
+  return SaveGuarded(groups, [&](auto&) {
+    return impl_->transactions().Store([&] {
+      StoredGroups stored = impl_->Groups();
+      return SaveGroups(groups, stored);
+    });
+  });
+}
+std::int32_t TableStore::SaveContactGroupPairs(CContactGroupPairs& pairs) {
+  return impl_->transactions().Store([&] {
+    StoredLinks stored = impl_->Links();
+    return SaveLinks(pairs, stored);
+  });
+}
+std::int32_t TableStore::SaveCalendars(CCalendars& items, bool saveFlag) {
+  return SaveGuarded(items, [&](KeyGuard<CCalendars>& keys) {
+    return impl_->transactions().Store([&] {
+      StoredRecords<CCalendar> stored = impl_->Items();
+      return SaveRecords(items, saveFlag, stored, keys);
+    });
+  });
+}
+
+std::int32_t TableStore::DeleteContacts(std::span<const std::int32_t> keys,
+                                        std::vector<WideString>& pictures) {
+  std::vector<WideString> left;
+  const std::int32_t deleted = impl_->transactions().Store([&] {
+    left = impl_->PicturesOfNoOther(keys);
+    const std::unordered_set<std::int32_t> erased = Impl::Erase(Contacts(), keys);
+    Impl::EraseIf(Links(), [&](const auto& link) { return erased.contains(link.contact_id); });
+    impl_->Forget();
+    return static_cast<std::int32_t>(erased.size());
+  });
+  if (deleted >= 0) pictures.insert(pictures.end(), left.begin(), left.end());
+  return deleted;
+}
+std::int32_t TableStore::DeleteCalendars(std::span<const std::int32_t> keys) {
+  return impl_->transactions().Store([&] {
+    const std::unordered_set<std::int32_t> erased = Impl::Erase(Items(), keys);
+    impl_->Forget();
+    return static_cast<std::int32_t>(erased.size());
+  });
+}
+
+bool TableStore::Begin() { return impl_->transactions().Begin(); }
+bool TableStore::Commit() { return impl_->transactions().Commit(); }
+bool TableStore::Rollback() noexcept { return impl_->transactions().Rollback(); }
+bool TableStore::BeginReading() {
+  if (!impl_->transactions().IsInReading() && !impl_->transactions().Try([this] { BeginView(); }))
+    return false;
+  impl_->transactions().BeginReading();
+  return true;
+}
+void TableStore::EndReading() noexcept {
+  impl_->transactions().EndReading();
+  if (!impl_->transactions().IsInReading()) EndView();
+}
+std::string TableStore::LastError() const { return impl_->transactions().problem(); }
+
+}  // namespace pim

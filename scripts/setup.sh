@@ -3,14 +3,16 @@
 # SPDX-License-Identifier: Apache-2.0
 #
 # Installs the Debian packages that are missing, and says so: those that building the program needs,
-# or with "all" also those that testing and checking need. Does nothing where all are there.
+# with "package" also those that making packages of it needs, or with "all" those that testing and
+# checking need, too. Does nothing where all are there.
 set -euo pipefail
 
 packages=(cmake ninja-build g++ pkg-config libsqlite3-dev libzstd-dev nettle-dev rapidjson-dev libutf8proc-dev)
+case ${1:-} in package | all) packages+=(dpkg-dev scdoc) ;; esac
 [ "${1:-}" = all ] && packages+=(
   clang clang-format clang-tidy libclang-rt-14-dev
   libgtest-dev libbenchmark-dev
-  tzdata sqlite3 jq
+  tzdata sqlite3 jq abigail-tools lintian mmdebstrap
 )
 
 missing=()

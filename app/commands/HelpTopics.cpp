@@ -35,7 +35,8 @@ constexpr Block kFormats[] = {
     {"",
      "The records have no place for some properties. 'pimvobj inspect --losses' tells the lines of "
      "a file that aren't kept, 'pimvobj check' what of a file would not come back from an export. "
-     "The store has a copy of each imported file, with all that was in it."},
+     "The store keeps a copy of each imported file "
+     "with all that was in it, unless --no-originals or 'pimvobj original off' says otherwise."},
     {"",
      "Lists and reports are tables for people, and for programs values with commas (--csv, RFC "
      "4180), one JSON object (--json) or whole records as JSON, one a line (--jsonl)."},
@@ -43,18 +44,18 @@ constexpr Block kFormats[] = {
 
 constexpr Block kStore[] = {
     {"", "A store is one SQLite file, the first of these that is named:"},
-    {"--store FILE", "by the command"},
-    {"$PIMVOBJ_STORE", "by the environment"},
-    {"$XDG_DATA_HOME/pimvobj/pim.db", "in the application-data folder"},
-    {"~/.local/share/pimvobj/pim.db", "in that folder, where no variable names one"},
+    {"--store FILE", "By the command"},
+    {"$PIMVOBJ_STORE", "By the environment"},
+    {"$XDG_DATA_HOME/pimvobj/pim.db", "In the application-data folder"},
+    {"~/.local/share/pimvobj/pim.db", "In that folder, where no variable names one"},
     {"",
      "An import makes it; commands that only read don't. It holds the records, the history of "
      "imports, a copy of each imported file, compressed, and the pictures of contacts: to take it "
      "to another computer, copy this file while no command runs."},
     {"", "Beside it, in the application-data folder, are:"},
     {"Tessaly Works/Tessaly Deskmate IV/CallerId/",
-     "copies of the pictures, as files for other programs"},
-    {"pimvobj/incoming/", "the pictures of an import that runs"},
+     "Copies of the pictures, as files for other programs"},
+    {"pimvobj/incoming/", "The pictures of an import that runs"},
     {"",
      "A command that needs files for a while makes a folder pimvobj-XXXXXX among the temporary "
      "files and takes it away at its end."},

@@ -29,14 +29,13 @@ constexpr Block kFormats[] = {
      "(.vcs, and .ics where a folder is read). Other versions are read as far as they are like "
      "these, and a message says so."},
     {"",
-     "A text is UTF-8 unless a line names its charset; --code-page names that of all other lines. "
-     "A "
-     "file has 2 GiB at most."},
+     "A text is UTF-8 unless a line names its charset; --code-page names that of the other lines. "
+     "A file has 2 GiB at most."},
     {"",
      "The records have no place for some properties. 'pimvobj inspect --losses' tells the lines of "
      "a file that aren't kept, 'pimvobj check' what of a file would not come back from an export. "
-     "The store keeps a copy of each imported file "
-     "with all that was in it, unless --no-originals or 'pimvobj original off' says otherwise."},
+     "The store keeps a copy of each imported file with all that was in it, unless --no-originals "
+     "or 'pimvobj original off' says otherwise."},
     {"",
      "Lists and reports are tables for people, and for programs values with commas (--csv, RFC "
      "4180), one JSON object (--json) or whole records as JSON, one a line (--jsonl)."},

@@ -7,6 +7,7 @@
 #include "app/commands/CommandLine.h"
 #include "app/commands/Delete.h"
 #include "app/commands/Export.h"
+#include "app/commands/Help.h"
 #include "app/commands/History.h"
 #include "app/commands/Import.h"
 #include "app/commands/Inspect.h"
@@ -62,6 +63,8 @@ int Run(const Options& options) {
       return KeepOriginals(options, false);
     case Action::TidyStore:
       return TidyStore(options);
+    case Action::TellHelp:
+      return TellHelp(options);
   }
   return kWrongUsage;
 }

@@ -13,6 +13,7 @@ case ${1:-} in package | all) packages+=(dpkg-dev scdoc) ;; esac
   clang clang-format clang-tidy libclang-rt-14-dev
   libgtest-dev libbenchmark-dev
   tzdata sqlite3 jq abigail-tools lintian mmdebstrap
+  mandoc bash-completion zsh fish
 )
 
 missing=()

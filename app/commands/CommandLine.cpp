@@ -5,18 +5,15 @@
 #include <getopt.h>
 
 #include <algorithm>
-#include <array>
-#include <filesystem>
-#include <iterator>
 #include <utility>
 
 #include "app/commands/CommandTable.h"
+#include "app/commands/CommandWords.h"
 #include "app/commands/Help.h"
 #include "app/commands/Nearest.h"
 #include "app/commands/OptionValues.h"
 #include "app/output/Output.h"
 #include "pim/Version.h"
-#include "support/Ascii.h"
 
 namespace pim::app {
 namespace {
@@ -105,66 +102,6 @@ Parts TakeApart(int argc, char** argv) {
   return parts;
 }
 
-// A command that needs a noun ahead of it: its only one, or that of the files that it was given.
-std::string WithItsNoun(const std::vector<std::string>& words, Family family) {
-  const auto isCalendar = [](const std::string& word) {
-    const std::string extension = std::filesystem::path(word).extension().string();
-    return EqualsIgnoringCase(extension, ".vcs") || EqualsIgnoringCase(extension, ".ics");
-  };
-  if (std::any_of(words.begin() + 1, words.end(), isCalendar) && family == Family::Contacts)
-    family = Family::Items;
-  std::string line = std::ranges::find(Nouns(), family, &NounRow::family)->word;
-  for (const std::string& word : words) line += " " + word;
-  return line;
-}
-
-[[noreturn]] void FailAtFirstWord(const std::vector<std::string>& words) {
-  const std::string& word = words.front();
-  Words choices;
-  for (const NounRow& noun : Nouns()) choices.emplace_back(noun.word);
-  for (const CommandRow& command : Commands()) {
-    if (command.family == Family::NoNoun) {
-      choices.emplace_back(command.verb);
-    } else if (word == command.verb) {
-      throw WrongUsage("'" + word + "' needs to know of what; did you mean 'pimvobj " +
-                       ShownName(WithItsNoun(words, command.family)) + "'?");
-    }
-  }
-  throw WrongUsage("unknown command '" + ShownName(word) + "'" + Suggestion(word, choices));
-}
-
-const CommandRow* FindCommand(Family family, std::string_view verb) {
-  for (const CommandRow& command : Commands())
-    if (command.family == family && command.verb == verb) return &command;
-  return nullptr;
-}
-
-// The command that the first words name, which are taken away. A noun alone gives its help's place
-// and no command.
-void TakeCommand(std::vector<std::string>& words, HelpPlace& place) {
-  if (words.empty()) return;
-  const auto noun = std::ranges::find(Nouns(), std::string_view(words.front()), &NounRow::word);
-  if (noun == Nouns().end()) {
-    place.command = FindCommand(Family::NoNoun, words.front());
-    if (place.command == nullptr) FailAtFirstWord(words);
-    words.erase(words.begin());
-    return;
-  }
-  place.noun = &*noun;
-  words.erase(words.begin());
-  if (words.empty()) return;
-  const Family family = noun->family;
-  place.command = FindCommand(family, words.front());
-  if (place.command == nullptr) {
-    Words choices;
-    for (const CommandRow& command : Commands())
-      if (command.family == family) choices.emplace_back(command.verb);
-    throw WrongUsage("unknown command '" + ShownName(words.front()) + "' of '" + noun->word + "'" +
-                     Suggestion(words.front(), choices));
-  }
-  words.erase(words.begin());
-}
-
 // Pairs of which a command line holds one at most.
 constexpr std::pair<Option, Option> kEitherOr[] = {{Option::Group, Option::NoGroups},
                                                    {Option::Json, Option::Csv},
@@ -175,7 +112,7 @@ constexpr std::pair<Option, Option> kEitherOr[] = {{Option::Group, Option::NoGro
                                                    {Option::KeepDuplicates, Option::SkipDuplicates},
                                                    {Option::DryRun, Option::Report}};
 
-void CheckOptions(const Parts& parts, const HelpPlace& place) {
+void CheckOptions(const Parts& parts, const CommandPlace& place) {
   for (const GivenOption& given : parts.options) {
     const auto takes = [&given](std::span<const Option> options) {
       return std::ranges::find(options, given.id) != options.end();
@@ -196,7 +133,7 @@ void CheckOptions(const Parts& parts, const HelpPlace& place) {
     throw WrongUsage("--json goes with --dry-run");
 }
 
-void CheckOperands(const std::vector<std::string>& operands, const HelpPlace& place) {
+void CheckOperands(const std::vector<std::string>& operands, const CommandPlace& place) {
   const CommandRow& command = *place.command;
   if (operands.size() < command.fewest)
     throw WrongUsage("'" + place.Words() + "' needs " + command.operands);
@@ -211,19 +148,14 @@ bool IsWorthKeeping(Option id) {
   return id == Option::CodePage || std::ranges::find(CommonOptions(), id) == CommonOptions().end();
 }
 
-std::optional<Options> ReadParts(Parts& parts, HelpPlace& place, int& status) {
+std::optional<Options> ReadParts(Parts& parts, CommandPlace& place, int& status) {
   status = kDone;
   if (parts.Has(Option::Version)) {
     Print("pimvobj " PIM_VERSION "\n");
     return std::nullopt;
   }
-  bool wantsHelp = parts.Has(Option::Help);
-  if (!parts.words.empty() && parts.words.front() == "help") {
-    wantsHelp = true;
-    parts.words.erase(parts.words.begin());
-  }
   TakeCommand(parts.words, place);
-  if (wantsHelp) {
+  if (parts.Has(Option::Help)) {
     Print(HelpText(place));
     return std::nullopt;
   }
@@ -251,7 +183,7 @@ std::optional<Options> ReadParts(Parts& parts, HelpPlace& place, int& status) {
 }  // namespace
 
 std::optional<Options> ReadCommandLine(int argc, char** argv, int& status) {
-  HelpPlace place;
+  CommandPlace place;
   try {
     Parts parts = TakeApart(argc, argv);
     return ReadParts(parts, place, status);

@@ -5,12 +5,14 @@
 #include <algorithm>
 #include <iterator>
 
+#include "app/commands/OptionChoices.h"
+
 namespace pim::app {
 namespace {
 
 constexpr OptionRow kOptions[] = {
     {Option::All, 0, "all", nullptr, "All of them, not only the first"},
-    {Option::As, 0, "as", "FORM", "Read it as vcard or vcalendar, whatever it looks like"},
+    {Option::As, 0, "as", "FORM", "Read it as {choices}, whatever it looks like"},
     {Option::CodePage, 0, "code-page", "NAME",
      "Charset of texts that name none, such as CP1252 (default: UTF-8)"},
     {Option::Csv, 0, "csv", nullptr, "Print comma-separated values (RFC 4180)"},
@@ -26,7 +28,8 @@ constexpr OptionRow kOptions[] = {
     {Option::KeepDuplicates, 0, "keep-duplicates", nullptr,
      "Store also what equals a stored record (default: it is left out)"},
     {Option::Labels, 0, "labels", "FILE", "Labels of your own, as lines \"key = text\""},
-    {Option::Lang, 0, "lang", "LANG", "Language of labels and titles (default: the locale's)"},
+    {Option::Lang, 0, "lang", "LANG",
+     "Language of labels and titles: {choices} (default: the locale's)"},
     {Option::Losses, 0, "losses", nullptr, "Tell each line that isn't kept, or not as it is"},
     {Option::NoGroups, 0, "no-groups", nullptr, "Leave the cards' group names out"},
     {Option::NoName, 0, "no-name", nullptr, "Those that have no name or summary"},
@@ -39,7 +42,7 @@ constexpr OptionRow kOptions[] = {
      "Write into this file what became of each line, as JSON, one text a line"},
     {Option::SkipDuplicates, 0, "skip-duplicates", nullptr,
      "Leave out what equals a stored record, as is done anyway"},
-    {Option::Sort, 0, "sort", "ORDER", "By name, key or time (default: key)"},
+    {Option::Sort, 0, "sort", "ORDER", "By {choices} (default: key)"},
     {Option::Store, 0, "store", "FILE",
      "The store (default: $PIMVOBJ_STORE, else pimvobj/pim.db in the application-data folder)"},
     {Option::Strict, 0, "strict", nullptr, "With --losses: exit status 4 when there are any"},
@@ -264,6 +267,17 @@ constexpr CommandRow kCommands[] = {
      "pimvobj show card.vcf\n"
      "pimvobj show --all calendar.vcs --lang ja",
      "A FILE may be - for standard input. No store is touched."},
+    {Family::NoNoun,
+     Action::TellHelp,
+     "help",
+     "[COMMAND...|TOPIC]",
+     0,
+     2,
+     "Tell more of a command, or of a topic",
+     {},
+     "pimvobj help contacts import\n"
+     "pimvobj help exit-statuses",
+     "Without operands it tells all commands and topics."},
 };
 
 void Replace(std::string& text, std::string_view mark, std::string_view by) {
@@ -274,12 +288,14 @@ void Replace(std::string& text, std::string_view mark, std::string_view by) {
 }  // namespace
 
 std::span<const OptionRow> OptionRows() { return kOptions; }
-const char* HelpOf(Option option, const CommandRow* command) {
+std::string HelpOf(Option option, const CommandRow* command) {
+  std::string help = RowOf(option).help;
   for (const auto& own : kOwnHelp) {
     if (command != nullptr && own.action == command->action && own.option == option)
-      return own.help;
+      help = own.help;
   }
-  return RowOf(option).help;
+  Replace(help, "{choices}", Listed(ChoicesOf(option, Family::NoNoun)));
+  return help;
 }
 std::span<const Option> CommonOptions() { return kCommon; }
 std::span<const NounRow> Nouns() { return kNouns; }

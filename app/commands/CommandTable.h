@@ -54,7 +54,7 @@ struct OptionRow {
   char letter;        // behind one hyphen; NUL for none
   const char* name;   // behind two
   const char* value;  // what help calls its value; null for an option without one
-  const char* help;
+  const char* help;   // {choices} stands for the words that the value may be
 };
 
 // In the order of their numbers.
@@ -101,7 +101,7 @@ struct CommandRow {
 std::span<const CommandRow> Commands();
 
 // What help says of an option, of a command that may have more to say of it, or of all.
-const char* HelpOf(Option option, const CommandRow* command);
+std::string HelpOf(Option option, const CommandRow* command);
 
 // The text with {noun} and {one} filled in.
 std::string Filled(std::string_view text, const NounRow& noun);

@@ -3,68 +3,14 @@
 #include "app/commands/Help.h"
 
 #include <algorithm>
-#include <utility>
 #include <vector>
+
+#include "app/commands/HelpLayout.h"
+#include "app/commands/HelpTopics.h"
+#include "app/output/Output.h"
 
 namespace pim::app {
 namespace {
-
-constexpr std::size_t kWidth = 79;  // of a line, in characters
-
-// Aligned rows "  left  right", whose right sides are broken between words.
-class Columns {
- public:
-  void Add(std::string left, std::string_view right) {
-    widest_ = std::max(widest_, left.size());
-    rows_.emplace_back(std::move(left), right);
-  }
-  std::string Text() const {
-    std::string text;
-    for (const auto& [left, right] : rows_) AppendRow(text, left, right);
-    return text;
-  }
-
- private:
-  void AppendRow(std::string& text, const std::string& left, std::string_view right) const {
-    const std::size_t column = widest_ + 4;
-    text.append("  ").append(left).append(column - left.size() - 2, ' ');
-    std::size_t at = column;
-    while (!right.empty()) {
-      const std::string_view word = right.substr(0, right.find(' '));
-      right.remove_prefix(std::min(word.size() + 1, right.size()));
-      if (at > column && at + word.size() + 1 > kWidth) {
-        text.append("\n").append(column, ' ');
-        at = column;
-      }
-      if (at > column) {
-        text += ' ';
-        ++at;
-      }
-      text += word;
-      at += word.size();
-    }
-    text += '\n';
-  }
-
-  std::vector<std::pair<std::string, std::string>> rows_;
-  std::size_t widest_ = 0;
-};
-
-std::string Indented(std::string_view lines) {
-  std::string text;
-  while (!lines.empty()) {
-    const std::string_view line = lines.substr(0, lines.find('\n'));
-    lines.remove_prefix(std::min(line.size() + 1, lines.size()));
-    text.append("  ").append(line).append("\n");
-  }
-  return text;
-}
-
-std::string Wrapped(std::string_view text) {
-  Columns one;
-  one.Add("", text);
-  return one.Text();
-}
 
 std::string OptionList(std::span<const Option> options, const CommandRow* command = nullptr) {
   Columns columns;
@@ -78,7 +24,7 @@ std::string OptionList(std::span<const Option> options, const CommandRow* comman
   return columns.Text();
 }
 
-std::string CommandHelp(const HelpPlace& place) {
+std::string CommandHelp(const CommandPlace& place) {
   const CommandRow& command = *place.command;
   const auto filled = [&place](std::string_view text) {
     return place.noun != nullptr ? Filled(text, *place.noun) : std::string(text);
@@ -110,9 +56,12 @@ std::string NounHelp(const NounRow& noun) {
     const std::string_view all = command.examples;
     examples.append(all.substr(0, all.find('\n'))).append("\n");
   }
-  return std::string(noun.summary) + ".\n\nExamples:\n" + Indented(Filled(examples, noun)) +
-         "\nCommands:\n" + CommandList(noun) + "\n'pimvobj " + noun.word +
-         " COMMAND --help' tells the options of each.\n";
+  std::string text = std::string(noun.summary) + ".\n\nExamples:\n" +
+                     Indented(Filled(examples, noun)) + "\nCommands:\n" + CommandList(noun) +
+                     "\n'pimvobj " + noun.word + " COMMAND --help' tells the options of each.\n";
+  // A topic of the noun's name is told with it.
+  if (const TopicRow* topic = FindTopic(noun.word)) text += "\n" + TopicText(*topic);
+  return text;
 }
 
 constexpr const char* kAbout =
@@ -144,25 +93,44 @@ std::string ProgramHelp() {
          columns.Text();
 }
 
-}  // namespace
-
-std::string HelpPlace::Words() const {
-  std::string words = noun != nullptr ? noun->word : "";
-  if (command != nullptr) words.append(words.empty() ? "" : " ").append(command->verb);
-  return words;
+std::string TopicList() {
+  Columns columns;
+  for (const TopicRow& topic : Topics()) columns.Add(topic.word, topic.summary);
+  return columns.Text();
 }
 
-std::string HelpText(const HelpPlace& place) {
+}  // namespace
+
+std::string HelpText(const CommandPlace& place) {
   if (place.command != nullptr) return CommandHelp(place);
   if (place.noun != nullptr) return NounHelp(*place.noun);
   return ProgramHelp() + "\nOptions of all commands, anywhere in the line:\n" +
-         OptionList(CommonOptions()) + "\n'pimvobj COMMAND --help' tells more of each.\n";
+         OptionList(CommonOptions()) + "\nTopics:\n" + TopicList() +
+         "\n'pimvobj help COMMAND' and 'pimvobj help TOPIC' tell more of each.\n";
 }
 
-std::string ShortHelp(const HelpPlace& place) {
+std::string ShortHelp(const CommandPlace& place) {
   if (place.noun != nullptr)
     return "Commands of '" + std::string(place.noun->word) + "':\n" + CommandList(*place.noun);
   return ProgramHelp() + "\n'pimvobj --help' tells more.\n";
+}
+
+int TellHelp(const Options& options) {
+  std::vector<std::string> words = options.operands;
+  CommandPlace place;
+  const TopicRow* topic = words.empty() ? nullptr : FindTopic(words.front());
+  const auto commands = FirstWords();
+  if (topic != nullptr && std::ranges::find(commands, words.front()) == commands.end()) {
+    words.erase(words.begin());
+  } else {
+    topic = nullptr;
+    std::vector<std::string_view> topics;
+    for (const TopicRow& row : Topics()) topics.emplace_back(row.word);
+    TakeCommand(words, place, topics);
+  }
+  if (!words.empty()) throw WrongUsage("extra operand '" + ShownName(words.front()) + "'");
+  Print(topic != nullptr ? TopicText(*topic) : HelpText(place));
+  return kDone;
 }
 
 }  // namespace pim::app

@@ -4,21 +4,15 @@
 
 #include <string>
 
-#include "app/commands/CommandTable.h"
+#include "app/commands/CommandWords.h"
 
 namespace pim::app {
 
-// What help is about: a command, a noun and its commands, or with neither the whole program.
-struct HelpPlace {
-  const NounRow* noun = nullptr;
-  const CommandRow* command = nullptr;
-
-  // "contacts list"; empty for the whole program.
-  std::string Words() const;
-};
-
-std::string HelpText(const HelpPlace& place);
+std::string HelpText(const CommandPlace& place);
 // Without the options, for a command line that names no command.
-std::string ShortHelp(const HelpPlace& place);
+std::string ShortHelp(const CommandPlace& place);
+
+// Prints the help of the command or topic that the operands name.
+int TellHelp(const Options& options);
 
 }  // namespace pim::app

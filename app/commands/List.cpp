@@ -11,6 +11,7 @@
 
 #include "app/commands/Kinds.h"
 #include "app/commands/Nearest.h"
+#include "app/commands/OptionChoices.h"
 #include "app/commands/StoredRecords.h"
 #include "app/input/Inputs.h"
 #include "app/input/PictureStaging.h"
@@ -247,7 +248,7 @@ bool TellsPictures(const Options& options) {
 
 int ListRecords(const Options& options) {
   const bool isContacts = options.kind == RecordKind::Contacts;
-  if (options.fields == std::vector<std::string>{"help"}) {
+  if (options.fields.size() == 1 && options.fields.front() == kFieldHelp) {
     isContacts ? PrintFieldNames<CContact>() : PrintFieldNames<CCalendar>();
     return kDone;
   }

@@ -2,14 +2,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/commands/OptionValues.h"
 
+#include <algorithm>
 #include <charconv>
-#include <initializer_list>
-#include <iterator>
-#include <string_view>
-#include <utility>
+#include <span>
 #include <vector>
 
 #include "app/commands/Nearest.h"
+#include "app/commands/OptionChoices.h"
 #include "app/labels/Labels.h"
 #include "app/output/Output.h"
 #include "pim/platform/Host.h"
@@ -17,24 +16,15 @@
 namespace pim::app {
 namespace {
 
-using Words = std::vector<std::string_view>;
-
 // One of the words that an option's value may be.
 template <class Value>
 Value Choice(const OptionRow& row, const std::string& value,
-             std::initializer_list<std::pair<std::string_view, Value>> choices) {
-  Words words;
-  std::string all;
-  for (const auto& [word, meaning] : choices) {
-    if (word == value) return meaning;
-    words.push_back(word);
-    all.append(all.empty()                               ? ""
-               : word == std::prev(choices.end())->first ? " or "
-                                                         : ", ")
-        .append(word);
-  }
-  throw WrongUsage(DashedName(row) + " takes " + all + ", not '" + ShownName(value) + "'" +
-                   Suggestion(value, words));
+             std::span<const ChoiceRow<Value>> choices) {
+  const auto found = std::ranges::find(choices, value, &ChoiceRow<Value>::word);
+  if (found != choices.end()) return found->meaning;
+  const auto words = ChoicesOf(row.id, Family::NoNoun);
+  throw WrongUsage(DashedName(row) + " takes " + Listed(words) + ", not '" + ShownName(value) +
+                   "'" + Suggestion(value, words));
 }
 
 std::vector<std::string> Parted(const std::string& list) {
@@ -68,8 +58,7 @@ void SetOption(Options& options, const GivenOption& given) {
       options.all = true;
       break;
     case Option::As:
-      options.form = Choice<TextForm>(
-          row, value, {{"vcard", TextForm::VCard}, {"vcalendar", TextForm::VCalendar}});
+      options.form = Choice<TextForm>(row, value, kFormChoices);
       break;
     case Option::CodePage:
       if (!SetDefaultCodePage(value))
@@ -141,9 +130,7 @@ void SetOption(Options& options, const GivenOption& given) {
       options.report = value;
       break;
     case Option::Sort:
-      options.order = Choice<ListOrder>(
-          row, value,
-          {{"name", ListOrder::Name}, {"key", ListOrder::Key}, {"time", ListOrder::Time}});
+      options.order = Choice<ListOrder>(row, value, kOrderChoices);
       break;
     case Option::Store:
       options.store = value;

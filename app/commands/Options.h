@@ -30,7 +30,8 @@ enum class Action : std::uint8_t {
   DropOriginals,
   OriginalsOn,
   OriginalsOff,
-  TidyStore
+  TidyStore,
+  TellHelp
 };
 enum class ListForm : std::uint8_t { Table, Json, JsonLines, Csv };
 enum class ListOrder : std::uint8_t { Key, Name, Time };

@@ -60,6 +60,11 @@ for command in '' contacts 'contacts list' 'todo export' inspect; do
   same "help-$command" "$("$program" $command --help)" "$("$program" help $command)"
   same "help-$command" 1 "$("$program" $command -h | grep -c '^Examples:')"
 done
+check help-topic 0 '^  129  SIGHUP' help exit-statuses
+check help-topic 0 '^  .PIMVOBJ_STORE ' store --help
+check help-topic 2 "unknown command or topic 'formts'; did you mean 'formats'" help formts
+check help-topic 2 "did you mean 'pimvobj contacts list'" help list
+check help-topic 2 "^pimvobj: extra operand 'x'" help formats x
 same help-noun 0 "$("$program" memo import --help | grep -c '[{}]')"
 [ -e /dev/full ] && { "$program" --help >/dev/full 2>/dev/null; same full-help 1 $?; }
 

@@ -1,0 +1,125 @@
+// SPDX-FileCopyrightText: 2026 The PimVobjMgr authors
+// SPDX-License-Identifier: Apache-2.0
+#include "app/commands/HelpTopics.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "app/commands/ExitStatuses.h"
+#include "app/commands/HelpLayout.h"
+
+namespace pim::app {
+namespace {
+
+constexpr TopicRow kTopics[] = {
+    {"formats", "The files that are read and written"},
+    {"store", "Where records are kept"},
+    {"environment", "The variables that are looked at"},
+    {"exit-statuses", "What commands end with"},
+};
+
+struct Block {
+  const char* term;
+  const char* text;
+};
+
+constexpr Block kFormats[] = {
+    {"",
+     "Contacts are read and written as vCard 2.1 (.vcf), events, to-dos and memos as vCalendar 1.0 "
+     "(.vcs, and .ics where a folder is read). Other versions are read as far as they are like "
+     "these, and a message says so."},
+    {"",
+     "A text is UTF-8 unless a line names its charset; --code-page names that of the other lines. "
+     "A file has 2 GiB at most."},
+    {"",
+     "The records have no place for some properties. 'pimvobj inspect --losses' tells the lines of "
+     "a file that aren't kept, 'pimvobj check' what of a file would not come back from an export. "
+     "The store keeps a copy of each imported file with all that was in it, unless --no-originals "
+     "or 'pimvobj original off' says otherwise."},
+    {"",
+     "Lists and reports are tables for people, and for programs values with commas (--csv, RFC "
+     "4180), one JSON object (--json) or whole records as JSON, one a line (--jsonl)."},
+};
+
+constexpr Block kStore[] = {
+    {"", "A store is one SQLite file, the first of these that is named:"},
+    {"--store FILE", "By the command"},
+    {"$PIMVOBJ_STORE", "By the environment"},
+    {"$XDG_DATA_HOME/pimvobj/pim.db", "In the application-data folder"},
+    {"~/.local/share/pimvobj/pim.db", "In that folder, where no variable names one"},
+    {"",
+     "An import makes it; commands that only read don't. It holds the records, the history of "
+     "imports, a copy of each imported file, compressed, and the pictures of contacts: to take it "
+     "to another computer, copy this file while no command runs."},
+    {"", "Beside it, in the application-data folder, are:"},
+    {"Tessaly Works/Tessaly Deskmate IV/CallerId/",
+     "Copies of the pictures, as files for other programs"},
+    {"pimvobj/incoming/", "The pictures of an import that runs"},
+    {"",
+     "A command that needs files for a while makes a folder pimvobj-XXXXXX among the temporary "
+     "files and takes it away at its end."},
+};
+
+constexpr Block kEnvironment[] = {
+    {"PIMVOBJ_STORE", "The store, where --store names none"},
+    {"XDG_DATA_HOME", "The application-data folder, when it is an absolute path"},
+    {"HOME", "Whose .local/share is that folder otherwise"},
+    {"LC_ALL, LC_MESSAGES, LANG",
+     "The language of labels and titles, where --lang names none, by the first that is set; "
+     "English for one that isn't there"},
+    {"TZ", "The time zone that times are shown in (default: /etc/localtime)"},
+    {"TZDIR", "The folder of zone files (default: /usr/share/zoneinfo)"},
+    {"TMPDIR", "The folder of temporary files (default: /tmp)"},
+};
+
+std::vector<TopicBlock> ExitStatusBlocks() {
+  std::vector<TopicBlock> blocks;
+  for (const ExitStatusRow& row : kExitStatuses)
+    blocks.push_back({std::to_string(row.status), row.meaning});
+  blocks.push_back(
+      {"",
+       "Several files go one by one: the first failure doesn't stop the others, and 1 weighs more "
+       "than 3, which weighs more than 4."});
+  return blocks;
+}
+
+}  // namespace
+
+std::span<const TopicRow> Topics() { return kTopics; }
+
+const TopicRow* FindTopic(std::string_view word) {
+  const auto* found = std::ranges::find(kTopics, word, &TopicRow::word);
+  return found == std::end(kTopics) ? nullptr : found;
+}
+
+std::vector<TopicBlock> BlocksOf(const TopicRow& topic) {
+  const std::string_view word = topic.word;
+  if (word == "exit-statuses") return ExitStatusBlocks();
+  const std::span<const Block> texts = word == "formats" ? std::span<const Block>(kFormats)
+                                       : word == "store" ? std::span<const Block>(kStore)
+                                                         : std::span<const Block>(kEnvironment);
+  std::vector<TopicBlock> blocks;
+  for (const Block& block : texts) blocks.push_back({block.term, block.text});
+  return blocks;
+}
+
+std::string TopicText(const TopicRow& topic) {
+  std::string text = std::string(topic.summary) + ".\n";
+  Columns rows;
+  const auto endRows = [&] {
+    if (!rows.IsEmpty()) text.append("\n").append(rows.Text());
+    rows = {};
+  };
+  for (const TopicBlock& block : BlocksOf(topic)) {
+    if (!block.term.empty()) {
+      rows.Add(block.term, block.text);
+      continue;
+    }
+    endRows();
+    text.append("\n").append(Wrapped(block.text, 0));
+  }
+  endRows();
+  return text;
+}
+
+}  // namespace pim::app

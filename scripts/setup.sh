@@ -11,6 +11,7 @@ packages=(cmake ninja-build g++ pkg-config libsqlite3-dev libzstd-dev nettle-dev
   clang clang-format clang-tidy libclang-rt-14-dev
   libgtest-dev libbenchmark-dev
   tzdata sqlite3 jq
+  doxygen
 )
 
 missing=()

@@ -8,11 +8,11 @@
 set -euo pipefail
 
 packages=(cmake ninja-build g++ pkg-config libsqlite3-dev libzstd-dev nettle-dev rapidjson-dev libutf8proc-dev)
-case ${1:-} in package | all) packages+=(dpkg-dev scdoc) ;; esac
+case ${1:-} in package | all) packages+=(dpkg-dev) ;; esac
 [ "${1:-}" = all ] && packages+=(
   clang clang-format clang-tidy libclang-rt-14-dev
   libgtest-dev libbenchmark-dev
-  tzdata sqlite3 jq abigail-tools lintian mmdebstrap
+  tzdata sqlite3 jq abigail-tools doxygen lintian mmdebstrap
   mandoc bash-completion zsh fish
 )
 

@@ -14,7 +14,7 @@ namespace pim {
 namespace {
 
 std::uint64_t RandomWord() {
-  static std::random_device device;
+  std::random_device device;
   return std::uint64_t{device()} << 32 | device();
 }
 

@@ -30,7 +30,7 @@ struct VCalReadContext {
 };
 
 // Reads one vCalendar text in pieces into a collection, whose last item stays open between them.
-// Only one text may be read at a time: AllDayPending is shared by all.
+// A thread may read only one text at a time: all its readers share AllDayPending.
 class VCalendarReader {
  public:
   // `calendars` must outlive the reader. Throws std::bad_alloc when there is no parser.

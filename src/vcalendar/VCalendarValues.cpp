@@ -15,7 +15,7 @@
 
 namespace pim {
 
-bool AllDayPending = false;
+constinit thread_local bool AllDayPending = false;
 
 namespace {
 

@@ -11,8 +11,8 @@ namespace pim {
 
 struct VCalReadContext;
 
-// Whether the date property ahead had the all-day form. One for the module: it outlives a text.
-extern bool AllDayPending;
+// Whether the date property ahead had the all-day form. One for each thread: it outlives a text.
+extern constinit thread_local bool AllDayPending;
 
 // Puts the value of the context's property into the item. A property without a treatment does
 // nothing, and a value that can't be read leaves its field empty, null, invalid or 0. Tells the

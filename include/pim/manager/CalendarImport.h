@@ -13,6 +13,7 @@
 
 namespace pim {
 
+// How far an import of items has come.
 struct CalendarImportCounts {
   std::int64_t bytes = 0;   // of the text, read
   std::int64_t inText = 0;  // items read, of all kinds
@@ -27,7 +28,10 @@ struct CalendarImportCounts {
 // `progress`, where given, is called behind each batch with what has been done so far; what it
 // throws ends the import and passes to the caller. `observer` is told what else the text holds.
 // Gives the number newly stored or updated, or -1 when the store fails; throws kParseFailure for a
-// rejected text. In all three cases the store is as before, and `counts` tells what was read.
+// rejected text, and std::bad_alloc. In all these cases the store is as before, and
+// `counts` tells what was read.
+//
+// Threads may import at once, each into a store of its own; calls come in the thread that imports.
 [[nodiscard]] PIM_EXPORT std::int32_t ImportCalendarText(
     std::int32_t db, CalendarType flow, NarrowStringView text, bool saveFlag,
     CalendarImportCounts& counts,

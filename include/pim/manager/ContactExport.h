@@ -13,10 +13,13 @@
 namespace pim {
 
 // Writes contacts one by one as VObjectMgr::Export_Contact does, for hosts that read them from the
-// store one by one (RecordStore::VisitContacts).
+// store one by one (RecordStore::VisitContacts). One object is used by one thread at a time;
+// several may write into one folder at once, since no file that is there is written over. All
+// operations but LastPath throw std::bad_alloc.
 class PIM_EXPORT ContactExport {
  public:
   // `folder` is put in front of the file names as it stands, so it must end with a separator.
+  // Groups and pairs are read here and not needed any more.
   ContactExport(WideString folder, const CContactGroups& groups, const CContactGroupPairs& pairs);
   ContactExport(const ContactExport&) = delete;
   ContactExport& operator=(const ContactExport&) = delete;
@@ -24,7 +27,8 @@ class PIM_EXPORT ContactExport {
 
   // Adds the names of its groups to the contact.
   void AttachGroupNames(CContact& contact);
-  // Writes the contact's file. False when it can't be created, with errno telling why; throws
+  // Writes the contact's file, named by given and family name, with a counter where that is taken.
+  // False when it can't be created, with errno telling why; throws
   // FileError when writing fails behind that.
   [[nodiscard]] bool WriteContactFile(const CContact& contact);
   // The path of the file that was written, or tried, last.

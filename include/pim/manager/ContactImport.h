@@ -13,6 +13,7 @@
 
 namespace pim {
 
+// How far an import of contacts has come.
 struct ContactImportCounts {
   std::int64_t bytes = 0;   // of the text, read
   std::int64_t inText = 0;  // cards read
@@ -30,7 +31,11 @@ struct ContactImportCounts {
 // `progress`, where given, is called behind each batch with what has been done so far; what it
 // throws ends the import and passes to the caller. `observer` is told what else the text holds.
 // Gives the number newly stored or updated, or -1 when the store fails; throws kParseFailure for a
-// rejected text. In all three cases the store is as before, and `counts` tells what was read.
+// rejected text, FileError for a picture that can't be written to its end, and std::bad_alloc. In
+// all these cases the store is as before, and `counts` tells what was read; the files of pictures
+// that were read stay in the caller-ID folder.
+//
+// Threads may import at once, each into a store of its own; calls come in the thread that imports.
 [[nodiscard]] PIM_EXPORT std::int32_t ImportContactText(
     std::int32_t db, NarrowStringView text, std::int32_t saveOption, bool saveFlag,
     ContactImportCounts& counts,

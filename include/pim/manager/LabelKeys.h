@@ -8,45 +8,49 @@
 
 namespace pim {
 
-// The words that the renderings ask for.
+// The words that a host gives for previews (VObjectMgr::VObjectToString), in the user's language.
+// A table that never changes: any thread may use it.
+
+// The words that the renderings ask for; each stands above its value or for it.
 enum class Label : std::uint8_t {
-  VCard,  // heading of a contact
-  Name,
-  Number,
-  Email,
-  VCalendar,  // heading of an item
-  StartDate,
-  EndDate,
-  Category,
-  Appointment,
-  Anniversary,
-  Birthday,
-  Time,
-  Subject,
-  Location,
-  Alarm,
-  NoAlarm,
+  VCard,          // heading of a contact
+  Name,           // of a contact: given name, family name
+  Number,         // of a telephone, numbered
+  Email,          // of an e-mail address, numbered
+  VCalendar,      // heading of an item
+  StartDate,      // day of an item's start
+  EndDate,        // day of an item's end
+  Category,       // of an item, one of the three below
+  Appointment,    // CATEGORY_APPOINTMENT
+  Anniversary,    // CATEGORY_ANNIVERSARY
+  Birthday,       // CATEGORY_BIRTHDAY
+  Time,           // from start to end
+  Subject,        // the summary
+  Location,       // of an item
+  Alarm,          // of an item, one of the two below
+  NoAlarm,        // ALARM_NONE
   MinutesBefore,  // behind the number
-  Repeat,
-  Once,
-  Daily,
-  Weekly,
-  Monthly,
-  Yearly,
-  Expiration,
-  NoExpiration,
-  VTodo,  // heading of a to-do
-  Date,
-  Priority,
-  High,
-  Medium,
-  Low,
-  Notes,
+  Repeat,         // of an item, one of the five below
+  Once,           // no repeat rule
+  Daily,          // RECUR_DAILY
+  Weekly,         // RECUR_WEEKLY
+  Monthly,        // either of the monthly rules
+  Yearly,         // either of the yearly rules
+  Expiration,     // a rule's last day, or the next word
+  NoExpiration,   // a rule without an end, or none
+  VTodo,          // heading of a to-do
+  Date,           // day on which a to-do is due
+  Priority,       // of a to-do, one of the three below
+  High,           // PRIORITY_HIGH
+  Medium,         // PRIORITY_MEDIUM
+  Low,            // PRIORITY_LOW
+  Notes,          // of a to-do; nothing follows it
 };
 
+// A word and the key under which it is fed.
 struct LabelKey {
-  Label label;
-  const char16_t* key;
+  Label label;          // which word
+  const char16_t* key;  // zero-terminated, good for ever
 };
 
 // The keys by which an application feeds the words through VObjectMgr::MakeMapString, in the order
@@ -86,6 +90,7 @@ inline constexpr LabelKey kLabelKeys[] = {
     {Label::Notes, u"VCAL_Notes"},
 };
 
+// The key of a word.
 constexpr const char16_t* KeyOf(Label label) {
   return kLabelKeys[static_cast<std::size_t>(label)].key;
 }

@@ -17,7 +17,11 @@ namespace pim {
 
 // Texts read into records without a store. What VObjectMgr's imports take is taken here, in the
 // same way; nothing is thrown for a text or file that is no good, the result tells.
+//
+// Any number of threads may read at once, each one text at a time into a collection of its own, the
+// same bytes too. Records are made in the thread that reads and may be passed on to another.
 
+// How a reading ended.
 enum class TextOutcome : std::uint8_t {
   Read,           // to its end
   NothingBegins,  // to its end, and no record begins in it
@@ -26,10 +30,11 @@ enum class TextOutcome : std::uint8_t {
   Stopped,        // the host wanted no more records
 };
 
+// What came of a text.
 struct [[nodiscard]] TextResult {
-  TextOutcome outcome = TextOutcome::Read;
-  std::int64_t records = 0;  // read, or handed to the host
-  std::int64_t line = 0;     // where a text was rejected: its physical line, from 1; else 0
+  TextOutcome outcome = TextOutcome::Read;  // how its reading ended
+  std::int64_t records = 0;                 // read, or handed to the host
+  std::int64_t line = 0;  // where a text was rejected: its physical line, from 1; else 0
   TextFault fault = TextFault::None;  // why
   std::string problem;  // why a file is unreadable, as the operating system says it; UTF-8
 };
@@ -48,7 +53,8 @@ using TakeCalendar = std::function<bool(CCalendar& item)>;
 //
 // `observer` is told what else happens.
 //
-// Only one text is read at a time: a host must not begin another from within its call.
+// A host must not begin another text in this thread from within its call. Throws std::bad_alloc;
+// the records read until then stand.
 PIM_EXPORT TextResult ReadContacts(NarrowStringView text, CContacts& contacts,
                                    const TextObserver& observer = {});
 PIM_EXPORT TextResult ReadContacts(NarrowStringView text, const TakeContact& take,
@@ -58,7 +64,7 @@ PIM_EXPORT TextResult ReadCalendars(NarrowStringView text, CCalendars& items,
 PIM_EXPORT TextResult ReadCalendars(NarrowStringView text, const TakeCalendar& take,
                                     const TextObserver& observer = {});
 
-// The same for a regular file of up to 2 GiB.
+// The same for a regular file of up to 2 GiB, which is read into memory as a whole.
 PIM_EXPORT TextResult ReadContactFile(WideStringView path, CContacts& contacts,
                                       const TextObserver& observer = {});
 PIM_EXPORT TextResult ReadContactFile(WideStringView path, const TakeContact& take,
@@ -69,7 +75,7 @@ PIM_EXPORT TextResult ReadCalendarFile(WideStringView path, const TakeCalendar& 
                                        const TextObserver& observer = {});
 
 // The names of a record's fields by the numbers of the bits of AccountEntry::into, in the order of
-// record dumps.
+// record dumps: "formatted_name". Good for ever, for any thread; allocates nothing.
 PIM_EXPORT std::span<const NarrowStringView> RecordFields(TextForm form);
 
 }  // namespace pim

@@ -12,7 +12,10 @@ namespace pim {
 // Records written to bytes in memory without a store, in the form that SetWritingForm chose: ASCII,
 // other characters as UTF-8 under quoted-printable (telephone numbers in the default code page),
 // lines in CR LF, none behind the last one. All of them throw std::length_error for a text beyond
-// 31 bits.
+// 31 bits, and std::bad_alloc.
+//
+// Any number of threads may write at once, the same record too, as long as none changes it, the
+// writing form or what Host.h sets.
 
 // One vCard 2.1 text, with the names of groups that the record itself holds. The picture is read
 // from the caller-ID folder; one that isn't there has no line.

@@ -11,7 +11,8 @@
 namespace pim {
 
 // The words that vObject text has for the codes of records, spelt as the writers spell them, for
-// hosts that show records. A code without a word gives an empty text.
+// hosts that show records. A code without a word gives an empty text. Any thread may ask; what
+// gives a NarrowString throws std::bad_alloc, what gives a view allocates nothing.
 
 // Of all bits of CTelephoneNumber::number_type and CPostalAddress::address_type, with blanks
 // between, in the order in which they are written: "PREF CELL".

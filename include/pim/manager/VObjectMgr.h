@@ -19,7 +19,11 @@ namespace pim {
 //
 // An operation that reads a text which is rejected shows a message (SetMessageSink) and throws
 // kParseFailure; nothing of that text is in the store then. Files that fail behind their opening
-// throw FileError. One object is used by one thread at a time.
+// throw FileError, and all operations throw std::bad_alloc. A text is read as a whole, up to 2 GiB.
+//
+// One object is used by one thread at a time, and so is the store behind `db`. Threads with objects
+// and stores of their own may work at once; renderings of one object too, as long as no word is
+// fed.
 class PIM_EXPORT VObjectMgr {
  public:
   VObjectMgr() = default;
@@ -27,6 +31,7 @@ class PIM_EXPORT VObjectMgr {
   VObjectMgr& operator=(const VObjectMgr&) = delete;
   ~VObjectMgr() = default;
 
+  // Does nothing.
   void Test(WideString) {}
 
   // Reads a vCard file of any number of cards into the store, as CContacts::SaveToDB tells of

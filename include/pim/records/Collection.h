@@ -13,9 +13,13 @@ namespace pim {
 
 // An ordered collection that owns its records. A record's address stays the same while it is in a
 // collection. Indexes run from 0 and must lie below the count.
+//
+// One thread at a time may change a collection or a record in it; threads may read it together.
+// What adds a record throws std::bad_alloc.
 template <class Record>
 class Collection {
  public:
+  // Adds an empty record as the last one, and gives it.
   Record& AddNew() { return *records_.emplace_back(std::make_unique<Record>()); }
   // Takes over a record of another collection, as the last one.
   Record& Add(std::unique_ptr<Record> record) { return *records_.emplace_back(std::move(record)); }
@@ -26,7 +30,9 @@ class Collection {
     return last;
   }
 
+  // The number of records.
   std::int32_t GetCount() const { return static_cast<std::int32_t>(records_.size()); }
+  // The record of that index, which isn't checked.
   Record& GetAt(std::int32_t index) { return *records_[static_cast<std::size_t>(index)]; }
   const Record& GetAt(std::int32_t index) const {
     return *records_[static_cast<std::size_t>(index)];
@@ -45,6 +51,7 @@ class Collection {
     if (index >= 0 && index < GetCount()) records_.erase(records_.begin() + index);
   }
   void Delete(const Record* record) { Delete(Find(record)); }
+  // Frees all records.
   void DeleteAll() { records_.clear(); }
   // Frees the records for which `condition` holds, in linear time.
   template <class Condition>

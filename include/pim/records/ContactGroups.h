@@ -10,12 +10,18 @@
 
 namespace pim {
 
+// Groups of contacts, and who belongs to them. Threads may read a collection together, or one
+// thread alone may change it; saving and opening use the store of one handle, which one thread at a
+// time may use.
+
+// A group, such as "Family".
 class CContactGroup {
  public:
   std::int32_t group_id = 0;  // negative: provisional, until the store gives the key
-  WideText group_name;
+  WideText group_name;        // X-GROUP; unique in a store without regard to letter case
 };
 
+// The groups that one operation works on.
 class PIM_EXPORT CContactGroups : public Collection<CContactGroup> {
  public:
   // A new group has a negative group_id of its own, so that links made before saving stay apart.
@@ -23,7 +29,8 @@ class PIM_EXPORT CContactGroups : public Collection<CContactGroup> {
   // Appends all stored groups by ascending group_id. Gives their number, or -1.
   [[nodiscard]] std::int32_t OpenFromDB(std::int32_t db);
   // Stores the new groups and gives each its final group_id; a group whose name is stored already,
-  // in any letter case, gets the stored one's. Gives the number newly stored or updated, or -1.
+  // in any letter case, gets the stored one's. `saveFlag` changes nothing: names are unique. Gives
+  // the number newly stored or updated, or -1.
   [[nodiscard]] std::int32_t SaveToDB(std::int32_t db, bool saveFlag);
 
  private:
@@ -36,14 +43,15 @@ class CCmdTarget {
   virtual ~CCmdTarget() = default;
 };
 
-// One contact's membership of one group.
+// One contact's membership of one group, a link.
 class CContactGroupPair : public CCmdTarget {
  public:
-  std::int32_t contact_id = 0;
-  std::int32_t group_id = 0;
+  std::int32_t contact_id = 0;  // CContact's `tag`
+  std::int32_t group_id = 0;    // CContactGroup's
 };
 
-// Both operations use the store that this thread's last operation with a handle used.
+// The links that one operation works on. Both operations use the store that the last operation with
+// a handle used in this thread, each thread having its own; -1 where there was none.
 class PIM_EXPORT CContactGroupPairs : public Collection<CContactGroupPair> {
  public:
   // Appends all links in the order in which they were stored. Gives their number, or -1.

@@ -10,7 +10,8 @@
 
 namespace pim {
 
-// The contacts that one operation works on.
+// The contacts that one operation works on. One thread at a time uses a collection and the store
+// behind `db`. What a store fails with, memory too, comes as -1.
 class PIM_EXPORT CContacts : public Collection<CContact> {
  public:
   // Appends all stored contacts by ascending contact_id, without their group names. Gives their

@@ -17,9 +17,11 @@ namespace pim {
 // are taken for new ones.
 //
 // Reads through `store`, which stays the caller's and must outlive this, and once all its records
-// where saves leave duplicates out.
+// where saves leave duplicates out. One thread at a time uses both. Keeps a fingerprint of each
+// record in memory then, and none of the records; what fails for want of memory comes as -1.
 class PIM_EXPORT PreviewStore final : public ForwardingStore {
  public:
+  // Nothing of the store is read yet. Throws std::bad_alloc.
   explicit PreviewStore(RecordStore& store);
   ~PreviewStore() override;
 
@@ -30,6 +32,7 @@ class PIM_EXPORT PreviewStore final : public ForwardingStore {
   // the key of the stored one that it equals, or as new.
   using TellContact = std::function<void(const CContact& contact, bool isNew)>;
   using TellCalendar = std::function<void(const CCalendar& item, bool isNew)>;
+  // Sets whom to tell; either may be empty. What it throws passes to who saves.
   void OnSaved(TellContact tellContact, TellCalendar tellCalendar);
 
  private:

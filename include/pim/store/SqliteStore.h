@@ -14,10 +14,15 @@
 
 namespace pim {
 
+// The store in an SQLite file. Stores on one thread each may work at once, on one file too: they
+// wait for each other as programs do. The message sink, the application-data folder and what else
+// Host.h sets are shared by all.
+
 // Why a store can't be opened: "PATH: what is wrong".
 class PIM_STORE_EXPORT StoreError : public std::runtime_error {
  public:
-  // Control characters of the path become visible.
+  // `path` is the operating system's own form of it, `problem` an English text. Control characters
+  // of the path become visible.
   StoreError(const std::string& path, const std::string& problem);
   StoreError(const StoreError&) = default;
   StoreError& operator=(const StoreError&) = default;
@@ -27,19 +32,28 @@ class PIM_STORE_EXPORT StoreError : public std::runtime_error {
 // There is no store at that path, and none was to be made.
 class PIM_STORE_EXPORT NoStoreError : public StoreError {
  public:
+  // `path` is the operating system's own form of it.
   explicit NoStoreError(const std::string& path) : StoreError(path, "there is no store") {}
   NoStoreError(const NoStoreError&) = default;
   NoStoreError& operator=(const NoStoreError&) = default;
   ~NoStoreError() override;
 };
 
-// What an opened store is for. Create makes one where there is no file or an empty one; Existing
-// doesn't. ReadOnly doesn't either and lets nothing be written; where neither the file nor its
-// folder can be written, as on a read-only medium, no file is made beside the store.
-enum class StoreAccess : std::uint8_t { Create, Existing, ReadOnly };
+// What an opened store is for.
+enum class StoreAccess : std::uint8_t {
+  Create,    // a store is made where there is no file or an empty one
+  Existing,  // there must be a store
+  // There must be a store, and nothing can be written; where neither the file nor its folder can be
+  // written, as on a read-only medium, no file is made beside the store.
+  ReadOnly,
+};
 
 // Records in one SQLite file. Several programs may have it open: who writes makes the others wait,
 // who reads sees one state of it.
+//
+// One object is used by one thread at a time, which may change between calls: SQLite is used
+// without locks of its own. What fails while it is open, memory too, comes as -1 or false; a text
+// that is given throws std::bad_alloc.
 class PIM_STORE_EXPORT SqliteStore final : public ForwardingStore {
  public:
   // Opens the store at `path` (the operating system's own form), or makes one where there is no

@@ -11,12 +11,16 @@
 
 namespace pim {
 
+// All that a host may be told while a text is read: TextWatch.h, TextAccount.h and the saves of an
+// import. The calls come in the thread that reads, one at a time; an observer that several threads
+// read with must be ready for their calls at once. Whatever a call throws ends the reading and
+// passes to the caller.
+
 // A record of a text that an import has handed to the store: its index among all that begin in the
-// text, as in AccountEntry, and the key that it has now, which is that of a stored one where it
-// equalled that.
+// text, and the key that it has now.
 struct SavedRecord {
-  std::int64_t record = 0;
-  std::int32_t key = 0;
+  std::int64_t record = 0;  // from 0, as in AccountEntry
+  std::int32_t key = 0;     // that of a stored record where it equalled one
 };
 
 // Takes the records that were saved since the last call, in the order of the text; each behind its
@@ -25,9 +29,9 @@ using TakeSaved = std::function<void(std::span<const SavedRecord> records)>;
 
 // What a host wants to be told while a text is read; nothing by default, and at no cost then.
 struct TextObserver {
-  WatchText notice = {};
-  TakeEntry entry = {};
-  TakeSaved saved = {};  // imports alone
+  WatchText notice = {};  // of what isn't understood or is cut
+  TakeEntry entry = {};   // of each line; reading takes longer with it
+  TakeSaved saved = {};   // of records in the store; imports alone
 };
 
 }  // namespace pim

@@ -10,7 +10,10 @@
 namespace pim {
 
 // What a host may be told of a text while it is read, besides the records. Nothing of it changes
-// what is read.
+// what is read. Notices come in the thread that reads; a text's watcher holds no more than those of
+// the record being read.
+
+// What is told.
 enum class TextEvent : std::uint8_t {
   DateNotUnderstood,  // a date with a value that is none; the record stays without it
   RuleNotUnderstood,  // a repeat or exception rule; the item stays without it
@@ -19,8 +22,9 @@ enum class TextEvent : std::uint8_t {
   EndsInsideValue,    // it ends behind that END, but inside a group of base64
 };
 
+// One thing that is told of a text. It holds copies and may be kept.
 struct TextNotice {
-  TextEvent event;
+  TextEvent event;  // what it is
   // From 1, each line feed ending one: where the property begins, for EndsInsideRecord the record.
   std::int64_t line = 0;
   NarrowString property = {};  // of a date or rule; ASCII, in capitals

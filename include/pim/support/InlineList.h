@@ -20,21 +20,29 @@ namespace pim {
 // A list as records keep it: the first `Inside` entries in the object itself, and all of them in
 // one block of record memory when there are more. Most lists of a contact hold one entry or none,
 // so a std::vector would be most of its blocks. An entry's address holds until the list grows.
+//
+// Threads may read a list together, or one thread alone may change it. What copies or adds entries
+// throws std::bad_alloc, and std::length_error beyond 2^32 entries; moving and reading allocate
+// nothing.
 template <class T, std::uint32_t Inside>
 class InlineList {
  public:
   static_assert(std::is_nothrow_move_constructible_v<T> && alignof(T) <= alignof(std::uint64_t));
+  // As the standard library's containers name them.
   using value_type = T;
   using iterator = T*;
   using const_iterator = const T*;
 
   InlineList() noexcept = default;
+  // Copies all entries; the list that is moved from becomes empty, and addresses of its entries
+  // don't hold.
   InlineList(const InlineList& other) : InlineList() {
     for (const T& entry : other) emplace_back(entry);
   }
   InlineList(InlineList&& other) noexcept { Take(other); }
   ~InlineList() { Free(); }
 
+  // Replaces all entries; a list stays as it was when that throws.
   InlineList& operator=(const InlineList& other) {
     if (this != &other) *this = InlineList(other);
     return *this;
@@ -47,6 +55,7 @@ class InlineList {
     return *this;
   }
 
+  // Adds an entry made of the arguments, which may lie in the list, and gives it.
   template <class... Arguments>
   T& emplace_back(Arguments&&... arguments) {
     if (size_ == capacity_) return Grow(std::forward<Arguments>(arguments)...);
@@ -55,8 +64,9 @@ class InlineList {
     return *entry;
   }
 
-  std::size_t size() const noexcept { return size_; }
-  bool empty() const noexcept { return size_ == 0; }
+  std::size_t size() const noexcept { return size_; }  // in entries
+  bool empty() const noexcept { return size_ == 0; }   // whether it has none
+  // The entries, one behind the other: from the first to behind the last.
   T* data() noexcept { return IsInside() ? reinterpret_cast<T*>(inside_) : Heap(); }
   const T* data() const noexcept {
     return IsInside() ? reinterpret_cast<const T*>(inside_) : Heap();
@@ -65,9 +75,11 @@ class InlineList {
   T* end() noexcept { return data() + size_; }
   const T* begin() const noexcept { return data(); }
   const T* end() const noexcept { return data() + size_; }
+  // The entry of that index, which must be below size().
   T& operator[](std::size_t index) noexcept { return data()[index]; }
   const T& operator[](std::size_t index) const noexcept { return data()[index]; }
 
+  // Entry by entry, in their order.
   friend bool operator==(const InlineList& a, const InlineList& b) {
     return std::equal(a.begin(), a.end(), b.begin(), b.end());
   }

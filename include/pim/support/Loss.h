@@ -11,49 +11,55 @@
 
 namespace pim {
 
+// What a line of a text may lose when it is read, as codes, and how they are told. Tables that
+// never change: any thread may use them, and nothing here allocates or throws.
+
 // What happened to a line of a text that the records don't hold, or not as it says: one bit each.
+// Why a line lost it stands in its row of kLosses.
 enum Loss : std::uint32_t {
-  LOSS_NO_COLON = 1U << 0,
-  LOSS_BEFORE_FIRST = 1U << 1,
-  LOSS_UNKNOWN_PROPERTY = 1U << 2,
-  LOSS_GROUP_PREFIX = 1U << 3,
-  LOSS_EMPTY = 1U << 4,
-  LOSS_REPLACED = 1U << 5,
-  LOSS_BAD_VALUE = 1U << 6,
-  LOSS_TYPE_IGNORED = 1U << 7,
-  LOSS_UNKNOWN_CHARSET = 1U << 8,
-  LOSS_INVALID_BYTES = 1U << 9,
-  LOSS_BAD_ESCAPE = 1U << 10,
-  LOSS_NUL = 1U << 11,
-  LOSS_EXTRA_PARTS = 1U << 12,
-  LOSS_TIME_DROPPED = 1U << 13,
-  LOSS_SECONDS_DROPPED = 1U << 14,
-  LOSS_OTHER_PARTS = 1U << 15,
-  LOSS_BAD_BASE64 = 1U << 16,
-  LOSS_NO_PICTURE = 1U << 17,
-  LOSS_CUT = 1U << 18,
-  LOSS_JOINED = 1U << 19,
-  LOSS_RETURN = 1U << 20,
-  // Not losses by themselves: where the line stood.
-  LOSS_BEHIND_END = 1U << 21,
-  LOSS_NESTED = 1U << 22,
+  LOSS_NO_COLON = 1U << 0,          // a line without a colon, which is no property
+  LOSS_BEFORE_FIRST = 1U << 1,      // ahead of the first BEGIN
+  LOSS_UNKNOWN_PROPERTY = 1U << 2,  // no field of a record is for it
+  LOSS_GROUP_PREFIX = 1U << 3,      // such as "A.TEL": known without its prefix
+  LOSS_EMPTY = 1U << 4,             // no value
+  LOSS_REPLACED = 1U << 5,          // a later line of the record gave the field another value
+  LOSS_BAD_VALUE = 1U << 6,         // a date, number or word that isn't understood
+  LOSS_TYPE_IGNORED = 1U << 7,      // a parameter without effect
+  LOSS_UNKNOWN_CHARSET = 1U << 8,   // CHARSET= with another name than those known
+  LOSS_INVALID_BYTES = 1U << 9,     // no text in the code page; became U+FFFD
+  LOSS_BAD_ESCAPE = 1U << 10,       // an equals sign of quoted-printable without two hex digits
+  LOSS_NUL = 1U << 11,              // the text ends at a NUL character
+  LOSS_EXTRA_PARTS = 1U << 12,      // more parts between semicolons than there are fields
+  LOSS_TIME_DROPPED = 1U << 13,     // a time of day where a day alone is kept
+  LOSS_SECONDS_DROPPED = 1U << 14,  // seconds of a time, which become 0
+  LOSS_OTHER_PARTS = 1U << 15,      // words of a list that no field holds
+  LOSS_BAD_BASE64 = 1U << 16,       // cut, or with other bytes between
+  LOSS_NO_PICTURE = 1U << 17,       // a picture's file can't be made
+  LOSS_CUT = 1U << 18,              // the text ends inside the value
+  LOSS_JOINED = 1U << 19,           // a BEGIN in the line of an END, which begins nothing
+  LOSS_RETURN = 1U << 20,           // a carriage return inside the line
+  // These two are no losses by themselves: they tell where the line stood.
+  LOSS_BEHIND_END = 1U << 21,  // behind the END of its record
+  LOSS_NESTED = 1U << 22,      // inside another record
 };
 
 // Any number of them, joined.
 using LossMask = std::uint32_t;
 
+// The loss alone where there is one, else none.
 constexpr LossMask LossIf(bool isLost, Loss loss) { return isLost ? LossMask{loss} : 0; }
 
-// How a loss is told.
+// How a loss is told, in English.
 struct LossRow {
-  Loss code;
+  Loss code;              // one bit
   NarrowStringView name;  // in accounts for programs
   NarrowStringView text;  // in accounts for people
   NarrowStringView one;   // counted: "1 unknown property"
-  NarrowStringView many;  // "3 unknown properties"
+  NarrowStringView many;  // of 0 or several: "3 unknown properties"
 };
 
-// In the order in which a line's codes are told. The first one of a line is what it counts as.
+// All of them, in the order in which a line's codes are told. The first one of a line is what it
+// counts as.
 inline constexpr LossRow kLosses[] = {
     {LOSS_NO_COLON, "no-colon", "a line without a colon", "line without a colon",
      "lines without a colon"},

@@ -16,7 +16,7 @@ namespace pim {
 
 class WideText;
 
-// Any other form of wide text: a string, a view, a zero-terminated text.
+// Any other form of wide text than WideText: a string, a view, a zero-terminated text.
 template <class T>
 concept WideTextSource = std::convertible_to<T, WideStringView> && !std::same_as<T, WideText>;
 
@@ -24,9 +24,14 @@ concept WideTextSource = std::convertible_to<T, WideStringView> && !std::same_as
 // block of record memory of its exact size. A contact has some twenty texts, most of them empty or
 // short, and new memory costs an import more than the parsing does: a std::u16string would take 32
 // bytes each.
+//
+// A value like a std::u16string: threads may read one together, or one thread alone may change it.
+// What takes a text to copy throws std::bad_alloc, and std::length_error from 2^32 units on;
+// moving, reading and clearing allocate nothing.
 class PIM_EXPORT WideText {
  public:
   WideText() noexcept = default;
+  // Copies the units; the text that is moved from becomes empty.
   template <WideTextSource T>
   WideText(const T& text) {
     Assign(text);
@@ -35,6 +40,7 @@ class PIM_EXPORT WideText {
   WideText(WideText&& other) noexcept { Take(other); }
   ~WideText() { Free(); }
 
+  // Replaces the text, which stays as it was when that throws. The source may be part of this one.
   WideText& operator=(const WideText& other) {
     if (this != &other) Assign(other.view());
     return *this;
@@ -55,16 +61,19 @@ class PIM_EXPORT WideText {
   // Replaces the text by ASCII characters, which nobody checks. Throws as the assignments do.
   void AssignAscii(NarrowStringView text);
 
+  // The units, good until this one changes or goes.
   WideStringView view() const noexcept { return {IsInside() ? inside_ : Heap(), size_}; }
   operator WideStringView() const noexcept { return view(); }
-  WideString str() const { return WideString(view()); }
-  std::size_t size() const noexcept { return size_; }
-  bool empty() const noexcept { return size_ == 0; }
+  WideString str() const { return WideString(view()); }  // a copy; throws std::bad_alloc
+  std::size_t size() const noexcept { return size_; }    // in UTF-16 units
+  bool empty() const noexcept { return size_ == 0; }     // whether it has no unit
+  // Makes it empty and gives its memory back.
   void clear() noexcept {
     Free();
     size_ = 0;
   }
 
+  // Unit by unit.
   template <std::convertible_to<WideStringView> T>
   friend bool operator==(const WideText& a, const T& b) {
     return a.view() == static_cast<WideStringView>(b);

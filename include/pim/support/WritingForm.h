@@ -19,9 +19,10 @@ enum class WritingForm : std::uint8_t {
   ReadsBack,
 };
 
-// Process-wide, like the other choices of a host (pim/platform/Host.h), and to be set before
-// operations run. ToTheLetter by default.
+// Sets the form for the whole process, all threads: ToTheLetter by default. Like the other choices
+// of a host (pim/platform/Host.h) it must not change while any thread writes. Allocates nothing.
 PIM_EXPORT void SetWritingForm(WritingForm form) noexcept;
+// The form that was set. Any thread may ask. Allocates nothing.
 PIM_EXPORT WritingForm GetWritingForm() noexcept;
 
 }  // namespace pim

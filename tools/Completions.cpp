@@ -8,17 +8,13 @@
 #include <vector>
 
 #include "app/commands/CommandTable.h"
+#include "app/commands/HelpLayout.h"
 #include "app/commands/OptionChoices.h"
 #include "tools/LinePlaces.h"
 #include "tools/Templates.h"
 
 namespace pim::app {
 namespace {
-
-void Replace(std::string& text, std::string_view mark, std::string_view by) {
-  for (std::size_t at = 0; (at = text.find(mark, at)) != std::string::npos; at += by.size())
-    text.replace(at, mark.size(), by);
-}
 
 std::string Joined(const std::vector<std::string>& words) {
   std::string text;
@@ -60,7 +56,7 @@ Family FamilyOf(const LinePlace& place) {
 
 // A text of the shell that stands for itself.
 std::string ShellQuoted(std::string text) {
-  Replace(text, "'", "'\\''");
+  ReplaceAll(text, "'", "'\\''");
   return "'" + text + "'";
 }
 
@@ -112,7 +108,7 @@ std::string BashValues() {
 // ---- zsh
 
 std::string ZshDescription(std::string text) {
-  for (const char* mark : {"\\", "[", "]", ":"}) Replace(text, mark, std::string("\\") + mark);
+  for (const char* mark : {"\\", "[", "]", ":"}) ReplaceAll(text, mark, std::string("\\") + mark);
   return text;
 }
 
@@ -138,7 +134,7 @@ std::string ZshOption(const OptionRow& row, const CommandRow* command) {
 // Bars in parentheses, since the shell takes a last parenthesis without one as more than a pattern.
 std::string ZshFiles(std::string_view endings) {
   std::string choice(endings);
-  Replace(choice, " ", "|");
+  ReplaceAll(choice, " ", "|");
   return "_files -g \"(#i)*." +
          (choice.find('|') != std::string::npos ? "(" + choice + ")" : choice) + "\"";
 }
@@ -173,8 +169,8 @@ std::string ZshPlaces() {
 // ---- fish
 
 std::string FishQuoted(std::string text) {
-  Replace(text, "\\", "\\\\");
-  Replace(text, "'", "\\'");
+  ReplaceAll(text, "\\", "\\\\");
+  ReplaceAll(text, "'", "\\'");
   return "'" + text + "'";
 }
 
@@ -233,14 +229,11 @@ std::string FishPlaces() {
   std::string lines;
   for (const LinePlace& place : LinePlaces()) {
     const char* where = place.repeats ? "any" : "first";
-    for (const PlaceWord& word : place.words)
-      lines += FishCondition(where, {place.key}) + " -a " + word.word + " -d " +
-               FishQuoted(word.summary) + "\n";
-    if (!place.endings.empty())
-      lines +=
-          FishCondition(where, {place.key}) + " -a " + FishQuoted(FishFiles(place.endings)) + "\n";
-    if (place.isFolder)
-      lines += FishCondition(where, {place.key}) + " -a '(__fish_complete_directories)'\n";
+    const std::string start = FishCondition(where, {place.key}) + " -a ";
+    const auto offer = [&](const std::string& what) { lines += start + what + "\n"; };
+    for (const PlaceWord& word : place.words) offer(word.word + " -d " + FishQuoted(word.summary));
+    if (!place.endings.empty()) offer(FishQuoted(FishFiles(place.endings)));
+    if (place.isFolder) offer("'(__fish_complete_directories)'");
   }
   return lines;
 }
@@ -252,7 +245,7 @@ void FillPlace(std::string& text, std::string_view name, std::string_view by) {
   if (text.find(mark) == std::string::npos) throw std::logic_error("no place for " + mark);
   // The last line's end is the template's.
   if (by.ends_with('\n')) by.remove_suffix(1);
-  Replace(text, mark, by);
+  ReplaceAll(text, mark, by);
 }
 
 std::string BashCompletion(std::string text) {
@@ -277,9 +270,10 @@ std::string ZshCompletion(std::string text) {
 
 std::string FishCompletion(std::string text) {
   std::string lines;
-  for (const Option option : CommonOptions())
+  for (const Option option : CommonOptions()) {
     lines +=
         "complete -c pimvobj" + FishOption(RowOf(option), HelpOf(option, nullptr), Family::NoNoun);
+  }
   FillPlace(text, "lines", lines + FishPlaces() + FishOptions());
   FillPlace(text, "valued-options", ValuedOptions());
   FillPlace(text, "going-on", Joined(WordsThatGoOn()));

@@ -1,13 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The PimVobjMgr authors
 // SPDX-License-Identifier: Apache-2.0
+#include <algorithm>
 #include <cstdio>
 #include <exception>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <string_view>
 
 #include "tools/LinePlaces.h"
+#include "tools/MadeFile.h"
 #include "tools/Templates.h"
 
 namespace pim::app {
@@ -22,11 +22,6 @@ constexpr struct {
     {"_pimvobj", ZshCompletion},
     {"pimvobj.fish", FishCompletion},
 };
-
-std::string BytesOf(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
 
 // What tests hold the files against: for each command a line of its words and one of its options.
 void PrintTable() {
@@ -52,12 +47,7 @@ int Run(int argc, char** argv) {
   for (const auto& file : kFiles) {
     const std::string path = to + "/" + file.name;
     const std::string made = file.make(BytesOf(from + "/" + file.name + ".in"));
-    if (!check) {
-      std::ofstream(path, std::ios::binary) << made;
-    } else if (BytesOf(path) != made) {
-      std::fprintf(stderr, "%s is stale: make the target \"manual-files\"\n", path.c_str());
-      status = 1;
-    }
+    status = std::max(status, WriteOrCheck(path, made, check, "manual-files"));
   }
   return status;
 }

@@ -3,10 +3,7 @@
 #include <stdlib.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <map>
 #include <random>
 #include <string>
@@ -22,6 +19,7 @@
 #include "records/CategoryWords.h"
 #include "records/RecordMap.h"
 #include "support/ParameterTable.h"
+#include "tools/MadeFile.h"
 #include "vcalendar/VCalendarFields.h"
 #include "vcard/VCardFields.h"
 
@@ -373,11 +371,6 @@ class Page {
   std::string text_;
 };
 
-std::string BytesOf(const char* path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
-
 int Run(int argc, char** argv) {
   const bool check = argc == 3 && std::string_view(argv[1]) == "--check";
   if (argc != 2 && !check) return 2;
@@ -388,13 +381,7 @@ int Run(int argc, char** argv) {
   setenv("TZ", "UTC0", 1);
   const std::string page = Page().Make();
   std::filesystem::remove_all(pictures);
-  if (!check) {
-    std::ofstream(argv[1], std::ios::binary) << page;
-    return 0;
-  }
-  if (BytesOf(argv[2]) == page) return 0;
-  std::fprintf(stderr, "%s is stale: make the target \"mapping\"\n", argv[2]);
-  return 1;
+  return WriteOrCheck(argv[argc - 1], page, check, "mapping");
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "app/commands/HelpLayout.h"
 #include "app/commands/OptionChoices.h"
 
 namespace pim::app {
@@ -280,11 +281,6 @@ constexpr CommandRow kCommands[] = {
      "Without operands it tells all commands and topics."},
 };
 
-void Replace(std::string& text, std::string_view mark, std::string_view by) {
-  for (std::size_t at = text.find(mark); at != std::string::npos; at = text.find(mark, at))
-    text.replace(at, mark.size(), by);
-}
-
 }  // namespace
 
 std::span<const OptionRow> OptionRows() { return kOptions; }
@@ -294,7 +290,7 @@ std::string HelpOf(Option option, const CommandRow* command) {
     if (command != nullptr && own.action == command->action && own.option == option)
       help = own.help;
   }
-  Replace(help, "{choices}", Listed(ChoicesOf(option, Family::NoNoun)));
+  ReplaceAll(help, "{choices}", Listed(ChoicesOf(option, Family::NoNoun)));
   return help;
 }
 std::span<const Option> CommonOptions() { return kCommon; }
@@ -305,8 +301,8 @@ const NounRow& NounOf(RecordKind kind) { return *std::ranges::find(kNouns, kind,
 
 std::string Filled(std::string_view text, const NounRow& noun) {
   std::string filled(text);
-  Replace(filled, "{noun}", noun.word);
-  Replace(filled, "{one}", noun.one);
+  ReplaceAll(filled, "{noun}", noun.word);
+  ReplaceAll(filled, "{one}", noun.one);
   return filled;
 }
 

@@ -63,4 +63,9 @@ std::string Wrapped(std::string_view text, std::size_t indent) {
   return lines;
 }
 
+void ReplaceAll(std::string& text, std::string_view mark, std::string_view by) {
+  for (std::size_t at = 0; (at = text.find(mark, at)) != std::string::npos; at += by.size())
+    text.replace(at, mark.size(), by);
+}
+
 }  // namespace pim::app

@@ -28,4 +28,7 @@ std::string Indented(std::string_view lines);
 // A paragraph, broken between words, behind so many blanks.
 std::string Wrapped(std::string_view text, std::size_t indent = 4);
 
+// Puts a text in each place of a mark.
+void ReplaceAll(std::string& text, std::string_view mark, std::string_view by);
+
 }  // namespace pim::app

@@ -2,7 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-// Marks what a host may call. Everything else is hidden in the libraries.
+// Marks what a host may call, functions and classes of the libraries. Everything else is hidden in
+// them. No objects, so nothing for threads to share.
 #if defined(_WIN32)
 #define PIM_EXPORT
 #else

@@ -54,8 +54,8 @@ bodyIndent != "" {
   if (/^ *}/) sub(/ *\/\/.*/, "")
   hasOwn = sub(/  +\/\/ /, "  ///< ")
   isLabel = /^ *(public|private|protected):$/
-  # What goes on stands deeper, or behind the head of a template.
-  isDeclaration = !isHead && !isLabel && !/^ *[}#]/
+  # What goes on stands deeper, or behind the head of a template. A destructor needs no word.
+  isDeclaration = !isHead && !isLabel && !/^ *[}#~]/
   if (lines > 0 && isDeclaration && IndentOf($0) == indent) {
     if (!isTold) isShared = hasOwn
     if (!isTold || !hasOwn || isShared) Tell()

@@ -33,7 +33,7 @@ class CCalendarZone {
 // AALARM: an item's alarm. Of all this only the time is written.
 class CReminder {
  public:
-  // The members of the same names, as codes; GetAlramType is spelt as applications call it.
+  // Give or replace the codes below. GetAlramType is spelt as applications call it.
   std::uint32_t GetType() const { return reminderType; }
   void SetType(std::uint32_t type) { reminderType = type; }
   std::uint32_t GetValueType() const { return valueType; }

@@ -15,9 +15,9 @@ namespace pim {
 // The entries of a contact's lists. Each is a plain value: threads may read one together, or one
 // thread alone may change it. Setters and copies of texts throw std::bad_alloc.
 //
-// Getters and setters of old names stand beside the members themselves; texts that they take are
-// zero-terminated and copied. IsEmpty() says that an entry has no text, whatever its type: writers
-// leave it out. Two entries are equal when all their members are.
+// Getters and setters stand beside the members themselves; texts that they take are zero-terminated
+// and copied. What IsEmpty() has no text, whatever its type, and writers leave it out. Two entries
+// are equal when all their members are.
 
 // The five parts of a name, in the order of the vCard N value.
 class CName {
@@ -39,11 +39,12 @@ class CName {
 // TEL, written in the default code page.
 class CTelephoneNumber {
  public:
-  // Members, and whether there is a number.
+  // Give or replace the type and the number.
   std::uint32_t GetType() const { return number_type; }
   void SetType(std::uint32_t type) { number_type = type; }
   WideString GetNumber() const { return number.str(); }
   void SetNumber(const char16_t* text) { number = text; }
+  // Whether there is no number.
   bool IsEmpty() const { return number.empty(); }
   friend bool operator==(const CTelephoneNumber&, const CTelephoneNumber&) = default;
 
@@ -54,11 +55,12 @@ class CTelephoneNumber {
 // EMAIL.
 class CEmail {
  public:
-  // Members, and whether there is an address.
+  // Give or replace the type and the address.
   std::uint32_t GetType() const { return email_type; }
   void SetType(std::uint32_t type) { email_type = type; }
   WideString GetEmail() const { return email_address.str(); }
   void SetEmail(const char16_t* text) { email_address = text; }
+  // Whether there is no address.
   bool IsEmpty() const { return email_address.empty(); }
   friend bool operator==(const CEmail&, const CEmail&) = default;
 
@@ -69,11 +71,12 @@ class CEmail {
 // URL.
 class CURL {
  public:
-  // Members, and whether there is an address.
+  // Give or replace the type and the address.
   std::uint32_t GetType() const { return url_type; }
   void SetType(std::uint32_t type) { url_type = type; }
   WideString GetURL() const { return url_address.str(); }
   void SetURL(const char16_t* text) { url_address = text; }
+  // Whether there is no address.
   bool IsEmpty() const { return url_address.empty(); }
   friend bool operator==(const CURL&, const CURL&) = default;
 
@@ -84,7 +87,7 @@ class CURL {
 // X-CHATID: a name in a messenger.
 class CMessenger {
  public:
-  // Whether there is an address.
+  // Whether there is no address.
   bool IsEmpty() const { return messenger_address.empty(); }
   friend bool operator==(const CMessenger&, const CMessenger&) = default;
 
@@ -95,9 +98,10 @@ class CMessenger {
 // The seven parts of an address, in the order of the vCard ADR value.
 class CPostalAddress {
  public:
-  // The type, and whether all seven parts are empty.
+  // Give or replace the type.
   std::uint32_t GetType() const { return address_type; }
   void SetType(std::uint32_t type) { address_type = type; }
+  // Whether all seven parts are empty.
   bool IsEmpty() const {
     return post_office.empty() && extended_address.empty() && street.empty() && locality.empty() &&
            region.empty() && postal_code.empty() && country.empty();
@@ -140,7 +144,7 @@ class CContactEvent {
 // A text for applications: a contact's own notes are its comments.
 class CNote {
  public:
-  // The text; nothing else reads it.
+  // Give or replace the text.
   WideString GetNote() const { return note.str(); }
   void SetNote(const char16_t* text) { note = text; }
 

@@ -9,7 +9,8 @@ namespace pim {
 
 // A store that passes every operation on to another one, with its results. The stores of this
 // library are made of it, so that their headers tell what is their own; a host derives from it to
-// change or to watch some operations.
+// change or to watch some operations. It is used by one thread at a time, with the store behind it,
+// and allocates nothing itself.
 class PIM_EXPORT ForwardingStore : public RecordStore {
  public:
   ForwardingStore(const ForwardingStore&) = delete;

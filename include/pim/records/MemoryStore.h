@@ -9,9 +9,12 @@
 
 namespace pim {
 
-// Records in memory, for hosts without a file and for tests. They go with the object.
+// Records in memory, for hosts without a file and for tests. They go with the object. One thread at
+// a time uses it, and it shares nothing with other stores. Where memory is short, a save fails with
+// -1, and a load or visit throws std::bad_alloc.
 class PIM_EXPORT MemoryStore final : public ForwardingStore {
  public:
+  // An empty store. Throws std::bad_alloc.
   MemoryStore();
   ~MemoryStore() override;
 

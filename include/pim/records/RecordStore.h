@@ -22,14 +22,20 @@ class CContactGroups;
 class CContacts;
 class ImportHistory;
 
+// The store as operations see it, and what binds one to them. A store, with its transactions and
+// its history, is used by one thread at a time; stores of several threads may work at once. Handles
+// are for the whole process, and binding, unbinding and finding a store may be done by any thread
+// at any time.
+
 // Gives the bytes of a contact's picture by the name in its `photo`, or none when there is no such
 // file. A store asks it when two contacts may be the same but for their pictures.
 using PictureReader = std::function<NarrowString(WideStringView name)>;
 
-// Where records are kept. One object is one open store, used by one thread at a time.
+// Where records are kept. One object is one open store.
 //
 // Each operation gives a number of records, or -1 when the store fails; after -1 the store and the
-// collection are as they were before the call, and LastError tells what was wrong.
+// collection are as they were before the call, and LastError tells what was wrong. Where memory is
+// short, saves of this library's stores fail so; each store tells of its loads.
 //
 // Keys 0, 65535 and negative ones mean "not stored yet" and are never given out. Saving a record
 // whose key is in the store updates it; any other record is new and gets a fresh key.
@@ -94,6 +100,7 @@ class PIM_EXPORT RecordStore {
 // One transaction that holds several operations together: rolled back unless committed.
 class PIM_EXPORT StoreTransaction {
  public:
+  // Begins it; `store` must outlive this.
   [[nodiscard]] explicit StoreTransaction(RecordStore& store)
       : store_(store), open_(store.Begin()) {}
   StoreTransaction(const StoreTransaction&) = delete;
@@ -102,6 +109,7 @@ class PIM_EXPORT StoreTransaction {
     if (open_) store_.Rollback();
   }
 
+  // Whether it has begun and isn't committed yet.
   [[nodiscard]] bool IsOpen() const noexcept { return open_; }
   // False when the store fails; then everything since the beginning is undone.
   [[nodiscard]] bool Commit() {
@@ -120,6 +128,7 @@ class PIM_EXPORT StoreTransaction {
 // Several readings that see one state of the store.
 class PIM_EXPORT StoreReading {
  public:
+  // Begins them; `store` must outlive this.
   [[nodiscard]] explicit StoreReading(RecordStore& store)
       : store_(store), open_(store.BeginReading()) {}
   StoreReading(const StoreReading&) = delete;
@@ -127,6 +136,7 @@ class PIM_EXPORT StoreReading {
   ~StoreReading() {
     if (open_) store_.EndReading();
   }
+  // Whether they have begun.
   [[nodiscard]] bool IsOpen() const noexcept { return open_; }
 
  private:
@@ -135,21 +145,23 @@ class PIM_EXPORT StoreReading {
 };
 
 // Binds a store to a handle for the collections' operations, from 1. The store stays the caller's
-// and must outlive the binding.
+// and must outlive the binding; the binding must outlive each operation with its handle.
 class PIM_EXPORT StoreBinding {
  public:
+  // Gives the store a handle that none had before. Throws std::bad_alloc.
   [[nodiscard]] explicit StoreBinding(RecordStore& store);
   StoreBinding(const StoreBinding&) = delete;
   StoreBinding& operator=(const StoreBinding&) = delete;
   ~StoreBinding();
 
+  // The handle, for `db` of the operations.
   std::int32_t db() const noexcept { return db_; }
 
  private:
   std::int32_t db_;
 };
 
-// The store bound to the handle `db`, or null. Whoever bound it owns it.
+// The store bound to the handle `db`, or null. Whoever bound it owns it. Allocates nothing.
 [[nodiscard]] PIM_EXPORT RecordStore* StoreForHandle(std::int32_t db) noexcept;
 
 }  // namespace pim

@@ -20,7 +20,7 @@ namespace pim {
 // the application's own.
 class CXItem {
  public:
-  // The members as a host sets and asks them; texts are zero-terminated, and copied.
+  // Give or replace the members; texts that are taken are zero-terminated, and copied.
   WideString GetName() const { return name.str(); }
   WideString GetValue() const { return value.str(); }
   void SetName(const char16_t* text) { name = text; }
@@ -45,7 +45,8 @@ class CVObject {
   COleDateTimeNull created_time;    // DTCREATE, written DCREATED
   COleDateTimeNull modified_time;   // LAST-MODIFIED
   COleDateTimeNull xmodified_time;  // X-MODIFIED
-  std::vector<CXItem> xitems;       // in the order in which they were made
+
+  std::vector<CXItem> xitems;  // in the order in which they were made
 
   // The number of extension items.
   std::int32_t GetXItemCount() const { return static_cast<std::int32_t>(xitems.size()); }

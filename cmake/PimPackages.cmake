@@ -53,8 +53,7 @@ Takes vCard 2.1 and vCalendar 1.0 files into a store on this machine, tells
 what isn't kept of them, and writes them again. Imports can be undone, and
 the files that they came from are kept.")
 
-# Policy wants a copyright and a changelog in each, and manual pages compressed.
-set(CPACK_PRE_BUILD_SCRIPTS ${CMAKE_CURRENT_LIST_DIR}/CompressPages.cmake)
+# Policy wants a copyright and a changelog in each.
 configure_file(packaging/debian/changelog.in debian/changelog @ONLY)
 execute_process(COMMAND gzip -9nf changelog
                 WORKING_DIRECTORY ${PROJECT_BINARY_DIR}/debian COMMAND_ERROR_IS_FATAL ANY)

@@ -28,13 +28,18 @@ cmake --build "$build"
 rm -f "$build"/*.deb
 (cd "$build" && cpack)
 
-# cpack calls ldconfig by scripts beside the trigger, and leaves the files' times to chance.
+# What cpack can't: Debian has manual pages compressed, zsh's completions in a place of its own, and
+# ldconfig called by the trigger alone. Files get the time of the release.
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 for deb in "$build"/*.deb; do
-  dpkg-deb --raw-extract "$deb" "$work/files"
-  rm -f "$work"/files/DEBIAN/post{inst,rm}
-  dpkg-deb --root-owner-group --build "$work/files" "$deb" >"$work/log"
-  rm -r "$work/files"
+  files=$work/$(basename "$deb")
+  dpkg-deb --raw-extract "$deb" "$files"
+  rm -f "$files"/DEBIAN/post{inst,rm}
+  find "$files/usr/share" -path '*/man/*.1' -exec gzip -9n {} +
+  [ ! -e "$files/usr/share/zsh/site-functions" ] ||
+    mv "$files/usr/share/zsh/site-functions" "$files/usr/share/zsh/vendor-completions"
+  (cd "$files" && find usr -type f -print0 | LC_ALL=C sort -z | xargs -0 md5sum >DEBIAN/md5sums)
+  dpkg-deb --root-owner-group --build "$files" "$deb" >"$work/log"
 done
 ls "$build"/*.deb

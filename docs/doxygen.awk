@@ -49,13 +49,12 @@ bodyIndent != "" {
 }
 
 {
-  sub(/PIM_EXPORT /, "")
   if (/= (default|delete);$/) next  # says all by itself
   if (/^ *}/) sub(/ *\/\/.*/, "")
   hasOwn = sub(/  +\/\/ /, "  ///< ")
   isLabel = /^ *(public|private|protected):$/
   # What goes on stands deeper, or behind the head of a template. A destructor needs no word.
-  isDeclaration = !isHead && !isLabel && !/^ *[}#~]/
+  isDeclaration = !isHead && !isLabel && (!/^ *[}#~]/ || /^#define/)
   if (lines > 0 && isDeclaration && IndentOf($0) == indent) {
     if (!isTold) isShared = hasOwn
     if (!isTold || !hasOwn || isShared) Tell()

@@ -9,6 +9,9 @@
 
 namespace pim {
 
+// The two encodings of Unicode that hosts use. Any number of threads may call these at once; they
+// throw std::bad_alloc.
+
 // Wide text as UTF-8, for hosts that keep or show bytes; a lone surrogate becomes U+FFFD.
 [[nodiscard]] PIM_EXPORT std::string Utf8FromWide(std::u16string_view wide);
 

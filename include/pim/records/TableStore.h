@@ -17,6 +17,10 @@
 
 namespace pim {
 
+// A host's own database as a store. One thread at a time uses a TableStore, with its tables, which
+// are called in that thread alone. Where memory is short, a save fails with -1, and a load or visit
+// may throw std::bad_alloc.
+
 // The rows of one kind in a host's own database, by their keys, all of them above 0. An operation
 // that throws a std::exception fails what the store is doing, with its text as the reason.
 template <class Row>

@@ -54,7 +54,12 @@ function(pim_add_shared_library name)
     OUTPUT_NAME ${name}
     EXPORT_NAME ${name}
     VERSION ${PROJECT_VERSION}
-    SOVERSION ${abi})
+    SOVERSION ${abi}
+    BUILD_RPATH_USE_ORIGIN ON)
+  # One library finds the other wherever the two are put; a distribution has a place for both.
+  if(NOT PIMVOBJ_PACKAGES)
+    set_target_properties(${name}_shared PROPERTIES INSTALL_RPATH "$<$<PLATFORM_ID:Linux>:$ORIGIN>")
+  endif()
   if(UNIX AND NOT APPLE)
     # Of instances of the standard library's templates the compiler exports those that it makes.
     set(exports ${PROJECT_BINARY_DIR}/exports.map)

@@ -25,6 +25,20 @@ function(pim_target_defaults target)
   endif()
 endfunction()
 
+# For builds that compile several sources as one (CMAKE_UNITY_BUILD): those of one folder, which get
+# along.
+function(pim_unite_folders target)
+  get_target_property(sources ${target} SOURCES)
+  list(FILTER sources INCLUDE REGEX "\\.cpp$")
+  foreach(source IN LISTS sources)
+    cmake_path(ABSOLUTE_PATH source NORMALIZE OUTPUT_VARIABLE path)
+    cmake_path(GET path PARENT_PATH folder)
+    cmake_path(GET folder FILENAME name)
+    set_source_files_properties(${source} TARGET_DIRECTORY ${target} PROPERTIES UNITY_GROUP ${name})
+  endforeach()
+  set_target_properties(${target} PROPERTIES UNITY_BUILD_MODE GROUP)
+endfunction()
+
 # One of the two libraries, as an archive. `building` is what its objects are compiled with for
 # their exports (pim/Export.h); hosts of the archive get PIM_STATIC, but not the other library,
 # whose objects may become a shared one.
@@ -76,6 +90,8 @@ function(pim_add_test name)
   pim_target_defaults(${name})
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR})
   target_compile_definitions(${name} PRIVATE PIM_TEST_DATA="${PROJECT_SOURCE_DIR}/tests/data")
+  # Half of the time that optimising a test takes would never come back.
+  target_compile_options(${name} PRIVATE $<$<CONFIG:RelWithDebInfo>:-O0>)
   target_link_libraries(${name} PRIVATE ${ARG_LIBRARIES} GTest::gtest GTest::gtest_main)
   gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)
 endfunction()

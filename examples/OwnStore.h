@@ -14,7 +14,7 @@
 
 // One table; an application with a database asks that one instead of a map.
 template <class Row>
-class MapTable final : public pim::RecordTable<Row> {
+class MapTable final : public pim::RowTable<Row> {
  public:
   std::shared_ptr<const Row> Find(std::int32_t key) override {
     const auto found = rows_.find(key);
@@ -38,10 +38,10 @@ class MapTable final : public pim::RecordTable<Row> {
 
 class OwnStore final : public pim::TableStore {
  protected:
-  pim::RecordTable<pim::CContact>& Contacts() override { return tables_.contacts; }
-  pim::RecordTable<pim::CCalendar>& Items() override { return tables_.items; }
-  pim::RecordTable<pim::CContactGroup>& Groups() override { return tables_.groups; }
-  pim::RecordTable<pim::CContactGroupPair>& Links() override { return tables_.links; }
+  pim::RowTable<pim::CContact>& Contacts() override { return tables_.contacts; }
+  pim::RowTable<pim::CCalendar>& Items() override { return tables_.items; }
+  pim::RowTable<pim::CContactGroup>& Groups() override { return tables_.groups; }
+  pim::RowTable<pim::CContactGroupPair>& Links() override { return tables_.links; }
 
   // Rows are shared, so that a copy of the tables costs a few words a row.
   void BeginChanges() override { before_.push_back(tables_); }

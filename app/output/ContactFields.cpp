@@ -104,7 +104,7 @@ std::string Moment(const CContact& contact, const LocalTimes& times, CellForm) {
   return times.Moment(contact.*Field);
 }
 
-constexpr FieldRow<CContact> kFields[] = {
+constexpr FieldRow<CContact> kContactFieldRows[] = {
     {"key", false, Key},
     {"name", true, Name},
     {"full-name", true, Plain<&CContact::formatted_name>},
@@ -144,7 +144,7 @@ std::string CellText(WideStringView text, CellForm form) {
   return form == CellForm::Table ? Shown(text) : Utf8FromWide(text);
 }
 
-std::span<const FieldRow<CContact>> FieldsOf(const CContact*) { return kFields; }
+std::span<const FieldRow<CContact>> FieldsOf(const CContact*) { return kContactFieldRows; }
 std::span<const std::string_view> UsualContactFields() { return kUsual; }
 
 WideString DisplayName(const CContact& contact) {

@@ -66,7 +66,7 @@ std::string Holiday(const CCalendar& item, const LocalTimes&, CellForm) {
   return item.set_holiday != 0 ? "yes" : "";
 }
 
-constexpr FieldRow<CCalendar> kFields[] = {
+constexpr FieldRow<CCalendar> kItemFieldRows[] = {
     {"key", false, Key},
     {"subject", false, Subject},
     {"summary", true, Plain<&CCalendar::summary>},
@@ -97,7 +97,7 @@ constexpr std::string_view kMemo[] = {"key", "modified", "colour", "subject"};
 
 }  // namespace
 
-std::span<const FieldRow<CCalendar>> FieldsOf(const CCalendar*) { return kFields; }
+std::span<const FieldRow<CCalendar>> FieldsOf(const CCalendar*) { return kItemFieldRows; }
 
 std::span<const std::string_view> UsualItemFields(CalendarType kind) {
   switch (kind) {

@@ -10,7 +10,7 @@ namespace pim {
 namespace {
 
 constexpr int kSecondsPerHour = 3600;
-constexpr int kSecondsPerDay = 24 * kSecondsPerHour;
+constexpr int kSecondsOfDay = 24 * kSecondsPerHour;
 constexpr int kLast = 5;  // the occurrence of a weekday that is the last in its month
 constexpr std::array<int, 12> kMonthLengths = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
 constexpr std::string_view kDefaultChanges = ",M3.2.0,M11.1.0";
@@ -140,9 +140,9 @@ void MoveDays(Change& change, int days) {
 }
 
 SYSTEMTIME ZoneDate(Change change) {
-  const int days = Floor(change.seconds, kSecondsPerDay);
+  const int days = Floor(change.seconds, kSecondsOfDay);
   if (days != 0) MoveDays(change, days);
-  const int seconds = change.seconds - days * kSecondsPerDay;
+  const int seconds = change.seconds - days * kSecondsOfDay;
   SYSTEMTIME date;
   date.wMonth = static_cast<std::uint16_t>(change.month);
   date.wDayOfWeek = static_cast<std::uint16_t>(change.weekday);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <ctime>
 #include <optional>
 #include <string>
 
@@ -27,6 +28,9 @@ inline WideString NameOf(const CContact& contact) {
 inline WideString NameOf(const CCalendar& item) {
   return (item.summary.empty() ? item.description : item.summary).str();
 }
+
+// When an import begins or is undone: since 1970, UTC.
+inline std::int64_t SecondsNow() { return static_cast<std::int64_t>(std::time(nullptr)); }
 
 inline constexpr const char* kImportIsUnderWay = "an import is under way already";
 inline constexpr const char* kNoImportIsUnderWay = "no import is under way";

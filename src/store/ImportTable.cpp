@@ -2,18 +2,16 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "store/ImportTable.h"
 
-#include <ctime>
 #include <limits>
 #include <stdexcept>
 
 #include "platform/ProcessMark.h"
 #include "store/Digest.h"
+#include "store/HistoryRules.h"
 #include "store/SqlText.h"
 
 namespace pim {
 namespace {
-
-std::int64_t Now() { return static_cast<std::int64_t>(std::time(nullptr)); }
 
 // One option a line; a backslash and "n" stand for a line feed in an option, two backslashes for
 // one.
@@ -98,7 +96,7 @@ std::int32_t ImportTable::Begin(const ImportStart& start) {
   process_ = ProcessMark();
   begin_.BindText(1, start.command);
   begin_.BindText(2, options);
-  begin_.Bind(3, Now());
+  begin_.Bind(3, SecondsNow());
   begin_.BindText(4, process_);
   Rows rows(begin_);
   const std::int64_t number = rows.Next() ? begin_.Integer(0) : 0;
@@ -212,7 +210,7 @@ std::optional<ImportState> ImportTable::StateOf(std::int32_t import) {
 
 void ImportTable::SetUndone(std::int32_t import, std::int64_t takenBack, std::int64_t stayed) {
   setUndone_.Bind(1, std::int64_t{import});
-  setUndone_.Bind(2, Now());
+  setUndone_.Bind(2, SecondsNow());
   setUndone_.Bind(3, takenBack);
   setUndone_.Bind(4, stayed);
   setUndone_.Run();

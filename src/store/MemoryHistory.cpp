@@ -3,12 +3,9 @@
 #include "store/MemoryHistory.h"
 
 #include <algorithm>
-#include <ctime>
 
 namespace pim {
 namespace {
-
-std::int64_t Now() { return static_cast<std::int64_t>(std::time(nullptr)); }
 
 void Require(bool holds, const std::string& problem) {
   if (!holds) throw std::runtime_error(problem);
@@ -50,7 +47,7 @@ std::int32_t MemoryHistory::BeginImport(const ImportStart& start) {
     entry.number = static_cast<std::int32_t>(imports_.size());
     entry.start = start;
     entry.state = ImportState::Running;
-    entry.began = Now();
+    entry.began = SecondsNow();
     tables_.log().Remember(current_);
     current_.import = entry.number;
     return entry.number;
@@ -297,7 +294,7 @@ void MemoryHistory::Apply(const Doomed& doomed, const UndoResult& result) {
   ImportEntry& entry = *Find(result.import);
   tables_.log().Remember(entry);
   entry.state = result.IsWhole() ? ImportState::Undone : ImportState::UndoneInPart;
-  entry.undone = Now();
+  entry.undone = SecondsNow();
   entry.takenBack += result.contacts + result.items;
 }
 

@@ -8,18 +8,11 @@
 
 #include "store/HistoryRules.h"
 #include "store/MemoryHistory.h"
+#include "store/RecordVisits.h"
 
 namespace pim {
 
 namespace {
-
-constexpr auto kEach = [](const auto&) { return true; };
-
-auto OfKind(CalendarType kind) {
-  return [kind](const CCalendar& item) {
-    return item.calendar_type == static_cast<std::uint8_t>(kind);
-  };
-}
 
 template <class Records>
 auto AppendTo(Records& records) {
@@ -39,7 +32,7 @@ class MemoryStore::Impl final : public RecordStore {
   }
 
   std::int32_t LoadContacts(CContacts& contacts) override {
-    return Visit(contacts_, kEach, AppendTo(contacts));
+    return Visit(contacts_, kEachRecord, AppendTo(contacts));
   }
   std::int32_t LoadContactGroups(CContactGroups& groups) override {
     for (const auto& [key, stored] : groups_.entries()) {
@@ -61,7 +54,7 @@ class MemoryStore::Impl final : public RecordStore {
     return Visit(items_, OfKind(kind), AppendTo(items));
   }
   std::int32_t VisitContacts(const std::function<bool(CContact&)>& visitor) override {
-    return Visit(contacts_, kEach, [&](const auto& contact) { return visitor(*contact); });
+    return Visit(contacts_, kEachRecord, [&](const auto& contact) { return visitor(*contact); });
   }
   std::int32_t VisitCalendars(CalendarType kind,
                               const std::function<bool(CCalendar&)>& visitor) override {

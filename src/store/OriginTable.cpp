@@ -10,7 +10,7 @@
 namespace pim {
 namespace {
 
-constexpr std::size_t kRowsAtOnce = 32;
+constexpr std::size_t kOriginsAtOnce = 32;
 
 std::string InsertRows(const std::string& table, const std::string& key, std::size_t rows) {
   std::string sql = "INSERT INTO " + table + " (" + key +
@@ -32,7 +32,7 @@ OriginTable::OriginTable(Database& db, StoredKind kind)
 
 OriginTable::OriginTable(Database& db, const Names& names)
     : one_(db, InsertRows(names.table, names.key, 1)),
-      many_(db, InsertRows(names.table, names.key, kRowsAtOnce)),
+      many_(db, InsertRows(names.table, names.key, kOriginsAtOnce)),
       change_(db, "UPDATE " + names.table + " SET fingerprint = ?4 WHERE " + names.key +
                       " = ?1 AND (import_file_id = ?3 OR import_file_id IN (SELECT import_file_id "
                       "FROM ImportFiles WHERE import_id = ?2))"),
@@ -43,12 +43,12 @@ OriginTable::OriginTable(Database& db, const Names& names)
       ofImport_(db, "SELECT " + names.key + ", fingerprint FROM " + names.table +
                         " JOIN ImportFiles USING (import_file_id) JOIN " + names.records +
                         " USING (" + names.key + ") WHERE import_id = ? ORDER BY 1") {
-  rows_.reserve(kRowsAtOnce);
+  rows_.reserve(kOriginsAtOnce);
 }
 
 void OriginTable::Add(const Row& row) {
   rows_.push_back(row);
-  if (rows_.size() < kRowsAtOnce) return;
+  if (rows_.size() < kOriginsAtOnce) return;
   Run(many_, 0);
   rows_.clear();
 }
@@ -60,7 +60,7 @@ void OriginTable::Flush() {
 
 // From the row `at` on, as many as the statement takes.
 void OriginTable::Run(Statement& statement, std::size_t at) {
-  const std::size_t rows = &statement == &many_ ? kRowsAtOnce : 1;
+  const std::size_t rows = &statement == &many_ ? kOriginsAtOnce : 1;
   int index = 0;
   for (std::size_t i = at; i < at + rows; ++i) {
     const Row& row = rows_[i];

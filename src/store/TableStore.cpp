@@ -3,197 +3,17 @@
 #include "pim/records/TableStore.h"
 
 #include <algorithm>
-#include <map>
-#include <optional>
 #include <set>
 #include <stdexcept>
-#include <unordered_map>
 #include <unordered_set>
 #include <utility>
 
-#include "platform/LetterCase.h"
-#include "records/SaveRecords.h"
 #include "store/MemoryTransactions.h"
+#include "store/RecordVisits.h"
+#include "store/TableRows.h"
 #include "support/CallerIdPictures.h"
 
 namespace pim {
-
-namespace {
-
-// Calls visit(key, row) by ascending key until it gives false. The table may change meanwhile.
-template <class Row, class Visit>
-void VisitRows(RecordTable<Row>& table, Visit visit) {
-  std::int32_t key = 0;
-  while (const std::shared_ptr<const Row> row = table.Next(key))
-    if (!visit(key, *row)) return;
-}
-
-// Maps reach fields for reading and writing alike.
-template <class Record>
-void* FieldsOf(const Record& record) {
-  return const_cast<Record*>(&record);
-}
-
-template <class Record>
-std::unique_ptr<Record> Copied(const RecordMap& map, std::int32_t key, const Record& record) {
-  auto copy = std::make_unique<Record>();
-  CopyRecord(map, FieldsOf(record), copy.get());
-  copy->tag = key;
-  return copy;
-}
-
-// One of the tables as the rules of saving meet it.
-template <class Row>
-class TableRows {
- public:
-  explicit TableRows(RecordTable<Row>& table, GivenKeys& given) : table_(table), given_(given) {}
-
-  bool Holds(std::int32_t key) { return table_.Find(key) != nullptr; }
-  std::int32_t HighestKey() { return given_.HighestWith(table_.HighestKey()); }
-  const GivenKeys& Given() const { return given_; }
-
- protected:
-  void Put(std::int32_t key, std::shared_ptr<const Row> row) {
-    table_.Put(key, std::move(row));
-    given_.Add(key);
-  }
-  RecordTable<Row>& table() { return table_; }
-
- private:
-  RecordTable<Row>& table_;
-  GivenKeys& given_;
-};
-
-// What is known of the tables' content, until something else than saving changes it.
-struct Known {
-  std::optional<ContentIndex> contacts;
-  std::optional<ContentIndex> items;
-  std::optional<std::unordered_map<WideString, std::int32_t>> groups;  // by folded name
-  std::optional<std::map<std::pair<std::int32_t, std::int32_t>, std::int64_t>> links;
-};
-
-struct Given {
-  GivenKeys contacts;
-  GivenKeys items;
-  GivenKeys groups;
-  GivenKeys links;
-};
-
-template <class Record>
-class StoredRecords : public TableRows<Record> {
- public:
-  StoredRecords(RecordTable<Record>& table, GivenKeys& given, const RecordMap& map,
-                const PictureReader& pictures, const FingerprintKey& key,
-                std::optional<ContentIndex>& contents)
-      : TableRows<Record>(table, given),
-        map_(map),
-        pictures_(pictures),
-        key_(key),
-        contents_(contents) {}
-
-  bool NeedsPrints() const { return false; }
-  Fingerprint PrintOf(const Record& record) const {
-    return FingerprintOf(map_, FieldsOf(record), key_);
-  }
-  void Update(std::int32_t key, const Record& record) { this->Put(key, Copied(map_, key, record)); }
-  void Insert(std::span<const FreshRecord<Record>> records) {
-    for (const auto& [record, print] : records)
-      this->Put(record->tag, Copied(map_, record->tag, *record));
-  }
-  ContentIndex* Contents(bool isWanted) {
-    if (!contents_ && isWanted) {
-      ContentIndex filled(pictures_, pictures_, key_);
-      VisitRows(this->table(), [&](std::int32_t key, const Record& record) {
-        filled.Add(key, PrintOf(record), PhotoOf(record));
-        return true;
-      });
-      contents_ = std::move(filled);
-    }
-    return contents_ ? &*contents_ : nullptr;
-  }
-
- private:
-  const RecordMap& map_;
-  const PictureReader& pictures_;
-  const FingerprintKey& key_;
-  std::optional<ContentIndex>& contents_;
-};
-
-class StoredGroups : public TableRows<CContactGroup> {
- public:
-  StoredGroups(RecordTable<CContactGroup>& table, GivenKeys& given, Known& known)
-      : TableRows(table, given), known_(known) {}
-
-  std::int32_t Find(WideStringView name) {
-    const auto& names = Names();
-    const auto found = names.find(FoldLetterCase(name));
-    return found == names.end() ? 0 : found->second;
-  }
-  void Insert(std::int32_t key, WideStringView name) {
-    auto group = std::make_shared<CContactGroup>();
-    group->group_id = key;
-    group->group_name = name;
-    Put(key, std::move(group));
-    Names()[FoldLetterCase(name)] = key;
-  }
-  void Rename(std::int32_t key, WideStringView name) {
-    Names().erase(FoldLetterCase(table().Find(key)->group_name));
-    Insert(key, name);
-  }
-
- private:
-  std::unordered_map<WideString, std::int32_t>& Names() {
-    if (!known_.groups) {
-      std::unordered_map<WideString, std::int32_t> names;
-      VisitRows(table(), [&](std::int32_t key, const CContactGroup& group) {
-        names[FoldLetterCase(group.group_name)] = key;
-        return true;
-      });
-      known_.groups = std::move(names);
-    }
-    return *known_.groups;
-  }
-
-  Known& known_;
-};
-
-class StoredLinks : public TableRows<CContactGroupPair> {
- public:
-  StoredLinks(RecordTable<CContactGroupPair>& table, GivenKeys& given,
-              RecordTable<CContact>& contacts, RecordTable<CContactGroup>& groups, Known& known)
-      : TableRows(table, given), contacts_(contacts), groups_(groups), known_(known) {}
-
-  std::int64_t Count(std::int32_t contact, std::int32_t group) {
-    if (!known_.links) {
-      known_.links.emplace();
-      VisitRows(table(), [&](std::int32_t, const CContactGroupPair& link) {
-        ++(*known_.links)[{link.contact_id, link.group_id}];
-        return true;
-      });
-    }
-    const auto found = known_.links->find({contact, group});
-    return found == known_.links->end() ? 0 : found->second;
-  }
-  void Insert(std::span<const LinkRow> links) {
-    NewKeys keys(*this);
-    for (const auto& [contact, group] : links) {
-      if (contacts_.Find(contact) == nullptr || groups_.Find(group) == nullptr)
-        throw std::runtime_error(NoSuchLink(contact, group));
-      auto link = std::make_shared<CContactGroupPair>();
-      link->contact_id = contact;
-      link->group_id = group;
-      Put(keys.Next(), std::move(link));
-      if (known_.links) ++(*known_.links)[{contact, group}];
-    }
-  }
-
- private:
-  RecordTable<CContact>& contacts_;
-  RecordTable<CContactGroup>& groups_;
-  Known& known_;
-};
-
-}  // namespace
 
 class TableStore::Impl {
  public:
@@ -202,7 +22,7 @@ class TableStore::Impl {
   // The host's transactions; what they take back isn't known any more.
   class Changes {
    public:
-    Changes(TableStore& store, Known& known) : store_(store), known_(known) {}
+    Changes(TableStore& store, KnownContent& known) : store_(store), known_(known) {}
     bool IsOpen() const { return depth_ > 0; }
     void Begin() {
       store_.BeginChanges();
@@ -220,7 +40,7 @@ class TableStore::Impl {
 
    private:
     TableStore& store_;
-    Known& known_;
+    KnownContent& known_;
     std::size_t depth_ = 0;
   };
 
@@ -244,7 +64,7 @@ class TableStore::Impl {
 
   // Runs visit(), whose own exceptions pass while those of the tables fail the reading.
   template <class Row, class Wanted, class Visitor>
-  std::int32_t Visit(RecordTable<Row>& table, Wanted isWanted, const Visitor& visitor) {
+  std::int32_t Visit(RowTable<Row>& table, Wanted isWanted, const Visitor& visitor) {
     return transactions_.Read([&] {
       std::int32_t visited = 0;
       for (std::int32_t key = 0;;) {
@@ -258,7 +78,7 @@ class TableStore::Impl {
     });
   }
   template <class Row, class Visitor>
-  std::int32_t VisitKeys(RecordTable<Row>& table, std::span<const std::int32_t> keys,
+  std::int32_t VisitKeys(RowTable<Row>& table, std::span<const std::int32_t> keys,
                          const Visitor& visitor) {
     return transactions_.Read([&] {
       std::int32_t visited = 0;
@@ -275,7 +95,7 @@ class TableStore::Impl {
 
   // Removes the rows that `isDoomed` takes and gives how many.
   template <class Row, class Doomed>
-  static std::int32_t EraseIf(RecordTable<Row>& table, Doomed isDoomed) {
+  static std::int32_t EraseIf(RowTable<Row>& table, Doomed isDoomed) {
     std::int32_t erased = 0;
     VisitRows(table, [&](std::int32_t key, const Row& row) {
       if (isDoomed(row)) {
@@ -287,7 +107,7 @@ class TableStore::Impl {
     return erased;
   }
   template <class Row>
-  static std::unordered_set<std::int32_t> Erase(RecordTable<Row>& table,
+  static std::unordered_set<std::int32_t> Erase(RowTable<Row>& table,
                                                 std::span<const std::int32_t> keys) {
     std::unordered_set<std::int32_t> erased;
     for (const std::int32_t key : keys)
@@ -296,7 +116,7 @@ class TableStore::Impl {
   }
   // The pictures that these contacts name and no other one does.
   std::vector<WideString> PicturesOfNoOther(std::span<const std::int32_t> keys) {
-    RecordTable<CContact>& contacts = store_.Contacts();
+    RowTable<CContact>& contacts = store_.Contacts();
     const std::unordered_set<std::int32_t> doomed(keys.begin(), keys.end());
     std::set<WideString> names;
     for (const std::int32_t key : doomed) {
@@ -316,20 +136,12 @@ class TableStore::Impl {
   TableStore& store_;
   PictureReader pictures_ = ReadCallerIdPicture;
   FingerprintKey key_ = NewFingerprintKey();
-  Known known_;
-  Given given_;
+  KnownContent known_;
+  GivenTableKeys given_;
   GuardedTransactions<Changes> transactions_;
 };
 
 namespace {
-
-constexpr auto kEach = [](const auto&) { return true; };
-
-auto OfKind(CalendarType kind) {
-  return [kind](const CCalendar& item) {
-    return item.calendar_type == static_cast<std::uint8_t>(kind);
-  };
-}
 
 // Hands `visitor` a copy of each record.
 template <class Record>
@@ -368,12 +180,13 @@ void TableStore::TablesChanged() noexcept { impl_->Forget(); }
 
 std::int32_t TableStore::LoadContacts(CContacts& contacts) {
   return LoadWholly(contacts, [&] {
-    return impl_->Visit(Contacts(), kEach, AppendCopy<CContacts, CContact>(ContactMap(), contacts));
+    return impl_->Visit(Contacts(), kEachRecord,
+                        AppendCopy<CContacts, CContact>(ContactMap(), contacts));
   });
 }
 std::int32_t TableStore::LoadContactGroups(CContactGroups& groups) {
   return LoadWholly(groups, [&] {
-    return impl_->Visit(Groups(), kEach, [&](std::int32_t key, const CContactGroup& stored) {
+    return impl_->Visit(Groups(), kEachRecord, [&](std::int32_t key, const CContactGroup& stored) {
       CContactGroup& group = groups.AddNew();
       group.group_id = key;
       group.group_name = stored.group_name;
@@ -383,7 +196,7 @@ std::int32_t TableStore::LoadContactGroups(CContactGroups& groups) {
 }
 std::int32_t TableStore::LoadContactGroupPairs(CContactGroupPairs& pairs) {
   return LoadWholly(pairs, [&] {
-    return impl_->Visit(Links(), kEach, [&](std::int32_t, const CContactGroupPair& link) {
+    return impl_->Visit(Links(), kEachRecord, [&](std::int32_t, const CContactGroupPair& link) {
       pairs.AddNew() = link;
       return true;
     });
@@ -397,7 +210,7 @@ std::int32_t TableStore::LoadCalendars(CalendarType kind, CCalendars& items) {
 }
 
 std::int32_t TableStore::VisitContacts(const std::function<bool(CContact&)>& visitor) {
-  return impl_->Visit(Contacts(), kEach, CopyFor(ContactMap(), visitor));
+  return impl_->Visit(Contacts(), kEachRecord, CopyFor(ContactMap(), visitor));
 }
 std::int32_t TableStore::VisitCalendars(CalendarType kind,
                                         const std::function<bool(CCalendar&)>& visitor) {

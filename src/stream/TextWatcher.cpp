@@ -7,7 +7,7 @@
 
 namespace pim {
 
-EndWord WordOfEnd(NarrowStringView value) {
+WordBehindEnd WordOfEnd(NarrowStringView value) {
   for (std::size_t at = 0; at < value.size(); ++at) {
     const NarrowStringView rest = value.substr(at);
     if (rest.size() <= kBeginWord.size() || rest[kBeginWord.size()] != ':') continue;

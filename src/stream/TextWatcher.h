@@ -14,11 +14,11 @@ namespace pim {
 
 // The word of an END, and whether a BEGIN stands behind it in its line, as in texts that were
 // joined without a line end.
-struct EndWord {
+struct WordBehindEnd {
   NarrowStringView word;
   bool isJoined = false;
 };
-EndWord WordOfEnd(NarrowStringView value);
+WordBehindEnd WordOfEnd(NarrowStringView value);
 
 // Keeps what a host is told of one text: where each thing stood, and of which record it was.
 class TextWatcher {

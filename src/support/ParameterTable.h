@@ -59,7 +59,7 @@ inline constexpr NarrowStringView kAsciiCharsets[] = {
     "US-ASCII", "ASCII", "ISO-8859-", "ISO8859-", "WINDOWS-", "CP125", "KOI8-",
     "UTF8",     "EUC-",  "GB2312",    "GBK",      "GB18030",  "BIG5"};
 
-struct TextParameters {
+struct ReadingParameters {
   std::int32_t charset;
   std::int32_t encoding;
 };
@@ -67,7 +67,8 @@ struct TextParameters {
 // What is lost by a parameter that TakeTextParameter has taken: one that stood ahead of it, its
 // charset or its encoding.
 constexpr LossMask LossesOfTextParameter(const WordKey& name, NarrowStringView value,
-                                         const TextParameters& before, const TextParameters& now) {
+                                         const ReadingParameters& before,
+                                         const ReadingParameters& now) {
   const bool isOverridden = (before.charset != CHARSET_NONE && before.charset != now.charset) ||
                             (before.encoding > ENCODING_NONE && before.encoding != now.encoding);
   const bool isUnknownEncoding = EqualsIgnoringCase(name.text, kEncodingName) &&

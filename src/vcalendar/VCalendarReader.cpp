@@ -13,7 +13,7 @@
 namespace pim {
 namespace {
 
-constexpr WordIndex kPropertyIndex(kVCalendarProperties);
+constexpr WordIndex kItemPropertyIndex(kVCalendarProperties);
 
 // A parameter of which a known name is the start counts as that one.
 std::uint32_t AlarmBitsOf(NarrowStringView name, NarrowStringView value) {
@@ -32,7 +32,7 @@ WideString NameOfLast(const CCalendars& calendars) {
 
 // Like their BEGIN, an item's END may be cut short. That of the frame ends its items too.
 void TellEnd(VCalReadContext& context, NarrowStringView value) {
-  const EndWord end = WordOfEnd(value);
+  const WordBehindEnd end = WordOfEnd(value);
   const bool endsItem = CodeOfStart(kItemObjects, end.word).has_value();
   const bool endsFrame = !endsItem && IsStartOf(kCalendarObject.text, end.word);
   if (context.watcher != nullptr) {
@@ -78,7 +78,7 @@ template <Telling>
 }
 
 void TellParameter(VCalReadContext& context, const ParserParam& param, bool isHeard,
-                   const TextParameters& before) {
+                   const ReadingParameters& before) {
   const WordKey name = KeyOf(param.name.text);
   const LossMask losses =
       LossIf(!isHeard && !IsPlainEncoding(name.text), LOSS_TYPE_IGNORED) |
@@ -97,7 +97,7 @@ template <Telling kTelling>
 void TakeParameters(VCalReadContext& context, const ParserParam* params) {
   const bool tells = kTelling == Telling::Account && KindOf(context) == PropertyKind::Known;
   for (const ParserParam* param = params; param->name.text != nullptr; ++param) {
-    const TextParameters before{context.charset, context.encoding};
+    const ReadingParameters before{context.charset, context.encoding};
     const bool isHeard = TakeParameter<kTelling>(context, *param);
     if (tells) TellParameter(context, *param, isHeard, before);
   }
@@ -154,14 +154,15 @@ void OnVCalProperty(void* user, const char* name, const ParserParam* params) {
   context.charset = CHARSET_NONE;
   context.encoding = ENCODING_NONE;
   context.alarmFormat = 0;
-  const auto id = kPropertyIndex.CodeOf(KeyOf(name));
+  const auto id = kItemPropertyIndex.CodeOf(KeyOf(name));
   context.propertyId = id ? static_cast<std::int32_t>(*id) : VCAL_UNKNOWN;
   VCalendarAccount* const account = context.account;
   if (context.watcher != nullptr || account != nullptr)
     context.isEnd = EqualsIgnoringCase(name, kEndWord);
   if (account != nullptr) [[unlikely]] {
     account->BeginProperty(name, KindOf(context), [](NarrowStringView rest) {
-      return kPropertyIndex.CodeOf(KeyOf(rest)).has_value() || EqualsIgnoringCase(rest, kEndWord);
+      return kItemPropertyIndex.CodeOf(KeyOf(rest)).has_value() ||
+             EqualsIgnoringCase(rest, kEndWord);
     });
     return TakeParameters<Telling::Account>(context, params);
   }

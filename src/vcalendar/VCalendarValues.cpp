@@ -75,9 +75,9 @@ bool AreSame(RecurrenceData* a, RecurrenceData* b) {
 
 // One property's value on its way into the item, told to the account as it goes.
 template <Telling kTelling>
-class ValueTaker {
+class ItemValueTaker {
  public:
-  ValueTaker(VCalReadContext& context, NarrowStringView value, CCalendar& item)
+  ItemValueTaker(VCalReadContext& context, NarrowStringView value, CCalendar& item)
       : context_(context), value_(value), item_(item), account_(context.account) {}
 
   ValueOutcome Take() {
@@ -287,8 +287,8 @@ ValueOutcome TakeVCalendarValue(VCalReadContext& context, const char* bytes, std
                                 CCalendar& item) {
   const NarrowStringView value(bytes, static_cast<std::size_t>(length));
   if (context.account != nullptr) [[unlikely]]
-    return ValueTaker<Telling::Account>(context, value, item).Take();
-  return ValueTaker<Telling::None>(context, value, item).Take();
+    return ItemValueTaker<Telling::Account>(context, value, item).Take();
+  return ItemValueTaker<Telling::None>(context, value, item).Take();
 }
 
 }  // namespace pim

@@ -13,7 +13,7 @@
 namespace pim {
 namespace {
 
-constexpr WordIndex kPropertyIndex(kVCardProperties);
+constexpr WordIndex kCardPropertyIndex(kVCardProperties);
 constexpr WordIndex kTelephoneIndex(kTelephoneWords);
 constexpr WordIndex kAddressIndex(kAddressWords);
 constexpr WordIndex kEmailIndex(kEmailWords);
@@ -101,7 +101,7 @@ template <Telling kTelling>
 }
 
 void TellParameter(VCardReadContext& context, const ParserParam& param, bool isHeard,
-                   const TextParameters& before) {
+                   const ReadingParameters& before) {
   const WordKey name = KeyOf(param.name.text);
   const LossMask losses =
       LossIf(!isHeard && !IsHarmless(context, name.text), LOSS_TYPE_IGNORED) |
@@ -129,7 +129,7 @@ template <Telling kTelling>
 void TakeParameters(VCardReadContext& context, const ParserParam* params) {
   const bool tells = kTelling == Telling::Account && KindOf(context) == PropertyKind::Known;
   for (const ParserParam* param = params; param->name.text != nullptr; ++param) {
-    const TextParameters before{context.charset, context.encoding};
+    const ReadingParameters before{context.charset, context.encoding};
     const bool isHeard = TakeParameter<kTelling>(context, *param);
     if (tells) TellParameter(context, *param, isHeard, before);
   }
@@ -160,7 +160,7 @@ void TakeBegin(VCardReadContext& context, NarrowStringView value) {
 }
 
 void TellEnd(VCardReadContext& context, NarrowStringView value) {
-  const EndWord end = WordOfEnd(value);
+  const WordBehindEnd end = WordOfEnd(value);
   const bool endsCard = IsStartOf(kContactObject.text, end.word);
   if (context.watcher != nullptr) {
     if (end.isJoined) context.watcher->Note(TextEvent::RecordsJoined, kEndWord, value);
@@ -223,14 +223,15 @@ void OnVCardProperty(void* user, const char* name, const ParserParam* params) {
   context.encoding = ENCODING_NONE;
   context.mediaType = MEDIA_NONE;
   context.typeFlags = 0;
-  const auto id = kPropertyIndex.CodeOf(KeyOf(name));
+  const auto id = kCardPropertyIndex.CodeOf(KeyOf(name));
   context.propertyId = id ? static_cast<std::int32_t>(*id) : VCARD_UNKNOWN;
   VCardAccount* const account = context.account;
   if (context.watcher != nullptr || account != nullptr)
     context.isEnd = EqualsIgnoringCase(name, kEndWord);
   if (account != nullptr) [[unlikely]] {
     account->BeginProperty(name, KindOf(context), [](NarrowStringView rest) {
-      return kPropertyIndex.CodeOf(KeyOf(rest)).has_value() || EqualsIgnoringCase(rest, kEndWord);
+      return kCardPropertyIndex.CodeOf(KeyOf(rest)).has_value() ||
+             EqualsIgnoringCase(rest, kEndWord);
     });
     return TakeParameters<Telling::Account>(context, params);
   }

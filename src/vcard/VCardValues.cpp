@@ -100,9 +100,9 @@ std::array<WideText*, 7> PartsOf(CPostalAddress& address) {
 
 // One property's value on its way into the contact, told to the account as it goes.
 template <Telling kTelling>
-class ValueTaker {
+class CardValueTaker {
  public:
-  ValueTaker(VCardReadContext& context, NarrowStringView value, CContact& contact)
+  CardValueTaker(VCardReadContext& context, NarrowStringView value, CContact& contact)
       : context_(context), value_(value), contact_(contact), account_(context.account) {}
 
   LossMask Take() {
@@ -323,8 +323,8 @@ LossMask TakeVCardValue(VCardReadContext& context, const char* bytes, std::int32
                         CContact& contact) {
   const NarrowStringView value = ViewOf(bytes, length);
   if (context.account != nullptr) [[unlikely]]
-    return ValueTaker<Telling::Account>(context, value, contact).Take();
-  return ValueTaker<Telling::None>(context, value, contact).Take();
+    return CardValueTaker<Telling::Account>(context, value, contact).Take();
+  return CardValueTaker<Telling::None>(context, value, contact).Take();
 }
 
 void ParseNameValue(const char* bytes, std::int32_t length, std::int32_t charset,

@@ -22,7 +22,7 @@ void FailAt(Fault place) {
 }
 
 template <class Row>
-class FailingTable final : public RecordTable<Row> {
+class FailingTable final : public RowTable<Row> {
  public:
   std::shared_ptr<const Row> Find(std::int32_t key) override {
     FailAt(Fault::Find);
@@ -55,10 +55,10 @@ struct FailingStore final : TableStore {
     FailingTable<CContactGroupPair> links;
   };
 
-  RecordTable<CContact>& Contacts() override { return tables.contacts; }
-  RecordTable<CCalendar>& Items() override { return tables.items; }
-  RecordTable<CContactGroup>& Groups() override { return tables.groups; }
-  RecordTable<CContactGroupPair>& Links() override { return tables.links; }
+  RowTable<CContact>& Contacts() override { return tables.contacts; }
+  RowTable<CCalendar>& Items() override { return tables.items; }
+  RowTable<CContactGroup>& Groups() override { return tables.groups; }
+  RowTable<CContactGroupPair>& Links() override { return tables.links; }
   void BeginChanges() override {
     FailAt(Fault::Begin);
     before.push_back(tables);
@@ -83,7 +83,7 @@ struct FailingStore final : TableStore {
   int views = 0;
 };
 
-class FailingTables : public testing::Test {
+class FailingTables : public ::testing::Test {
  protected:
   FailingTables() { fault = Fault::None; }
   ~FailingTables() override { fault = Fault::None; }

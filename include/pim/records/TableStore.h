@@ -24,12 +24,12 @@ namespace pim {
 // The rows of one kind in a host's own database, by their keys, all of them above 0. An operation
 // that throws a std::exception fails what the store is doing, with its text as the reason.
 template <class Row>
-class RecordTable {
+class RowTable {
  public:
-  RecordTable() = default;
-  RecordTable(const RecordTable&) = default;
-  RecordTable& operator=(const RecordTable&) = default;
-  virtual ~RecordTable() = default;
+  RowTable() = default;
+  RowTable(const RowTable&) = default;
+  RowTable& operator=(const RowTable&) = default;
+  virtual ~RowTable() = default;
 
   // The row of that key, or null.
   virtual std::shared_ptr<const Row> Find(std::int32_t key) = 0;
@@ -90,10 +90,10 @@ class PIM_EXPORT TableStore : public RecordStore {
  protected:
   // The four tables, each time the same ones. Items of all three kinds share one; the key of a link
   // is a number of its own, by which links stand in the order in which they were stored.
-  virtual RecordTable<CContact>& Contacts() = 0;
-  virtual RecordTable<CCalendar>& Items() = 0;
-  virtual RecordTable<CContactGroup>& Groups() = 0;
-  virtual RecordTable<CContactGroupPair>& Links() = 0;
+  virtual RowTable<CContact>& Contacts() = 0;
+  virtual RowTable<CCalendar>& Items() = 0;
+  virtual RowTable<CContactGroup>& Groups() = 0;
+  virtual RowTable<CContactGroupPair>& Links() = 0;
 
   // Transactions over all four, which nest. What Begin and Commit throw fails the operation; a
   // transaction that couldn't be committed is then rolled back.

@@ -15,13 +15,15 @@ function(pim_target_defaults target)
   target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
   # g++ 12 warns of overlapping copies inside its own std::string (GCC bug 105329).
   target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
+  # Of sources that are compiled as one, it takes all but the first for headers.
+  target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
   if(PIM_DEVELOPER)
     target_compile_options(${target} PRIVATE -Werror)
   endif()
   if(PIM_SANITIZE)
     target_compile_options(${target} PRIVATE
       -fsanitize=${PIM_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
-    target_link_options(${target} PRIVATE -fsanitize=${PIM_SANITIZE})
+    target_link_options(${target} PUBLIC -fsanitize=${PIM_SANITIZE})
   endif()
 endfunction()
 

@@ -12,7 +12,7 @@ case ${1:-} in package | all) packages+=(dpkg-dev) ;; esac
 [ "${1:-}" = all ] && packages+=(
   clang clang-format clang-tidy libclang-rt-14-dev
   libgtest-dev libbenchmark-dev
-  tzdata sqlite3 jq abigail-tools doxygen lintian mmdebstrap
+  tzdata sqlite3 jq abigail-tools doxygen lintian mmdebstrap reuse
   mandoc bash-completion zsh fish
 )
 

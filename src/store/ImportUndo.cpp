@@ -88,7 +88,7 @@ template <class Record, class Records>
 void ImportUndo::Compare(std::span<const OriginTable::KeyedPrint> rows,
                          RecordTable<Record, Records>& table, KeyRanges& doomed,
                          UndoResult& result) {
-  using Table = RecordTable<Record, Records>;
+  using KindTable = RecordTable<Record, Records>;
   constexpr std::int32_t kReadAtOnce = 32;  // they may be large
   RecordReader& reader = table.reader();
   std::unordered_set<std::int32_t> touched;  // by a program that has columns of its own
@@ -101,7 +101,7 @@ void ImportUndo::Compare(std::span<const OriginTable::KeyedPrint> rows,
     Records some;
     const std::int64_t span = std::int64_t{rows.back().key} - rows.front().key + 1;
     const bool isDense = span <= 4 * std::ssize(rows);
-    const bool isThere = reader.ReadSome(0, isDense ? kReadAtOnce : 1, Table::NewIn(some)) &&
+    const bool isThere = reader.ReadSome(0, isDense ? kReadAtOnce : 1, KindTable::NewIn(some)) &&
                          some[0].tag == rows.front().key;
     if (!isThere) {
       rows = rows.subspan(1);

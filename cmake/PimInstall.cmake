@@ -30,6 +30,7 @@ foreach(library IN LISTS libraries)
   if(installs_shared)
     install(TARGETS ${library}_shared EXPORT ${library}-shared
             LIBRARY COMPONENT Runtime NAMELINK_COMPONENT Development
+            RUNTIME COMPONENT Runtime ARCHIVE COMPONENT Development
             FILE_SET HEADERS COMPONENT Development)
     install(EXPORT ${library}-shared NAMESPACE PimVobjMgr:: DESTINATION ${package_dir}
             COMPONENT Development)
@@ -43,12 +44,23 @@ install(FILES ${PROJECT_BINARY_DIR}/PimVobjMgrConfig.cmake
               ${PROJECT_BINARY_DIR}/PimVobjMgrConfigVersion.cmake
         DESTINATION ${package_dir} COMPONENT Development)
 
-# For pkg-config, the store's dependencies are private where hosts link the shared library.
-file(RELATIVE_PATH pc_prefix /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
+# For pkg-config, the store's dependencies are private where hosts link the shared library; named
+# as libraries, since pkg-config would want their own files to be there even so.
+if(IS_ABSOLUTE "${CMAKE_INSTALL_LIBDIR}" OR IS_ABSOLUTE "${CMAKE_INSTALL_INCLUDEDIR}")
+  # Folders that are fixed don't move with the prefix.
+  set(pc_prefix ${CMAKE_INSTALL_PREFIX})
+  set(pc_libdir ${CMAKE_INSTALL_FULL_LIBDIR})
+  set(pc_includedir ${CMAKE_INSTALL_FULL_INCLUDEDIR})
+else()
+  file(RELATIVE_PATH pc_prefix /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
+  string(PREPEND pc_prefix "\${pcfiledir}/")
+  set(pc_libdir "\${prefix}/${CMAKE_INSTALL_LIBDIR}")
+  set(pc_includedir "\${prefix}/${CMAKE_INSTALL_INCLUDEDIR}")
+endif()
 if(installs_shared)
   set(pc_static "")
   set(pc_store_requires "")
-  set(pc_store_private "Requires.private: sqlite3 nettle libzstd\n")
+  set(pc_store_private "Libs.private: -lsqlite3 -lnettle -lzstd\n")
 else()
   set(pc_static " -DPIM_STATIC")
   set(pc_store_requires ", sqlite3, nettle, libzstd")
@@ -60,6 +72,12 @@ foreach(library IN LISTS libraries)
           DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT Development)
 endforeach()
 
-install(FILES LICENSE README.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT Development)
-install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT Development
-        FILES_MATCHING PATTERN *.md)
+# With all that README links to.
+install(FILES README.md CHANGELOG.md CONTRIBUTING.md SECURITY.md
+        DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT Development)
+install(DIRECTORY docs examples DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT Development
+        FILES_MATCHING PATTERN *.md PATTERN examples/*)
+if(NOT PIMVOBJ_PACKAGES)  # which name the license in their own way
+  install(FILES LICENSES/Apache-2.0.txt RENAME LICENSE
+          DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT Development)
+endif()

@@ -41,18 +41,31 @@ function(pim_unite_folders target)
   set_target_properties(${target} PROPERTIES UNITY_BUILD_MODE GROUP)
 endfunction()
 
+# Whether shared libraries are made, by which the objects of the archives are compiled for exports:
+# sanitizers leave symbols open that shared libraries may not have.
+function(pim_makes_shared result)
+  set(${result} OFF PARENT_SCOPE)
+  if(BUILD_SHARED_LIBS OR PIMVOBJ_BUILD_BOTH AND NOT PIM_SANITIZE)
+    set(${result} ON PARENT_SCOPE)
+  endif()
+endfunction()
+
 # One of the two libraries, as an archive. `building` is what its objects are compiled with for
-# their exports (pim/Export.h); hosts of the archive get PIM_STATIC, but not the other library,
-# whose objects may become a shared one.
+# their exports (pim/Export.h), where a shared library is made of them too; hosts of the archive get
+# PIM_STATIC.
 function(pim_add_library name building)
   add_library(${name} STATIC)
   pim_target_defaults(${name})
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/src)
+  pim_makes_shared(makes_shared)
+  if(NOT makes_shared)
+    set(building PIM_STATIC)
+  endif()
   target_compile_definitions(${name}
     PRIVATE ${building}
     INTERFACE $<$<NOT:$<BOOL:$<TARGET_PROPERTY:PIM_MAY_BE_SHARED>>>:PIM_STATIC>)
   set_target_properties(${name} PROPERTIES
-    PIM_MAY_BE_SHARED ON
+    PIM_MAY_BE_SHARED ${makes_shared}
     VERIFY_INTERFACE_HEADER_SETS ON)
 endfunction()
 

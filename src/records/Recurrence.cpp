@@ -4,20 +4,28 @@
 
 namespace pim {
 
+// The one who may make rules.
+struct RuleMaker {
+  template <class Rule>
+  static RecurrencePointer Make() {
+    return RecurrencePointer(new Rule);
+  }
+};
+
 RecurrencePointer MakeRecurrenceData(std::int32_t type) {
   switch (type) {
     case RECUR_DAILY:
-      return RecurrencePointer(new DailyData);
+      return RuleMaker::Make<DailyData>();
     case RECUR_WEEKLY:
-      return RecurrencePointer(new WeeklyData);
+      return RuleMaker::Make<WeeklyData>();
     case RECUR_MONTHLY_BY_POS:
-      return RecurrencePointer(new MonthlyByPosData);
+      return RuleMaker::Make<MonthlyByPosData>();
     case RECUR_MONTHLY_BY_DAY:
-      return RecurrencePointer(new MonthlyByDayData);
+      return RuleMaker::Make<MonthlyByDayData>();
     case RECUR_YEARLY_BY_MONTH:
-      return RecurrencePointer(new YearlyByMonthData);
+      return RuleMaker::Make<YearlyByMonthData>();
     case RECUR_YEARLY_BY_DAY:
-      return RecurrencePointer(new YearlyByDayData);
+      return RuleMaker::Make<YearlyByDayData>();
     default:
       return nullptr;
   }

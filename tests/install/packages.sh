@@ -31,10 +31,10 @@ pimvobj contacts import /packages/friends.vcf 2>&1 | grep -q '^3 contacts import
 [ "$(pimvobj contacts count)" = 3 ]
 test -s /usr/share/man/man1/pimvobj.1.gz
 test -s /usr/share/bash-completion/completions/pimvobj
-ldconfig -p | grep -q 'libpimstore.so.0.2'
+ldconfig -p | grep -q libpimstore
 g++ -std=c++20 /packages/StoreHost.cpp -o /tmp/host $(pkg-config --cflags --libs pimstore)
 /tmp/host /tmp/host.db /packages/friends.vcf
-dpkg --purge pimvobj libpimvobjmgr-dev libpimvobjmgr0.2
+dpkg --purge $(dpkg-query --show --showformat '${Package}\n' '*pimvobj*')
 list >/tmp/after
 diff /tmp/before /tmp/after
 INSIDE

@@ -19,6 +19,13 @@ namespace pim {
 template <class Record>
 class Collection {
  public:
+  Collection() = default;
+  Collection(const Collection&) = delete;
+  Collection(Collection&&) noexcept = default;
+  Collection& operator=(const Collection&) = delete;
+  Collection& operator=(Collection&&) noexcept = default;
+  ~Collection() = default;
+
   // Adds an empty record as the last one, and gives it.
   Record& AddNew() { return *records_.emplace_back(std::make_unique<Record>()); }
   // Takes over a record of another collection, as the last one.

@@ -72,7 +72,7 @@ class PIM_EXPORT DailyData : public RecurrenceData {
   DailyData() : RecurrenceData(RECUR_DAILY) {}
   ~DailyData() override = default;
   void DeleteThis() override { delete this; }
-  friend PIM_EXPORT RecurrencePointer MakeRecurrenceData(std::int32_t type);
+  friend struct RuleMaker;
 };
 
 // MP: every `interval` months, on weekdays of some of its weeks.
@@ -87,7 +87,7 @@ class PIM_EXPORT MonthlyByPosData : public RecurrenceData {
   MonthlyByPosData() : RecurrenceData(RECUR_MONTHLY_BY_POS) {}
   ~MonthlyByPosData() override = default;
   void DeleteThis() override { delete this; }
-  friend PIM_EXPORT RecurrencePointer MakeRecurrenceData(std::int32_t type);
+  friend struct RuleMaker;
 };
 
 // What the four rules with one list share.
@@ -108,7 +108,7 @@ class PIM_EXPORT WeeklyData : public DaysData {
   WeeklyData() : DaysData(RECUR_WEEKLY) {}
   ~WeeklyData() override = default;
   void DeleteThis() override { delete this; }
-  friend PIM_EXPORT RecurrencePointer MakeRecurrenceData(std::int32_t type);
+  friend struct RuleMaker;
 };
 
 // MD: every `interval` months. Days are days of the month, 1 to 31, or -1 to -31 from its end.
@@ -117,7 +117,7 @@ class PIM_EXPORT MonthlyByDayData : public DaysData {
   MonthlyByDayData() : DaysData(RECUR_MONTHLY_BY_DAY) {}
   ~MonthlyByDayData() override = default;
   void DeleteThis() override { delete this; }
-  friend PIM_EXPORT RecurrencePointer MakeRecurrenceData(std::int32_t type);
+  friend struct RuleMaker;
 };
 
 // YM: every `interval` years. Days are months, 1 to 12.
@@ -126,7 +126,7 @@ class PIM_EXPORT YearlyByMonthData : public DaysData {
   YearlyByMonthData() : DaysData(RECUR_YEARLY_BY_MONTH) {}
   ~YearlyByMonthData() override = default;
   void DeleteThis() override { delete this; }
-  friend PIM_EXPORT RecurrencePointer MakeRecurrenceData(std::int32_t type);
+  friend struct RuleMaker;
 };
 
 // YD: every `interval` years. Days are days of the year, 1 to 366.
@@ -135,7 +135,7 @@ class PIM_EXPORT YearlyByDayData : public DaysData {
   YearlyByDayData() : DaysData(RECUR_YEARLY_BY_DAY) {}
   ~YearlyByDayData() override = default;
   void DeleteThis() override { delete this; }
-  friend PIM_EXPORT RecurrencePointer MakeRecurrenceData(std::int32_t type);
+  friend struct RuleMaker;
 };
 
 // Holds and owns an item's rule, or none.

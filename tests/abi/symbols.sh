@@ -6,7 +6,7 @@
 # Usage: symbols.sh LIBRARY...
 set -euo pipefail
 
-forbidden='^(abort|exit|_exit|quick_exit|printf|vprintf|puts|putchar|fputs|perror|std::(cout|cerr|clog))$'
+forbidden='^(abort|_?_?exit|_Exit|quick_exit|raise|kill|__assert_fail|stdout|stderr|v?f?printf|__v?f?printf_chk|puts|putchar|fputs|fwrite|perror|std::(cout|cerr|clog))$'
 status=0
 for library in "$@"; do
   names=$(nm --undefined-only --demangle --format=just-symbols "$library" | sed 's/@.*//; s/(.*//' | sort -u)

@@ -16,9 +16,9 @@
 #include "pim/platform/Host.h"
 #include "pim/support/FileNames.h"
 #include "platform/Files.h"
-#include "records/CategoryWords.h"
 #include "records/RecordMap.h"
 #include "support/ParameterTable.h"
+#include "tools/CodedWords.h"
 #include "tools/MadeFile.h"
 #include "vcalendar/VCalendarFields.h"
 #include "vcard/VCardFields.h"
@@ -326,26 +326,21 @@ class Page {
 
   void AppendWords() {
     text_ +=
-        "\n## Words\n\nIn the order in which a writer puts them. The values of X-BLOOD, CLASS "
-        "and STATUS may be cut short.\n\n| Where | Words |\n|---|---|\n";
-    AppendWordRow("TEL, bare or behind `TYPE=`, any number", kTelephoneWords);
-    AppendWordRow("ADR, bare, any number", kAddressWords);
-    AppendWordRow("EMAIL, bare, the last one", kEmailWords);
-    AppendWordRow("URL, bare, the last one", kUrlWords);
-    AppendWordRow("ORG, bare, the last one", kOrganizationWords);
-    AppendWordRow("X-CHATID, bare, the last one", kMessengerWords);
-    AppendWordRow("PHOTO, bare or behind `TYPE=`, the last one", kMediaWords);
-    AppendWordRow("value of X-BLOOD", kBloodWords);
-    AppendWordRow("value of CLASS", kClassWords);
-    AppendWordRow("value of STATUS", kStatusWords);
-    AppendWordRow("AALARM, `TYPE=`", kAlarmTypeWords);
-    AppendWordRow("AALARM, `VALUE=`", kAlarmValueWords);
-    AppendWordRow(
-        "words of CATEGORIES; of these APPOINTMENT, ANNIVERSARY and BIRTHDAY are kept, "
-        "and MEMO makes the item one",
-        kCategoryWords);
-    AppendWordRow("start of RRULE and XRULE", kRuleWords);
-    AppendWordRow("weekdays of a rule", kWeekdayWords);
+        "\n## Words and their codes\n\nIn the order in which a writer puts them. The values of "
+        "X-BLOOD, CLASS and STATUS may be cut short. Behind a word stands the code that records, "
+        "JSON and the store have for it (`pim/records/TypeCodes.h`), which stays for ever; 0, but "
+        "of "
+        "weekdays, is no word.\n\n| Where | JSON key | Words |\n|---|---|---|\n";
+    for (const CodedWords& row : kCodedWords) {
+      text_.append("| ").append(row.where).append(" | ");
+      text_.append(row.key.empty() ? "" : "`" + std::string(row.key) + "`").append(row.remark);
+      const char* mark = " | ";
+      for (const Word& word : row.words) {
+        text_.append(std::exchange(mark, ", ")).append("`").append(word.text).append("`");
+        if (!row.key.empty()) text_.append(" ").append(std::to_string(word.code));
+      }
+      text_ += " |\n";
+    }
   }
 
   void AppendLosses() {

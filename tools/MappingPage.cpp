@@ -228,10 +228,12 @@ class Page {
         "<!--\nSPDX-FileCopyrightText: 2026 The PimVobjMgr authors\nSPDX-License-Identifier: "
         "Apache-2.0\n-->\n\n"
         "# Where each property goes\n\n"
-        "Made by `pim_mapping` from the tables that the readers and writers work by; "
-        "`cmake --build --preset dev --target mapping`\nmakes it anew. Fields are those of "
-        "[record-dump.md](record-dump.md), columns those of [store.md](store.md). What is "
-        "written is what comes of\nthe example; what is lost on either way stands at the end.\n";
+        "For who wants to know what becomes of a property, or what a number in JSON or in a store "
+        "means.\n\n"
+        "Made by `pim_mapping` from the tables that the readers and writers work by;\n"
+        "`cmake --build --preset dev --target mapping` makes it anew. Fields are those of\n"
+        "[record-dump.md](record-dump.md), columns those of [store.md](store.md). What is written "
+        "is what comes of\nthe example; what is lost on either way stands at the end.\n";
     AppendCards();
     AppendItems();
     AppendParameters();
@@ -327,10 +329,10 @@ class Page {
   void AppendWords() {
     text_ +=
         "\n## Words and their codes\n\nIn the order in which a writer puts them. The values of "
-        "X-BLOOD, CLASS and STATUS may be cut short. Behind a word stands the code that records, "
-        "JSON and the store have for it (`pim/records/TypeCodes.h`), which stays for ever; 0, but "
-        "of "
-        "weekdays, is no word.\n\n| Where | JSON key | Words |\n|---|---|---|\n";
+        "X-BLOOD, CLASS and STATUS may be cut short. Behind\na word stands the code that records, "
+        "JSON and the store have for it (`pim/records/TypeCodes.h`), which stays for "
+        "ever;\nwithout "
+        "a word it is 0.\n\n| Where | JSON key | Words |\n|---|---|---|\n";
     for (const CodedWords& row : kCodedWords) {
       text_.append("| ").append(row.where).append(" | ");
       text_.append(row.key.empty() ? "" : "`" + std::string(row.key) + "`").append(row.remark);

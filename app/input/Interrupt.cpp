@@ -8,7 +8,6 @@
 #include <cerrno>
 #include <chrono>
 #include <csignal>
-#include <initializer_list>
 
 namespace pim::app {
 namespace {
@@ -17,6 +16,8 @@ using Clock = std::chrono::steady_clock;
 
 // One request may come as several signals: 'timeout' sends its own to the program and to its group.
 constexpr Clock::duration kOneRequest = std::chrono::seconds(1);
+
+constexpr int kRequests[] = {SIGINT, SIGTERM, SIGHUP};
 
 volatile std::sig_atomic_t caught = 0;
 std::atomic<Clock::rep> caughtAt = 0;
@@ -41,13 +42,13 @@ void Note(int signal) {
 
 void WatchSignals() {
   endsByPipe = std::signal(SIGPIPE, SIG_IGN) == SIG_DFL;
-  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+  for (const int signal : kRequests) {
     struct sigaction previous = {};
     sigaction(signal, nullptr, &previous);
     if (previous.sa_handler == SIG_IGN) continue;  // nohup, or a job in the background
     struct sigaction action = {};
     action.sa_handler = Note;  // without SA_RESTART: a read from a pipe must end
-    for (const int other : {SIGINT, SIGTERM, SIGHUP}) sigaddset(&action.sa_mask, other);
+    for (const int other : kRequests) sigaddset(&action.sa_mask, other);
     sigaction(signal, &action, nullptr);
   }
 }

@@ -190,7 +190,7 @@ complete -c pimvobj -n '__pimvobj_at any "contacts list"' -l fields -x -a '(__pi
 complete -c pimvobj -n '__pimvobj_at any "contacts list" "calendar list" "todo list" "memo list"' -l json -d 'Print all there is as one JSON object; not with --csv, --jsonl or --fields'
 complete -c pimvobj -n '__pimvobj_at any "contacts list" "calendar list" "todo list" "memo list"' -l jsonl -d 'Print whole records as JSON, one a line; not with --json, --csv or --fields'
 complete -c pimvobj -n '__pimvobj_at any "contacts list" "calendar list" "todo list" "memo list"' -l csv -d 'Print comma-separated values (RFC 4180); not with --json or --jsonl'
-complete -c pimvobj -n '__pimvobj_at any "contacts show" "calendar show" "todo show" "memo show" "show"' -l labels -r -F -d 'Labels of your own, as lines "key = text"'
+complete -c pimvobj -n '__pimvobj_at any "contacts show" "calendar show" "todo show" "memo show" "show"' -l labels -r -F -d 'Labels of your own, as lines "key = text"; \'pimvobj help labels\' tells the keys'
 complete -c pimvobj -n '__pimvobj_at any "contacts delete" "calendar delete" "todo delete" "memo delete" "undo"' -s n -l dry-run -d 'Tell what would be done, and do nothing'
 complete -c pimvobj -n '__pimvobj_at any "calendar export" "todo export" "memo export"' -l all -d 'All three kinds'
 complete -c pimvobj -n '__pimvobj_at any "calendar export" "calendar list" "calendar count" "todo export" "todo list" "todo count" "memo export" "memo list" "memo count"' -l no-name -d 'Those that have neither summary nor description'

@@ -52,12 +52,15 @@ constexpr Block kStore[] = {
     {"",
      "An import makes it; commands that only read don't. It holds the records, the history of "
      "imports, a copy of each imported file, compressed, and the pictures of contacts."},
-    {"", "While commands run, and behind one that was killed, two more files belong to it:"},
-    {"pim.db-wal", "What is stored and not yet in pim.db"},
-    {"pim.db-shm", "Where in it what stands"},
+    {"",
+     "While commands run, and behind one that was killed, two more files belong to it, named as it "
+     "is with more behind that:"},
+    {"-wal", "What is stored and not yet in the store's own file"},
+    {"-shm", "Where each part of that stands"},
     {"",
      "To take a store to another computer, copy it while no command runs, with these two where "
-     "they are there. The next command that writes ends them, so that pim.db is all."},
+     "they are there. The next command that writes ends them, so that the store is one file "
+     "again."},
     {"", "In the application-data folder are, too:"},
     {"Tessaly Works/Tessaly Deskmate IV/CallerId/",
      "Copies of the pictures, as files for other programs"},

@@ -50,6 +50,13 @@ std::string ValuedOptions() {
   return Joined(names);
 }
 
+std::string AllOptions() {
+  std::vector<std::string> names;
+  for (const OptionRow& row : OptionRows())
+    for (const std::string& name : NamesOf(row)) names.push_back(name);
+  return Joined(names);
+}
+
 Family FamilyOf(const LinePlace& place) {
   return place.command != nullptr ? place.command->family : Family::NoNoun;
 }
@@ -188,8 +195,7 @@ std::string FishOption(const OptionRow& row, const std::string& help, Family fam
     const std::string choices = Joined(ChoicesOf(row.id, family));
     text += TakesFile(row) ? " -r -F" : " -x";
     if (TakesList(row)) {
-      text +=
-          " -a " + FishQuoted("(__fish_complete_list , \"string split ' ' '" + choices + "'\")");
+      text += " -a " + FishQuoted("(__pimvobj_list " + choices + ")");
     } else if (!choices.empty()) {
       text += " -a " + FishQuoted(choices);
     }
@@ -253,6 +259,7 @@ std::string BashCompletion(std::string text) {
   FillPlace(text, "places", BashPlaces());
   FillPlace(text, "values", BashValues());
   FillPlace(text, "valued-options", ValuedOptions());
+  FillPlace(text, "all-options", AllOptions());
   FillPlace(text, "going-on", Joined(WordsThatGoOn()));
   return text;
 }
@@ -264,6 +271,7 @@ std::string ZshCompletion(std::string text) {
   FillPlace(text, "places", ZshPlaces());
   FillPlace(text, "common-options", common);
   FillPlace(text, "valued-options", ValuedOptions());
+  FillPlace(text, "all-options", AllOptions());
   FillPlace(text, "going-on", Joined(WordsThatGoOn()));
   return text;
 }
@@ -276,6 +284,7 @@ std::string FishCompletion(std::string text) {
   }
   FillPlace(text, "lines", lines + FishPlaces() + FishOptions());
   FillPlace(text, "valued-options", ValuedOptions());
+  FillPlace(text, "all-options", AllOptions());
   FillPlace(text, "going-on", Joined(WordsThatGoOn()));
   return text;
 }

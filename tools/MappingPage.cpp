@@ -16,9 +16,9 @@
 #include "pim/platform/Host.h"
 #include "pim/support/FileNames.h"
 #include "platform/Files.h"
-#include "records/CategoryWords.h"
 #include "records/RecordMap.h"
 #include "support/ParameterTable.h"
+#include "tools/CodedWords.h"
 #include "tools/MadeFile.h"
 #include "vcalendar/VCalendarFields.h"
 #include "vcard/VCardFields.h"
@@ -228,10 +228,12 @@ class Page {
         "<!--\nSPDX-FileCopyrightText: 2026 The PimVobjMgr authors\nSPDX-License-Identifier: "
         "Apache-2.0\n-->\n\n"
         "# Where each property goes\n\n"
-        "Made by `pim_mapping` from the tables that the readers and writers work by; "
-        "`cmake --build --preset dev --target mapping`\nmakes it anew. Fields are those of "
-        "[record-dump.md](record-dump.md), columns those of [store.md](store.md). What is "
-        "written is what comes of\nthe example; what is lost on either way stands at the end.\n";
+        "For who wants to know what becomes of a property, or what a number in JSON or in a store "
+        "means.\n\n"
+        "Made by `pim_mapping` from the tables that the readers and writers work by;\n"
+        "`cmake --build --preset dev --target mapping` makes it anew. Fields are those of\n"
+        "[record-dump.md](record-dump.md), columns those of [store.md](store.md). What is written "
+        "is what comes of\nthe example; what is lost on either way stands at the end.\n";
     AppendCards();
     AppendItems();
     AppendParameters();
@@ -326,26 +328,21 @@ class Page {
 
   void AppendWords() {
     text_ +=
-        "\n## Words\n\nIn the order in which a writer puts them. The values of X-BLOOD, CLASS "
-        "and STATUS may be cut short.\n\n| Where | Words |\n|---|---|\n";
-    AppendWordRow("TEL, bare or behind `TYPE=`, any number", kTelephoneWords);
-    AppendWordRow("ADR, bare, any number", kAddressWords);
-    AppendWordRow("EMAIL, bare, the last one", kEmailWords);
-    AppendWordRow("URL, bare, the last one", kUrlWords);
-    AppendWordRow("ORG, bare, the last one", kOrganizationWords);
-    AppendWordRow("X-CHATID, bare, the last one", kMessengerWords);
-    AppendWordRow("PHOTO, bare or behind `TYPE=`, the last one", kMediaWords);
-    AppendWordRow("value of X-BLOOD", kBloodWords);
-    AppendWordRow("value of CLASS", kClassWords);
-    AppendWordRow("value of STATUS", kStatusWords);
-    AppendWordRow("AALARM, `TYPE=`", kAlarmTypeWords);
-    AppendWordRow("AALARM, `VALUE=`", kAlarmValueWords);
-    AppendWordRow(
-        "words of CATEGORIES; of these APPOINTMENT, ANNIVERSARY and BIRTHDAY are kept, "
-        "and MEMO makes the item one",
-        kCategoryWords);
-    AppendWordRow("start of RRULE and XRULE", kRuleWords);
-    AppendWordRow("weekdays of a rule", kWeekdayWords);
+        "\n## Words and their codes\n\nIn the order in which a writer puts them. The values of "
+        "X-BLOOD, CLASS and STATUS may be cut short. Behind\na word stands the code that records, "
+        "JSON and the store have for it (`pim/records/TypeCodes.h`), which stays for "
+        "ever;\nwithout "
+        "a word it is 0.\n\n| Where | JSON key | Words |\n|---|---|---|\n";
+    for (const CodedWords& row : kCodedWords) {
+      text_.append("| ").append(row.where).append(" | ");
+      text_.append(row.key.empty() ? "" : "`" + std::string(row.key) + "`").append(row.remark);
+      const char* mark = " | ";
+      for (const Word& word : row.words) {
+        text_.append(std::exchange(mark, ", ")).append("`").append(word.text).append("`");
+        if (!row.key.empty()) text_.append(" ").append(std::to_string(word.code));
+      }
+      text_ += " |\n";
+    }
   }
 
   void AppendLosses() {

@@ -121,7 +121,7 @@ class Checker {
             (title.empty() ? "" : ": " + ShownInOneLine(title)) + "\n");
     }
     for (const Difference& difference : differences) Tell(difference, Form::kForm);
-    if (!isSameText && !asJson_) Print("  written again, its text is another\n");
+    if (!isSameText && !asJson_) Print("  a second export of it differs from the first\n");
   }
 
   void Begin(TextForm form, bool rejected) {
@@ -158,8 +158,8 @@ class Checker {
                ? std::to_string(lossy_) + " of " + Counted(total, noun) + " come back otherwise"
            : total == 1 ? Counted(total, noun) + ", which comes back as it was"
                         : Counted(total, noun) + ", which come back as they were") +
-          (isSameText_ ? "; written again, the text is the same to the byte\n"
-                       : "; written again, the text is another\n"));
+          (isSameText_ ? "; a second export equals the first\n"
+                       : "; a second export differs from the first\n"));
   }
 
   static std::string InWords(const std::string& json) { return json.empty() ? "nothing" : json; }

@@ -77,9 +77,9 @@ struct Grammar {
   }
 };
 
-Parts TakeApart(int argc, char** argv) {
+// Throws WrongUsage at an option that can't be taken; `parts` has what stands ahead of it then.
+void TakeApart(int argc, char** argv, Parts& parts) {
   const Grammar grammar;
-  Parts parts;
   opterr = 0;
   for (;;) {
     const int at = std::max(optind, 1);
@@ -99,18 +99,18 @@ Parts TakeApart(int argc, char** argv) {
     }
   }
   parts.words.insert(parts.words.end(), argv + optind, argv + argc);
-  return parts;
 }
 
-// Pairs of which a command line holds one at most.
-constexpr std::pair<Option, Option> kEitherOr[] = {{Option::Group, Option::NoGroups},
-                                                   {Option::Json, Option::Csv},
-                                                   {Option::Json, Option::JsonLines},
-                                                   {Option::JsonLines, Option::Csv},
-                                                   {Option::Json, Option::Fields},
-                                                   {Option::JsonLines, Option::Fields},
-                                                   {Option::KeepDuplicates, Option::SkipDuplicates},
-                                                   {Option::DryRun, Option::Report}};
+// The command that the words begin with, as far as they do.
+std::string CommandAhead(std::vector<std::string> words) {
+  CommandPlace place;
+  try {
+    TakeCommand(words, place);
+  } catch (const WrongUsage&) {
+    return place.Words();
+  }
+  return place.Words();
+}
 
 void CheckOptions(const Parts& parts, const CommandPlace& place) {
   for (const GivenOption& given : parts.options) {
@@ -122,7 +122,7 @@ void CheckOptions(const Parts& parts, const CommandPlace& place) {
                        "'");
     }
   }
-  for (const auto& [one, other] : kEitherOr) {
+  for (const auto& [one, other] : EitherOr()) {
     if (parts.Has(one) && parts.Has(other))
       throw WrongUsage("take either " + DashedName(RowOf(one)) + " or " + DashedName(RowOf(other)));
   }
@@ -184,8 +184,15 @@ std::optional<Options> ReadParts(Parts& parts, CommandPlace& place, int& status)
 
 std::optional<Options> ReadCommandLine(int argc, char** argv, int& status) {
   CommandPlace place;
+  Parts parts;
+  status = kWrongUsage;
   try {
-    Parts parts = TakeApart(argc, argv);
+    TakeApart(argc, argv, parts);
+  } catch (const WrongUsage& wrong) {
+    TellWrongUsage(wrong.what(), CommandAhead(std::move(parts.words)));
+    return std::nullopt;
+  }
+  try {
     return ReadParts(parts, place, status);
   } catch (const WrongUsage& wrong) {
     TellWrongUsage(wrong.what(), place.Words());
@@ -196,8 +203,9 @@ std::optional<Options> ReadCommandLine(int argc, char** argv, int& status) {
 
 void TellWrongUsage(std::string_view problem, std::string_view command) {
   Complain(problem);
-  Warn("Try 'pimvobj" + (command.empty() ? std::string() : " " + std::string(command)) +
-       " --help' for more information.\n");
+  const std::string words = command.empty() ? "" : " " + std::string(command);
+  // Of 'help' itself there is less to say than by it.
+  Warn("Try 'pimvobj" + words + (command == "help" ? "" : " --help") + "' for more information.\n");
 }
 
 }  // namespace pim::app

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <vector>
 
 #include "app/commands/HelpLayout.h"
 #include "app/commands/OptionChoices.h"
@@ -22,18 +23,19 @@ constexpr OptionRow kOptions[] = {
     {Option::Fields, 0, "fields", "NAME,...", "Which fields, in this order; \"help\" names them"},
     {Option::Force, 'f', "force", nullptr, "Replace a file, or add to a folder that isn't empty"},
     {Option::Group, 0, "group", "NAME", "Those in this group"},
-    {Option::Help, 'h', "help", nullptr, "Print this help"},
+    {Option::Help, 'h', "help", nullptr, "Print help of the command"},
     {Option::Import, 0, "import", "N", "Those of that import alone, by its number in the history"},
     {Option::Json, 0, "json", nullptr, "Print all there is as one JSON object"},
     {Option::JsonLines, 0, "jsonl", nullptr, "Print whole records as JSON, one a line"},
     {Option::KeepDuplicates, 0, "keep-duplicates", nullptr,
      "Store also what equals a stored record (default: it is left out)"},
-    {Option::Labels, 0, "labels", "FILE", "Labels of your own, as lines \"key = text\""},
+    {Option::Labels, 0, "labels", "FILE",
+     "Labels of your own, as lines \"key = text\"; 'pimvobj help labels' tells the keys"},
     {Option::Lang, 0, "lang", "LANG",
      "Language of labels and titles: {choices} (default: the locale's)"},
     {Option::Losses, 0, "losses", nullptr, "Tell each line that isn't kept, or not as it is"},
     {Option::NoGroups, 0, "no-groups", nullptr, "Leave the cards' group names out"},
-    {Option::NoName, 0, "no-name", nullptr, "Those that have no name or summary"},
+    {Option::NoName, 0, "no-name", nullptr, "Those that have no name"},
     {Option::NoOriginals, 0, "no-originals", nullptr, "Keep no copy of the files' bytes"},
     {Option::Output, 'o', "output", "FILE", "Write into this file (- for standard output)"},
     {Option::Quiet, 'q', "quiet", nullptr, "Show no progress"},
@@ -42,7 +44,7 @@ constexpr OptionRow kOptions[] = {
     {Option::Report, 0, "report", "FILE",
      "Write into this file what became of each line, as JSON, one text a line"},
     {Option::SkipDuplicates, 0, "skip-duplicates", nullptr,
-     "Leave out what equals a stored record, as is done anyway"},
+     "Leave out what equals a stored record, as is done without it"},
     {Option::Sort, 0, "sort", "ORDER", "By {choices} (default: key)"},
     {Option::Store, 0, "store", "FILE",
      "The store (default: $PIMVOBJ_STORE, else pimvobj/pim.db in the application-data folder)"},
@@ -53,17 +55,22 @@ constexpr OptionRow kOptions[] = {
     {Option::Version, 'V', "version", nullptr, "Print the program's version"},
 };
 
-// Where an option of some command means more than elsewhere.
+// Where an option of some commands means more than elsewhere, or less.
 constexpr struct {
-  Action action;
+  std::optional<Action> action;
+  std::optional<Family> family;
   Option option;
   const char* help;
 } kOwnHelp[] = {
-    {Action::Export, Option::All, "All three kinds"},
-    {Action::Import, Option::Force, "Replace the files of --rejects and --report"},
-    {Action::Import, Option::Group, "Put all of them into this group, not into the file's own"},
-    {Action::Import, Option::Json, "With --dry-run: print one JSON object"},
-    {Action::Undo, Option::Force, "Take what was changed since, too"},
+    {Action::Check, {}, Option::Json, "Print one JSON object for each FILE"},
+    {Action::Export, {}, Option::All, "All three kinds"},
+    {Action::Export, Family::Items, Option::Force, "Replace a file"},
+    {Action::Import, {}, Option::Force, "Replace the files of --rejects and --report"},
+    {Action::Import, {}, Option::Group, "Put all of them into this group, not into the file's own"},
+    {Action::Import, {}, Option::Json, "With --dry-run: print one JSON object"},
+    {Action::Inspect, {}, Option::Json, "Print one JSON object for each FILE"},
+    {Action::Undo, {}, Option::Force, "Take what was changed since, too"},
+    {{}, Family::Items, Option::NoName, "Those that have neither summary nor description"},
 };
 
 constexpr bool StandInOrder() {
@@ -75,6 +82,15 @@ static_assert(StandInOrder());
 
 constexpr Option kCommon[] = {Option::Store,       Option::CodePage, Option::Lang,   Option::Quiet,
                               Option::ToTheLetter, Option::Help,     Option::Version};
+
+constexpr std::pair<Option, Option> kEitherOr[] = {{Option::Group, Option::NoGroups},
+                                                   {Option::Json, Option::Csv},
+                                                   {Option::Json, Option::JsonLines},
+                                                   {Option::JsonLines, Option::Csv},
+                                                   {Option::Json, Option::Fields},
+                                                   {Option::JsonLines, Option::Fields},
+                                                   {Option::KeepDuplicates, Option::SkipDuplicates},
+                                                   {Option::DryRun, Option::Report}};
 
 constexpr NounRow kNouns[] = {
     {"contacts", Family::Contacts, RecordKind::Contacts, "contact", "Contacts, as vCard 2.1"},
@@ -252,7 +268,7 @@ constexpr CommandRow kCommands[] = {
      "and is named, with exit status 1; --force takes that too. 'pimvobj history' tells the "
      "numbers."},
     {Family::NoNoun, Action::Check, "check", "FILE...", 1, kAnyNumber,
-     "Tell what of files would not come back from an export", kCheck,
+     "Tell what in files would not come back from an export", kCheck,
      "pimvobj check backup.vcf\n"
      "pimvobj check calendar.vcs --json | jq '.differences[].field'",
      "Each record is read, written and read again. Exit status 4 when one doesn't come back as it "
@@ -264,7 +280,7 @@ constexpr CommandRow kCommands[] = {
      "pimvobj inspect backup.vcf --losses",
      "A FILE may be - for standard input. No store is touched."},
     {Family::NoNoun, Action::ShowFile, "show", "FILE...", 1, kAnyNumber,
-     "Show the first vObject of a file in a few lines", kShowFile,
+     "Show the first record of a file in a few lines", kShowFile,
      "pimvobj show card.vcf\n"
      "pimvobj show --all calendar.vcs --lang ja",
      "A FILE may be - for standard input. No store is touched."},
@@ -281,18 +297,35 @@ constexpr CommandRow kCommands[] = {
      "Without operands it tells all commands and topics."},
 };
 
+// "; not with --csv or --fields", of an option of the command; empty where it goes with all others.
+std::string Exclusions(Option option, const CommandRow& command) {
+  std::vector<std::string> names;
+  for (const auto& [one, other] : kEitherOr) {
+    if (one != option && other != option) continue;
+    const Option excluded = one == option ? other : one;
+    if (std::ranges::find(command.options, excluded) != command.options.end())
+      names.push_back(DashedName(RowOf(excluded)));
+  }
+  const std::vector<std::string_view> words(names.begin(), names.end());
+  return words.empty() ? "" : "; not with " + Listed(words);
+}
+
 }  // namespace
 
 std::span<const OptionRow> OptionRows() { return kOptions; }
 std::string HelpOf(Option option, const CommandRow* command) {
   std::string help = RowOf(option).help;
+  const Family family = command != nullptr ? command->family : Family::NoNoun;
   for (const auto& own : kOwnHelp) {
-    if (command != nullptr && own.action == command->action && own.option == option)
+    if (command != nullptr && own.option == option &&
+        own.action.value_or(command->action) == command->action &&
+        own.family.value_or(family) == family)
       help = own.help;
   }
-  ReplaceAll(help, "{choices}", Listed(ChoicesOf(option, Family::NoNoun)));
-  return help;
+  ReplaceAll(help, "{choices}", Listed(ChoicesOf(option, family)));
+  return help + (command != nullptr ? Exclusions(option, *command) : "");
 }
+std::span<const std::pair<Option, Option>> EitherOr() { return kEitherOr; }
 std::span<const Option> CommonOptions() { return kCommon; }
 std::span<const NounRow> Nouns() { return kNouns; }
 std::span<const CommandRow> Commands() { return kCommands; }

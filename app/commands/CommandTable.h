@@ -8,6 +8,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "app/commands/Options.h"
 
@@ -68,6 +69,9 @@ inline std::string DashedName(const OptionRow& row) { return std::string("--") +
 
 // Those that every command takes.
 std::span<const Option> CommonOptions();
+
+// Pairs of which a command line holds one at most.
+std::span<const std::pair<Option, Option>> EitherOr();
 
 // Commands that belong together.
 enum class Family : std::uint8_t { Contacts, Items, Original, Store, NoNoun };

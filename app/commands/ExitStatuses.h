@@ -26,7 +26,8 @@ inline constexpr ExitStatusRow kExitStatuses[] = {
     {kLossy, "Something is lost, and --strict or check looked for it"},
     {StatusOfSignal(SIGHUP), "SIGHUP ended it; what wasn't stored yet is left out"},
     {StatusOfSignal(SIGINT), "SIGINT, the same"},
-    {StatusOfSignal(SIGTERM), "SIGTERM, the same"},
+    {StatusOfSignal(SIGPIPE), "SIGPIPE ended it: nobody reads its output any more"},
+    {StatusOfSignal(SIGTERM), "SIGTERM ended it, as SIGHUP does"},
 };
 
 }  // namespace pim::app

@@ -60,7 +60,8 @@ std::string NounHelp(const NounRow& noun) {
                      Indented(Filled(examples, noun)) + "\nCommands:\n" + CommandList(noun) +
                      "\n'pimvobj " + noun.word + " COMMAND --help' tells the options of each.\n";
   // A topic of the noun's name is told with it.
-  if (const TopicRow* topic = FindTopic(noun.word)) text += "\n" + TopicText(*topic);
+  if (const TopicRow* topic = FindTopic(noun.word))
+    text += "\n" + std::string(topic->summary) + ":\n" + TopicBody(*topic);
   return text;
 }
 

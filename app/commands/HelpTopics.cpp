@@ -7,14 +7,15 @@
 
 #include "app/commands/ExitStatuses.h"
 #include "app/commands/HelpLayout.h"
+#include "app/labels/Labels.h"
+#include "platform/CodePages.h"
 
 namespace pim::app {
 namespace {
 
 constexpr TopicRow kTopics[] = {
-    {"formats", "The files that are read and written"},
-    {"store", "Where records are kept"},
-    {"environment", "The variables that are looked at"},
+    {"formats", "The files that are read and written"},  {"store", "Where records are kept"},
+    {"environment", "The variables that are looked at"}, {"labels", "What --labels takes"},
     {"exit-statuses", "What commands end with"},
 };
 
@@ -38,7 +39,8 @@ constexpr Block kFormats[] = {
      "or 'pimvobj original off' says otherwise."},
     {"",
      "Lists and reports are tables for people, and for programs values with commas (--csv, RFC "
-     "4180), one JSON object (--json) or whole records as JSON, one a line (--jsonl)."},
+     "4180), one JSON object (--json), of files one for each, or whole records as JSON, one a line "
+     "(--jsonl)."},
 };
 
 constexpr Block kStore[] = {
@@ -49,12 +51,25 @@ constexpr Block kStore[] = {
     {"~/.local/share/pimvobj/pim.db", "In that folder, where no variable names one"},
     {"",
      "An import makes it; commands that only read don't. It holds the records, the history of "
-     "imports, a copy of each imported file, compressed, and the pictures of contacts: to take it "
-     "to another computer, copy this file while no command runs."},
-    {"", "Beside it, in the application-data folder, are:"},
+     "imports, a copy of each imported file, compressed, and the pictures of contacts."},
+    {"",
+     "While commands run, and behind one that was killed, two more files belong to it, named as it "
+     "is with more behind that:"},
+    {"-wal", "What is stored and not yet in the store's own file"},
+    {"-shm", "Where each part of that stands"},
+    {"",
+     "To take a store to another computer, copy it while no command runs, with these two where "
+     "they are there. The next command that writes ends them, so that the store is one file "
+     "again."},
+    {"", "In the application-data folder are, too:"},
     {"Tessaly Works/Tessaly Deskmate IV/CallerId/",
      "Copies of the pictures, as files for other programs"},
     {"pimvobj/incoming/", "The pictures of an import that runs"},
+    {"pimvobj/incoming.lock", "Which lets imports begin one by one"},
+    {"",
+     "Without that folder the last two are pimvobj-incoming-UID and pimvobj-incoming-UID.lock "
+     "among "
+     "the temporary files, UID being the user's number."},
     {"",
      "A command that needs files for a while makes a folder pimvobj-XXXXXX among the temporary "
      "files and takes it away at its end."},
@@ -63,14 +78,26 @@ constexpr Block kStore[] = {
 constexpr Block kEnvironment[] = {
     {"PIMVOBJ_STORE", "The store, where --store names none"},
     {"XDG_DATA_HOME", "The application-data folder, when it is an absolute path"},
-    {"HOME", "Whose .local/share is that folder otherwise"},
+    {"HOME", "The home folder; without XDG_DATA_HOME, that folder is .local/share in it"},
     {"LC_ALL, LC_MESSAGES, LANG",
      "The language of labels and titles, where --lang names none, by the first that is set; "
-     "English for one that isn't there"},
+     "English where that is a language without labels"},
     {"TZ", "The time zone that times are shown in (default: /etc/localtime)"},
     {"TZDIR", "The folder of zone files (default: /usr/share/zoneinfo)"},
     {"TMPDIR", "The folder of temporary files (default: /tmp)"},
 };
+
+// The words of previews: all that a file of labels may change.
+std::vector<TopicBlock> LabelBlocks() {
+  std::vector<TopicBlock> blocks = {
+      {"",
+       "A file of labels has the words of what 'show' prints, as lines \"key = text\" in UTF-8; "
+       "lines that begin with # say nothing. What it leaves out is as --lang has it. These are "
+       "all keys, with their texts in English:"}};
+  for (const auto& [key, text] : ReadLabels(LabelFiles().front().text))
+    if (!key.starts_with(u"FIELD_")) blocks.push_back({Utf8FromWide(key), Utf8FromWide(text)});
+  return blocks;
+}
 
 std::vector<TopicBlock> ExitStatusBlocks() {
   std::vector<TopicBlock> blocks;
@@ -95,6 +122,7 @@ const TopicRow* FindTopic(std::string_view word) {
 std::vector<TopicBlock> BlocksOf(const TopicRow& topic) {
   const std::string_view word = topic.word;
   if (word == "exit-statuses") return ExitStatusBlocks();
+  if (word == "labels") return LabelBlocks();
   const std::span<const Block> texts = word == "formats" ? std::span<const Block>(kFormats)
                                        : word == "store" ? std::span<const Block>(kStore)
                                                          : std::span<const Block>(kEnvironment);
@@ -103,8 +131,8 @@ std::vector<TopicBlock> BlocksOf(const TopicRow& topic) {
   return blocks;
 }
 
-std::string TopicText(const TopicRow& topic) {
-  std::string text = std::string(topic.summary) + ".\n";
+std::string TopicBody(const TopicRow& topic) {
+  std::string text;
   Columns rows;
   const auto endRows = [&] {
     if (!rows.IsEmpty()) text.append("\n").append(rows.Text());
@@ -120,6 +148,10 @@ std::string TopicText(const TopicRow& topic) {
   }
   endRows();
   return text;
+}
+
+std::string TopicText(const TopicRow& topic) {
+  return std::string(topic.summary) + ".\n" + TopicBody(topic);
 }
 
 }  // namespace pim::app

@@ -26,7 +26,8 @@ struct TopicBlock {
 };
 std::vector<TopicBlock> BlocksOf(const TopicRow& topic);
 
-// As it is printed.
+// As it is printed, without its summary and with it.
+std::string TopicBody(const TopicRow& topic);
 std::string TopicText(const TopicRow& topic);
 
 }  // namespace pim::app

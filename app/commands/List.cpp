@@ -51,7 +51,7 @@ const FieldRow<Record>& FieldOf(std::string_view name) {
   std::vector<std::string_view> names;
   for (const FieldRow<Record>& row : all) names.push_back(row.name);
   throw WrongUsage("--fields: no field is called '" + ShownName(std::string(name)) + "'" +
-                   Suggestion(name, names) + " --fields help names them all");
+                   Suggestion(name, names) + "; --fields help names them all");
 }
 
 template <class Record>
@@ -253,6 +253,8 @@ int ListRecords(const Options& options) {
     return kDone;
   }
   if (isContacts) {
+    if (options.order == ListOrder::Time)
+      throw WrongUsage("contacts have no time: --sort takes name or key");
     const auto fields = ChosenFields<CContact>(options, UsualContactFields());
     Session session(options, StoreAccess::ReadOnly);
     session.store().MakePictures(TellsPictures(options));

@@ -40,8 +40,11 @@ std::vector<std::string_view> ChoicesOf(Option option, Family family) {
       return family == Family::Items ? FieldNames<CCalendar>() : FieldNames<CContact>();
     case Option::Lang:
       return WordsOf(LabelFiles(), &LabelFile::language);
-    case Option::Sort:
-      return WordsOf(kOrderChoices, &ChoiceRow<ListOrder>::word);
+    case Option::Sort: {
+      Words words = WordsOf(kOrderChoices, &ChoiceRow<ListOrder>::word);
+      if (family == Family::Contacts) words.pop_back();  // they have no time
+      return words;
+    }
     default:
       return {};
   }

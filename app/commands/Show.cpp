@@ -187,11 +187,12 @@ int ShowFirst(const std::string& path, NarrowStringView text, Previews& previews
   }
   TellAll(path, messages);
   if (preview.empty()) {
-    TellNothingBegins(path, "vObject", text, TextForm::VCard);
+    TellNothingBegins(path, "record", text, TextForm::VCard);
     return kRejected;
   }
   previews.PrintDone(preview);
   TellLocalTimesOf(text);
+  TellVersion(path, text, FormToRead({}, text));
   return kDone;
 }
 
@@ -225,7 +226,7 @@ int ShowAll(const std::string& path, NarrowStringView bytes, Previews& previews)
     const Messages unheard;  // of a rule; it is told below, with its line
     const WideString preview = previews.OfPart(own, part);
     if (preview.empty()) {
-      TellNothingBegins(path, "vObject", own, TextForm::VCard);
+      TellNothingBegins(path, "record", own, TextForm::VCard);
       status = kRejected;
       continue;
     }

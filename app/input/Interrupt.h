@@ -9,7 +9,8 @@ struct Interrupted {
   int signal;
 };
 
-// Takes note of SIGINT, SIGTERM and SIGHUP; a second one ends the program as if this didn't stand.
+// Takes note of SIGINT, SIGTERM and SIGHUP; a further one ends the program as if this didn't stand,
+// unless it comes within a second.
 // A pipe that nobody reads any more ends it no more by itself.
 void WatchSignals();
 // Ends the program as such a pipe would have ended it, unless whoever called it wants none of that.

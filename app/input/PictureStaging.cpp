@@ -134,9 +134,9 @@ void PrivatePictures::Remove(WideStringView name) {
 }
 
 std::string TemporaryFolder() {
+  const char* folder = std::getenv("TMPDIR");
   std::error_code error;
-  const fs::path folder = fs::temp_directory_path(error);
-  return error ? "/tmp" : folder.string();
+  return folder != nullptr && fs::is_directory(folder, error) ? folder : "/tmp";
 }
 
 struct PictureStaging::Staging {

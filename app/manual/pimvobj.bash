@@ -58,7 +58,7 @@ _pimvobj_place() {
     'check') options+=' --json --as' first='@vcf vcs ics' rest=$first ;;
     'inspect') options+=' --json --as --losses --strict' first='@vcf vcs ics' rest=$first ;;
     'show') options+=' --all --labels' first='@vcf vcs ics' rest=$first ;;
-    'help') first='contacts calendar todo memo original store history undo check inspect show help formats environment exit-statuses' ;;
+    'help') first='contacts calendar todo memo original store history undo check inspect show help formats environment labels exit-statuses' ;;
   esac
 }
 
@@ -76,6 +76,7 @@ _pimvobj_values() {
     '-o '* | '--output '*) values='@' ;;
     '--rejects '*) values='@' ;;
     '--report '*) values='@' ;;
+    '--sort 'contacts) values='name key' ;;
     '--sort '*) values='name key time' ;;
     '--store '*) values='@' ;;
   esac
@@ -115,27 +116,60 @@ _pimvobj_offer() {
   esac
 }
 
+# The words of the line up to the cursor into `line`, and into `ahead` what the last one has ahead of
+# the part that bash completes: bash parts words at colons, too.
+_pimvobj_join() {
+  local left=$COMP_LINE word blanks last=''
+  line=() ahead=''
+  for word in "${COMP_WORDS[@]:0:COMP_CWORD+1}"; do
+    blanks=${left%%[![:space:]]*}
+    left=${left#"$blanks"}
+    left=${left#"$word"}
+    if [[ ${#line[@]} -gt 0 && ! $blanks && ($word == :* || $last == *:) ]]; then
+      line[-1]+=$word
+      ahead=${line[-1]%"${word#:}"}
+    else
+      line+=("$word")
+      ahead=''
+    fi
+    last=$word
+  done
+}
+
+# The option of the line that $1 is, which may be cut short, into `full`.
+_pimvobj_full() {
+  local known
+  full=''
+  for known in --all --as --code-page --csv --delete -n --dry-run --fields -f --force --group -h --help --import --json --jsonl --keep-duplicates --labels --lang --losses --no-groups --no-name --no-originals -o --output -q --quiet --rejects --report --skip-duplicates --sort --store --strict --to-the-letter -V --version; do
+    [[ $known == "$1" ]] && full=$1 && return
+    [[ $1 == --* && $known == "$1"* ]] && full+=${full:+ }$known
+  done
+}
+
 _pimvobj() {
-  local IFS=$' \t\n' cur=${COMP_WORDS[COMP_CWORD]} word option='' ended='' i
+  local IFS=$' \t\n' line ahead full cur word option='' ended='' i
   local options first rest values words=()
   COMPREPLY=()
+  _pimvobj_join
+  cur=${line[-1]}
   # bash takes an equals sign as a word of its own.
-  for ((i = 1; i < COMP_CWORD; ++i)); do
-    word=${COMP_WORDS[i]}
+  for word in "${line[@]:1:${#line[@]}-2}"; do
     if [[ $option ]]; then
       [[ $word == = ]] || option=''
     elif [[ $ended || $word != -* || $word == - ]]; then
       words+=("$word")
     elif [[ $word == -- ]]; then
       ended=1
-    elif [[ ' --as --code-page --fields --group --import --labels --lang -o --output --rejects --report --sort --store ' == *" $word "* ]]; then
-      option=$word
+    else
+      _pimvobj_full "$word"
+      [[ ' --as --code-page --fields --group --import --labels --lang -o --output --rejects --report --sort --store ' == *" $full "* ]] && option=$full
     fi
   done
   [[ $option && $cur == = ]] && cur=''
   if [[ $option ]]; then
     _pimvobj_values "$option" "${words[0]-}"
     _pimvobj_offer "$values"
+    COMPREPLY=("${COMPREPLY[@]#"$ahead"}")
     return
   fi
   local operands=$((${#words[@]} - 1)) place=${words[0]-}
@@ -151,6 +185,7 @@ _pimvobj() {
   else
     _pimvobj_offer "$rest"
   fi
+  COMPREPLY=("${COMPREPLY[@]#"$ahead"}")
 }
 
 complete -F _pimvobj pimvobj

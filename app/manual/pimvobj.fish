@@ -3,6 +3,26 @@
 #
 # Completion of pimvobj for fish, made by pim_manual from the program's table of commands.
 
+# The option that the word is, which may be cut short where that leaves one alone.
+function __pimvobj_full
+    set -l known --all --as --code-page --csv --delete -n --dry-run --fields -f --force --group -h --help --import --json --jsonl --keep-duplicates --labels --lang --losses --no-groups --no-name --no-originals -o --output -q --quiet --rejects --report --skip-duplicates --sort --store --strict --to-the-letter -V --version
+    set -l begun (string match -- $argv[1]'*' $known)
+    if contains -- $argv[1] $known
+        echo $argv[1]
+    else if string match -q -- '--*' $argv[1]; and test (count $begun) = 1
+        echo $begun
+    else
+        echo none
+    end
+end
+
+# The words $argv, joined by commas to those that the value begins with, whether in quotes or not.
+function __pimvobj_list
+    set -l value (commandline -ct | string replace -r -- '^(--[^=]*=)?["\']?' '')
+    set -l ahead (string match -r -- '^.*,' $value)
+    printf '%s\n' "$ahead"$argv
+end
+
 # The words ahead of the cursor, without options and their values.
 function __pimvobj_words
     set -l option
@@ -14,7 +34,7 @@ function __pimvobj_words
             printf '%s\n' $word
         else if test $word = --
             set ended 1
-        else if contains -- $word --as --code-page --fields --group --import --labels --lang -o --output --rejects --report --sort --store
+        else if contains -- (__pimvobj_full $word) --as --code-page --fields --group --import --labels --lang -o --output --rejects --report --sort --store
             set option $word
         end
     end
@@ -39,7 +59,7 @@ complete -c pimvobj -l code-page -x -a 'UTF-8 CP1250 CP1251 CP1252 CP1253 CP1254
 complete -c pimvobj -l lang -x -a 'en de fr es ja ko' -d 'Language of labels and titles: en, de, fr, es, ja or ko (default: the locale\'s)'
 complete -c pimvobj -s q -l quiet -d 'Show no progress'
 complete -c pimvobj -l to-the-letter -d 'Write blanks at the head of a line and line breaks in numbers as they stand, though readers lose them'
-complete -c pimvobj -s h -l help -d 'Print this help'
+complete -c pimvobj -s h -l help -d 'Print help of the command'
 complete -c pimvobj -s V -l version -d 'Print the program\'s version'
 complete -c pimvobj -n '__pimvobj_at first ""' -a contacts -d 'Contacts, as vCard 2.1'
 complete -c pimvobj -n '__pimvobj_at first ""' -a calendar -d 'Events, as vCalendar 1.0'
@@ -49,9 +69,9 @@ complete -c pimvobj -n '__pimvobj_at first ""' -a original -d 'Copies of importe
 complete -c pimvobj -n '__pimvobj_at first ""' -a store -d 'The store and what belongs to it'
 complete -c pimvobj -n '__pimvobj_at first ""' -a history -d 'Tell what was imported, and what was taken back'
 complete -c pimvobj -n '__pimvobj_at first ""' -a undo -d 'Take an import back: the last one that stands, or that with the number N'
-complete -c pimvobj -n '__pimvobj_at first ""' -a check -d 'Tell what of files would not come back from an export'
+complete -c pimvobj -n '__pimvobj_at first ""' -a check -d 'Tell what in files would not come back from an export'
 complete -c pimvobj -n '__pimvobj_at first ""' -a inspect -d 'Show what files hold, record by record'
-complete -c pimvobj -n '__pimvobj_at first ""' -a show -d 'Show the first vObject of a file in a few lines'
+complete -c pimvobj -n '__pimvobj_at first ""' -a show -d 'Show the first record of a file in a few lines'
 complete -c pimvobj -n '__pimvobj_at first ""' -a help -d 'Tell more of a command, or of a topic'
 complete -c pimvobj -n '__pimvobj_at first "contacts"' -a import -d 'Read vCard files into the store'
 complete -c pimvobj -n '__pimvobj_at first "contacts"' -a export -d 'Write contacts as vCard: one file each into DIR, or all into one file'
@@ -143,38 +163,45 @@ complete -c pimvobj -n '__pimvobj_at first "help"' -a original -d 'Copies of imp
 complete -c pimvobj -n '__pimvobj_at first "help"' -a store -d 'The store and what belongs to it'
 complete -c pimvobj -n '__pimvobj_at first "help"' -a history -d 'Tell what was imported, and what was taken back'
 complete -c pimvobj -n '__pimvobj_at first "help"' -a undo -d 'Take an import back: the last one that stands, or that with the number N'
-complete -c pimvobj -n '__pimvobj_at first "help"' -a check -d 'Tell what of files would not come back from an export'
+complete -c pimvobj -n '__pimvobj_at first "help"' -a check -d 'Tell what in files would not come back from an export'
 complete -c pimvobj -n '__pimvobj_at first "help"' -a inspect -d 'Show what files hold, record by record'
-complete -c pimvobj -n '__pimvobj_at first "help"' -a show -d 'Show the first vObject of a file in a few lines'
+complete -c pimvobj -n '__pimvobj_at first "help"' -a show -d 'Show the first record of a file in a few lines'
 complete -c pimvobj -n '__pimvobj_at first "help"' -a help -d 'Tell more of a command, or of a topic'
 complete -c pimvobj -n '__pimvobj_at first "help"' -a formats -d 'The files that are read and written'
 complete -c pimvobj -n '__pimvobj_at first "help"' -a environment -d 'The variables that are looked at'
+complete -c pimvobj -n '__pimvobj_at first "help"' -a labels -d 'What --labels takes'
 complete -c pimvobj -n '__pimvobj_at first "help"' -a exit-statuses -d 'What commands end with'
-complete -c pimvobj -n '__pimvobj_at any "contacts import"' -l group -x -d 'Put all of them into this group, not into the file\'s own'
-complete -c pimvobj -n '__pimvobj_at any "contacts import"' -l no-groups -d 'Leave the cards\' group names out'
-complete -c pimvobj -n '__pimvobj_at any "contacts import" "calendar import" "todo import" "memo import"' -l keep-duplicates -d 'Store also what equals a stored record (default: it is left out)'
-complete -c pimvobj -n '__pimvobj_at any "contacts import" "calendar import" "todo import" "memo import"' -l skip-duplicates -d 'Leave out what equals a stored record, as is done anyway'
-complete -c pimvobj -n '__pimvobj_at any "contacts import" "contacts delete" "calendar import" "calendar delete" "todo import" "todo delete" "memo import" "memo delete" "undo"' -s n -l dry-run -d 'Tell what would be done, and do nothing'
+complete -c pimvobj -n '__pimvobj_at any "contacts import"' -l group -x -d 'Put all of them into this group, not into the file\'s own; not with --no-groups'
+complete -c pimvobj -n '__pimvobj_at any "contacts import"' -l no-groups -d 'Leave the cards\' group names out; not with --group'
+complete -c pimvobj -n '__pimvobj_at any "contacts import" "calendar import" "todo import" "memo import"' -l keep-duplicates -d 'Store also what equals a stored record (default: it is left out); not with --skip-duplicates'
+complete -c pimvobj -n '__pimvobj_at any "contacts import" "calendar import" "todo import" "memo import"' -l skip-duplicates -d 'Leave out what equals a stored record, as is done without it; not with --keep-duplicates'
+complete -c pimvobj -n '__pimvobj_at any "contacts import" "calendar import" "todo import" "memo import"' -s n -l dry-run -d 'Tell what would be done, and do nothing; not with --report'
 complete -c pimvobj -n '__pimvobj_at any "contacts import" "calendar import" "todo import" "memo import"' -l json -d 'With --dry-run: print one JSON object'
 complete -c pimvobj -n '__pimvobj_at any "contacts import" "calendar import" "todo import" "memo import"' -l rejects -r -F -d 'Put records that are rejected into this file, and take the others'
-complete -c pimvobj -n '__pimvobj_at any "contacts import" "calendar import" "todo import" "memo import"' -l report -r -F -d 'Write into this file what became of each line, as JSON, one text a line'
+complete -c pimvobj -n '__pimvobj_at any "contacts import" "calendar import" "todo import" "memo import"' -l report -r -F -d 'Write into this file what became of each line, as JSON, one text a line; not with --dry-run'
 complete -c pimvobj -n '__pimvobj_at any "contacts import" "calendar import" "todo import" "memo import"' -s f -l force -d 'Replace the files of --rejects and --report'
 complete -c pimvobj -n '__pimvobj_at any "contacts import" "calendar import" "todo import" "memo import"' -l no-originals -d 'Keep no copy of the files\' bytes'
 complete -c pimvobj -n '__pimvobj_at any "contacts export" "contacts list" "contacts count" "contacts delete"' -l group -x -d 'Those in this group'
-complete -c pimvobj -n '__pimvobj_at any "contacts export" "contacts list" "contacts count" "calendar export" "calendar list" "calendar count" "todo export" "todo list" "todo count" "memo export" "memo list" "memo count"' -l no-name -d 'Those that have no name or summary'
+complete -c pimvobj -n '__pimvobj_at any "contacts export" "contacts list" "contacts count"' -l no-name -d 'Those that have no name'
 complete -c pimvobj -n '__pimvobj_at any "contacts export" "calendar export" "todo export" "memo export"' -s o -l output -r -F -d 'Write into this file (- for standard output)'
-complete -c pimvobj -n '__pimvobj_at any "contacts export" "calendar export" "todo export" "memo export"' -s f -l force -d 'Replace a file, or add to a folder that isn\'t empty'
-complete -c pimvobj -n '__pimvobj_at any "contacts list" "calendar list" "todo list" "memo list"' -l sort -x -a 'name key time' -d 'By name, key or time (default: key)'
-complete -c pimvobj -n '__pimvobj_at any "contacts list"' -l fields -x -a '(__fish_complete_list , "string split \' \' \'key name full-name family-name given-name additional-name prefix suffix phonetic-name nickname number mail messenger url address organisation unit title role birthday anniversary event-day blood-type hobby picture note groups favourite created modified help\'")' -d 'Which fields, in this order; "help" names them'
-complete -c pimvobj -n '__pimvobj_at any "contacts list" "calendar list" "todo list" "memo list" "original list" "store tidy" "history" "undo" "check" "inspect"' -l json -d 'Print all there is as one JSON object'
-complete -c pimvobj -n '__pimvobj_at any "contacts list" "calendar list" "todo list" "memo list"' -l jsonl -d 'Print whole records as JSON, one a line'
-complete -c pimvobj -n '__pimvobj_at any "contacts list" "calendar list" "todo list" "memo list"' -l csv -d 'Print comma-separated values (RFC 4180)'
-complete -c pimvobj -n '__pimvobj_at any "contacts show" "calendar show" "todo show" "memo show" "show"' -l labels -r -F -d 'Labels of your own, as lines "key = text"'
+complete -c pimvobj -n '__pimvobj_at any "contacts export"' -s f -l force -d 'Replace a file, or add to a folder that isn\'t empty'
+complete -c pimvobj -n '__pimvobj_at any "contacts list"' -l sort -x -a 'name key' -d 'By name or key (default: key)'
+complete -c pimvobj -n '__pimvobj_at any "contacts list"' -l fields -x -a '(__pimvobj_list key name full-name family-name given-name additional-name prefix suffix phonetic-name nickname number mail messenger url address organisation unit title role birthday anniversary event-day blood-type hobby picture note groups favourite created modified help)' -d 'Which fields, in this order; "help" names them; not with --json or --jsonl'
+complete -c pimvobj -n '__pimvobj_at any "contacts list" "calendar list" "todo list" "memo list"' -l json -d 'Print all there is as one JSON object; not with --csv, --jsonl or --fields'
+complete -c pimvobj -n '__pimvobj_at any "contacts list" "calendar list" "todo list" "memo list"' -l jsonl -d 'Print whole records as JSON, one a line; not with --json, --csv or --fields'
+complete -c pimvobj -n '__pimvobj_at any "contacts list" "calendar list" "todo list" "memo list"' -l csv -d 'Print comma-separated values (RFC 4180); not with --json or --jsonl'
+complete -c pimvobj -n '__pimvobj_at any "contacts show" "calendar show" "todo show" "memo show" "show"' -l labels -r -F -d 'Labels of your own, as lines "key = text"; \'pimvobj help labels\' tells the keys'
+complete -c pimvobj -n '__pimvobj_at any "contacts delete" "calendar delete" "todo delete" "memo delete" "undo"' -s n -l dry-run -d 'Tell what would be done, and do nothing'
 complete -c pimvobj -n '__pimvobj_at any "calendar export" "todo export" "memo export"' -l all -d 'All three kinds'
-complete -c pimvobj -n '__pimvobj_at any "calendar list" "todo list" "memo list"' -l fields -x -a '(__fish_complete_list , "string split \' \' \'key subject summary description location start end all-day due completed alarm repeats exceptions category class priority status colour holiday created modified help\'")' -d 'Which fields, in this order; "help" names them'
+complete -c pimvobj -n '__pimvobj_at any "calendar export" "calendar list" "calendar count" "todo export" "todo list" "todo count" "memo export" "memo list" "memo count"' -l no-name -d 'Those that have neither summary nor description'
+complete -c pimvobj -n '__pimvobj_at any "calendar export" "todo export" "memo export"' -s f -l force -d 'Replace a file'
+complete -c pimvobj -n '__pimvobj_at any "calendar list" "todo list" "memo list"' -l sort -x -a 'name key time' -d 'By name, key or time (default: key)'
+complete -c pimvobj -n '__pimvobj_at any "calendar list" "todo list" "memo list"' -l fields -x -a '(__pimvobj_list key subject summary description location start end all-day due completed alarm repeats exceptions category class priority status colour holiday created modified help)' -d 'Which fields, in this order; "help" names them; not with --json or --jsonl'
+complete -c pimvobj -n '__pimvobj_at any "original list" "store tidy" "history" "undo"' -l json -d 'Print all there is as one JSON object'
 complete -c pimvobj -n '__pimvobj_at any "original export" "original drop"' -l import -x -d 'Those of that import alone, by its number in the history'
 complete -c pimvobj -n '__pimvobj_at any "store tidy"' -l delete -d 'Remove them'
 complete -c pimvobj -n '__pimvobj_at any "undo"' -s f -l force -d 'Take what was changed since, too'
+complete -c pimvobj -n '__pimvobj_at any "check" "inspect"' -l json -d 'Print one JSON object for each FILE'
 complete -c pimvobj -n '__pimvobj_at any "check" "inspect"' -l as -x -a 'vcard vcalendar' -d 'Read it as vcard or vcalendar, whatever it looks like'
 complete -c pimvobj -n '__pimvobj_at any "inspect"' -l losses -d 'Tell each line that isn\'t kept, or not as it is'
 complete -c pimvobj -n '__pimvobj_at any "inspect"' -l strict -d 'With --losses: exit status 4 when there are any'

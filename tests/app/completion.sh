@@ -11,7 +11,7 @@ trap 'rm -rf "$work"' EXIT
 export HOME=$work/home LC_ALL=C.UTF-8 TERM=xterm
 unset XDG_DATA_HOME XDG_CONFIG_HOME
 mkdir "$work/home" "$work/zsh" "$work/files" && cd "$work/files" || exit 1
-mkdir phone 'old phone' && : >a.vcf && : >b.VCS && : >c.txt && : >'my card.vcf'
+mkdir phone 'old phone' && : >phone/col:1.vcf && : >a.vcf && : >b.VCS && : >c.txt && : >'my card.vcf'
 failures=0
 . "$root/tests/app/checks.sh"
 
@@ -20,7 +20,9 @@ offers_bash() {
   bash --norc -c '. "$1"
     while IFS= read -r line; do
       [[ $line == *" " ]] && cursor="" || cursor=-
+      COMP_LINE=$line
       line=${line//=/ = }
+      line=${line//:/ : }
       read -ra COMP_WORDS <<<"$line"
       [[ $cursor ]] || COMP_WORDS+=("")
       COMP_CWORD=$((${#COMP_WORDS[@]} - 1))
@@ -49,8 +51,12 @@ bzf|pimvobj original show contact |
 bzf|pimvobj contacts list |
 bzf|pimvobj contacts list mueller --s|--sort --store
 bzf|pimvobj todo list --g|
-bzf|pimvobj contacts list --sort |key name time
+bzf|pimvobj contacts list --sort |key name
+bzf|pimvobj todo list --sort |key name time
 bzf|pimvobj contacts list --sort=n|name
+bzf|pimvobj --sto my.db con|contacts
+bzf|pimvobj -- contacts li|list
+bzf|pimvobj contacts -- li|list
 bzf|pimvobj inspect --as v|vcalendar vcard
 bzf|pimvobj inspect a.vcf --lang |de en es fr ja ko
 bzf|pimvobj inspect --code-page ISO|ISO-8859-1 ISO-8859-15
@@ -66,13 +72,17 @@ b|pimvobj contacts list --fields=name,n|name,nickname name,note name,number
 b|pimvobj todo list --fields due,s|due,start due,status due,subject due,summary
 zf|pimvobj todo list --fields du|due
 f|pimvobj contacts list --fields key,na|key,name
+f|pimvobj contacts list --fields "key,na|key,name
+f|pimvobj contacts list --fields=key,na|key,name
 z|pimvobj contacts list --fields key,na|name
 f|pimvobj contacts import |a.vcf b.VCS c.txt my card.vcf old phone/ phone/
 f|pimvobj original export |old phone/ phone/
 f|pimvobj --store |a.vcf b.VCS c.txt my card.vcf old phone/ phone/
 bz|pimvobj contacts import |a.vcf my card.vcf old phone phone
 bz|pimvobj memo import |b.VCS old phone phone
-b|pimvobj contacts import a.vcf ./|./a.vcf ./my card.vcf ./old phone ./phone
+b|pimvobj contacts import phone/co|phone/col:1.vcf
+b|pimvobj contacts import phone/col:|1.vcf
+b|pimvobj contacts import phone/col:1.vcf ./|./a.vcf ./my card.vcf ./old phone ./phone
 bz|pimvobj inspect b|b.VCS
 bz|pimvobj todo import c|c.txt
 bz|pimvobj contacts export |a.vcf my card.vcf old phone phone

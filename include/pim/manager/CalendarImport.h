@@ -28,8 +28,8 @@ struct CalendarImportCounts {
 // `progress`, where given, is called behind each batch with what has been done so far; what it
 // throws ends the import and passes to the caller. `observer` is told what else the text holds.
 // Gives the number newly stored or updated, or -1 when the store fails; throws kParseFailure for a
-// rejected text, and std::bad_alloc. In all these cases the store is as before, and
-// `counts` tells what was read.
+// rejected text, and std::bad_alloc. In all these cases the store is as before, and `counts` tells
+// what was read.
 //
 // Threads may import at once, each into a store of its own; calls come in the thread that imports.
 [[nodiscard]] PIM_EXPORT std::int32_t ImportCalendarText(

@@ -28,8 +28,8 @@ class PIM_EXPORT ContactExport {
   // Adds the names of its groups to the contact.
   void AttachGroupNames(CContact& contact);
   // Writes the contact's file, named by given and family name, with a counter where that is taken.
-  // False when it can't be created, with errno telling why; throws
-  // FileError when writing fails behind that.
+  // False when it can't be created, with errno telling why; throws FileError when writing fails
+  // behind that.
   [[nodiscard]] bool WriteContactFile(const CContact& contact);
   // The path of the file that was written, or tried, last.
   const WideString& LastPath() const noexcept { return lastPath_; }

@@ -53,8 +53,8 @@ using TakeCalendar = std::function<bool(CCalendar& item)>;
 //
 // `observer` is told what else happens.
 //
-// A host must not begin another text in this thread from within its call. Throws std::bad_alloc;
-// the records read until then stand.
+// A host may read another text in this thread from within its call, but no calendar inside a
+// calendar. Throws std::bad_alloc; the records read until then stand.
 PIM_EXPORT TextResult ReadContacts(NarrowStringView text, CContacts& contacts,
                                    const TextObserver& observer = {});
 PIM_EXPORT TextResult ReadContacts(NarrowStringView text, const TakeContact& take,

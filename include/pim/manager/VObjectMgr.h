@@ -36,7 +36,8 @@ class PIM_EXPORT VObjectMgr {
 
   // Reads a vCard file of any number of cards into the store, as CContacts::SaveToDB tells of
   // `saveOption` and `saveFlag`; -1 as `saveOption` also links the contacts to the groups that
-  // their text names. Gives what SaveToDB gives; 0 when the path is empty or can't be opened.
+  // their text names; a failure of that alone isn't told, and the contacts stay. Gives what
+  // SaveToDB gives; 0 when the path is empty or can't be opened.
   [[nodiscard]] std::int32_t Import_Contact(std::int32_t db, WideString path,
                                             std::int32_t saveOption, bool saveFlag);
 
@@ -48,12 +49,13 @@ class PIM_EXPORT VObjectMgr {
                                                 CContactGroups* groups, CContactGroupPairs* pairs);
 
   // Links stored contacts to the groups that their text names; names are compared without regard to
-  // letter case, and a group that the store lacks is made. Gives 0.
+  // letter case, and a group that the store lacks is made. Gives 0, whatever fails.
   std::int32_t Import_ContactGroup(std::int32_t db, CContacts& contacts);
 
-  // Writes each contact of the store as a vCard file of its own. `folder` must end with a
-  // separator. Gives the number of files; 0 when the store holds no contact; -1 when the folder is
-  // empty, the store fails or a file can't be created, where files written before it stay.
+  // Writes each contact of the store as a vCard file of its own, without the groups' names where
+  // the store can't give its groups. `folder` must end with a separator. Gives the number of files;
+  // 0 when the store holds no contact; -1 when the folder is empty, the store fails or a file can't
+  // be created, where files written before it stay.
   [[nodiscard]] std::int32_t Export_Contact(std::int32_t db, WideString folder);
 
   // The same from the caller's collections; `db` isn't used. Adds group names to the contacts, by

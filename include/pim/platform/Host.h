@@ -17,14 +17,14 @@ namespace pim {
 
 // Receives each text that the user is to see, in UTF-16 and without a line end, in the thread whose
 // operation shows it: several threads may call it at once. What it throws passes to the caller of
-// the operation. An empty sink restores the default, which writes to
-// standard error with control bytes made visible.
+// the operation. An empty sink restores the default, which writes to standard error with control
+// bytes made visible.
 using MessageSink = std::function<void(std::u16string_view text)>;
 // Replaces the sink, or restores the default.
 PIM_EXPORT void SetMessageSink(MessageSink sink);
 
 // Sets the application-data folder, a path of the operating system without a trailing slash. Empty
-// restores the default: $XDG_DATA_HOME, else $HOME/.local/share.
+// restores the default: $XDG_DATA_HOME where that is an absolute path, else $HOME/.local/share.
 PIM_EXPORT void SetAppDataFolder(std::string folder);
 
 // Sets the charset of texts that name none, by its iconv name ("CP1252"); UTF-8 by default. False,

@@ -28,7 +28,7 @@ cmake --build "$build"
 rm -f "$build"/*.deb
 (cd "$build" && cpack)
 
-# What cpack can't: Debian has manual pages compressed, zsh's completions in a place of its own, and
+# What cpack can't: Debian has manual pages and the changelog compressed, zsh's completions in a place of its own, and
 # ldconfig called by the trigger alone. Files get the time of the release.
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
@@ -36,7 +36,8 @@ for deb in "$build"/*.deb; do
   files=$work/$(basename "$deb")
   dpkg-deb --raw-extract "$deb" "$files"
   rm -f "$files"/DEBIAN/post{inst,rm}
-  find "$files/usr/share" -path '*/man/*.1' -exec gzip -9n {} +
+  find "$files/usr/share/doc" -name CHANGELOG.md -execdir mv {} changelog \;
+  find "$files/usr/share" \( -path '*/man/*.1' -o -path '*/doc/*/changelog' \) -exec gzip -9n {} +
   [ ! -e "$files/usr/share/zsh/site-functions" ] ||
     mv "$files/usr/share/zsh/site-functions" "$files/usr/share/zsh/vendor-completions"
   (cd "$files" && find usr -type f -print0 | LC_ALL=C sort -z | xargs -0 md5sum >DEBIAN/md5sums)

@@ -301,10 +301,14 @@ TEST_P(StoreContract, RollbacksAreForgotten) {
   broken[0].tag = 0;
   EXPECT_EQ(SaveOne(u"before", true), 1);
   broken.AddNew().photo = u"other";
+  broken.AddNew().formatted_name = u"ahead of it";
+  std::swap(broken[0].formatted_name, broken[2].formatted_name);
+  std::swap(broken[0].photo, broken[2].photo);
   picturesBreak = true;
   EXPECT_THROW(static_cast<void>(store->SaveContacts(broken, 0, false)), int);
   EXPECT_FALSE(store->Rollback());
   EXPECT_EQ(CountContacts(), 7);
+  EXPECT_EQ(SaveOne(u"ahead of it"), 1);
 }
 
 TEST_P(StoreContract, TransactionsNest) {

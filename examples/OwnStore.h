@@ -42,8 +42,11 @@ class MapTable final : public pim::RowTable<Row> {
 
  private:
   void Set(std::int32_t key, std::shared_ptr<const Row> row) {
-    rows_[key] = std::move(row);
-    if (rows_[key] == nullptr) rows_.erase(key);
+    if (row == nullptr) {
+      rows_.erase(key);
+    } else {
+      rows_[key] = std::move(row);
+    }
   }
 
   std::map<std::int32_t, std::shared_ptr<const Row>> rows_;

@@ -21,10 +21,10 @@ namespace pim {
 // are called in that thread alone. Where memory is short, a save fails with -1, and a load or visit
 // may throw std::bad_alloc.
 
-// The rows of one kind in a host's own database, by their keys. These are above 0, and none is
-// 65535, which means "not stored yet": a row of such a key fails what the store is doing when it
-// meets it, and no operation is called with one. An operation that throws a std::exception fails
-// what the store is doing as well, with its text as the reason.
+// The rows of one kind in a host's own database, by their keys: any above 0 but 65535, which means
+// "not stored yet". No row of another key is asked for, and one that Next gives fails what the
+// store is doing. An operation that throws a std::exception fails that as well, with its text as
+// the reason.
 template <class Row>
 class RowTable {
  public:
@@ -37,10 +37,9 @@ class RowTable {
   virtual std::shared_ptr<const Row> Find(std::int32_t key) = 0;
   // The row with the lowest key above `key`, which becomes that key; or null when there is none.
   virtual std::shared_ptr<const Row> Next(std::int32_t& key) = 0;
-  // 0 for an empty table. New rows get the keys behind it. A store doesn't give the key of a row
-  // that it has deleted again, but it doesn't know what an earlier one over the same tables has
-  // deleted: where the keys of these mustn't come again either, this is to be the highest key that
-  // there ever was.
+  // 0 for an empty table. New rows get the keys behind it, but none that had a row which this store
+  // has deleted. It can't know what an earlier store over the same tables has deleted: where those
+  // keys mustn't come again either, this is to be the highest key that there ever was.
   virtual std::int32_t HighestKey() = 0;
   // Inserts the row, or replaces the one of that key. The row stays as it is for ever, so that a
   // table may keep it.

@@ -4,7 +4,9 @@
 // An application's own records as a store: the library imports into them, and exports from them.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <utility>
@@ -12,10 +14,15 @@
 
 #include "pim/records/TableStore.h"
 
+// What takes back each change of the transactions that are open, the last one first.
+using Undos = std::vector<std::function<void()>>;
+
 // One table; an application with a database asks that one instead of a map.
 template <class Row>
 class MapTable final : public pim::RowTable<Row> {
  public:
+  explicit MapTable(Undos& undos) : undos_(undos) {}
+
   std::shared_ptr<const Row> Find(std::int32_t key) override {
     const auto found = rows_.find(key);
     return found == rows_.end() ? nullptr : found->second;
@@ -28,37 +35,46 @@ class MapTable final : public pim::RowTable<Row> {
   }
   std::int32_t HighestKey() override { return rows_.empty() ? 0 : rows_.rbegin()->first; }
   void Put(std::int32_t key, std::shared_ptr<const Row> row) override {
-    rows_[key] = std::move(row);
+    undos_.push_back([this, key, before = Find(key)] { Set(key, before); });
+    Set(key, std::move(row));
   }
-  void Erase(std::int32_t key) override { rows_.erase(key); }
+  void Erase(std::int32_t key) override { Put(key, nullptr); }
 
  private:
+  void Set(std::int32_t key, std::shared_ptr<const Row> row) {
+    if (row == nullptr) {
+      rows_.erase(key);
+    } else {
+      rows_[key] = std::move(row);
+    }
+  }
+
   std::map<std::int32_t, std::shared_ptr<const Row>> rows_;
+  Undos& undos_;
 };
 
-class OwnStore final : public pim::TableStore {
+class OwnStore : public pim::TableStore {
  protected:
-  pim::RowTable<pim::CContact>& Contacts() override { return tables_.contacts; }
-  pim::RowTable<pim::CCalendar>& Items() override { return tables_.items; }
-  pim::RowTable<pim::CContactGroup>& Groups() override { return tables_.groups; }
-  pim::RowTable<pim::CContactGroupPair>& Links() override { return tables_.links; }
+  pim::RowTable<pim::CContact>& Contacts() override { return contacts_; }
+  pim::RowTable<pim::CCalendar>& Items() override { return items_; }
+  pim::RowTable<pim::CContactGroup>& Groups() override { return groups_; }
+  pim::RowTable<pim::CContactGroupPair>& Links() override { return links_; }
 
-  // Rows are shared, so that a copy of the tables costs a few words a row.
-  void BeginChanges() override { before_.push_back(tables_); }
-  void CommitChanges() override { before_.pop_back(); }
+  void BeginChanges() override { marks_.push_back(undos_.size()); }
+  void CommitChanges() override {
+    marks_.pop_back();
+    if (marks_.empty()) undos_.clear();
+  }
   void RollBackChanges() noexcept override {
-    tables_ = std::move(before_.back());
-    before_.pop_back();
+    for (; undos_.size() > marks_.back(); undos_.pop_back()) undos_.back()();
+    marks_.pop_back();
   }
 
  private:
-  struct Tables {
-    MapTable<pim::CContact> contacts;
-    MapTable<pim::CCalendar> items;
-    MapTable<pim::CContactGroup> groups;
-    MapTable<pim::CContactGroupPair> links;
-  };
-
-  Tables tables_;
-  std::vector<Tables> before_;  // one for each transaction that is open
+  Undos undos_;
+  std::vector<std::size_t> marks_;  // where each transaction that is open begins in them
+  MapTable<pim::CContact> contacts_{undos_};
+  MapTable<pim::CCalendar> items_{undos_};
+  MapTable<pim::CContactGroup> groups_{undos_};
+  MapTable<pim::CContactGroupPair> links_{undos_};
 };

@@ -31,10 +31,13 @@ namespace pim {
 constexpr bool IsStoredKey(std::int32_t key) { return key > 0 && key != kUnsavedTag; }
 
 // The highest key that a store has given, so that one whose record was rolled back isn't given
-// again: a collection may still hold it.
+// again: a collection may still hold it. The last key of all is left out, or none behind it could
+// be given.
 class GivenKeys {
  public:
-  void Add(std::int32_t key) { highest_ = std::max(highest_, key); }
+  void Add(std::int32_t key) {
+    if (key != std::numeric_limits<std::int32_t>::max()) highest_ = std::max(highest_, key);
+  }
   std::int32_t highest() const { return highest_; }
   std::int32_t HighestWith(std::int32_t stored) const { return std::max(highest_, stored); }
 

@@ -86,7 +86,7 @@ constexpr Column kCalendarXItemsOwn[] = {
 };
 
 // How the store came to what it holds: one row for each run of an import and one for each of its
-// files. Originals are the files' contents, each once, in compressed parts (Originals.h).
+// files. Originals are the files' contents, each once, in compressed parts (OriginalTable.h).
 constexpr Column kImportsOwn[] = {
     {"import_id", ColumnType::Integer, KeyMark::Own},
     {"command", ColumnType::Text},

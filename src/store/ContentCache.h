@@ -24,6 +24,11 @@ class ContentCache final : public TransactionMember {
     dataVersion_ = dataVersion;
     return index_ ? &*index_ : nullptr;
   }
+  // For the records from the first key to the last one, which are stored no more.
+  void Remove(std::int32_t first, std::int32_t last) {
+    for (std::int64_t key = first; index_ && key <= last; ++key)
+      index_->Remove(static_cast<std::int32_t>(key));
+  }
   void Drop() {
     changesOfDropped_ = Changes() + 1;
     index_.reset();

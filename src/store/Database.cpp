@@ -31,6 +31,7 @@ constexpr struct {
     {SQLITE_INTERRUPT, "given up"},
     {SQLITE_CORRUPT, "damaged"},
     {SQLITE_NOTADB, "damaged"},
+    {SQLITE_ERROR, "damaged"},  // our statements are right: a table or column isn't as it was made
     {SQLITE_READONLY, "can't be written"},
     {SQLITE_CANTOPEN, "can't be opened"},
     {SQLITE_FULL, "no space left"},
@@ -68,6 +69,9 @@ Database::Database(std::string path, StoreAccess access, bool isImmutable, LockW
   handle_.reset(opened);
   if (code != SQLITE_OK) Fail(code);
   sqlite3_extended_result_codes(opened, 1);
+  // A column that isn't there is an error, and no text of that name.
+  sqlite3_db_config(opened, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+  sqlite3_db_config(opened, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
   sqlite3_busy_handler(opened, Wait, this);
   constexpr int kStepsBetween = 10000;  // a millisecond or so
   if (lockWait_.givesUp) sqlite3_progress_handler(opened, kStepsBetween, GivesUp, this);

@@ -54,7 +54,7 @@ std::int32_t GroupTable::HighestKey() {
 }
 
 void GroupTable::Erase(std::int32_t key) {
-  given_.Add(HighestKey());
+  given_.Add(key);  // so that it isn't given again
   eraser_.Erase(key, key);
 }
 

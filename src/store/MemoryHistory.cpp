@@ -267,10 +267,12 @@ MemoryHistory::Doomed MemoryHistory::Plan(const UndoOptions& options, UndoResult
   result.contacts = std::ssize(doomed.contacts);
   result.items = std::ssize(doomed.items);
   result.groups = std::ssize(doomed.groups);
-  result.links = std::ranges::count_if(tables_.links.entries(), [&](const auto& link) {
+  const auto goesAlone = [&](const MemoryLinks::Entry& link) {
     return link.import == result.import && !doomed.contacts.contains(link.contact);
-  });
-  result.pictures = std::ssize(tables_.PicturesOfNoOther(doomed.contacts));
+  };
+  result.links = std::ranges::count_if(tables_.links.entries(), goesAlone,
+                                       &MemoryLinks::Entries::value_type::second);
+  result.pictures = std::ssize(tables_.contacts.PicturesOfNoOther(doomed.contacts));
   if (options.progress)
     options.progress(result.contacts + result.items + std::ssize(result.keptRecords));
   return doomed;
@@ -278,9 +280,11 @@ MemoryHistory::Doomed MemoryHistory::Plan(const UndoOptions& options, UndoResult
 
 bool MemoryHistory::HasOtherMembers(std::int32_t group, const Doomed& doomed,
                                     std::int32_t import) const {
-  return std::ranges::any_of(tables_.links.entries(), [&](const auto& link) {
+  const auto isOther = [&](const MemoryLinks::Entry& link) {
     return link.group == group && link.import != import && !doomed.contacts.contains(link.contact);
-  });
+  };
+  return std::ranges::any_of(tables_.links.entries(), isOther,
+                             &MemoryLinks::Entries::value_type::second);
 }
 
 void MemoryHistory::Apply(const Doomed& doomed, const UndoResult& result) {

@@ -43,7 +43,7 @@ class MemoryStore::Impl final : public RecordStore {
     return static_cast<std::int32_t>(groups_.entries().size());
   }
   std::int32_t LoadContactGroupPairs(CContactGroupPairs& pairs) override {
-    for (const auto& link : links_.entries()) {
+    for (const auto& [number, link] : links_.entries()) {
       CContactGroupPair& pair = pairs.AddNew();
       pair.contact_id = link.contact;
       pair.group_id = link.group;
@@ -78,9 +78,11 @@ class MemoryStore::Impl final : public RecordStore {
       KeySet erased;
       for (const std::int32_t key : keys)
         if (contacts_.Holds(key)) erased.insert(key);
-      const std::vector<WideString> left = tables_.PicturesOfNoOther(erased);
-      for (const std::int32_t key : erased) contacts_.Erase(key);
-      links_.EraseIf([&](const auto& link) { return erased.contains(link.contact); });
+      const std::vector<WideString> left = contacts_.PicturesOfNoOther(erased);
+      for (const std::int32_t key : erased) {
+        contacts_.Erase(key);
+        links_.EraseOf(key);
+      }
       pictures.insert(pictures.end(), left.begin(), left.end());
       return static_cast<std::int32_t>(erased.size());
     });

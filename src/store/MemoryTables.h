@@ -6,7 +6,6 @@
 #include <map>
 #include <memory>
 #include <optional>
-#include <set>
 #include <span>
 #include <stdexcept>
 #include <unordered_map>
@@ -17,7 +16,9 @@
 #include "platform/LetterCase.h"
 #include "records/SaveRecords.h"
 #include "store/HistoryRules.h"
+#include "store/LinkIndex.h"
 #include "store/MemoryTransactions.h"
+#include "store/NamedPictures.h"
 #include "support/CallerIdPictures.h"
 
 namespace pim {
@@ -72,24 +73,27 @@ class MemoryRecords {
     for (const auto& [record, print] : records) {
       const std::int32_t key = record->tag;
       log_.Add([this, key] { Forget(key); });
-      Entry& entry = records_[key];
-      entry.record = Copy(key, *record);
       given_.Add(key);
+      Entry entry{Copy(key, *record), {}, {}};
+      if (current.file != 0) {
+        entry.origin = {current.import, current.file, 0, 0};
+        entry.print = WithPicture(print, *record);
+      }
+      Put(key, std::move(entry));
       if (current.file == 0) continue;
-      entry.origin = {current.import, current.file, 0, 0};
-      entry.print = WithPicture(print, *record);
       log_.Add([&current] { current.untold.pop_back(); });
       current.untold.push_back({KindOf(*record), key});
     }
   }
   void Update(std::int32_t key, Record& record) {
-    Entry& entry = records_.at(key);
+    Entry entry = records_.at(key);
     log_.Add([this, key, before = entry] { Put(key, before); });
     entry.record = Copy(key, record);
     // What an import changes of its own is what it brought.
     const std::int32_t import = services_.current.import;
     if (import != 0 && entry.origin.import == import)
       entry.print = WithPicture(PrintOf(*entry.record), *entry.record);
+    Put(key, std::move(entry));
   }
   void SetLines(const RecordLines& lines) {
     const auto found = records_.find(lines.key);
@@ -104,14 +108,23 @@ class MemoryRecords {
     const auto found = records_.find(key);
     if (found == records_.end()) return false;
     log_.Add([this, key, before = found->second] { Put(key, before); });
+    if (ContentIndex* contents = Contents(false); contents != nullptr) contents->Remove(key);
     Forget(key);
     return true;
+  }
+  // The pictures that these records name and no other one does.
+  std::vector<WideString> PicturesOfNoOther(const KeySet& keys) const {
+    std::vector<WideString> names;
+    for (const std::int32_t key : keys) names.emplace_back(PhotoOf(*records_.at(key).record));
+    return pictures_.OfNoOther(names);
   }
 
   const GivenKeys& Given() const { return given_; }
   std::int32_t HighestKey() const {
     return given_.HighestWith(records_.empty() ? 0 : records_.rbegin()->first);
   }
+  // The index, which may be changed until the transaction ends, or null where none is wanted and
+  // there is none.
   ContentIndex* Contents(bool isWanted) {
     if (!contents_ && isWanted) {
       ContentIndex filled(services_.pictures, services_.pictures, services_.key);
@@ -119,7 +132,9 @@ class MemoryRecords {
         filled.Add(key, PrintOf(*entry.record), PhotoOf(*entry.record));
       contents_ = std::move(filled);
     }
-    return contents_ ? &*contents_ : nullptr;
+    if (!contents_) return nullptr;
+    log_.Add([this] { ForgetContents(); });
+    return &*contents_;
   }
   void ForgetContents() { contents_.reset(); }
 
@@ -161,19 +176,27 @@ class MemoryRecords {
     const NarrowString bytes = photo.empty() ? NarrowString{} : services_.pictures(photo);
     return bytes.empty() ? print : Joined(print, FingerprintOf(bytes, services_.key));
   }
-  void Put(std::int32_t key, const Entry& entry) {
-    records_[key] = entry;
-    contents_.reset();
+  void Put(std::int32_t key, Entry entry) {
+    Entry& place = records_.try_emplace(records_.end(), key)->second;
+    if (place.record != nullptr) {
+      pictures_.Remove(PhotoOf(*place.record));
+      place.record.reset();  // so that it isn't counted as gone again if the next line throws
+    }
+    pictures_.Add(PhotoOf(*entry.record));
+    place = std::move(entry);
   }
   void Forget(std::int32_t key) {
-    records_.erase(key);
-    contents_.reset();
+    const auto found = records_.find(key);
+    if (found == records_.end()) return;
+    if (found->second.record != nullptr) pictures_.Remove(PhotoOf(*found->second.record));
+    records_.erase(found);
   }
 
   const RecordMap& map_;
   MemoryServices& services_;
   UndoLog& log_;
   std::map<std::int32_t, Entry> records_;
+  NamedPictures pictures_;
   std::optional<ContentIndex> contents_;
   GivenKeys given_;
 };
@@ -250,10 +273,11 @@ class MemoryLinks {
         contacts_(contacts),
         groups_(groups) {}
 
-  const std::vector<Entry>& entries() const { return links_; }
+  // By their numbers, in the order in which they were stored.
+  using Entries = std::map<std::int64_t, Entry>;
+  const Entries& entries() const { return links_; }
   std::int64_t Count(std::int32_t contact, std::int32_t group) const {
-    const auto found = counts_.find({contact, group});
-    return found == counts_.end() ? 0 : found->second;
+    return index_.Count(contact, group);
   }
   void Insert(std::span<const LinkRow> links) {
     for (const auto& [contact, group] : links) {
@@ -261,32 +285,45 @@ class MemoryLinks {
       if (found == contacts_.entries().end() || !groups_.Holds(group))
         throw std::runtime_error(NoSuchLink(contact, group));
       const bool isBrought = found->second.origin.import == current_.import;
-      log_.Add([this] {
-        --counts_[{links_.back().contact, links_.back().group}];
-        links_.pop_back();
-      });
-      links_.push_back({contact, group, isBrought ? 0 : current_.import});
-      ++counts_[{contact, group}];
+      const std::int64_t number = ++lastNumber_;
+      log_.Add([this, number] { Forget(number); });
+      Put(number, {contact, group, isBrought ? 0 : current_.import});
     }
+  }
+  void EraseOf(std::int32_t contact) {
+    for (const auto& link : index_.Of(contact)) Erase(link.number);
   }
   template <class Doomed>
   void EraseIf(Doomed isDoomed) {
-    log_.Remember(links_);
-    log_.Remember(counts_);
-    std::erase_if(links_, [&](const Entry& link) {
-      if (!isDoomed(link)) return false;
-      --counts_[{link.contact, link.group}];
-      return true;
-    });
+    std::vector<std::int64_t> doomed;
+    for (const auto& [number, link] : links_)
+      if (isDoomed(link)) doomed.push_back(number);
+    for (const std::int64_t number : doomed) Erase(number);
   }
 
  private:
+  void Erase(std::int64_t number) {
+    log_.Add([this, number, before = links_.at(number)] { Put(number, before); });
+    Forget(number);
+  }
+  void Put(std::int64_t number, const Entry& link) {
+    links_.emplace_hint(links_.end(), number, link);
+    index_.Add({link.contact, link.group, number});
+  }
+  void Forget(std::int64_t number) {
+    const auto found = links_.find(number);
+    if (found == links_.end()) return;
+    index_.Remove({found->second.contact, found->second.group, number});
+    links_.erase(found);
+  }
+
   const CurrentImport& current_;
   UndoLog& log_;
   const MemoryRecords<CContact>& contacts_;
   const MemoryGroups& groups_;
-  std::vector<Entry> links_;
-  std::map<std::pair<std::int32_t, std::int32_t>, std::int64_t> counts_;  // contact and group
+  Entries links_;
+  LinkIndex<std::int64_t> index_;
+  std::int64_t lastNumber_ = 0;
 };
 
 struct MemoryTables {
@@ -298,20 +335,6 @@ struct MemoryTables {
 
   MemoryTransactions& transactions() { return services.transactions; }
   UndoLog& log() { return services.transactions.log(); }
-
-  // The pictures that these contacts name and no other one does.
-  std::vector<WideString> PicturesOfNoOther(const KeySet& keys) const {
-    std::set<WideString> names;
-    for (const std::int32_t key : keys) {
-      const WideText& photo = contacts.entries().at(key).record->photo;
-      if (!photo.empty()) names.insert(photo.str());
-    }
-    for (const auto& [key, entry] : contacts.entries()) {
-      if (names.empty()) break;
-      if (!keys.contains(key)) names.erase(entry.record->photo.str());
-    }
-    return {names.begin(), names.end()};
-  }
 };
 
 }  // namespace pim

@@ -15,7 +15,8 @@ RecordReader::RecordReader(Database& db, const RecordMap& map, std::string_view 
 
 RecordReader::RecordReader(Database& db, const RecordMap& map, std::string_view key,
                            std::string_view filter)
-    : map_(map),
+    : db_(db),
+      map_(map),
       filtered_(!filter.empty()),
       records_(db, SelectRecordsSql(map.table, key, map.fields, filter)) {
   for (const ListMap& list : map.lists) {
@@ -57,6 +58,9 @@ void RecordReader::ReadRecords(std::int64_t filter, std::int64_t limit,
   if (filtered_) records_.Bind(3, filter);
   for (Rows rows(records_); rows.Next();) {
     const std::int64_t key = records_.Integer(0);
+    // Where the key's column isn't as it was made, reading on might never end.
+    if (key < *next_ || (!owners_.keys.empty() && key <= owners_.keys.back()))
+      db_.Fail("damaged (the keys of " + std::string(map_.table) + " aren't in order)");
     void* record = newRecord(KeyFromStored(key));
     ReadFields(records_, map_.fields, record);
     owners_.keys.push_back(key);

@@ -63,6 +63,7 @@ class RecordReader {
   void ReadEntries(const ListMap& list, Statement& rows);
   void ReadFields(Statement& statement, std::span<const FieldMap> fields, void* entry);
 
+  Database& db_;
   const RecordMap& map_;
   bool filtered_;
   Statement records_;

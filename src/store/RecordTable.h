@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <algorithm>
 #include <functional>
 #include <span>
 #include <vector>
@@ -83,13 +84,13 @@ class RecordTable {
                                       WithPicture(PrintOf(record), photo, picture));
     }
   }
-  // Deletes the records from the first key to the last one, and gives how many there were. What is
-  // known of the others' content is learnt anew.
+  // Deletes the records from the first key to the last one, and gives how many there were.
   std::int32_t Erase(std::int32_t first, std::int32_t last) {
-    given_.Add(writer_.HighestKey());  // no key of a deleted record is given again
+    // No key of a deleted record is given again.
+    given_.Add(std::min(last, writer_.HighestKey()));
     const std::int32_t erased = eraser_.Erase(first, last);
     services_.recorder.EraseRecords(first, last);
-    contents_.Drop();
+    contents_.Remove(first, last);
     return erased;
   }
 

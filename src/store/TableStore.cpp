@@ -2,10 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "pim/records/TableStore.h"
 
-#include <algorithm>
-#include <set>
+#include <cstddef>
 #include <stdexcept>
-#include <unordered_set>
 #include <utility>
 
 #include "store/MemoryTransactions.h"
@@ -17,16 +15,19 @@ namespace pim {
 
 class TableStore::Impl {
  public:
-  explicit Impl(TableStore& store) : store_(store), transactions_(Changes(store, known_)) {}
+  explicit Impl(TableStore& store)
+      : store_(store), transactions_(Changes(store, known_, isStale_)) {}
 
   // The host's transactions; what they take back isn't known any more.
   class Changes {
    public:
-    Changes(TableStore& store, KnownContent& known) : store_(store), known_(known) {}
+    Changes(TableStore& store, KnownContent& known, bool& isStale)
+        : store_(store), known_(known), isStale_(isStale) {}
     bool IsOpen() const { return depth_ > 0; }
     void Begin() {
       store_.BeginChanges();
       ++depth_;
+      if (std::exchange(isStale_, false)) known_ = {};
     }
     void Commit() {
       store_.CommitChanges();
@@ -41,14 +42,16 @@ class TableStore::Impl {
    private:
     TableStore& store_;
     KnownContent& known_;
+    bool& isStale_;
     std::size_t depth_ = 0;
   };
 
+  // The next operation learns anew what it needs to know: one may be under way that is using it.
+  void Forget() noexcept { isStale_ = true; }
   void SetPictureReader(PictureReader reader) {
     pictures_ = std::move(reader);
-    known_ = {};
+    Forget();
   }
-  void Forget() noexcept { known_ = {}; }
   GuardedTransactions<Changes>& transactions() { return transactions_; }
 
   StoredRecords<CContact> Contacts() {
@@ -62,72 +65,59 @@ class TableStore::Impl {
     return {store_.Links(), given_.links, store_.Contacts(), store_.Groups(), known_};
   }
 
-  // Runs visit(), whose own exceptions pass while those of the tables fail the reading.
-  template <class Row, class Wanted, class Visitor>
-  std::int32_t Visit(RowTable<Row>& table, Wanted isWanted, const Visitor& visitor) {
+  // Views don't nest, and a transaction shows one state by itself.
+  bool BeginView() {
+    if (views_ == 0 && !transactions_.log().IsOpen()) {
+      if (!transactions_.Try([this] { store_.BeginView(); })) return false;
+      hasView_ = true;
+    }
+    ++views_;
+    return true;
+  }
+  void EndView() noexcept {
+    if (--views_ == 0 && std::exchange(hasView_, false)) store_.EndView();
+  }
+
+  // Hands `visitor` what next(), which is null at the end, gives: the exceptions of the visitor
+  // pass, while those of the tables fail the reading.
+  template <class Next, class Visitor>
+  std::int32_t VisitEach(Next next, const Visitor& visitor) {
     return transactions_.Read([&] {
+      if (!BeginView()) return kFailure;
+      struct Scope {
+        Impl& impl;
+        ~Scope() { impl.EndView(); }
+      } const scope{*this};
       std::int32_t visited = 0;
-      for (std::int32_t key = 0;;) {
-        std::shared_ptr<const Row> row;
-        if (!transactions_.Try([&] { row = table.Next(key); })) return kFailure;
+      for (std::int32_t key = 0;; ++visited) {
+        decltype(next(key)) row;
+        if (!transactions_.Try([&] { row = next(key); })) return kFailure;
         if (row == nullptr) return visited;
-        if (!isWanted(*row)) continue;
-        ++visited;
-        if (!visitor(key, *row)) return visited;
+        if (!visitor(key, *row)) return visited + 1;
       }
     });
+  }
+  template <class Row, class Wanted, class Visitor>
+  std::int32_t Visit(RowTable<Row>& table, Wanted isWanted, const Visitor& visitor) {
+    return VisitEach(
+        [&](std::int32_t& key) {
+          auto row = NextRow(table, key);
+          while (row != nullptr && !isWanted(*row)) row = NextRow(table, key);
+          return row;
+        },
+        visitor);
   }
   template <class Row, class Visitor>
   std::int32_t VisitKeys(RowTable<Row>& table, std::span<const std::int32_t> keys,
                          const Visitor& visitor) {
-    return transactions_.Read([&] {
-      std::int32_t visited = 0;
-      for (const std::int32_t key : keys) {
-        std::shared_ptr<const Row> row;
-        if (!transactions_.Try([&] { row = table.Find(key); })) return kFailure;
-        if (row == nullptr) continue;
-        ++visited;
-        if (!visitor(key, *row)) break;
-      }
-      return visited;
-    });
-  }
-
-  // Removes the rows that `isDoomed` takes and gives how many.
-  template <class Row, class Doomed>
-  static std::int32_t EraseIf(RowTable<Row>& table, Doomed isDoomed) {
-    std::int32_t erased = 0;
-    VisitRows(table, [&](std::int32_t key, const Row& row) {
-      if (isDoomed(row)) {
-        table.Erase(key);
-        ++erased;
-      }
-      return true;
-    });
-    return erased;
-  }
-  template <class Row>
-  static std::unordered_set<std::int32_t> Erase(RowTable<Row>& table,
-                                                std::span<const std::int32_t> keys) {
-    std::unordered_set<std::int32_t> erased;
-    for (const std::int32_t key : keys)
-      if (table.Find(key) != nullptr && erased.insert(key).second) table.Erase(key);
-    return erased;
-  }
-  // The pictures that these contacts name and no other one does.
-  std::vector<WideString> PicturesOfNoOther(std::span<const std::int32_t> keys) {
-    RowTable<CContact>& contacts = store_.Contacts();
-    const std::unordered_set<std::int32_t> doomed(keys.begin(), keys.end());
-    std::set<WideString> names;
-    for (const std::int32_t key : doomed) {
-      const std::shared_ptr<const CContact> contact = contacts.Find(key);
-      if (contact != nullptr && !contact->photo.empty()) names.insert(contact->photo.str());
-    }
-    VisitRows(contacts, [&](std::int32_t key, const CContact& contact) {
-      if (!names.empty() && !doomed.contains(key)) names.erase(contact.photo.str());
-      return !names.empty();
-    });
-    return {names.begin(), names.end()};
+    auto left = keys.begin();
+    return VisitEach(
+        [&](std::int32_t& key) {
+          std::shared_ptr<const Row> row;
+          while (row == nullptr && left != keys.end()) row = FindRow(table, key = *left++);
+          return row;
+        },
+        visitor);
   }
 
   static constexpr std::int32_t kFailure = GuardedTransactions<Changes>::kFailure;
@@ -137,8 +127,11 @@ class TableStore::Impl {
   PictureReader pictures_ = ReadCallerIdPicture;
   FingerprintKey key_ = NewFingerprintKey();
   KnownContent known_;
+  bool isStale_ = false;  // what is known
   GivenTableKeys given_;
   GuardedTransactions<Changes> transactions_;
+  int views_ = 0;         // that were begun and not ended
+  bool hasView_ = false;  // the host's own
 };
 
 namespace {
@@ -228,7 +221,7 @@ std::int32_t TableStore::VisitCalendars(std::span<const std::int32_t> keys,
 std::int32_t TableStore::SaveContacts(CContacts& contacts, std::int32_t saveOption, bool saveFlag) {
   return SaveGuarded(contacts, [&](KeyGuard<CContacts>& keys) {
     return impl_->transactions().Store([&] {
-      if (saveOption > 0 && Groups().Find(saveOption) == nullptr)
+      if (saveOption > 0 && FindRow(Groups(), saveOption) == nullptr)
         throw std::runtime_error(NoSuchGroup(saveOption));
       StoredRecords<CContact> stored = impl_->Contacts();
       const std::int32_t saved = SaveRecords(contacts, saveFlag, stored, keys);
@@ -267,20 +260,28 @@ std::int32_t TableStore::DeleteContacts(std::span<const std::int32_t> keys,
                                         std::vector<WideString>& pictures) {
   std::vector<WideString> left;
   const std::int32_t deleted = impl_->transactions().Store([&] {
-    left = impl_->PicturesOfNoOther(keys);
-    const std::unordered_set<std::int32_t> erased = Impl::Erase(Contacts(), keys);
-    Impl::EraseIf(Links(), [&](const auto& link) { return erased.contains(link.contact_id); });
-    impl_->Forget();
-    return static_cast<std::int32_t>(erased.size());
+    StoredRecords<CContact> stored = impl_->Contacts();
+    StoredLinks links = impl_->Links();
+    const auto doomed = stored.Held(keys);
+    std::vector<WideString> named;
+    for (const auto& [key, contact] : doomed)
+      if (!contact->photo.empty()) named.push_back(contact->photo.str());
+    left = stored.PicturesOfNoOther(named);
+    for (const auto& [key, contact] : doomed) {
+      links.EraseOf(key);
+      stored.Erase(key, *contact);
+    }
+    return static_cast<std::int32_t>(doomed.size());
   });
   if (deleted >= 0) pictures.insert(pictures.end(), left.begin(), left.end());
   return deleted;
 }
 std::int32_t TableStore::DeleteCalendars(std::span<const std::int32_t> keys) {
   return impl_->transactions().Store([&] {
-    const std::unordered_set<std::int32_t> erased = Impl::Erase(Items(), keys);
-    impl_->Forget();
-    return static_cast<std::int32_t>(erased.size());
+    StoredRecords<CCalendar> stored = impl_->Items();
+    const auto doomed = stored.Held(keys);
+    for (const auto& [key, item] : doomed) stored.Erase(key, *item);
+    return static_cast<std::int32_t>(doomed.size());
   });
 }
 
@@ -288,14 +289,13 @@ bool TableStore::Begin() { return impl_->transactions().Begin(); }
 bool TableStore::Commit() { return impl_->transactions().Commit(); }
 bool TableStore::Rollback() noexcept { return impl_->transactions().Rollback(); }
 bool TableStore::BeginReading() {
-  if (!impl_->transactions().IsInReading() && !impl_->transactions().Try([this] { BeginView(); }))
-    return false;
+  if (!impl_->BeginView()) return false;
   impl_->transactions().BeginReading();
   return true;
 }
 void TableStore::EndReading() noexcept {
   impl_->transactions().EndReading();
-  if (!impl_->transactions().IsInReading()) EndView();
+  impl_->EndView();
 }
 std::string TableStore::LastError() const { return impl_->transactions().problem(); }
 

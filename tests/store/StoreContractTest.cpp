@@ -198,6 +198,13 @@ TEST_P(StoreContract, KeysAreGivenOnce) {
   ASSERT_EQ(store->SaveContacts(many, -1, true), 65540);
   EXPECT_EQ(many[65528].tag, 65534);
   EXPECT_EQ(many[65529].tag, 65536);
+  Open();
+  const std::int32_t last[] = {many[65539].tag};
+  std::vector<WideString> pictures;
+  EXPECT_EQ(store->DeleteContacts(last, pictures), 1);
+  contacts[0].tag = 0;
+  EXPECT_EQ(store->SaveContacts(contacts, -1, true), 5);
+  EXPECT_EQ(contacts[0].tag, last[0] + 1);
 }
 
 TEST_P(StoreContract, LeavesOutWhatIsThere) {
@@ -301,10 +308,14 @@ TEST_P(StoreContract, RollbacksAreForgotten) {
   broken[0].tag = 0;
   EXPECT_EQ(SaveOne(u"before", true), 1);
   broken.AddNew().photo = u"other";
+  broken.AddNew().formatted_name = u"ahead of it";
+  std::swap(broken[0].formatted_name, broken[2].formatted_name);
+  std::swap(broken[0].photo, broken[2].photo);
   picturesBreak = true;
   EXPECT_THROW(static_cast<void>(store->SaveContacts(broken, 0, false)), int);
   EXPECT_FALSE(store->Rollback());
   EXPECT_EQ(CountContacts(), 7);
+  EXPECT_EQ(SaveOne(u"ahead of it"), 1);
 }
 
 TEST_P(StoreContract, TransactionsNest) {

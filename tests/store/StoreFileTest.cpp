@@ -115,6 +115,33 @@ TEST_F(StoreFile, DamageIsTold) {
   EXPECT_GT(told, 10);
 }
 
+// So is one whose tables aren't as they were made.
+TEST_F(StoreFile, OtherTablesAreTold) {
+  const struct {
+    const char* sql;
+    const char* problem;
+  } rows[] = {
+      {"ALTER TABLE Contacts DROP COLUMN hobby", "damaged (no such column: hobby)"},
+      {"ALTER TABLE ContactNumbers DROP COLUMN number", "damaged (no such column: number)"},
+      {"DROP TABLE ContactNumbers", "damaged (no such table: ContactNumbers)"},
+      {"ALTER TABLE Contacts RENAME COLUMN contact_id TO id;"
+       "ALTER TABLE Contacts ADD COLUMN contact_id TEXT; UPDATE Contacts SET contact_id = id",
+       "damaged (the keys of Contacts aren't in order)"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.sql);
+    fs::remove(path_);
+    MakeStore(12);
+    OtherProgram(path_).Run(row.sql);
+    SqliteStore store(path_);
+    CContacts contacts;
+    EXPECT_EQ(store.LoadContacts(contacts), -1);
+    EXPECT_EQ(contacts.GetCount(), 0);
+    EXPECT_EQ(store.VisitContacts([](CContact&) { return true; }), -1);
+    EXPECT_EQ(store.LastError(), path_ + ": " + row.problem);
+  }
+}
+
 TEST_F(StoreFile, AnotherProgramsRowsReadAsTheNearest) {
   MakeStore(1);
   OtherProgram other(path_);
@@ -210,6 +237,12 @@ TEST_F(StoreFile, GapsAreGivenOnce) {
   EXPECT_EQ(store.SaveContacts(undone, 0, true), 1);
   CContacts all;
   EXPECT_EQ(store.LoadContacts(all), 4);
+  // Nor is a deleted one's.
+  const std::int32_t deleted[] = {undone[0].tag};
+  std::vector<WideString> pictures;
+  EXPECT_EQ(store.DeleteContacts(deleted, pictures), 1);
+  EXPECT_EQ(store.SaveContacts(undone, 0, true), 1) << store.LastError();
+  EXPECT_NE(undone[0].tag, deleted[0]);
 }
 
 // Waiting for a lock ends, and at once for all tries behind the first.

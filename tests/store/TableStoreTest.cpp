@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
 #include <stdexcept>
 
@@ -24,63 +25,70 @@ void FailAt(Fault place) {
 template <class Row>
 class FailingTable final : public RowTable<Row> {
  public:
+  explicit FailingTable(RowTable<Row>& table) : table_(table) {}
+
   std::shared_ptr<const Row> Find(std::int32_t key) override {
+    EXPECT_TRUE(key > 0 && key != 65535) << key;
     FailAt(Fault::Find);
     return table_.Find(key);
   }
   std::shared_ptr<const Row> Next(std::int32_t& key) override {
     // Behind the first row, so that something has been read by then.
     if (key > 0) FailAt(Fault::Next);
+    ++steps;
     return table_.Next(key);
   }
   std::int32_t HighestKey() override { return table_.HighestKey(); }
   void Put(std::int32_t key, std::shared_ptr<const Row> row) override {
     if (key == 2) FailAt(Fault::Put);
     table_.Put(key, std::move(row));
+    if (whenPut) whenPut();
   }
   void Erase(std::int32_t key) override {
     FailAt(Fault::Erase);
     table_.Erase(key);
   }
 
+  int steps = 0;  // that were made through the rows
+  std::function<void()> whenPut;
+
  private:
-  MapTable<Row> table_;
+  RowTable<Row>& table_;
 };
 
-struct FailingStore final : TableStore {
-  struct Tables {
-    FailingTable<CContact> contacts;
-    FailingTable<CCalendar> items;
-    FailingTable<CContactGroup> groups;
-    FailingTable<CContactGroupPair> links;
-  };
-
-  RowTable<CContact>& Contacts() override { return tables.contacts; }
-  RowTable<CCalendar>& Items() override { return tables.items; }
-  RowTable<CContactGroup>& Groups() override { return tables.groups; }
-  RowTable<CContactGroupPair>& Links() override { return tables.links; }
+struct FailingStore final : OwnStore {
+  RowTable<CContact>& Contacts() override { return contacts; }
+  RowTable<CContactGroup>& Groups() override { return groups; }
+  RowTable<CContactGroupPair>& Links() override { return links; }
   void BeginChanges() override {
     FailAt(Fault::Begin);
-    before.push_back(tables);
+    OwnStore::BeginChanges();
+    ++changes;
   }
   void CommitChanges() override {
     FailAt(Fault::Commit);
-    before.pop_back();
+    OwnStore::CommitChanges();
+    --changes;
   }
   void RollBackChanges() noexcept override {
-    tables = before.back();
-    before.pop_back();
+    OwnStore::RollBackChanges();
+    --changes;
   }
   void BeginView() override {
     FailAt(Fault::View);
+    EXPECT_EQ(changes, 0);
     ++views;
+    ++viewsBegun;
   }
   void EndView() noexcept override { --views; }
   using TableStore::TablesChanged;
 
-  Tables tables;
-  std::vector<Tables> before;
+  FailingTable<CContact> contacts{OwnStore::Contacts()};
+  FailingTable<CContactGroup> groups{OwnStore::Groups()};
+  FailingTable<CContactGroupPair> links{OwnStore::Links()};
+  int changes = 0;  // transactions that are open
   int views = 0;
+  int viewsBegun = 0;
 };
 
 class FailingTables : public ::testing::Test {
@@ -105,7 +113,7 @@ TEST_F(FailingTables, LeaveStoreAndCollectionAsTheyWere) {
     EXPECT_EQ(Save(3), -1) << static_cast<int>(place);
     EXPECT_EQ(saved[0].tag, 0);
     EXPECT_EQ(store.LastError(), "the disk is full");
-    EXPECT_TRUE(store.before.empty());
+    EXPECT_EQ(store.changes, 0);
     fault = Fault::None;
     CContacts read;
     EXPECT_EQ(store.LoadContacts(read), 0);
@@ -153,7 +161,7 @@ TEST_F(FailingTables, CanBeRolledBackWhenTheyCanNotBeCommitted) {
     EXPECT_FALSE(transaction.Commit());
   }
   fault = Fault::None;
-  EXPECT_TRUE(store.before.empty());
+  EXPECT_EQ(store.changes, 0);
   // What was rolled back is no duplicate.
   EXPECT_EQ(Save(2), 2);
   EXPECT_EQ(Save(2), 0);
@@ -161,10 +169,108 @@ TEST_F(FailingTables, CanBeRolledBackWhenTheyCanNotBeCommitted) {
 
 TEST_F(FailingTables, AreReadAnewWhenTheHostSaysSo) {
   ASSERT_EQ(Save(1), 1);
-  store.tables.contacts.Erase(saved[0].tag);
+  store.contacts.Erase(saved[0].tag);
   EXPECT_EQ(Save(1), 0);
   store.TablesChanged();
   EXPECT_EQ(Save(1), 1);
+  // Even while the store is at work on them.
+  store.contacts.whenPut = [this] { store.TablesChanged(); };
+  EXPECT_EQ(Save(3), 2);
+  EXPECT_EQ(Save(3), 0);
+}
+
+TEST_F(FailingTables, ShowOneStateToEachReading) {
+  ASSERT_EQ(Save(1), 1);
+  const std::int32_t keys[] = {1};
+  const auto read = [&] {
+    CContacts contacts;
+    EXPECT_EQ(store.LoadContacts(contacts), 1);
+    EXPECT_EQ(store.VisitContacts(keys, [](CContact&) { return true; }), 1);
+  };
+  read();
+  EXPECT_EQ(store.viewsBegun, 2);
+  EXPECT_THROW(static_cast<void>(store.VisitContacts([](CContact&) -> bool { throw 7; })), int);
+  EXPECT_EQ(store.views, 0);
+  store.viewsBegun = 0;
+  {
+    const StoreReading reading(store);
+    read();
+  }
+  EXPECT_EQ(store.viewsBegun, 1);
+  const StoreTransaction transaction(store);  // which shows one by itself
+  const StoreReading reading(store);
+  read();
+  EXPECT_EQ(store.viewsBegun, 1);
+  EXPECT_EQ(store.views, 0);
+}
+
+TEST_F(FailingTables, AreAskedForKeysOfRowsAlone) {
+  ASSERT_EQ(Save(3), 3);
+  const std::int32_t keys[] = {-1, 0, 65535, 2};
+  EXPECT_EQ(store.VisitContacts(keys, [](CContact&) { return true; }), 1);
+  std::vector<WideString> pictures;
+  EXPECT_EQ(store.DeleteContacts(keys, pictures), 1);
+  EXPECT_EQ(store.SaveContacts(saved, 65535, true), -1);
+  store.contacts.Put(65535, std::make_shared<CContact>());
+  CContacts read;
+  EXPECT_EQ(store.LoadContacts(read), -1);
+  EXPECT_NE(store.LastError().find("65535"), std::string::npos) << store.LastError();
+  EXPECT_EQ(read.GetCount(), 0);
+}
+
+// A delete looks at no other rows than the first one did, and what it leaves is still known.
+TEST_F(FailingTables, AreNotReadThroughByEachDelete) {
+  CContactGroups groups;
+  groups.AddNew().group_name = u"Family";
+  ASSERT_EQ(store.SaveContactGroups(groups, true), 1);
+  for (const char16_t* photo : {u"a", u"a", u"b", u"a", u""}) {
+    saved.AddNew().photo = photo;
+    saved[saved.GetCount() - 1].hobby =
+        WideString(static_cast<std::size_t>(saved.GetCount()), u'x');
+  }
+  ASSERT_EQ(store.SaveContacts(saved, groups[0].group_id, true), 5);
+  EXPECT_EQ(store.SaveContacts(saved, 0, false), 5);
+  const auto left = [this](std::initializer_list<std::int32_t> keys) {
+    std::vector<WideString> pictures;
+    EXPECT_EQ(store.DeleteContacts({keys.begin(), keys.size()}, pictures), std::ssize(keys));
+    return pictures;
+  };
+  EXPECT_EQ(left({1}), std::vector<WideString>{});
+  store.contacts.steps = store.links.steps = store.groups.steps = 0;
+  EXPECT_EQ(left({3}), std::vector<WideString>{u"b"});
+  saved[1].photo = u"c";                              // of the contact that has it
+  EXPECT_EQ(store.SaveContacts(saved, 0, false), 5);  // 1 and 3 are new again
+  EXPECT_EQ(saved[2].tag, 7);
+  EXPECT_EQ(left({6, 4}), std::vector<WideString>{u"a"});
+  EXPECT_EQ(store.contacts.steps + store.links.steps + store.groups.steps, 0);
+  CContactGroupPairs pairs;
+  ASSERT_EQ(store.LoadContactGroupPairs(pairs), 2);
+  EXPECT_EQ(pairs[0].contact_id, 2);
+  EXPECT_EQ(pairs[1].contact_id, 5);
+  // Nor is the key of a host's own row given again.
+  store.contacts.Put(20, std::make_shared<CContact>());
+  left({20});
+  EXPECT_EQ(Save(1), 1);
+  EXPECT_EQ(saved[0].tag, 21);
+}
+
+TEST_F(FailingTables, MayHoldTwoGroupsOfOneName) {
+  for (const std::int32_t key : {1, 2, 3}) {
+    auto group = std::make_shared<CContactGroup>();
+    group->group_name = key == 2 ? u"FAM" : u"Fam";
+    store.groups.Put(key, group);
+  }
+  CContactGroups renamed;
+  renamed.AddNew().group_name = u"Friends";
+  for (const std::int32_t key : {3, 1}) {
+    renamed[0].group_id = key;
+    renamed[0].group_name = key == 3 ? u"Friends" : u"Work";
+    EXPECT_EQ(store.SaveContactGroups(renamed, true), 1);
+    CContactGroups found;
+    found.AddNew().group_name = u"fam";
+    EXPECT_EQ(store.SaveContactGroups(found, true), 0);
+    EXPECT_EQ(found[0].group_id, key == 3 ? 1 : 2);
+  }
 }
 
 }  // namespace

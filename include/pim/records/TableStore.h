@@ -21,8 +21,10 @@ namespace pim {
 // are called in that thread alone. Where memory is short, a save fails with -1, and a load or visit
 // may throw std::bad_alloc.
 
-// The rows of one kind in a host's own database, by their keys, all of them above 0. An operation
-// that throws a std::exception fails what the store is doing, with its text as the reason.
+// The rows of one kind in a host's own database, by their keys: any above 0 but 65535, which means
+// "not stored yet". No row of another key is asked for, and one that Next gives fails what the
+// store is doing. An operation that throws a std::exception fails that as well, with its text as
+// the reason.
 template <class Row>
 class RowTable {
  public:
@@ -35,7 +37,9 @@ class RowTable {
   virtual std::shared_ptr<const Row> Find(std::int32_t key) = 0;
   // The row with the lowest key above `key`, which becomes that key; or null when there is none.
   virtual std::shared_ptr<const Row> Next(std::int32_t& key) = 0;
-  // 0 for an empty table.
+  // 0 for an empty table. New rows get the keys behind it, but none that had a row which this store
+  // has deleted. It can't know what an earlier store over the same tables has deleted: where those
+  // keys mustn't come again either, this is to be the highest key that there ever was.
   virtual std::int32_t HighestKey() = 0;
   // Inserts the row, or replaces the one of that key. The row stays as it is for ever, so that a
   // table may keep it.
@@ -101,12 +105,14 @@ class PIM_EXPORT TableStore : public RecordStore {
   virtual void CommitChanges() = 0;
   virtual void RollBackChanges() noexcept = 0;
 
-  // From BeginReading to EndReading the tables are to show one state. Nothing by default, which is
-  // right where nobody else changes them.
+  // Between the two, which hold each load and visit or, from BeginReading to EndReading, several of
+  // them, the tables are to show one state. They don't nest and aren't called in a transaction.
+  // Nothing by default, which is right where nobody else changes the tables.
   virtual void BeginView() {}
   virtual void EndView() noexcept {}
 
-  // To be called when others have changed the tables.
+  // To be called when others have changed the tables; the next operation takes account of it. A
+  // table may call it from within its own operations, as a database does that tells of each change.
   void TablesChanged() noexcept;
 
  private:

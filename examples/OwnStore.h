@@ -36,20 +36,27 @@ class MapTable final : public pim::RowTable<Row> {
   std::int32_t HighestKey() override { return rows_.empty() ? 0 : rows_.rbegin()->first; }
   void Put(std::int32_t key, std::shared_ptr<const Row> row) override {
     undos_.push_back([this, key, before = Find(key)] { Set(key, before); });
-    Set(key, std::move(row));
+    Set(key, row);
   }
-  void Erase(std::int32_t key) override { Put(key, nullptr); }
+  // The map's own node is kept, so that taking it back needs no memory and can't fail.
+  void Erase(std::int32_t key) override {
+    const auto kept = std::make_shared<typename Rows::node_type>();
+    undos_.push_back([this, kept] { rows_.insert(std::move(*kept)); });
+    *kept = rows_.extract(key);
+  }
 
  private:
-  void Set(std::int32_t key, std::shared_ptr<const Row> row) {
+  using Rows = std::map<std::int32_t, std::shared_ptr<const Row>>;
+
+  void Set(std::int32_t key, const std::shared_ptr<const Row>& row) {
     if (row == nullptr) {
       rows_.erase(key);
     } else {
-      rows_[key] = std::move(row);
+      rows_[key] = row;
     }
   }
 
-  std::map<std::int32_t, std::shared_ptr<const Row>> rows_;
+  Rows rows_;
   Undos& undos_;
 };
 

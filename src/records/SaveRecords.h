@@ -47,7 +47,7 @@ class GivenKeys {
 
 // The keys of one save's new records, for any storage that has HighestKey() (0 where there is
 // none), Given() and Holds(key): those behind the highest, or, once another program has used the
-// last one, the gaps behind those that were given.
+// last one, the gaps behind those that were given, and at last all gaps.
 template <class Storage>
 class NewKeys {
  public:
@@ -57,8 +57,13 @@ class NewKeys {
   // Throws std::length_error when there is none left.
   std::int32_t Next() {
     if (highest_ != kLast) return highest_ = After(highest_);
+    // Keys that were given by this save needn't be held yet: they end with the last one of all.
     do {
-      if (gap_ == kLast) throw std::length_error("no key is left for another record");
+      if (gap_ >= kLast - 1) {
+        if (isSecondRound_) throw std::length_error("no key is left for another record");
+        isSecondRound_ = true;
+        gap_ = 0;
+      }
       gap_ = After(gap_);
     } while (storage_.Holds(gap_));
     return gap_;
@@ -71,6 +76,7 @@ class NewKeys {
   Storage& storage_;
   std::int32_t highest_;
   std::int32_t gap_;
+  bool isSecondRound_ = false;
 };
 
 inline WideStringView PhotoOf(const CContact& contact) { return contact.photo; }

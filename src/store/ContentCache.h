@@ -26,6 +26,8 @@ class ContentCache final : public TransactionMember {
   }
   // For the records from the first key to the last one, which are stored no more.
   void Remove(std::int32_t first, std::int32_t last) {
+    // An index that is made behind this holds none of them.
+    if (!index_) ++changesOfDropped_;
     for (std::int64_t key = first; index_ && key <= last; ++key)
       index_->Remove(static_cast<std::int32_t>(key));
   }

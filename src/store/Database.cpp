@@ -127,6 +127,7 @@ void Database::Begin() {
 
 void Database::Commit() {
   if (readings_ > 0) Fail("is being read, so that nothing can be written");
+  if (depth_ == 0) Fail("there is no transaction to commit");
   CheckTransaction();
   if (depth_ == 1) {
     Run("COMMIT");

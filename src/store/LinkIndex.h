@@ -6,6 +6,7 @@
 #include <limits>
 #include <set>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 namespace pim {
@@ -27,6 +28,10 @@ class LinkIndex {
   // Most come by ascending contact.
   void Add(const Link& link) { links_.insert(links_.end(), link); }
   void Remove(const Link& link) { links_.erase(link); }
+  // A link that may be put back without memory.
+  using Node = typename std::set<Link>::node_type;
+  Node Take(const Link& link) { return links_.extract(link); }
+  void PutBack(Node&& node) { links_.insert(std::move(node)); }
   std::int64_t Count(std::int32_t contact, std::int32_t group) const {
     std::int64_t count = 0;
     auto next = links_.lower_bound({contact, group, std::numeric_limits<Number>::min()});

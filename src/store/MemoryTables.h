@@ -56,12 +56,13 @@ class MemoryRecords {
     RecordOrigin origin;
     Fingerprint print;  // that it had when an import brought it
   };
+  using Records = std::map<std::int32_t, Entry>;
 
   MemoryRecords(const RecordMap& map, MemoryServices& services)
       : map_(map), services_(services), log_(services.transactions.log()) {}
 
   bool Holds(std::int32_t key) const { return records_.contains(key); }
-  const std::map<std::int32_t, Entry>& entries() const { return records_; }
+  const Records& entries() const { return records_; }
   bool NeedsPrints() const { return services_.current.file != 0; }
   Fingerprint PrintOf(Record& record) const { return FingerprintOf(map_, &record, services_.key); }
   bool IsChanged(const Entry& entry) const {
@@ -107,9 +108,11 @@ class MemoryRecords {
   bool Erase(std::int32_t key) {
     const auto found = records_.find(key);
     if (found == records_.end()) return false;
-    log_.Add([this, key, before = found->second] { Put(key, before); });
+    const auto kept = std::make_shared<typename Records::node_type>();
+    log_.Add([this, kept] { PutBack(std::move(*kept)); });
     if (ContentIndex* contents = Contents(false); contents != nullptr) contents->Remove(key);
-    Forget(key);
+    pictures_.Remove(PhotoOf(*found->second.record));
+    *kept = records_.extract(found);
     return true;
   }
   // The pictures that these records name and no other one does.
@@ -176,26 +179,36 @@ class MemoryRecords {
     const NarrowString bytes = photo.empty() ? NarrowString{} : services_.pictures(photo);
     return bytes.empty() ? print : Joined(print, FingerprintOf(bytes, services_.key));
   }
+  // Wholly or not at all.
   void Put(std::int32_t key, Entry entry) {
-    Entry& place = records_.try_emplace(records_.end(), key)->second;
-    if (place.record != nullptr) {
-      pictures_.Remove(PhotoOf(*place.record));
-      place.record.reset();  // so that it isn't counted as gone again if the next line throws
+    const auto found = records_.find(key);
+    if (found == records_.end()) {
+      Records fresh;
+      fresh.emplace(key, std::move(entry));
+      PutBack(fresh.extract(fresh.begin()));
+      return;
     }
     pictures_.Add(PhotoOf(*entry.record));
-    place = std::move(entry);
+    pictures_.Remove(PhotoOf(*found->second.record));
+    found->second = std::move(entry);
+  }
+  // Needs no memory for what was here before.
+  void PutBack(typename Records::node_type node) {
+    if (node.empty()) return;
+    pictures_.Add(PhotoOf(*node.mapped().record));
+    records_.insert(records_.end(), std::move(node));
   }
   void Forget(std::int32_t key) {
     const auto found = records_.find(key);
     if (found == records_.end()) return;
-    if (found->second.record != nullptr) pictures_.Remove(PhotoOf(*found->second.record));
+    pictures_.Remove(PhotoOf(*found->second.record));
     records_.erase(found);
   }
 
   const RecordMap& map_;
   MemoryServices& services_;
   UndoLog& log_;
-  std::map<std::int32_t, Entry> records_;
+  Records records_;
   NamedPictures pictures_;
   std::optional<ContentIndex> contents_;
   GivenKeys given_;
@@ -303,8 +316,18 @@ class MemoryLinks {
 
  private:
   void Erase(std::int64_t number) {
-    log_.Add([this, number, before = links_.at(number)] { Put(number, before); });
-    Forget(number);
+    struct Kept {
+      Entries::node_type link;
+      LinkIndex<std::int64_t>::Node place;
+    };
+    const auto kept = std::make_shared<Kept>();
+    log_.Add([this, kept] {
+      links_.insert(std::move(kept->link));
+      index_.PutBack(std::move(kept->place));
+    });
+    const Entry& link = links_.at(number);
+    kept->place = index_.Take({link.contact, link.group, number});
+    kept->link = links_.extract(number);
   }
   void Put(std::int64_t number, const Entry& link) {
     links_.emplace_hint(links_.end(), number, link);

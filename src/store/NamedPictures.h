@@ -3,24 +3,31 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <map>
-#include <unordered_map>
 #include <vector>
 
 #include "pim/support/Strings.h"
 
 namespace pim {
 
-// The names of contacts' pictures, and how many contacts have each. An empty name is none.
+// The names of contacts' pictures, and how many contacts have each. An empty name is none. A name
+// stays when no contact has it any more, so that a rollback, which must not fail, needs no memory.
 class NamedPictures {
  public:
   void Add(WideStringView name) {
-    if (!name.empty()) ++counts_[WideString(name)];
+    if (name.empty()) return;
+    const auto found = counts_.find(name);
+    if (found != counts_.end()) {
+      ++found->second;
+    } else {
+      counts_.emplace(name, 1);
+    }
   }
   void Remove(WideStringView name) {
     if (name.empty()) return;
-    const auto found = counts_.find(WideString(name));
-    if (found != counts_.end() && --found->second == 0) counts_.erase(found);
+    const auto found = counts_.find(name);
+    if (found != counts_.end()) --found->second;
   }
   // Those of some contacts, a name for each of these, that no other contact has.
   std::vector<WideString> OfNoOther(const std::vector<WideString>& names) const {
@@ -36,7 +43,7 @@ class NamedPictures {
   }
 
  private:
-  std::unordered_map<WideString, std::int64_t> counts_;
+  std::map<WideString, std::int64_t, std::less<>> counts_;
 };
 
 }  // namespace pim

@@ -143,7 +143,7 @@ class RecordTable {
     for (std::size_t i = 0; i < records.size();) {
       const std::int32_t first = records[i].record->tag;
       std::int32_t last = first;
-      while (++i < records.size() && records[i].record->tag == last + 1) ++last;
+      while (++i < records.size() && records[i].record->tag == std::int64_t{last} + 1) ++last;
       services_.recorder.ForgetKeys(KindOf(*records.front().record), first, last);
     }
   }

@@ -152,6 +152,7 @@ class SqliteStore::Impl final : public RecordStore {
       for (const std::int32_t key : keys) pictures_.AddNames(key, key, named);
       const std::int32_t count = Erase(contacts_, keys);
       left = pictures_.Leave(std::move(named));
+      pictures.reserve(pictures.size() + left.size());
       return count;
     });
     if (deleted >= 0) std::ranges::move(left, std::back_inserter(pictures));

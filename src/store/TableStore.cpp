@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "pim/records/TableStore.h"
 
+#include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <stdexcept>
 #include <utility>
 
@@ -267,13 +269,14 @@ std::int32_t TableStore::DeleteContacts(std::span<const std::int32_t> keys,
     for (const auto& [key, contact] : doomed)
       if (!contact->photo.empty()) named.push_back(contact->photo.str());
     left = stored.PicturesOfNoOther(named);
+    pictures.reserve(pictures.size() + left.size());
     for (const auto& [key, contact] : doomed) {
       links.EraseOf(key);
       stored.Erase(key, *contact);
     }
     return static_cast<std::int32_t>(doomed.size());
   });
-  if (deleted >= 0) pictures.insert(pictures.end(), left.begin(), left.end());
+  if (deleted >= 0) std::ranges::move(left, std::back_inserter(pictures));
   return deleted;
 }
 std::int32_t TableStore::DeleteCalendars(std::span<const std::int32_t> keys) {

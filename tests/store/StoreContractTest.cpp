@@ -318,6 +318,21 @@ TEST_P(StoreContract, RollbacksAreForgotten) {
   EXPECT_EQ(SaveOne(u"ahead of it"), 1);
 }
 
+TEST_P(StoreContract, RollbacksBringDuplicatesBack) {
+  ASSERT_EQ(SaveOne(u"Ann", true), 1);
+  const std::int32_t keys[] = {1};
+  std::vector<WideString> pictures;
+  {
+    StoreTransaction transaction(*store);
+    EXPECT_EQ(store->DeleteContacts(keys, pictures), 1);
+    CContacts none;
+    EXPECT_EQ(store->SaveContacts(none, 0, false), 0);  // looks at what is stored
+  }
+  EXPECT_EQ(SaveOne(u"Ann"), 0);
+  EXPECT_FALSE(store->Commit());
+  EXPECT_EQ(store->LastError().find("damaged"), std::string::npos);
+}
+
 TEST_P(StoreContract, TransactionsNest) {
   CContacts contacts;
   contacts.AddNew();

@@ -245,6 +245,17 @@ TEST_F(StoreFile, GapsAreGivenOnce) {
   EXPECT_NE(undone[0].tag, deleted[0]);
 }
 
+TEST_F(StoreFile, GapsAreGivenBehindTheLastKeys) {
+  MakeStore(1);
+  OtherProgram(path_).Run("INSERT INTO Contacts (contact_id) VALUES (2147483645)");
+  SqliteStore store(path_);
+  for (const std::int32_t count : {1, 2}) {
+    CContacts contacts;
+    for (std::int32_t i = 0; i < count; ++i) contacts.AddNew();
+    EXPECT_EQ(store.SaveContacts(contacts, 0, true), count) << store.LastError();
+  }
+}
+
 // Waiting for a lock ends, and at once for all tries behind the first.
 TEST_F(StoreFile, WaitsForALockOnlySoLong) {
   MakeStore(1);

@@ -218,6 +218,17 @@ TEST_F(FailingTables, AreAskedForKeysOfRowsAlone) {
   EXPECT_EQ(read.GetCount(), 0);
 }
 
+// Near the last key of all, each new record still gets one of its own.
+TEST_F(FailingTables, MayHoldTheLastKeys) {
+  ASSERT_EQ(Save(1), 1);
+  store.contacts.Put(2147483646, std::make_shared<CContact>());
+  saved[0].tag = 2147483646;
+  ASSERT_EQ(store.SaveContacts(saved, 0, true), 1);
+  EXPECT_EQ(Save(3), 2) << store.LastError();
+  CContacts read;
+  EXPECT_EQ(store.LoadContacts(read), 4);
+}
+
 // A delete looks at no other rows than the first one did, and what it leaves is still known.
 TEST_F(FailingTables, AreNotReadThroughByEachDelete) {
   CContactGroups groups;

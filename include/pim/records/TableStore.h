@@ -111,8 +111,9 @@ class PIM_EXPORT TableStore : public RecordStore {
   virtual void BeginView() {}
   virtual void EndView() noexcept {}
 
-  // To be called when others have changed the tables; the next operation takes account of it. A
-  // table may call it from within its own operations, as a database does that tells of each change.
+  // To be called when others have changed the tables; the next operation reads them anew where it
+  // must know them. A table may call it from within its own operations, as a database does that
+  // tells of each change, which has each of the store's own changes cost a reading, too.
   void TablesChanged() noexcept;
 
  private:

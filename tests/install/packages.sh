@@ -20,9 +20,9 @@ echo "packages: a new Debian"
 # Runs in the new Debian: what people do with the packages, and what is left of them behind that.
 cat >"$work/try.sh" <<'INSIDE'
 set -euo pipefail
-export DEBIAN_FRONTEND=noninteractive LC_ALL=C.UTF-8 HOME=/root
+export DEBIAN_FRONTEND=noninteractive LC_ALL=C.UTF-8 HOME=/packages
 list() { find / -xdev \( -path /proc -o -path /sys -o -path /dev -o -path /var/cache -o -path /var/log \
-  -o -path /var/lib/dpkg -o -path /var/lib/apt -o -path /tmp -o -path /root -o -path /packages \
+  -o -path /var/lib/dpkg -o -path /var/lib/apt -o -path /tmp -o -path /packages \
   -o -name ld.so.cache \) -prune -o -print | sort; }
 list >/tmp/before
 dpkg --install /packages/*.deb
@@ -39,15 +39,14 @@ list >/tmp/after
 diff /tmp/before /tmp/after
 INSIDE
 mkdir "$work/packages"
-cp "${debs[@]}" samples/friends.vcf tests/install/StoreHost.cpp "$work/packages"
+cp "${debs[@]}" "$work/try.sh" samples/friends.vcf tests/install/StoreHost.cpp "$work/packages"
 depends=$(for deb in "${debs[@]}"; do dpkg-deb --field "$deb" Depends; done |
   tr ',' '\n' | sed 's/(.*//; s/ //g' | grep -v pimvobj | sort -u | tr '\n' ',')
 # The same sources of packages as this machine's.
 cat /etc/apt/sources.list /etc/apt/sources.list.d/debian.sources 2>/dev/null >"$work/sources" || true
 # Documents aren't left out, as they are in small images.
 mmdebstrap --quiet --variant=minbase --include="g++,pkg-config,$depends" \
-  --customize-hook="copy-in $work/packages /" --customize-hook="copy-in $work/try.sh /root" \
-  --customize-hook='chroot "$1" bash /root/try.sh' \
+  --customize-hook="copy-in $work/packages /" --customize-hook='chroot "$1" bash /packages/try.sh' \
   bookworm /dev/null - <"$work/sources" >"$work/log" 2>&1 || { cat "$work/log"; exit 1; }
 
 echo "packages: the same bytes from another folder"

@@ -6,13 +6,11 @@
 #include <fstream>
 #include <iterator>
 
-#include "pim/platform/Host.h"
 #include "pim/records/ContactGroups.h"
 #include "pim/store/ImportHistory.h"
 #include "pim/store/SqliteStore.h"
 #include "tests/store/OtherProgram.h"
-#include "tests/store/SampleRecords.h"
-#include "tests/store/TemporaryFolder.h"
+#include "tests/store/StoreFileFixture.h"
 
 namespace pim {
 namespace {
@@ -31,21 +29,7 @@ std::string ProblemOf(const std::string& path) {
   }
 }
 
-class StoreFile : public ::testing::Test {
- protected:
-  StoreFile() { SetAppDataFolder(folder_.File("data")); }
-  ~StoreFile() override { SetAppDataFolder({}); }
-  void MakeStore(std::int32_t contacts) {
-    SqliteStore store(path_);
-    CContacts records;
-    for (std::int32_t i = 0; i < contacts; ++i) testing::FillContact(records.AddNew());
-    ASSERT_EQ(store.SaveContacts(records, 0, true), contacts);
-  }
-  void Write(const std::string& bytes) { std::ofstream(path_, std::ios::binary) << bytes; }
-
-  testing::TemporaryFolder folder_;
-  std::string path_ = folder_.File("pim.db");
-};
+class StoreFile : public testing::StoreFileFixture {};
 
 TEST_F(StoreFile, FilesThatAreNoStoreStayAsTheyAre) {
   MakeStore(1);
@@ -82,64 +66,6 @@ TEST_F(StoreFile, FilesThatAreNoStoreStayAsTheyAre) {
   EXPECT_NE(ProblemOf(folder_.File("none/x")).find("folder doesn't exist"), std::string::npos);
   EXPECT_NE(ProblemOf(path_ + std::string("\0x", 2)).find("NUL"), std::string::npos);
   EXPECT_NE(ProblemOf("/dev/null").find("no regular file"), std::string::npos);
-}
-
-// A store that lost its end or holds garbage is told; what is read is all or nothing.
-TEST_F(StoreFile, DamageIsTold) {
-  MakeStore(200);
-  const std::string whole = BytesOf(path_);
-  int told = 0;
-  for (std::size_t at = 4096; at < whole.size(); at += 4096) {
-    for (const bool cut : {false, true}) {
-      SCOPED_TRACE(at);
-      std::string bytes = cut ? whole.substr(0, at + 1000) : whole;
-      if (!cut) bytes.replace(at, 4096, 4096, '\xA5');
-      fs::remove(path_ + "-wal");
-      Write(bytes);
-      std::int32_t read = -1;
-      CContacts contacts;
-      contacts.AddNew();
-      try {
-        SqliteStore store(path_);
-        read = store.LoadContacts(contacts);
-        if (read < 0) {
-          EXPECT_NE(store.LastError().find("damaged"), std::string::npos);
-        }
-      } catch (const StoreError&) {
-      }
-      told += read < 0 ? 1 : 0;
-      EXPECT_TRUE(read == 200 || read == -1) << read;
-      EXPECT_EQ(contacts.GetCount(), read < 0 ? 1 : 201);
-    }
-  }
-  EXPECT_GT(told, 10);
-}
-
-// So is one whose tables aren't as they were made.
-TEST_F(StoreFile, OtherTablesAreTold) {
-  const struct {
-    const char* sql;
-    const char* problem;
-  } rows[] = {
-      {"ALTER TABLE Contacts DROP COLUMN hobby", "damaged (no such column: hobby)"},
-      {"ALTER TABLE ContactNumbers DROP COLUMN number", "damaged (no such column: number)"},
-      {"DROP TABLE ContactNumbers", "damaged (no such table: ContactNumbers)"},
-      {"ALTER TABLE Contacts RENAME COLUMN contact_id TO id;"
-       "ALTER TABLE Contacts ADD COLUMN contact_id TEXT; UPDATE Contacts SET contact_id = id",
-       "damaged (the keys of Contacts aren't in order)"},
-  };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.sql);
-    fs::remove(path_);
-    MakeStore(12);
-    OtherProgram(path_).Run(row.sql);
-    SqliteStore store(path_);
-    CContacts contacts;
-    EXPECT_EQ(store.LoadContacts(contacts), -1);
-    EXPECT_EQ(contacts.GetCount(), 0);
-    EXPECT_EQ(store.VisitContacts([](CContact&) { return true; }), -1);
-    EXPECT_EQ(store.LastError(), path_ + ": " + row.problem);
-  }
 }
 
 TEST_F(StoreFile, AnotherProgramsRowsReadAsTheNearest) {

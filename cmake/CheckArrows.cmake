@@ -9,6 +9,7 @@ cmake_minimum_required(VERSION 3.25)
 # of the folder that they mirror.
 set(folders
   src/platform src/support src/stream src/records src/vcard src/vcalendar src/manager src/store
+  src/store/sqlite src/store/postgres
   app app/commands app/input app/output app/labels)
 set(may_src/platform)
 set(may_src/support src/platform)
@@ -18,6 +19,8 @@ set(may_src/vcard src/stream src/records src/support)
 set(may_src/vcalendar src/stream src/records src/support)
 set(may_src/manager src/stream src/vcard src/vcalendar src/records src/support src/platform)
 set(may_src/store src/records src/support src/platform)
+set(may_src/store/sqlite src/store src/records src/support src/platform)
+set(may_src/store/postgres src/store src/records src/support src/platform)
 set(may_app app/commands app/input app/output)
 set(may_app/commands app/input app/output app/labels src/support src/platform)
 set(may_app/input app/output src/support src/platform)
@@ -81,11 +84,14 @@ foreach(file IN LISTS files)
   endforeach()
 endforeach()
 
-# SQLite stays behind the store, and out of every installed header.
+# Client libraries stay in the folder of their store, and out of every installed header.
 file(GLOB_RECURSE files ${ROOT}/include/*.h ${ROOT}/src/*.h ${ROOT}/src/*.cpp ${ROOT}/app/*)
 foreach(file IN LISTS files)
-  file(STRINGS ${file} lines REGEX "^ *#include <sqlite3")
-  if(lines AND NOT file MATCHES "/src/store/")
-    message(SEND_ERROR "${file}: only src/store speaks to SQLite")
-  endif()
+  foreach(client "sqlite3:sqlite" "libpq:postgres")
+    string(REGEX MATCH "^(.*):(.*)$" client ${client})
+    file(STRINGS ${file} lines REGEX "^ *#include <${CMAKE_MATCH_1}")
+    if(lines AND NOT file MATCHES "/src/store/${CMAKE_MATCH_2}/")
+      message(SEND_ERROR "${file}: only src/store/${CMAKE_MATCH_2} may include ${CMAKE_MATCH_1}")
+    endif()
+  endforeach()
 endforeach()

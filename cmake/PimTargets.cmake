@@ -70,8 +70,9 @@ function(pim_add_library name building)
 endfunction()
 
 # The shared library of the same name and objects, once all sources and headers of it are known.
+# Further arguments are objects that it has besides.
 function(pim_add_shared_library name)
-  add_library(${name}_shared SHARED $<TARGET_OBJECTS:${name}> $<TARGET_OBJECTS:piminner>)
+  add_library(${name}_shared SHARED $<TARGET_OBJECTS:${name}> $<TARGET_OBJECTS:piminner> ${ARGN})
   get_target_property(folders ${name} HEADER_DIRS)
   get_target_property(headers ${name} HEADER_SET)
   target_sources(${name}_shared PUBLIC FILE_SET HEADERS BASE_DIRS ${folders} FILES ${headers})

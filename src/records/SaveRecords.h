@@ -153,31 +153,74 @@ struct FreshRecord {
   Fingerprint print;
 };
 
-// `storage` also has Update(key, record), Insert(fresh records), Contents(wanted), which gives the
-// index of what is stored, or null when none is wanted and there is none, and PrintOf(record),
-// which gives the record's fingerprint; NeedsPrints() tells whether Insert wants them.
+// What gives a storage's new records their keys: its own FreshKeys(wanted) where it has one.
+template <class Storage>
+auto KeysFor(Storage& storage, std::size_t wanted) {
+  if constexpr (requires { storage.FreshKeys(wanted); }) {
+    return storage.FreshKeys(wanted);
+  } else {
+    return NewKeys<Storage>(storage);
+  }
+}
+
+// The fingerprints of a collection's records, made when they are first needed.
+template <class Records, class Storage>
+class PrintsOf {
+ public:
+  PrintsOf(Records& records, Storage& storage) : records_(records), storage_(storage) {}
+
+  std::span<const Fingerprint> All() {
+    if (prints_.empty()) {
+      prints_.reserve(static_cast<std::size_t>(records_.GetCount()));
+      for (std::int32_t i = 0; i < records_.GetCount(); ++i)
+        prints_.push_back(storage_.PrintOf(records_[i]));
+    }
+    return prints_;
+  }
+  const Fingerprint& operator[](std::int32_t index) {
+    return All()[static_cast<std::size_t>(index)];
+  }
+
+ private:
+  Records& records_;
+  Storage& storage_;
+  std::vector<Fingerprint> prints_;
+};
+
+// The index of what is stored: a storage's Contents(wanted), or its Contents(wanted, prints), which
+// gives at least what holds one of the prints. Null when none is wanted and there is none.
+template <class Storage, class Prints>
+ContentIndex* ContentsFor(Storage& storage, bool isWanted, Prints& prints) {
+  if constexpr (requires { storage.Contents(isWanted, prints); }) {
+    return storage.Contents(isWanted, prints);
+  } else {
+    return storage.Contents(isWanted);
+  }
+}
+
+// `storage` also has Update(key, record), Insert(fresh records), Contents as above, and
+// PrintOf(record), which gives the record's fingerprint; NeedsPrints() tells whether Insert wants
+// them.
 template <class Records, class Storage>
 std::int32_t SaveRecords(Records& records, bool saveFlag, Storage& storage,
                          KeyGuard<Records>& guard) {
   using Record = std::remove_reference_t<decltype(records[0])>;
-  ContentIndex* contents = storage.Contents(!saveFlag);
-  NewKeys keys(storage);
+  PrintsOf prints(records, storage);
+  ContentIndex* contents = ContentsFor(storage, !saveFlag, prints);
+  auto keys = KeysFor(storage, static_cast<std::size_t>(records.GetCount()));
   const bool needsPrints = contents != nullptr || storage.NeedsPrints();
-  const auto printOf = [&](Record& record) {
-    return needsPrints ? storage.PrintOf(record) : Fingerprint{};
-  };
   // Together, since storages are quicker with many at once.
   std::vector<FreshRecord<Record>> inserted;
   std::int32_t updated = 0;
   const auto update = [&](std::int32_t index) {
     Record& record = records[index];
     storage.Update(record.tag, record);
-    if (contents != nullptr) contents->Replace(record.tag, printOf(record), PhotoOf(record));
+    if (contents != nullptr) contents->Replace(record.tag, prints[index], PhotoOf(record));
     ++updated;
   };
   const auto insert = [&](std::int32_t index) {
     Record& record = records[index];
-    const Fingerprint print = printOf(record);
+    const Fingerprint print = needsPrints ? prints[index] : Fingerprint{};
     const auto stored = saveFlag ? std::nullopt : contents->Find(print, PhotoOf(record));
     if (stored) {
       record.tag = *stored;
@@ -193,11 +236,12 @@ std::int32_t SaveRecords(Records& records, bool saveFlag, Storage& storage,
   return updated + static_cast<std::int32_t>(inserted.size());
 }
 
-// `storage` also has Insert(key, name), Rename(key, name) and Find(name), which gives the group of
-// that name in any letter case, or 0.
+// `storage` also has Insert(key, name), which gives the key, or that of another program's group of
+// the same name that has come in between, Rename(key, name) and Find(name), which gives the group
+// of that name in any letter case, or 0.
 template <class Storage>
 std::int32_t SaveGroups(CContactGroups& groups, Storage& storage) {
-  NewKeys keys(storage);
+  auto keys = KeysFor(storage, 1);
   std::int32_t saved = 0;
   const auto update = [&](std::int32_t index) {
     CContactGroup& group = groups[index];
@@ -217,9 +261,8 @@ std::int32_t SaveGroups(CContactGroups& groups, Storage& storage) {
       return;
     }
     const std::int32_t key = keys.Next();
-    storage.Insert(key, group.group_name);
-    group.group_id = key;
-    ++saved;
+    group.group_id = storage.Insert(key, group.group_name);
+    if (group.group_id == key) ++saved;
   };
   SaveInOrder(groups, storage, update, insert);
   return saved;

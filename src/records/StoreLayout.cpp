@@ -175,6 +175,21 @@ constexpr Column kStoreSettingsOwn[] = {
     {"value", ColumnType::Bytes},
 };
 
+constexpr Column kContactContentsOwn[] = {
+    {"contact_id", ColumnType::Integer, KeyMark::Shared},
+    {"content", ColumnType::Bytes},
+};
+constexpr Column kCalendarContentsOwn[] = {
+    {"calendar_id", ColumnType::Integer, KeyMark::Shared},
+    {"content", ColumnType::Bytes},
+};
+constexpr Column kOutsideChangesOwn[] = {{"change_id", ColumnType::Integer, KeyMark::Own}};
+constexpr Column kLastCommitsOwn[] = {
+    {"connection_id", ColumnType::Integer, KeyMark::Own},
+    {"number", ColumnType::Integer},  // of the connection's commits
+};
+constexpr Column kStoreVersionsOwn[] = {{"version", ColumnType::Integer, KeyMark::Own}};
+
 constexpr Table kOwnColumns[] = {
     {"Contacts", kContactsOwn},
     {"ContactGroups", kContactGroupsOwn},
@@ -200,6 +215,12 @@ constexpr Table kOwnTables[] = {
     {"Pictures", kPicturesOwn},
     {"PictureNames", kPictureNamesOwn},
     {"StoreSettings", kStoreSettingsOwn},
+};
+
+constexpr Table kServerTables[] = {
+    {kContactContents, kContactContentsOwn}, {kCalendarContents, kCalendarContentsOwn},
+    {kOutsideChanges, kOutsideChangesOwn},   {kLastCommits, kLastCommitsOwn},
+    {kStoreVersions, kStoreVersionsOwn},
 };
 
 std::vector<TableLayout> MakeStoreTables() {
@@ -229,17 +250,33 @@ const std::vector<TableLayout>& StoreTables() {
   return tables;
 }
 
-std::vector<IndexLayout> StoreIndexes() {
+const std::vector<TableLayout>& ServerTables() {
+  static const std::vector<TableLayout> tables = [] {
+    std::vector<TableLayout> all = StoreTables();
+    for (const Table& table : kServerTables) all.push_back({table.name, {}, table.columns});
+    return all;
+  }();
+  return tables;
+}
+
+std::vector<IndexLayout> StoreIndexes(const std::vector<TableLayout>& tables) {
+  constexpr bool kOnlyFilled = true;
+  constexpr bool kUnique = true;
   std::vector<IndexLayout> indexes = {
-      {"Contacts", {"photo"}, true},
-      {"ContactGroups", {"group_name_folded"}},
+      {"Contacts", {"photo"}, kOnlyFilled},
+      {"ContactGroups", {"group_name_folded"}, false, kUnique},
       {"Contacts_ContactGroups", {"contact_id", "group_id"}},
       {"ImportedLinks", {"contact_id", "group_id"}},
-      {"Originals", {"sha256"}},
-      {"Pictures", {"sha256"}},
+      {"Originals", {"sha256"}, false, kUnique},
+      {"Pictures", {"sha256"}, false, kUnique},
       {"PictureNames", {"name"}},
+      {kContactContents, {"content"}},
+      {kCalendarContents, {"content"}},
   };
-  for (const TableLayout& table : StoreTables()) {
+  std::erase_if(indexes, [&](const IndexLayout& index) {
+    return std::ranges::find(tables, index.table, &TableLayout::name) == tables.end();
+  });
+  for (const TableLayout& table : tables) {
     for (const Column& column : table.Columns()) {
       if (column.key != KeyMark::Reference || OwnerOf(column).empty()) continue;
       const auto serves = [&](const IndexLayout& index) {

@@ -2,86 +2,124 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <sqlite3.h>
-
-#include <chrono>
-#include <functional>
+#include <cstddef>
+#include <cstdint>
+#include <initializer_list>
 #include <memory>
+#include <span>
 #include <string>
+#include <string_view>
+#include <vector>
 
-#include "pim/store/SqliteStore.h"
+#include "pim/store/DatabaseStore.h"
+#include "records/StoreLayout.h"
+#include "store/Prepared.h"
 
 namespace pim {
 
-// How long locks are waited for, all waits between two successes together, and who may end that
-// early (none: nobody).
-struct LockWait {
-  std::chrono::milliseconds limit;
-  std::function<bool()> givesUp;
-};
-
-// The connection to one SQLite file, with the transactions on it. Operations throw StoreError,
-// which names the file.
+// A connection to one database, with the transactions on it: what each engine gives, and what all
+// else in the stores over databases is written over. Operations throw StoreError, which names the
+// store.
 class Database {
  public:
-  // Opens the file, or creates it where `access` is Create, and sets the connection up; looks at
-  // none of its content. With `isImmutable` nobody can change it, and no file is made beside it.
-  Database(std::string path, StoreAccess access, bool isImmutable, LockWait lockWait);
+  // `name` is what messages call the store.
+  explicit Database(std::string name) : name_(std::move(name)) {}
   Database(const Database&) = delete;
   Database& operator=(const Database&) = delete;
+  virtual ~Database() = default;
 
-  sqlite3* handle() const noexcept { return handle_.get(); }
-  const std::string& path() const noexcept { return path_; }
+  const std::string& name() const noexcept { return name_; }
 
-  // Runs statements that give no rows.
-  void Run(const char* sql);
-  // Writers wait for each other at the beginning of the outermost transaction, so that none fails
-  // in the middle. Inner ones are savepoints.
+  // A statement of that text, whose parameters are "?" or "?1", "?2".
+  [[nodiscard]] virtual std::unique_ptr<PreparedStatement> Prepare(const std::string& sql) = 0;
+  // Null where statements of several rows are as quick.
+  [[nodiscard]] virtual std::unique_ptr<BulkRows> RowsInto(
+      std::string_view table, std::span<const std::string_view> columns) = 0;
+
+  // Writers of one file wait for each other at the beginning of the outermost transaction; those of
+  // a server work side by side. Inner ones are savepoints.
   void Begin();
   void Commit();
   bool Rollback() noexcept;
+  // Until the transaction ends no other store object writes.
+  virtual void KeepOthersOut() = 0;
+  // Until the transaction ends no other store object looks for equal records in order to store one.
+  virtual void KeepOtherSeekersOut() = 0;
   // Between the two, which nest, all reading sees one state, and nothing may be written.
   void BeginReading();
   void EndReading() noexcept;
   bool IsBeingRead() const noexcept { return readings_ > 0; }
-  // From now on nothing can be written.
-  void ForbidWriting() { Run("PRAGMA query_only=ON"); }
-  // What a killed program left in its log stays there when this is closed.
-  void KeepLog() noexcept;
-  // Throws once SQLite has undone the open transaction by itself, as it does on a full disk: what
+  // Throws once the open transaction has been undone, by the engine or with its connection: what
   // comes behind would be outside of any.
   void CheckTransaction();
 
-  // Whether the last call found the file locked and another try may be made: SQLite waits by itself
-  // for most locks, but not where a file changes its way of logging. Has waited a little then.
-  [[nodiscard]] bool MayTryAgain();
+  // Whether opening it has made the store.
+  bool IsNew() const noexcept { return isNew_; }
+  // Whether the last failure may pass when all is done again.
+  [[nodiscard]] virtual bool MayTryAgain() const noexcept { return false; }
 
-  // Throws what went wrong in SQLite's last call, which gave `code`.
-  [[noreturn]] void Fail(int code);
+  // Whether many write at once, as in a server: then unique indexes see to what the one writer of a
+  // file sees to, and what records hold is looked up there.
+  [[nodiscard]] virtual bool IsShared() const noexcept = 0;
+  // The tables of the store, owners before their lists.
+  [[nodiscard]] virtual const std::vector<TableLayout>& Tables() const = 0;
+  // A store of an earlier version that is only read has no tables of what came later.
+  [[nodiscard]] virtual bool HasAllTables() = 0;
+  // Grows when programs that know nothing of this one have changed the store.
+  [[nodiscard]] virtual std::int64_t OutsideVersion() = 0;
+
+  // Where an engine gives keys itself, takes as many of that table's as it likes to, at least one
+  // and none that a row has, ascending; else none.
+  [[nodiscard]] virtual std::vector<std::int32_t> TakeKeys(std::string_view table,
+                                                           std::size_t wanted) = 0;
+  // An expression that gives the next number of a table's key; new ones go on where rows of
+  // `tables` still refer to one whose own row another program has deleted.
+  [[nodiscard]] virtual std::string NextNumberSql(
+      std::string_view table, std::initializer_list<std::string_view> tables) const = 0;
+  // So many records are read at a time; 0 where all at once costs no more memory.
+  [[nodiscard]] virtual std::int32_t RecordsAtOnce() const noexcept = 0;
+  // The names of the columns that a table has, none for a table that isn't there.
+  [[nodiscard]] virtual std::string SelectColumnNamesSql() const = 0;
+  // Rows with keys of their own have been stored in all tables: what gives keys goes on behind
+  // them.
+  virtual void AdoptKeys() = 0;
+
+  // The name under which an import is under way in this process, and whether one of such a name
+  // still is.
+  [[nodiscard]] virtual std::string NewImportMark() = 0;
+  [[nodiscard]] virtual bool IsImporting(std::string_view mark) = 0;
+
+  // For what the engine doesn't find wrong itself.
   [[noreturn]] void Fail(const std::string& problem);
+
+ protected:
+  // Ahead of such a failure.
+  virtual void ForgetFailure() noexcept = 0;
+  // What the transactions are made of.
+  virtual void StartTransaction() = 0;
+  virtual void CommitTransaction() = 0;
+  virtual void StartInner() = 0;
+  virtual void CommitInner() = 0;
+  // Undoes the innermost transaction, which is the `outermost` too, or not.
+  virtual bool Undo(bool outermost) noexcept = 0;
+  // Whether the open transaction has been undone.
+  [[nodiscard]] virtual bool IsUndone() const noexcept = 0;
+  // Outside of transactions.
+  virtual void StartReading() = 0;
+  // However a reading has ended; with the `last` one what StartReading began ends.
+  virtual void FinishReading(bool last) noexcept = 0;
+
+  void SetNew() noexcept { isNew_ = true; }
+  std::size_t depth() const noexcept { return depth_; }
 
  private:
   friend class ReadTransaction;
-  struct Close {
-    void operator()(sqlite3* db) const noexcept { sqlite3_close_v2(db); }
-    void operator()(sqlite3_stmt* statement) const noexcept { sqlite3_finalize(statement); }
-  };
-  // Imports of small files are savepoints for the most part, so theirs are prepared once.
-  using Prepared = std::unique_ptr<sqlite3_stmt, Close>;
-  void Run(Prepared& statement, const char* sql);
-  static int Wait(void* database, int attempts);
-  static int GivesUp(void* database);
 
-  std::string path_;
-  LockWait lockWait_;
-  std::chrono::milliseconds waited_{0};  // since a lock was last had
-  std::unique_ptr<sqlite3, Close> handle_;
-  Prepared savepoint_;
-  Prepared release_;
-  int lastFailure_ = 0;  // SQLite's code
-  int depth_ = 0;
+  std::string name_;
+  std::size_t depth_ = 0;
   int readings_ = 0;
   bool reading_ = false;
+  bool isNew_ = false;
 };
 
 // One reading: no other, and no writing, may begin before it ends.

@@ -21,6 +21,13 @@ std::string HoldsOwnerSql(const FieldMap& reference) {
   return SelectKeysSql(OwnerOf({key, ColumnType::Integer, KeyMark::Reference}), key, key);
 }
 
+// Nothing where another one has the name already, which only a server sees.
+std::string InsertNewGroupSql() {
+  std::vector<std::string_view> columns{kGroupKey};
+  for (const FieldMap& field : GroupFields()) columns.push_back(field.column);
+  return InsertSql(kGroupTable, columns, 1) + " ON CONFLICT DO NOTHING";
+}
+
 bool HasRow(Statement& statement, std::int32_t key) {
   statement.Bind(1, std::int64_t{key});
   Rows rows(statement);
@@ -30,12 +37,15 @@ bool HasRow(Statement& statement, std::int32_t key) {
 }  // namespace
 
 GroupTable::GroupTable(Database& db)
-    : all_(db, SelectSql(kGroupTable, kGroupKey, GroupFields()) + " ORDER BY 1"),
+    : db_(db),
+      sequence_(db, kGroupTable),
+      all_(db, SelectSql(kGroupTable, kGroupKey, GroupFields()) + " ORDER BY 1"),
       holds_(db, SelectKeysSql(kGroupTable, kGroupKey, kGroupKey)),
       find_(db, SelectKeysSql(kGroupTable, kGroupKey, kFoldedName)),
       highest_(db, HighestKeySql(kGroupTable, kGroupKey)),
-      insert_(db, InsertSql(kGroupTable, kGroupKey, GroupFields(), 1)),
+      insert_(db, InsertNewGroupSql()),
       update_(db, UpdateSql(kGroupTable, kGroupKey, GroupFields())),
+      unfold_(db, "UPDATE ContactGroups SET group_name_folded = NULL WHERE group_id = ?"),
       eraser_(db, kGroupTable) {}
 
 std::int32_t GroupTable::Load(CContactGroups& groups) {
@@ -43,7 +53,7 @@ std::int32_t GroupTable::Load(CContactGroups& groups) {
   for (Rows rows(all_); rows.Next(); ++count) {
     CContactGroup& group = groups.AddNew();
     group.group_id = KeyFromStored(all_.Integer(0));
-    fields_.Read(all_, 1, FieldRef(&group.group_name));
+    fields_.Read(all_.row(), 1, FieldRef(&group.group_name));
   }
   return count;
 }
@@ -63,13 +73,21 @@ void GroupTable::FoldNames() {
   WideText folded;
   for (Rows rows(all_); rows.Next();) {
     WideText name;
-    fields_.Read(all_, 1, FieldRef(&name));
+    fields_.Read(all_.row(), 1, FieldRef(&name));
     folded.clear();
-    if (!all_.IsNull(2)) fields_.Read(all_, 2, FieldRef(&folded));
+    if (!all_.IsNull(2)) fields_.Read(all_.row(), 2, FieldRef(&folded));
     if (all_.IsNull(2) || !(folded == FoldLetterCase(name)))
       groups.emplace_back(all_.Integer(0), std::move(name));
   }
-  for (const auto& [key, name] : groups) Run(update_, key, name);
+  // An index refuses a second group of a name, which then is found by its key alone.
+  const bool isUnique = db_.IsShared();
+  for (const auto& [key, name] : groups) {
+    if (!isUnique) break;
+    unfold_.Bind(1, key);
+    unfold_.Run();
+  }
+  for (const auto& [key, name] : groups)
+    if (!isUnique || Find(name) == 0) Rename(key, name);
 }
 
 bool GroupTable::Holds(std::int32_t key) { return HasRow(holds_, key); }
@@ -83,21 +101,35 @@ std::int32_t GroupTable::Find(WideStringView name) {
 }
 
 // An empty name is an empty text and no NULL, so that it is found again.
-void GroupTable::Run(Statement& statement, std::int64_t key, WideStringView name) {
+void GroupTable::Bind(Statement& statement, std::int64_t key, WideStringView name) {
   statement.Bind(1, key);
   AppendStoredText(name, statement.Buffer(2));
   statement.BindBuffer(2);
   AppendStoredText(FoldLetterCase(name), statement.Buffer(3));
   statement.BindBuffer(3);
-  statement.Run();
+}
+
+std::int32_t GroupTable::Insert(std::int32_t key, WideStringView name) {
+  Bind(insert_, key, name);
+  if (insert_.RunChanging() == 0) {
+    const std::int32_t namesake = Find(name);
+    if (namesake == 0) db_.Fail("its group " + std::to_string(key) + " is there already");
+    return namesake;
+  }
+  given_.Add(key);
+  return key;
+}
+
+void GroupTable::Rename(std::int64_t key, WideStringView name) {
+  Bind(update_, key, name);
+  update_.Run();
 }
 
 LinkTable::LinkTable(Database& db)
     : db_(db),
       all_(db, SelectSql(kLinkTable, KeyOf(StoreTable(kLinkTable)), LinkFields()) + " ORDER BY 1"),
       count_(db, CountSql(kLinkTable, LinkFields())),
-      insert_(db, LinkFields().subspan(1),
-              [](std::size_t rows) { return InsertReferencesSql(kLinkTable, LinkFields(), rows); }),
+      insert_(db, LinkFields()),
       holdsContact_(db, HoldsOwnerSql(LinkFields()[0])),
       holdsGroup_(db, HoldsOwnerSql(LinkFields()[1])) {}
 
@@ -124,7 +156,7 @@ std::int64_t LinkTable::Count(std::int32_t contact, std::int32_t group) {
 
 void LinkTable::Insert(std::span<LinkRow> links) {
   insert_.Start(links.size());
-  for (LinkRow& link : links) insert_.Add(link.contactId, &link);
+  for (LinkRow& link : links) insert_.Add(link.contactId, LinkFields().subspan(1), &link);
   if (insert_.inserted() < links.size()) CheckOwners(links);
 }
 

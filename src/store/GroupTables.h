@@ -8,6 +8,7 @@
 #include "pim/records/ContactGroups.h"
 #include "records/SaveRecords.h"
 #include "store/FieldIo.h"
+#include "store/KeySequence.h"
 #include "store/RecordEraser.h"
 #include "store/RowInserter.h"
 #include "store/Statement.h"
@@ -27,23 +28,25 @@ class GroupTable {
   const GivenKeys& Given() const { return given_; }
   bool Holds(std::int32_t key);
   std::int32_t Find(WideStringView name);
-  void Insert(std::int32_t key, WideStringView name) {
-    Run(insert_, key, name);
-    given_.Add(key);
-  }
-  void Rename(std::int32_t key, WideStringView name) { Run(update_, key, name); }
+  pim::FreshKeys<GroupTable> FreshKeys(std::size_t wanted) { return {*this, sequence_, wanted}; }
+  // The key under which the name is there then: another's, if that has come in between.
+  std::int32_t Insert(std::int32_t key, WideStringView name);
+  void Rename(std::int64_t key, WideStringView name);
   // With its links. Its key is not given again.
   void Erase(std::int32_t key);
 
  private:
-  static void Run(Statement& statement, std::int64_t key, WideStringView name);
+  static void Bind(Statement& statement, std::int64_t key, WideStringView name);
 
+  Database& db_;
+  KeySequence sequence_;
   Statement all_;
   Statement holds_;
   Statement find_;
   Statement highest_;
   Statement insert_;
   Statement update_;
+  Statement unfold_;
   RecordEraser eraser_;
   FieldReader fields_;
   GivenKeys given_;

@@ -5,7 +5,6 @@
 #include <limits>
 #include <stdexcept>
 
-#include "platform/ProcessMark.h"
 #include "store/Digest.h"
 #include "store/HistoryRules.h"
 #include "store/SqlText.h"
@@ -50,7 +49,9 @@ std::vector<std::string> LinesOf(std::string_view text) {
 // The columns that ReadCounts reads.
 constexpr const char* kCounts = "in_file, stored, refused, other_kind, lines, lines_not_kept";
 constexpr const char* kSums =
-    "sum(in_file), sum(stored), sum(refused), sum(other_kind), sum(lines), sum(lines_not_kept)";
+    "CAST(sum(in_file) AS BIGINT), CAST(sum(stored) AS BIGINT), CAST(sum(refused) AS BIGINT), "
+    "CAST(sum(other_kind) AS BIGINT), CAST(sum(lines) AS BIGINT), CAST(sum(lines_not_kept) AS "
+    "BIGINT)";
 
 ImportCounts ReadCounts(const Statement& row, int column) {
   return {row.Integer(column),     row.Integer(column + 1), row.Integer(column + 2),
@@ -65,16 +66,17 @@ std::string SelectFiles() {
 }  // namespace
 
 ImportTable::ImportTable(Database& db)
-    : begin_(db, "INSERT INTO Imports (import_id, command, options, began, process) VALUES (1 + " +
-                     HighestNumberSql("import_id", {"Imports", "ImportFiles", "ImportedGroups",
-                                                    "ImportedLinks"}) +
+    : db_(db),
+      begin_(db, "INSERT INTO Imports (import_id, command, options, began, process) VALUES (" +
+                     db.NextNumberSql(
+                         "Imports", {"Imports", "ImportFiles", "ImportedGroups", "ImportedLinks"}) +
                      ", ?, ?, ?, ?) RETURNING import_id"),
       end_(db,
            "UPDATE Imports SET process = ?2 WHERE import_id = ?1 AND process = ?3 AND undone "
            "IS NULL"),
       stands_(db, "SELECT 1 FROM Imports WHERE import_id = ? AND process = ? AND undone IS NULL"),
-      lastFile_(db, "SELECT " + HighestNumberSql("import_file_id", {"ImportFiles", "ContactOrigins",
-                                                                    "CalendarOrigins"})),
+      nextFile_(db, "SELECT " + db.NextNumberSql("ImportFiles", {"ImportFiles", "ContactOrigins",
+                                                                 "CalendarOrigins"})),
       addFile_(db, "INSERT INTO ImportFiles (import_file_id, import_id, original_id, name, " +
                        std::string(kCounts) + ") VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
       all_(db,
@@ -93,7 +95,7 @@ ImportTable::ImportTable(Database& db)
 
 std::int32_t ImportTable::Begin(const ImportStart& start) {
   const std::string options = JoinedLines(start.options);
-  process_ = ProcessMark();
+  process_ = db_.NewImportMark();
   begin_.BindText(1, start.command);
   begin_.BindText(2, options);
   begin_.Bind(3, SecondsNow());
@@ -127,8 +129,8 @@ bool ImportTable::Stands(std::int32_t import) {
 }
 
 std::int64_t ImportTable::NextFile() {
-  Rows rows(lastFile_);
-  return rows.Next() ? lastFile_.Integer(0) + 1 : 1;
+  Rows rows(nextFile_);
+  return rows.Next() ? nextFile_.Integer(0) : 1;
 }
 
 void ImportTable::AddFile(std::int64_t file, std::int32_t import, std::int64_t original,
@@ -148,7 +150,7 @@ ImportState ImportTable::StateIn(Statement& row, int process) {
   if (!row.IsNull(process + 1))
     return row.Integer(process + 2) == 0 ? ImportState::Undone : ImportState::UndoneInPart;
   if (row.IsNull(process)) return ImportState::Done;
-  return IsRunning(row.Text(process)) ? ImportState::Running : ImportState::Interrupted;
+  return db_.IsImporting(row.Text(process)) ? ImportState::Running : ImportState::Interrupted;
 }
 
 std::int32_t ImportTable::Visit(const std::function<bool(const ImportEntry&)>& visitor) {

@@ -42,13 +42,14 @@ class ImportTable {
 
  private:
   // From the columns process, undone and stayed, of which `process` is the first.
-  static ImportState StateIn(Statement& row, int process);
+  ImportState StateIn(Statement& row, int process);
 
+  Database& db_;
   std::string process_;  // this one, once it has begun an import
   Statement begin_;
   Statement end_;
   Statement stands_;
-  Statement lastFile_;
+  Statement nextFile_;
   Statement addFile_;
   Statement all_;
   Statement files_;

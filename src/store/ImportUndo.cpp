@@ -31,7 +31,8 @@ ImportUndo::ImportUndo(TableServices& services, ContactTable& contacts, ItemTabl
                 "DELETE FROM Contacts_ContactGroups WHERE link_id = (SELECT max(link_id) FROM "
                 "Contacts_ContactGroups WHERE contact_id = ? AND group_id = ?)"),
       groupsOfImport_(services.db,
-                      "SELECT group_id, group_name, group_name IS NOT name FROM ImportedGroups "
+                      "SELECT group_id, group_name, coalesce(group_name, '') <> coalesce(name, '') "
+                      "FROM ImportedGroups "
                       "JOIN ContactGroups USING (group_id) WHERE import_id = ? ORDER BY 1"),
       membersOf_(services.db,
                  "SELECT contact_id FROM Contacts_ContactGroups WHERE group_id = ? ORDER BY 1") {}
@@ -160,7 +161,7 @@ void ImportUndo::PlanGroups(UndoResult& result) {
       continue;
     }
     WideText name;
-    if (!groupsOfImport_.IsNull(1)) fields.Read(groupsOfImport_, 1, FieldRef(&name));
+    if (!groupsOfImport_.IsNull(1)) fields.Read(groupsOfImport_.row(), 1, FieldRef(&name));
     result.keptGroups.push_back(name.str());
   }
   result.groups = std::ssize(doomedGroups_);

@@ -237,10 +237,11 @@ class MemoryGroups {
   std::int32_t HighestKey() const {
     return given_.HighestWith(groups_.empty() ? 0 : groups_.rbegin()->first);
   }
-  void Insert(std::int32_t key, WideStringView name) {
+  std::int32_t Insert(std::int32_t key, WideStringView name) {
     log_.Add([this, key] { Forget(key); });
     Put(key, {WideText(name), current_.import, WideText(name)});
     given_.Add(key);
+    return key;
   }
   void Rename(std::int32_t key, WideStringView name) {
     const Entry before = groups_.at(key);

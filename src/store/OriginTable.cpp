@@ -10,15 +10,6 @@
 namespace pim {
 namespace {
 
-constexpr std::size_t kOriginsAtOnce = 32;
-
-std::string InsertRows(const std::string& table, const std::string& key, std::size_t rows) {
-  std::string sql = "INSERT INTO " + table + " (" + key +
-                    ", import_file_id, first_line, last_line, fingerprint) VALUES ";
-  for (std::size_t i = 0; i < rows; ++i) sql += i == 0 ? "(?, ?, ?, ?, ?)" : ", (?, ?, ?, ?, ?)";
-  return sql;
-}
-
 NarrowStringView BytesOf(const Fingerprint& print) {
   return {reinterpret_cast<const char*>(&print), sizeof print};
 }
@@ -31,8 +22,8 @@ OriginTable::OriginTable(Database& db, StoredKind kind)
                           : Names{"CalendarOrigins", "Calendars", "calendar_id"}) {}
 
 OriginTable::OriginTable(Database& db, const Names& names)
-    : one_(db, InsertRows(names.table, names.key, 1)),
-      many_(db, InsertRows(names.table, names.key, kOriginsAtOnce)),
+    : insert_(db, names.table,
+              {names.key, "import_file_id", "first_line", "last_line", "fingerprint"}),
       change_(db, "UPDATE " + names.table + " SET fingerprint = ?4 WHERE " + names.key +
                       " = ?1 AND (import_file_id = ?3 OR import_file_id IN (SELECT import_file_id "
                       "FROM ImportFiles WHERE import_id = ?2))"),
@@ -42,35 +33,22 @@ OriginTable::OriginTable(Database& db, const Names& names)
                     " JOIN ImportFiles USING (import_file_id) WHERE " + names.key + " = ?"),
       ofImport_(db, "SELECT " + names.key + ", fingerprint FROM " + names.table +
                         " JOIN ImportFiles USING (import_file_id) JOIN " + names.records +
-                        " USING (" + names.key + ") WHERE import_id = ? ORDER BY 1") {
-  rows_.reserve(kOriginsAtOnce);
-}
-
-void OriginTable::Add(const Row& row) {
-  rows_.push_back(row);
-  if (rows_.size() < kOriginsAtOnce) return;
-  Run(many_, 0);
-  rows_.clear();
-}
+                        " USING (" + names.key + ") WHERE import_id = ? ORDER BY 1") {}
 
 void OriginTable::Flush() {
-  for (std::size_t i = 0; i < rows_.size(); ++i) Run(one_, i);
-  rows_.clear();
-}
-
-// From the row `at` on, as many as the statement takes.
-void OriginTable::Run(Statement& statement, std::size_t at) {
-  const std::size_t rows = &statement == &many_ ? kOriginsAtOnce : 1;
-  int index = 0;
-  for (std::size_t i = at; i < at + rows; ++i) {
-    const Row& row = rows_[i];
-    statement.Bind(++index, std::int64_t{row.key});
-    statement.Bind(++index, row.file);
-    for (const std::int64_t line : {row.firstLine, row.lastLine})
-      statement.Bind(++index, line == 0 ? std::nullopt : std::optional(line));
-    statement.BindBytes(++index, BytesOf(row.print));
+  insert_.Start(rows_.size());
+  for (const Row& row : rows_) {
+    insert_.AddRow([&row](Parameters& place, int index) {
+      place.Bind(index, std::int64_t{row.key});
+      place.Bind(++index, row.file);
+      for (const std::int64_t line : {row.firstLine, row.lastLine}) {
+        ++index;
+        line == 0 ? place.BindNull(index) : place.Bind(index, line);
+      }
+      place.BindBytes(++index, BytesOf(row.print));
+    });
   }
-  statement.Run();
+  rows_.clear();
 }
 
 void OriginTable::Change(std::int32_t key, std::int32_t import, std::int64_t file,

@@ -9,6 +9,7 @@
 
 #include "pim/store/ImportHistory.h"
 #include "records/Fingerprint.h"
+#include "store/RowInserter.h"
 #include "store/Statement.h"
 
 namespace pim {
@@ -27,8 +28,8 @@ class OriginTable {
 
   OriginTable(Database& db, StoredKind kind);
 
-  // Rows are collected, and stored by Flush at the latest.
-  void Add(const Row& row);
+  // Rows are collected, and stored by Flush.
+  void Add(const Row& row) { rows_.push_back(row); }
   void Flush();
   // Lets go what is collected.
   void Forget() { rows_.clear(); }
@@ -55,11 +56,8 @@ class OriginTable {
   };
   OriginTable(Database& db, const Names& names);
 
-  void Run(Statement& statement, std::size_t at);
-
   std::vector<Row> rows_;
-  Statement one_;
-  Statement many_;
+  RowInserter insert_;
   Statement change_;
   Statement forget_;
   Statement holdsRecord_;

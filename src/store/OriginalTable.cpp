@@ -18,7 +18,7 @@ constexpr std::size_t kPartBytes = std::size_t{4} << 20;
 
 // Of the files of import ?1, or of all where it is NULL.
 constexpr const char* kOriginalsOfImport =
-    "(SELECT original_id FROM ImportFiles WHERE ?1 IS NULL OR import_id = ?1)";
+    "(SELECT original_id FROM ImportFiles WHERE CAST(?1 AS BIGINT) IS NULL OR import_id = ?1)";
 
 class DamagedOriginal final : public StoreError {
  public:
@@ -30,10 +30,9 @@ class DamagedOriginal final : public StoreError {
 OriginalTable::OriginalTable(Database& db)
     : db_(db),
       find_(db, "SELECT original_id, is_kept FROM Originals WHERE sha256 = ?"),
-      insert_(db,
-              "INSERT INTO Originals (original_id, sha256, bytes, is_kept, content) VALUES (1 + " +
-                  HighestNumberSql("original_id", {"Originals", "ImportFiles", "OriginalParts"}) +
-                  ", ?, ?, ?, ?) RETURNING original_id"),
+      insert_(db, "INSERT INTO Originals (original_id, sha256, bytes, is_kept, content) VALUES (" +
+                      db.NextNumberSql("Originals", {"Originals", "ImportFiles", "OriginalParts"}) +
+                      ", ?, ?, ?, ?) ON CONFLICT DO NOTHING RETURNING original_id"),
       insertPart_(db, "INSERT INTO OriginalParts (original_id, content) VALUES (?, ?)"),
       keep_(db, "UPDATE Originals SET is_kept = 1, content = ?2 WHERE original_id = ?1"),
       info_(db, "SELECT is_kept, bytes, sha256, content FROM Originals WHERE original_id = ?"),
@@ -53,30 +52,39 @@ OriginalTable::OriginalTable(Database& db)
 
 std::int64_t OriginalTable::Add(NarrowStringView bytes, bool keeps) {
   const Sha256 digest = DigestOf(bytes);
+  std::optional<Known> known = Find(digest);
+  if (!known) {
+    if (const auto inserted = Insert(digest, bytes, keeps)) return *inserted;
+    known = Find(digest);  // which another program has brought in between
+    if (!known) db_.Fail("a file's content can't be stored");
+  }
+  if (!keeps || (known->isKept && !IsDamaged(known->original))) return known->original;
+  dropPartsOf_.Bind(1, known->original);
+  dropPartsOf_.Run();
+  keep_.Bind(1, known->original);
+  BindFirst(keep_, 2, bytes, true);
+  keep_.Run();
+  KeepRest(known->original, bytes);
+  return known->original;
+}
+
+std::optional<OriginalTable::Known> OriginalTable::Find(const Sha256& digest) {
+  std::optional<Known> known;
   find_.BindBytes(1, BytesOf(digest));
-  std::optional<std::int64_t> found;
-  bool isKept = false;
-  for (Rows rows(find_); rows.Next();) {
-    found = find_.Integer(0);
-    isKept = find_.Integer(1) != 0;
-  }
-  if (!found) {
-    insert_.BindBytes(1, BytesOf(digest));
-    insert_.Bind(2, static_cast<std::int64_t>(bytes.size()));
-    insert_.Bind(3, std::int64_t{keeps ? 1 : 0});
-    BindFirst(insert_, 4, bytes, keeps);
-    Rows rows(insert_);
-    if (rows.Next()) found = insert_.Integer(0);
-  } else if (keeps) {
-    if (isKept && !IsDamaged(*found)) return *found;
-    dropPartsOf_.Bind(1, *found);
-    dropPartsOf_.Run();
-    keep_.Bind(1, *found);
-    BindFirst(keep_, 2, bytes, true);
-    keep_.Run();
-  }
-  if (keeps) KeepRest(*found, bytes);
-  return *found;
+  for (Rows rows(find_); rows.Next();) known = {find_.Integer(0), find_.Integer(1) != 0};
+  return known;
+}
+
+std::optional<std::int64_t> OriginalTable::Insert(const Sha256& digest, NarrowStringView bytes,
+                                                  bool keeps) {
+  std::optional<std::int64_t> original;
+  insert_.BindBytes(1, BytesOf(digest));
+  insert_.Bind(2, static_cast<std::int64_t>(bytes.size()));
+  insert_.Bind(3, std::int64_t{keeps ? 1 : 0});
+  BindFirst(insert_, 4, bytes, keeps);
+  for (Rows rows(insert_); rows.Next();) original = insert_.Integer(0);
+  if (original && keeps) KeepRest(*original, bytes);
+  return original;
 }
 
 // The same bytes are at hand again, and heal it.
@@ -164,7 +172,7 @@ std::int32_t OriginalTable::Drop(std::optional<std::int32_t> import) {
 }
 
 void OriginalTable::FailAsDamaged() {
-  throw DamagedOriginal(db_.path(), "the file's kept bytes are damaged");
+  throw DamagedOriginal(db_.name(), "the file's kept bytes are damaged");
 }
 
 }  // namespace pim

@@ -35,6 +35,13 @@ class OriginalTable {
     void operator()(ZSTD_DCtx* context) const noexcept { ZSTD_freeDCtx(context); }
   };
 
+  struct Known {
+    std::int64_t original;
+    bool isKept;
+  };
+  std::optional<Known> Find(const Sha256& digest);
+  // None where another program has brought the same in between.
+  std::optional<std::int64_t> Insert(const Sha256& digest, NarrowStringView bytes, bool keeps);
   bool IsDamaged(std::int64_t original);
   // The parts behind the first one.
   void KeepRest(std::int64_t original, NarrowStringView bytes);

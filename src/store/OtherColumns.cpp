@@ -13,8 +13,8 @@ namespace pim {
 namespace {
 
 // Tables that refer to records and are the store's own.
-constexpr std::string_view kOwnTables[] = {kLinkTable, "ContactOrigins", "CalendarOrigins",
-                                           "ImportedLinks"};
+constexpr std::string_view kOwnTables[] = {kLinkTable,      "ContactOrigins", "CalendarOrigins",
+                                           "ImportedLinks", kContactContents, kCalendarContents};
 
 // The fields of a record's own table or of a list's; none for a table that the map doesn't name.
 std::span<const FieldMap> FieldsOf(const RecordMap& map, std::string_view table) {
@@ -39,7 +39,7 @@ std::vector<std::string_view> ColumnsBeside(std::span<const FieldMap> fields,
 
 OtherColumns::OtherColumns(Database& db, const RecordMap& map) {
   const std::string_view key = KeyOf(StoreTable(map.table));
-  for (const TableLayout& table : StoreTables()) {
+  for (const TableLayout& table : db.Tables()) {
     if (std::ranges::find(kOwnTables, table.name) != std::end(kOwnTables)) continue;
     const bool refers = std::ranges::any_of(table.Columns(), [&](const Column& column) {
       return column.name == key && (table.name == map.table || OwnerOf(column) == map.table);

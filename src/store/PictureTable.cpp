@@ -21,9 +21,9 @@ PictureTable::PictureTable(Database& db)
     : db_(db),
       findContent_(db, "SELECT picture_id, content = ?2 FROM Pictures WHERE sha256 = ?1"),
       healContent_(db, "UPDATE Pictures SET content = ?2 WHERE picture_id = ?1"),
-      insertContent_(db, "INSERT INTO Pictures (picture_id, sha256, content) VALUES (1 + " +
-                             HighestNumberSql("picture_id", {"Pictures", "PictureNames"}) +
-                             ", ?, ?) RETURNING picture_id"),
+      insertContent_(db, "INSERT INTO Pictures (picture_id, sha256, content) VALUES (" +
+                             db.NextNumberSql("Pictures", {"Pictures", "PictureNames"}) +
+                             ", ?, ?) ON CONFLICT DO NOTHING RETURNING picture_id"),
       dropContent_(db,
                    "DELETE FROM Pictures WHERE picture_id = ?1 AND NOT EXISTS "
                    "(SELECT 1 FROM PictureNames WHERE picture_id = ?1)"),
@@ -48,7 +48,7 @@ PictureTable::PictureTable(Database& db)
 
 WideString PictureTable::NameIn(Statement& row, int column) {
   WideText name;
-  fields_.Read(row, column, PictureName{&name});
+  fields_.Read(row.row(), column, PictureName{&name});
   return name.str();
 }
 
@@ -57,7 +57,8 @@ void PictureTable::BindName(Statement& statement, WideStringView name) {
   statement.BindBuffer(1);
 }
 
-std::int64_t PictureTable::ContentIdOf(const Sha256& digest, NarrowStringView bytes) {
+std::optional<std::int64_t> PictureTable::FindContent(const Sha256& digest,
+                                                      NarrowStringView bytes) {
   findContent_.BindBytes(1, BytesOf(digest));
   findContent_.BindBytes(2, bytes);
   std::optional<std::int64_t> damaged;
@@ -69,12 +70,18 @@ std::int64_t PictureTable::ContentIdOf(const Sha256& digest, NarrowStringView by
     healContent_.Bind(1, *damaged);
     healContent_.BindBytes(2, bytes);
     healContent_.Run();
-    return *damaged;
   }
+  return damaged;
+}
+
+std::int64_t PictureTable::ContentIdOf(const Sha256& digest, NarrowStringView bytes) {
+  if (const auto content = FindContent(digest, bytes)) return *content;
   insertContent_.BindBytes(1, BytesOf(digest));
   insertContent_.BindBytes(2, bytes);
-  Rows rows(insertContent_);
-  return rows.Next() ? insertContent_.Integer(0) : 0;
+  for (Rows rows(insertContent_); rows.Next();) return insertContent_.Integer(0);
+  // Another program has brought the same in between.
+  if (const auto content = FindContent(digest, bytes)) return *content;
+  db_.Fail("a picture can't be stored");
 }
 
 std::optional<Sha256> PictureTable::Put(WideStringView name, NarrowStringView bytes) {

@@ -51,6 +51,7 @@ class PictureTable {
  private:
   WideString NameIn(Statement& row, int column);
   void BindName(Statement& statement, WideStringView name);
+  std::optional<std::int64_t> FindContent(const Sha256& digest, NarrowStringView bytes);
   std::int64_t ContentIdOf(const Sha256& digest, NarrowStringView bytes);
   struct NameRow {
     std::int64_t key;

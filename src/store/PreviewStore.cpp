@@ -127,10 +127,11 @@ class PreviewGroups {
     return given_.HighestWith(highest_);
   }
   const GivenKeys& Given() const { return given_; }
-  void Insert(std::int32_t key, WideStringView name) {
+  std::int32_t Insert(std::int32_t key, WideStringView name) {
     given_.Add(key);
     taken_.push_back(key);
     Put(key, name);
+    return key;
   }
   void Rename(std::int32_t, WideStringView) {}
 

@@ -9,7 +9,7 @@ namespace pim {
 
 RecordEraser::RecordEraser(Database& db, std::string_view table)
     : rows_(db, DeleteRangeSql(table, KeyOf(StoreTable(table)))) {
-  for (const TableLayout& other : StoreTables()) {
+  for (const TableLayout& other : db.Tables()) {
     for (const Column& column : other.Columns()) {
       if (RefersToOther(column.key) && OwnerOf(column) == table)
         references_.emplace_back(db, DeleteRangeSql(other.name, column.name));

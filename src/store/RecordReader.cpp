@@ -28,6 +28,11 @@ RecordReader::RecordReader(Database& db, const RecordMap& map, std::string_view 
 
 void RecordReader::ReadAll(std::int64_t filter, const NewRecord& newRecord) {
   Restart();
+  if (const std::int32_t some = db_.RecordsAtOnce(); some > 0) {
+    while (ReadSome(filter, some, newRecord)) {
+    }
+    return;
+  }
   ReadRecords(filter, std::numeric_limits<std::int64_t>::max(), newRecord);
   if (owners_.keys.empty()) return;
   for (ListReader& list : lists_) ReadEntries(list.map, list.all);
@@ -39,8 +44,9 @@ bool RecordReader::ReadSome(std::int64_t filter, std::int32_t limit, const NewRe
   for (ListReader& list : lists_) {
     list.ofRange.Bind(1, owners_.keys.front());
     list.ofRange.Bind(2, owners_.keys.back());
-    ReadEntries(list.map, list.ofRange);
+    list.ofRange.Start();
   }
+  for (ListReader& list : lists_) ReadEntries(list.map, list.ofRange);
   return true;
 }
 
@@ -62,7 +68,7 @@ void RecordReader::ReadRecords(std::int64_t filter, std::int64_t limit,
     if (key < *next_ || (!owners_.keys.empty() && key <= owners_.keys.back()))
       db_.Fail("damaged (the keys of " + std::string(map_.table) + " aren't in order)");
     void* record = newRecord(KeyFromStored(key));
-    ReadFields(records_, map_.fields, record);
+    ReadFields(records_.row(), map_.fields, record);
     owners_.keys.push_back(key);
     owners_.records.push_back(record);
   }
@@ -78,18 +84,17 @@ void RecordReader::ReadEntries(const ListMap& list, Statement& statement) {
     void* record = owners_.Find(statement.Integer(0));
     void* entry = record != nullptr ? list.add(record, work_) : nullptr;
     if (entry == nullptr) continue;
-    ReadFields(statement, list.fields, entry);
+    ReadFields(statement.row(), list.fields, entry);
     if (list.finish != nullptr) list.finish(record, work_);
   }
 }
 
 // Most columns of most rows are NULL, which leaves a field as it is.
-void RecordReader::ReadFields(Statement& statement, std::span<const FieldMap> fields, void* entry) {
-  int column = 1;
-  for (const FieldMap& field : fields) {
-    if (!statement.IsNull(column)) fields_.Read(statement, column, field.field(entry));
-    ++column;
-  }
+void RecordReader::ReadFields(PreparedStatement& row, std::span<const FieldMap> fields,
+                              void* entry) {
+  const int end = static_cast<int>(fields.size()) + 1;
+  for (int column = row.NextFilled(1, end); column < end; column = row.NextFilled(column + 1, end))
+    fields_.Read(row, column, fields[static_cast<std::size_t>(column - 1)].field(entry));
 }
 
 // Rows come mostly in their owners' order, so the last one or its neighbour is looked at first.

@@ -61,7 +61,7 @@ class RecordReader {
 
   void ReadRecords(std::int64_t filter, std::int64_t limit, const NewRecord& newRecord);
   void ReadEntries(const ListMap& list, Statement& rows);
-  void ReadFields(Statement& statement, std::span<const FieldMap> fields, void* entry);
+  void ReadFields(PreparedStatement& row, std::span<const FieldMap> fields, void* entry);
 
   Database& db_;
   const RecordMap& map_;

@@ -4,16 +4,20 @@
 
 #include <algorithm>
 #include <functional>
+#include <optional>
 #include <span>
+#include <type_traits>
 #include <vector>
 
 #include "pim/records/Calendar.h"
 #include "pim/records/Contacts.h"
 #include "records/SaveRecords.h"
 #include "store/ContentCache.h"
+#include "store/ContentTable.h"
 #include "store/Digest.h"
 #include "store/HistoryRules.h"
 #include "store/ImportRecorder.h"
+#include "store/KeySequence.h"
 #include "store/OtherColumns.h"
 #include "store/PictureTable.h"
 #include "store/RecordEraser.h"
@@ -30,7 +34,8 @@ struct TableServices {
   ImportRecorder& recorder;
   PictureTable& pictures;
   std::function<NarrowString(WideStringView name)> pictureOf;  // one that is being saved
-  std::function<std::int64_t()> dataVersion;
+  // Has what the store knows of its content follow what programs have done that know nothing of it.
+  std::function<void()> followOthers;
 };
 
 // The stored records of one kind, with what is known of their content. Runs inside the caller's
@@ -44,14 +49,18 @@ class RecordTable {
         writer_(services.db, map),
         eraser_(services.db, map.table),
         reader_(services.db, map),
-        others_(services.db, map) {}
+        others_(services.db, map),
+        sequence_(services.db, map.table) {
+    constexpr bool kHasPhotos = std::is_same_v<Record, CContact>;
+    if (services.db.IsShared()) stored_.emplace(services.db, map, kHasPhotos ? "photo" : "");
+  }
 
   ContentCache& contents() { return contents_; }
   OtherColumns& others() { return others_; }
   RecordReader& reader() { return reader_; }
 
   bool Holds(std::int32_t key) { return writer_.Holds(key); }
-  bool NeedsPrints() const { return services_.recorder.IsOpen(); }
+  bool NeedsPrints() const { return stored_ || services_.recorder.IsOpen(); }
   Fingerprint PrintOf(Record& record) const { return FingerprintOf(map_, &record, services_.key); }
   // Of what is stored, the picture included.
   Fingerprint StoredPrintOf(Record& record) {
@@ -65,7 +74,11 @@ class RecordTable {
     rows.reserve(records.size());
     for (const auto& [record, print] : records) rows.push_back({record->tag, record});
     writer_.Insert(rows);
-    ForgetOrigins(records);
+    if (stored_) {
+      StoreContents(records);
+    } else {
+      ForgetOrigins(records);
+    }
     for (const auto& [record, print] : records) {
       given_.Add(record->tag);
       const WideStringView photo = PhotoOf(*record);
@@ -79,10 +92,11 @@ class RecordTable {
     const WideStringView photo = PhotoOf(record);
     const auto picture = KeepPicture(photo);
     if (before != photo) services_.pictures.Leave({before});
-    if (NeedsPrints()) {
-      services_.recorder.ChangeRecord(KindOf(record), key,
-                                      WithPicture(PrintOf(record), photo, picture));
-    }
+    if (!NeedsPrints()) return;
+    const Fingerprint print = PrintOf(record);
+    if (stored_) stored_->Change({key, print});
+    if (services_.recorder.IsOpen())
+      services_.recorder.ChangeRecord(KindOf(record), key, WithPicture(print, photo, picture));
   }
   // Deletes the records from the first key to the last one, and gives how many there were.
   std::int32_t Erase(std::int32_t first, std::int32_t last) {
@@ -96,15 +110,13 @@ class RecordTable {
 
   std::int32_t HighestKey() { return given_.HighestWith(writer_.HighestKey()); }
   const GivenKeys& Given() const { return given_; }
-  ContentIndex* Contents(bool isWanted) {
-    return contents_.Get(isWanted, services_.dataVersion(), [this] {
-      // By their digests, so that the bytes of stored ones needn't be read.
-      const auto stored = [this](WideStringView name) {
-        const auto digest = services_.pictures.DigestUnder(name);
-        return digest ? NarrowString(BytesOf(*digest)) : DigestOfFile(name);
-      };
-      const auto sought = [this](WideStringView name) { return DigestOfFile(name); };
-      ContentIndex index(stored, sought, services_.key);
+  pim::FreshKeys<RecordTable> FreshKeys(std::size_t wanted) { return {*this, sequence_, wanted}; }
+  // All, or where the store looks them up those that hold one of the prints.
+  template <class Prints>
+  ContentIndex* Contents(bool isWanted, Prints& prints) {
+    if (stored_) return isWanted ? &StoredContents(prints.All()) : nullptr;
+    return contents_.Get(isWanted, services_.db.OutsideVersion(), [this] {
+      ContentIndex index = EmptyIndex();
       VisitSome(reader_, 0, [&](Record& record) {
         if (IsStoredKey(record.tag)) index.Add(record.tag, PrintOf(record), PhotoOf(record));
         return true;
@@ -112,6 +124,8 @@ class RecordTable {
       return index;
     });
   }
+  // For a store that looks contents up: another program has changed some.
+  void RenewStoredContents();
 
   // Reads on until `visitor` gives false, some records at a time.
   template <class Visitor>
@@ -138,6 +152,31 @@ class RecordTable {
   }
 
  private:
+  ContentIndex EmptyIndex() {
+    // By their digests, so that the bytes of stored ones needn't be read.
+    const auto stored = [this](WideStringView name) {
+      const auto digest = services_.pictures.DigestUnder(name);
+      return digest ? NarrowString(BytesOf(*digest)) : DigestOfFile(name);
+    };
+    const auto sought = [this](WideStringView name) { return DigestOfFile(name); };
+    return ContentIndex(stored, sought, services_.key);
+  }
+  // Good until the next call.
+  ContentIndex& StoredContents(std::span<const Fingerprint> prints) {
+    services_.db.KeepOtherSeekersOut();
+    services_.followOthers();
+    ContentIndex& index = alike_.emplace(EmptyIndex());
+    stored_->Find(prints, [&](const ContentTable::Found& found) {
+      index.Add(found.row.key, found.row.print, found.photo);
+    });
+    return index;
+  }
+  void StoreContents(std::span<const FreshRecord<Record>> records) {
+    std::vector<ContentTable::Row> rows;
+    rows.reserve(records.size());
+    for (const auto& [record, print] : records) rows.push_back({record->tag, print});
+    stored_->Insert(rows);
+  }
   // Keys follow one another but where other programs have left gaps.
   void ForgetOrigins(std::span<const FreshRecord<Record>> records) {
     for (std::size_t i = 0; i < records.size();) {
@@ -176,8 +215,29 @@ class RecordTable {
   RecordReader reader_;
   OtherColumns others_;
   ContentCache contents_;
+  std::optional<ContentTable> stored_;  // instead of `contents_`
+  std::optional<ContentIndex> alike_;   // what is stored like records of the last save
+  KeySequence sequence_;
   GivenKeys given_;
 };
+
+template <class Record, class Records>
+void RecordTable<Record, Records>::RenewStoredContents() {
+  constexpr std::int32_t kRenewedAtOnce = 1024;
+  if (!stored_) return;
+  reader_.Restart();
+  for (;;) {
+    Records some;
+    if (!reader_.ReadSome(0, kRenewedAtOnce, NewIn(some))) return;
+    const auto known = stored_->Between(some[0].tag, some[some.GetCount() - 1].tag);
+    for (std::int32_t i = 0; i < some.GetCount(); ++i) {
+      const ContentTable::Row row{some[i].tag, PrintOf(some[i])};
+      const auto before = known.find(row.key);
+      if (IsStoredKey(row.key) && (before == known.end() || before->second != row.print))
+        stored_->Change(row);
+    }
+  }
+}
 
 using ContactTable = RecordTable<CContact, CContacts>;
 using ItemTable = RecordTable<CCalendar, CCalendars>;

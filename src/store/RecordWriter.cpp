@@ -3,6 +3,7 @@
 #include "store/RecordWriter.h"
 
 #include <algorithm>
+#include <limits>
 #include <vector>
 
 #include "records/StoreLayout.h"
@@ -13,7 +14,8 @@ namespace pim {
 
 namespace {
 
-// Their rows are written table by table; so many stay in the processor's cache meanwhile.
+// Their rows are written table by table; so many stay in the processor's cache meanwhile. A server
+// takes more time to be asked than that gains.
 constexpr std::size_t kRecordsAtOnce = 128;
 
 }  // namespace
@@ -23,6 +25,8 @@ RecordWriter::RecordWriter(Database& db, const RecordMap& map)
 
 RecordWriter::RecordWriter(Database& db, const RecordMap& map, std::string_view key)
     : map_(map),
+      recordsAtOnce_(db.RecordsAtOnce() > 0 ? std::numeric_limits<std::size_t>::max()
+                                            : kRecordsAtOnce),
       holds_(db, SelectKeysSql(map.table, key, key)),
       highest_(db, HighestKeySql(map.table, key)),
       insert_(db, map.table, key, map.fields),
@@ -44,16 +48,16 @@ std::int32_t RecordWriter::HighestKey() {
 
 void RecordWriter::Insert(std::span<const KeyedRecord> records) {
   while (!records.empty()) {
-    const auto some = records.first(std::min(kRecordsAtOnce, records.size()));
+    const auto some = records.first(std::min(recordsAtOnce_, records.size()));
     records = records.subspan(some.size());
     insert_.Start(some.size());
-    for (const KeyedRecord& row : some) insert_.Add(row.key, row.record);
+    for (const KeyedRecord& row : some) insert_.Add(row.key, map_.fields, row.record);
     for (ListWriter& list : lists_) list.InsertEntries(some, 0, work_);
   }
 }
 
 void RecordWriter::Update(std::int32_t key, void* record) {
-  BindRow(update_, 1, key, map_.fields, record);
+  BindRow(update_.parameters(), 1, key, map_.fields, record);
   update_.Run();
   for (ListWriter& list : lists_) list.UpdateEntries({key, record}, work_);
 }
@@ -77,7 +81,7 @@ void RecordWriter::ListWriter::InsertEntries(std::span<const KeyedRecord> owners
   for (const KeyedRecord& owner : owners) {
     const std::size_t count = map.count(owner.record);
     for (std::size_t i = first; i < count; ++i)
-      insert.Add(owner.key, map.at(owner.record, i, work));
+      insert.Add(owner.key, map.fields, map.at(owner.record, i, work));
   }
 }
 
@@ -89,7 +93,7 @@ void RecordWriter::ListWriter::UpdateEntries(const KeyedRecord& owner, RuleRow& 
   const std::size_t count = map.count(owner.record);
   for (std::size_t i = 0; i < keys.size(); ++i) {
     if (i < count) {
-      BindRow(update, 1, keys[i], map.fields, map.at(owner.record, i, work));
+      BindRow(update.parameters(), 1, keys[i], map.fields, map.at(owner.record, i, work));
       update.Run();
     } else {
       remove.Bind(1, keys[i]);

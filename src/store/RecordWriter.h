@@ -49,6 +49,7 @@ class RecordWriter {
   };
 
   const RecordMap& map_;
+  std::size_t recordsAtOnce_;
   Statement holds_;
   Statement highest_;
   RowInserter insert_;

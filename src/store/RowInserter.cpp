@@ -2,44 +2,60 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "store/RowInserter.h"
 
-#include "store/FieldIo.h"
 #include "store/SqlText.h"
 
 namespace pim {
-
 namespace {
 
-constexpr std::size_t kRowsAtOnce = 32;  // twice as many gain nothing more
+// To begin and end a bulk costs about as much as so many rows by statements.
+constexpr std::size_t kBulkFrom = 48;
+
+std::vector<std::string_view> ColumnsOf(std::string_view key, std::span<const FieldMap> fields) {
+  std::vector<std::string_view> columns{key};
+  for (const FieldMap& field : fields) columns.push_back(field.column);
+  return columns;
+}
 
 }  // namespace
 
-RowInserter::RowInserter(Database& db, std::span<const FieldMap> fields, const SqlOfRows& sqlOf)
-    : fields_(fields), one_(db, sqlOf(1)), many_(db, sqlOf(kRowsAtOnce)) {}
+RowInserter::RowInserter(Database& db, std::size_t columns, bool hasCondition,
+                         const SqlOfRows& sqlOf)
+    : columns_(columns),
+      hasCondition_(hasCondition),
+      one_(db, sqlOf(1)),
+      many_(db, sqlOf(kRowsAtOnce)) {}
+
+RowInserter::RowInserter(Database& db, std::span<const FieldMap> references)
+    : RowInserter(db, references.size(), true, [&](std::size_t rows) {
+        return InsertReferencesSql(kLinkTable, references, rows);
+      }) {}
 
 RowInserter::RowInserter(Database& db, std::string_view table, std::string_view key,
                          std::span<const FieldMap> fields)
-    : RowInserter(db, fields,
-                  [&](std::size_t rows) { return InsertSql(table, key, fields, rows); }) {}
+    : RowInserter(db, table, ColumnsOf(key, fields)) {}
+
+RowInserter::RowInserter(Database& db, std::string_view table,
+                         std::vector<std::string_view> columns)
+    : RowInserter(db, columns.size(), false,
+                  [&](std::size_t rows) { return InsertSql(table, columns, rows); }) {
+  bulk_ = db.RowsInto(table, columns);
+}
 
 void RowInserter::Start(std::size_t rows) {
   left_ = rows;
   bound_ = 0;
   inserted_ = 0;
+  inBulk_ = bulk_ != nullptr && rows >= kBulkFrom;
+  if (inBulk_) bulk_->Start();
 }
 
-void RowInserter::Add(std::int64_t key, void* entry) {
-  if (bound_ == 0 && left_ < kRowsAtOnce) {
-    BindRow(one_, 1, key, fields_, entry);
-    inserted_ += one_.RunChanging();
+void RowInserter::RunRows(Statement& statement, std::size_t rows) {
+  if (hasCondition_) {
+    inserted_ += statement.RunChanging();
   } else {
-    const std::size_t column = bound_ * (fields_.size() + 1);
-    BindRow(many_, static_cast<int>(column) + 1, key, fields_, entry);
-    if (++bound_ == kRowsAtOnce) {
-      bound_ = 0;
-      inserted_ += many_.RunChanging();
-    }
+    statement.Run();
+    inserted_ += rows;
   }
-  --left_;
 }
 
 }  // namespace pim

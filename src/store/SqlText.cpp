@@ -80,10 +80,13 @@ std::string CreateIndexSql(const IndexLayout& index) {
   return sql;
 }
 
-std::string InsertSql(std::string_view table, std::string_view key,
-                      std::span<const FieldMap> fields, std::size_t rows) {
-  return "INSERT INTO " + Quoted(table) + " (" + JoinedNames(key, fields) + ") VALUES " +
-         RowsOfMarks(rows, fields.size() + 1);
+std::string InsertSql(std::string_view table, std::span<const std::string_view> columns,
+                      std::size_t rows) {
+  std::string names;
+  for (const std::string_view column : columns)
+    names.append(names.empty() ? "" : ", ").append(Quoted(column));
+  return "INSERT INTO " + Quoted(table) + " (" + names + ") VALUES " +
+         RowsOfMarks(rows, columns.size());
 }
 
 std::string InsertReferencesSql(std::string_view table, std::span<const FieldMap> references,
@@ -91,7 +94,7 @@ std::string InsertReferencesSql(std::string_view table, std::span<const FieldMap
   const std::string_view key = references.front().column;
   std::string sql = "INSERT INTO " + Quoted(table) + " (" +
                     JoinedNames(key, references.subspan(1)) + ") SELECT * FROM (VALUES " +
-                    RowsOfMarks(rows, references.size()) + ") WHERE ";
+                    RowsOfMarks(rows, references.size()) + ") AS given WHERE ";
   for (std::size_t i = 0; i < references.size(); ++i) {
     if (i > 0) sql += " AND ";
     const std::string_view column = references[i].column;
@@ -139,7 +142,13 @@ std::string SelectRangeSql(std::string_view table, std::string_view rowKey, std:
          " BETWEEN ?1 AND ?2 ORDER BY " + Quoted(owner) + ", " + Quoted(rowKey);
 }
 
-std::string SelectColumnNamesSql() { return "SELECT name FROM pragma_table_info(?)"; }
+std::string SelectRowsSql(std::string_view table, std::span<const std::string_view> columns) {
+  const std::string key = Quoted(columns.front());
+  std::string names = key;
+  for (const std::string_view column : columns.subspan(1)) names += ", " + Quoted(column);
+  return "SELECT " + names + " FROM " + Quoted(table) + " WHERE " + key + " >= ?1 ORDER BY " + key +
+         " LIMIT ?2";
+}
 
 std::string CountSql(std::string_view table, std::span<const FieldMap> fields) {
   std::string sql = "SELECT count(*) FROM " + Quoted(table);
@@ -185,6 +194,16 @@ std::string HighestNumberSql(std::string_view column,
   for (const std::string_view table : tables)
     sql += ", coalesce((SELECT max(" + Quoted(column) + ") FROM " + Quoted(table) + "), 0)";
   return sql + ")";
+}
+
+std::string SelectAmongSql(std::string_view table, std::string_view key, std::string_view column,
+                           std::string_view another, std::size_t parameters) {
+  const std::string owners = Quoted(OwnerOf({key, ColumnType::Integer, KeyMark::Reference}));
+  std::string sql = "SELECT " + Quoted(key) + ", " + Quoted(column);
+  if (!another.empty()) sql += ", " + Quoted(another);
+  sql += " FROM " + Quoted(table);
+  if (!another.empty()) sql += " JOIN " + owners + " USING (" + Quoted(key) + ")";
+  return sql + " WHERE " + Quoted(column) + " IN " + RowsOfMarks(1, parameters);
 }
 
 std::string CountOthersSql(std::string_view table, std::string_view column,

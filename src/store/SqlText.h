@@ -17,9 +17,9 @@ std::string CreateTableSql(const TableLayout& table);
 std::string AddColumnSql(const TableLayout& table, const Column& column);
 std::string CreateIndexSql(const IndexLayout& index);
 
-// Each row's first parameter is `key`, of the record or of a list's owner; its fields follow.
-std::string InsertSql(std::string_view table, std::string_view key,
-                      std::span<const FieldMap> fields, std::size_t rows);
+// Rows of these columns.
+std::string InsertSql(std::string_view table, std::span<const std::string_view> columns,
+                      std::size_t rows);
 // The same for rows of nothing but references, the key's column included: leaves out those that
 // lead nowhere.
 std::string InsertReferencesSql(std::string_view table, std::span<const FieldMap> references,
@@ -44,8 +44,9 @@ std::string SelectEntriesSql(std::string_view table, std::string_view rowKey,
                              std::string_view owner, std::span<const FieldMap> fields);
 std::string SelectRangeSql(std::string_view table, std::string_view rowKey, std::string_view owner,
                            std::span<const FieldMap> fields);
-// The names of the columns that a table has; parameter 1 is the table's name.
-std::string SelectColumnNamesSql();
+// Whole rows by ascending key, the first of the columns; parameters: the first key, how many at
+// most.
+std::string SelectRowsSql(std::string_view table, std::span<const std::string_view> columns);
 // The number of rows in which the fields are the parameters.
 std::string CountSql(std::string_view table, std::span<const FieldMap> fields);
 // The keys of the rows whose `column` is parameter 1, ascending.
@@ -63,6 +64,10 @@ std::string HighestKeySql(std::string_view table, std::string_view key);
 // go on where rows still refer to one whose own row another program has deleted.
 std::string HighestNumberSql(std::string_view column,
                              std::initializer_list<std::string_view> tables);
+// The keys of owners, what `column` of their row holds, and where it isn't empty `another` column
+// of their own table, for rows in which it is one of so many parameters.
+std::string SelectAmongSql(std::string_view table, std::string_view key, std::string_view column,
+                           std::string_view another, std::size_t parameters);
 // The number of rows in whose column stands none of the numbers.
 std::string CountOthersSql(std::string_view table, std::string_view column,
                            std::initializer_list<std::int32_t> numbers);

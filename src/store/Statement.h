@@ -2,72 +2,61 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <sqlite3.h>
-
 #include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "store/Database.h"
 
 namespace pim {
 
-// One statement, prepared at its first use and kept. Parameters count from 1, columns from 0. A
-// parameter keeps its value from run to run until another is bound. Operations throw StoreError.
+// One statement, prepared at its first use and kept: see PreparedStatement. Operations throw
+// StoreError.
 class Statement {
  public:
   Statement(Database& db, std::string sql) : db_(db), sql_(std::move(sql)) {}
 
-  void Bind(int index, std::int64_t value);
-  void Bind(int index, double value);
-  void BindNull(int index);
-  void Bind(int index, std::optional<std::int64_t> value);
-  // The caller keeps the bytes as they are until the statement has run.
-  void BindText(int index, std::string_view text);
-  void BindBytes(int index, std::string_view bytes);
-  // The parameter's own work buffer, empty, and the parameter bound to what was put into it.
-  std::string& Buffer(int index);
-  void BindBuffer(int index);
-
-  // True while a row stands ready; behind the last one the statement can be run again.
-  [[nodiscard]] bool Step();
-  // For statements without rows.
-  void Run();
-  // Gives the number of rows that it has changed.
-  [[nodiscard]] std::size_t RunChanging();
-  // Ends a reading before its last row.
-  void Reset() noexcept;
-
-  bool IsNull(int column) const { return sqlite3_column_type(ready_.get(), column) == SQLITE_NULL; }
-  // SQLite's own casts: a text counts as the number it starts with.
-  std::int64_t Integer(int column) const { return sqlite3_column_int64(ready_.get(), column); }
-  double Real(int column) const { return sqlite3_column_double(ready_.get(), column); }
-  bool IsInteger(int column) const {
-    return sqlite3_column_type(ready_.get(), column) == SQLITE_INTEGER;
+  void Bind(int index, std::int64_t value) { Ready().Bind(index, value); }
+  void Bind(int index, double value) { Ready().Bind(index, value); }
+  void BindNull(int index) { Ready().BindNull(index); }
+  void Bind(int index, std::optional<std::int64_t> value) {
+    value ? Bind(index, *value) : BindNull(index);
   }
-  // Good until the next step, or another look at the same column.
-  std::string_view Text(int column);
-  std::string_view Bytes(int column);
+  void BindText(int index, std::string_view text) { Ready().BindText(index, text); }
+  void BindBytes(int index, std::string_view bytes) { Ready().BindBytes(index, bytes); }
+  std::string& Buffer(int index) { return Ready().Buffer(index); }
+  void BindBuffer(int index) { Ready().BindBuffer(index); }
+  Parameters& parameters() { return Ready(); }
+
+  void Start() { Ready().Start(); }
+  [[nodiscard]] bool Step() { return Ready().Step(); }
+  void Run() { Ready().Run(); }
+  [[nodiscard]] std::size_t RunChanging() { return Ready().RunChanging(); }
+  void Reset() noexcept {
+    if (ready_ != nullptr) ready_->Reset();
+  }
+
+  bool IsNull(int column) const { return ready_->IsNull(column); }
+  std::int64_t Integer(int column) const { return ready_->Integer(column); }
+  double Real(int column) const { return ready_->Real(column); }
+  bool IsInteger(int column) const { return ready_->IsInteger(column); }
+  int NextFilled(int column, int end) const { return ready_->NextFilled(column, end); }
+  std::string_view Text(int column) { return ready_->Text(column); }
+  std::string_view Bytes(int column) { return ready_->Bytes(column); }
+  // The row that stands ready.
+  PreparedStatement& row() { return *ready_; }
 
  private:
-  struct Finalize {
-    void operator()(sqlite3_stmt* statement) const noexcept { sqlite3_finalize(statement); }
-  };
-  struct Parameter {
-    bool isNull = true;
-    std::string buffer;
-  };
-  sqlite3_stmt* Ready();
-  Parameter& At(int index) { return parameters_[static_cast<std::size_t>(index - 1)]; }
-  void Check(int code);
+  PreparedStatement& Ready() {
+    if (ready_ == nullptr) ready_ = db_.Prepare(sql_);
+    return *ready_;
+  }
 
   Database& db_;
   std::string sql_;
-  std::unique_ptr<sqlite3_stmt, Finalize> ready_;
-  std::vector<Parameter> parameters_;
+  std::unique_ptr<PreparedStatement> ready_;
 };
 
 // Ends a reading however its loop is left.

@@ -47,7 +47,7 @@ class StoreTransactions {
     } catch (const StoreError& error) {
       problem_ = error.what();
     } catch (const std::exception& error) {
-      problem_ = StoreError(db_.path(), error.what()).what();
+      problem_ = StoreError(db_.name(), error.what()).what();
     }
     return -1;
   }

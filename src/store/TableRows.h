@@ -183,12 +183,13 @@ class StoredGroups : public TableRows<CContactGroup> {
     const auto found = Names().lower_bound({folded, 0});
     return found == Names().end() || found->first != folded ? 0 : found->second;
   }
-  void Insert(std::int32_t key, WideStringView name) {
+  std::int32_t Insert(std::int32_t key, WideStringView name) {
     auto group = std::make_shared<CContactGroup>();
     group->group_id = key;
     group->group_name = name;
     Put(key, std::move(group));
     Names().emplace(FoldLetterCase(name), key);
+    return key;
   }
   void Rename(std::int32_t key, WideStringView name) {
     Names().erase({FoldLetterCase(table().Find(key)->group_name), key});

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The PimVobjMgr authors
 // SPDX-License-Identifier: Apache-2.0
-#include "store/StoreFile.h"
+#include "store/sqlite/StoreFile.h"
 
 #include <unistd.h>
 
@@ -14,7 +14,7 @@
 #include <string_view>
 #include <utility>
 
-#include "pim/store/SqliteStore.h"
+#include "pim/store/DatabaseStore.h"
 #include "platform/Files.h"
 #include "records/StoreLayout.h"
 #include "store/PictureTable.h"
@@ -110,14 +110,14 @@ bool IsOutOfReach(const std::string& path) {
   return !HasLog(path);
 }
 
-std::int32_t NumberOf(Database& db, const char* sql) {
+std::int32_t NumberOf(SqliteDatabase& db, const char* sql) {
   Statement statement(db, sql);
   Rows rows(statement);
   return rows.Next() ? static_cast<std::int32_t>(statement.Integer(0)) : 0;
 }
 
 // The version, or 0 for a file in which nothing is yet. Another program may be making the store.
-std::int32_t VersionOf(Database& db) {
+std::int32_t VersionOf(SqliteDatabase& db) {
   const ReadTransaction reading(db);
   if (NumberOf(db, "PRAGMA application_id") != kApplicationId) {
     if (NumberOf(db, "SELECT count(*) FROM sqlite_schema") != 0) db.Fail(kForeign);
@@ -129,9 +129,9 @@ std::int32_t VersionOf(Database& db) {
   return version;
 }
 
-void AddWhatIsMissing(Database& db) {
-  Statement names(db, SelectColumnNamesSql());
-  for (const TableLayout& table : StoreTables()) {
+void AddWhatIsMissing(SqliteDatabase& db) {
+  Statement names(db, db.SelectColumnNamesSql());
+  for (const TableLayout& table : db.Tables()) {
     std::set<std::string, std::less<>> present;
     names.Buffer(1) = table.name;
     names.BindBuffer(1);
@@ -143,14 +143,15 @@ void AddWhatIsMissing(Database& db) {
     for (const Column& column : table.Columns())
       if (!present.contains(column.name)) db.Run(AddColumnSql(table, column).c_str());
   }
-  for (const IndexLayout& index : StoreIndexes()) db.Run(CreateIndexSql(index).c_str());
+  for (const IndexLayout& index : StoreIndexes(db.Tables())) db.Run(CreateIndexSql(index).c_str());
 }
 
 // Another program may have done it by the time the lock is had.
-void Upgrade(Database& db) {
+void Upgrade(SqliteDatabase& db) {
   db.Begin();
   if (const std::int32_t version = VersionOf(db); version < kStoreVersion) {
     AddWhatIsMissing(db);
+    if (version == 0) db.IsMade();
     StoreSettings(db).Key(true);
     // Until then pictures were files alone.
     if (version > 0) PictureTable(db).TakeOver();
@@ -161,14 +162,15 @@ void Upgrade(Database& db) {
 }
 
 // Only behind the first transaction, so that the file bears our mark as soon as it isn't empty.
-void UseWriteAheadLog(Database& db) {
+void UseWriteAheadLog(SqliteDatabase& db) {
   Statement mode(db, "PRAGMA journal_mode=WAL");
   Rows rows(mode);
   if (!rows.Next() || mode.Text(0) != "wal") db.Fail("its folder can't hold a write-ahead log");
 }
 
-std::unique_ptr<Database> OpenOutOfReach(const std::string& path, LockWait lockWait) {
-  auto db = std::make_unique<Database>(path, StoreAccess::ReadOnly, true, std::move(lockWait));
+std::unique_ptr<SqliteDatabase> OpenOutOfReach(const std::string& path, LockWait lockWait) {
+  auto db =
+      std::make_unique<SqliteDatabase>(path, StoreAccess::ReadOnly, true, std::move(lockWait));
   if (VersionOf(*db) < kReadableVersion)
     db->Fail("is of an earlier version, and can't be changed where it is; copy it and open that");
   return db;
@@ -176,13 +178,13 @@ std::unique_ptr<Database> OpenOutOfReach(const std::string& path, LockWait lockW
 
 }  // namespace
 
-std::unique_ptr<Database> OpenStoreFile(const std::string& path, StoreAccess access,
-                                        LockWait lockWait) {
+std::unique_ptr<SqliteDatabase> OpenStoreFile(const std::string& path, StoreAccess access,
+                                              LockWait lockWait) {
   CheckFile(path, access);
   const bool isRead = access == StoreAccess::ReadOnly;
   if (isRead && IsOutOfReach(path)) return OpenOutOfReach(path, std::move(lockWait));
   const bool keepsLog = isRead && HasLog(path);
-  auto db = std::make_unique<Database>(path, access, false, std::move(lockWait));
+  auto db = std::make_unique<SqliteDatabase>(path, access, false, std::move(lockWait));
   if (keepsLog) db->KeepLog();
   for (;;) {
     try {
@@ -194,7 +196,7 @@ std::unique_ptr<Database> OpenStoreFile(const std::string& path, StoreAccess acc
       }
       return db;
     } catch (const StoreError&) {
-      if (!db->MayTryAgain()) throw;
+      if (!db->MayWaitAgain()) throw;
       db->Rollback();
     }
   }

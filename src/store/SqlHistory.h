@@ -11,10 +11,10 @@ namespace pim {
 
 // The history of a store in a database. A store of an earlier version, open for reading alone, has
 // none.
-class SqliteHistory final : public ImportHistory {
+class SqlHistory final : public ImportHistory {
  public:
-  SqliteHistory(StoreTransactions& transactions, bool hasTables, TableServices& services,
-                ContactTable& contacts, ItemTable& items, GroupTable& groups);
+  SqlHistory(StoreTransactions& transactions, bool hasTables, TableServices& services,
+             ContactTable& contacts, ItemTable& items, GroupTable& groups);
 
   std::int32_t BeginImport(const ImportStart& start) override;
   bool BeginFile(std::string_view name, NarrowStringView bytes) override;

@@ -1,12 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The PimVobjMgr authors
 // SPDX-License-Identifier: Apache-2.0
-#include "store/SqliteHistory.h"
+#include "store/SqlHistory.h"
 
 namespace pim {
 
-SqliteHistory::SqliteHistory(StoreTransactions& transactions, bool hasTables,
-                             TableServices& services, ContactTable& contacts, ItemTable& items,
-                             GroupTable& groups)
+SqlHistory::SqlHistory(StoreTransactions& transactions, bool hasTables, TableServices& services,
+                       ContactTable& contacts, ItemTable& items, GroupTable& groups)
     : transactions_(transactions),
       hasTables_(hasTables),
       services_(services),
@@ -17,19 +16,19 @@ SqliteHistory::SqliteHistory(StoreTransactions& transactions, bool hasTables,
       itemOrigins_(services.db, StoredKind::Item),
       undo_(services, contacts, items, groups) {}
 
-std::int32_t SqliteHistory::BeginImport(const ImportStart& start) {
+std::int32_t SqlHistory::BeginImport(const ImportStart& start) {
   return transactions_.Store([&] { return services_.recorder.Begin(start); });
 }
 
-bool SqliteHistory::BeginFile(std::string_view name, NarrowStringView bytes) {
+bool SqlHistory::BeginFile(std::string_view name, NarrowStringView bytes) {
   return transactions_.Succeeds([&] { services_.recorder.BeginFile(name, bytes); });
 }
 
-bool SqliteHistory::AddLines(std::span<const RecordLines> lines) {
+bool SqlHistory::AddLines(std::span<const RecordLines> lines) {
   return transactions_.Succeeds([&] { services_.recorder.AddLines(lines); });
 }
 
-bool SqliteHistory::EndFile(const ImportCounts& counts, bool keepsBytes) {
+bool SqlHistory::EndFile(const ImportCounts& counts, bool keepsBytes) {
   return transactions_.Succeeds([&] {
     services_.recorder.CheckEnd();
     services_.recorder.StoreOrigins();
@@ -39,36 +38,36 @@ bool SqliteHistory::EndFile(const ImportCounts& counts, bool keepsBytes) {
   }) == 0;
 }
 
-bool SqliteHistory::AddRefusedFile(std::string_view name, NarrowStringView bytes,
-                                   const ImportCounts& counts) {
+bool SqlHistory::AddRefusedFile(std::string_view name, NarrowStringView bytes,
+                                const ImportCounts& counts) {
   return transactions_.Store([&] {
     services_.recorder.AddRefusedFile(name, bytes, counts);
     return 0;
   }) == 0;
 }
 
-bool SqliteHistory::EndImport() {
+bool SqlHistory::EndImport() {
   return transactions_.Store([&] {
     services_.recorder.End();
     return 0;
   }) == 0;
 }
 
-bool SqliteHistory::KeepsOriginals() {
+bool SqlHistory::KeepsOriginals() {
   bool keeps = true;
   if (hasTables_)
     static_cast<void>(transactions_.Succeeds([&] { keeps = settings_.KeepsOriginals(); }));
   return keeps;
 }
 
-bool SqliteHistory::SetKeepsOriginals(bool keeps) {
+bool SqlHistory::SetKeepsOriginals(bool keeps) {
   return transactions_.Store([&] {
     settings_.SetKeepsOriginals(keeps);
     return 0;
   }) == 0;
 }
 
-std::int32_t SqliteHistory::VisitImports(const std::function<bool(const ImportEntry&)>& visitor) {
+std::int32_t SqlHistory::VisitImports(const std::function<bool(const ImportEntry&)>& visitor) {
   if (!hasTables_) return 0;
   return transactions_.Read([&](auto& guard) {
     return imports_.Visit(
@@ -76,8 +75,8 @@ std::int32_t SqliteHistory::VisitImports(const std::function<bool(const ImportEn
   });
 }
 
-std::int32_t SqliteHistory::VisitFiles(std::optional<std::int32_t> import,
-                                       const std::function<bool(const ImportedFile&)>& visitor) {
+std::int32_t SqlHistory::VisitFiles(std::optional<std::int32_t> import,
+                                    const std::function<bool(const ImportedFile&)>& visitor) {
   if (!hasTables_ && !import) return 0;
   return transactions_.Read([&](auto& guard) {
     CheckImport(import);
@@ -86,14 +85,14 @@ std::int32_t SqliteHistory::VisitFiles(std::optional<std::int32_t> import,
   });
 }
 
-std::int32_t SqliteHistory::FindOrigin(StoredKind kind, std::int32_t key, RecordOrigin& origin) {
+std::int32_t SqlHistory::FindOrigin(StoredKind kind, std::int32_t key, RecordOrigin& origin) {
   if (!hasTables_) return 0;
   OriginTable& origins = kind == StoredKind::Contact ? contactOrigins_ : itemOrigins_;
   return transactions_.Try([&] { return origins.Find(key, origin) ? 1 : 0; });
 }
 
-bool SqliteHistory::ReadOriginal(std::int64_t file,
-                                 const std::function<bool(NarrowStringView piece)>& take) {
+bool SqlHistory::ReadOriginal(std::int64_t file,
+                              const std::function<bool(NarrowStringView piece)>& take) {
   return transactions_.Read([&](auto& guard) {
     const std::optional<std::int64_t> original =
         hasTables_ ? imports_.OriginalOf(file) : std::nullopt;
@@ -104,14 +103,14 @@ bool SqliteHistory::ReadOriginal(std::int64_t file,
   }) == 0;
 }
 
-std::int32_t SqliteHistory::DropOriginals(std::optional<std::int32_t> import) {
+std::int32_t SqlHistory::DropOriginals(std::optional<std::int32_t> import) {
   return transactions_.Store([&] {
     CheckImport(import);
     return originals_.Drop(import);
   });
 }
 
-std::int32_t SqliteHistory::Undo(const UndoOptions& options, UndoResult& result) {
+std::int32_t SqlHistory::Undo(const UndoOptions& options, UndoResult& result) {
   if (options.dryRun) {
     return transactions_.Read([&](auto&) {
       if (!hasTables_) services_.db.Fail(kNothingToUndo);
@@ -126,7 +125,7 @@ std::int32_t SqliteHistory::Undo(const UndoOptions& options, UndoResult& result)
   });
 }
 
-void SqliteHistory::CheckImport(std::optional<std::int32_t> import) {
+void SqlHistory::CheckImport(std::optional<std::int32_t> import) {
   if (import && !(hasTables_ && imports_.StateOf(*import)))
     services_.db.Fail(NoSuchImport(*import));
 }

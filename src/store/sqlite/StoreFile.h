@@ -6,15 +6,12 @@
 #include <memory>
 #include <string>
 
-#include "store/Database.h"
+#include "store/sqlite/SqliteDatabase.h"
 
 namespace pim {
 
-// What tells our files from others, and which form of the tables they have. A new form is made from
-// the table rows by adding what an older one lacks; a change of another kind needs a step of its
-// own in StoreFile.cpp.
+// What tells our files from others.
 inline constexpr std::int32_t kApplicationId = 0x50696D56;  // "PimV"
-inline constexpr std::int32_t kStoreVersion = 2;
 // The first version whose records have the tables that they have now: such a store can be read as
 // it is.
 inline constexpr std::int32_t kReadableVersion = 1;
@@ -22,7 +19,7 @@ inline constexpr std::int32_t kReadableVersion = 1;
 // Opens the store and brings it to this version, or makes a new one where `access` lets it; one
 // that is opened for reading alone stays as it is where it is readable. Throws StoreError; a file
 // of another program or of a newer version is then as it was, with nothing beside it.
-std::unique_ptr<Database> OpenStoreFile(const std::string& path, StoreAccess access,
-                                        LockWait lockWait);
+std::unique_ptr<SqliteDatabase> OpenStoreFile(const std::string& path, StoreAccess access,
+                                              LockWait lockWait);
 
 }  // namespace pim

@@ -1,0 +1,57 @@
+// SPDX-FileCopyrightText: 2026 The PimVobjMgr authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "records/Fingerprint.h"
+#include "records/RecordMap.h"
+#include "store/RowInserter.h"
+#include "store/Statement.h"
+
+namespace pim {
+
+// What the records of one kind hold, by their fingerprints without pictures, for stores that look
+// equal records up there. Runs inside the caller's transaction.
+class ContentTable {
+ public:
+  struct Row {
+    std::int32_t key;  // of the record
+    Fingerprint print;
+  };
+  struct Found {
+    Row row;
+    WideString photo;  // the name of the record's picture; empty for none
+  };
+
+  // `photoColumn`, of the records' own table, is empty where they have no pictures.
+  ContentTable(Database& db, const RecordMap& map, std::string_view photoColumn);
+
+  void Insert(std::span<const Row> rows);
+  void Change(const Row& row);
+  // The records that hold one of these.
+  void Find(std::span<const Fingerprint> prints, const std::function<void(const Found&)>& visitor);
+  // Those of the records from the first key to the last one.
+  std::map<std::int32_t, Fingerprint> Between(std::int32_t first, std::int32_t last);
+
+ private:
+  struct Names {
+    std::string table;
+    std::string key;
+  };
+  ContentTable(Database& db, const Names& names, std::string_view photoColumn);
+
+  bool hasPhotos_;
+  RowInserter insert_;
+  Statement change_;
+  Statement find_;
+  Statement between_;
+  FieldReader fields_;
+};
+
+}  // namespace pim

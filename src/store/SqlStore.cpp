@@ -1,0 +1,331 @@
+// SPDX-FileCopyrightText: 2026 The PimVobjMgr authors
+// SPDX-License-Identifier: Apache-2.0
+#include "store/SqlStore.h"
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+#include "store/Digest.h"
+#include "store/SqlText.h"
+#include "store/StoreCopy.h"
+#include "support/CallerIdPictures.h"
+
+namespace pim {
+namespace {
+
+FingerprintKey KeyOf(Database& db, bool hasTables) {
+  return hasTables ? StoreSettings(db).Key(false) : NewFingerprintKey();
+}
+
+template <class Table>
+std::int32_t EraseKeys(Table& table, std::span<const std::int32_t> keys) {
+  std::int32_t erased = 0;
+  for (const std::int32_t key : keys) erased += table.Erase(key, key);
+  return erased;
+}
+
+}  // namespace
+
+// However a reading ends.
+class SqlStore::Settled {
+ public:
+  explicit Settled(SqlStore& store) : store_(store) {}
+  Settled(const Settled&) = delete;
+  Settled& operator=(const Settled&) = delete;
+  ~Settled() { store_.Settle(); }
+
+ private:
+  SqlStore& store_;
+};
+
+SqlStore::SqlStore(std::unique_ptr<Database> db)
+    : db_(std::move(db)),
+      services_{*db_,      KeyOf(*db_, hasTables_), recorder_,
+                pictures_, ReadCallerIdPicture,     [this] { FollowOthers(); }},
+      storedContacts_(*db_, CountSql(ContactMap().table, {})),
+      itemsWithoutKind_(*db_, CountOthersSql("Calendars", "calendar_type",
+                                             {static_cast<std::int32_t>(CalendarType::Event),
+                                              static_cast<std::int32_t>(CalendarType::Todo),
+                                              static_cast<std::int32_t>(CalendarType::Memo)})),
+      forgetOutsideChanges_(*db_, "DELETE FROM OutsideChanges WHERE change_id <= ?") {
+  for (TransactionMember* member : {static_cast<TransactionMember*>(&contacts_.contents()),
+                                    static_cast<TransactionMember*>(&items_.contents()),
+                                    static_cast<TransactionMember*>(&recorder_)})
+    transactions_.Join(*member);
+}
+
+SqlStore::~SqlStore() {
+  while (transactions_.Rollback()) {
+  }
+  static_cast<void>(transactions_.Succeeds([this] { recorder_.Interrupt(); }));
+}
+
+void SqlStore::SetPictureReader(PictureReader reader) {
+  services_.pictureOf = std::move(reader);
+  contacts_.contents().Drop();
+}
+
+std::int32_t SqlStore::NamesPicture(WideStringView name) {
+  return transactions_.Try([&] { return pictures_.IsNamed(name) ? 1 : 0; });
+}
+
+NarrowString SqlStore::ReadPicture(WideStringView name) {
+  std::optional<NarrowString> bytes;
+  if (hasTables_) static_cast<void>(transactions_.Succeeds([&] { bytes = pictures_.Read(name); }));
+  return bytes ? std::move(*bytes) : NarrowString();
+}
+
+bool SqlStore::HasLeftPictures() {
+  bool hasSome = false;
+  if (hasTables_)
+    static_cast<void>(transactions_.Succeeds([&] { hasSome = !pictures_.Left().empty(); }));
+  return hasSome;
+}
+
+// Files go ahead of the rows that tell of them, so that a program which ends in between leaves
+// none that nobody knows of. One that holds something else by now is its host's.
+std::int32_t SqlStore::RemoveLeftPictures() {
+  if (!HasCallerIdFolder() || !HasLeftPictures()) return 0;
+  return transactions_.Store([&] {
+    std::int32_t removed = 0;
+    for (const auto& [name, digest] : pictures_.Left()) {
+      const bool isOurs = !name.empty() && !pictures_.IsNamed(name) &&
+                          DigestOf(ReadCallerIdPicture(name)) == digest;
+      if (isOurs && !copies_.Remove(name)) continue;  // the next call tries again
+      pictures_.ForgetLeft(name);
+      removed += isOurs ? 1 : 0;
+    }
+    return removed;
+  });
+}
+
+std::int64_t SqlStore::CopyFrom(Impl& source,
+                                const std::function<void(std::int64_t rows)>& progress) {
+  std::int64_t copied = 0;
+  std::exception_ptr thrown;
+  const std::int32_t result = transactions_.Store([&] {
+    db_->KeepOthersOut();
+    StoreCopy copy(source.database(), *db_);
+    copied = copy.Run([&](std::int64_t rows) {
+      try {
+        if (progress) progress(rows);
+        return true;
+      } catch (...) {
+        thrown = std::current_exception();
+        return false;
+      }
+    });
+    AdoptSettings();
+    contacts_.RenewStoredContents();
+    items_.RenewStoredContents();
+    return 0;
+  });
+  if (result < 0)
+    static_cast<void>(transactions_.Try([&] {
+      AdoptSettings();
+      return 0;
+    }));
+  if (thrown) std::rethrow_exception(thrown);
+  return result < 0 ? -1 : copied;
+}
+
+// The secret is that of the store that was copied.
+void SqlStore::AdoptSettings() {
+  services_.key = KeyOf(*db_, hasTables_);
+  contacts_.contents().Drop();
+  items_.contents().Drop();
+}
+
+std::int32_t SqlStore::LoadContacts(CContacts& contacts) {
+  return Append(contacts, [&] { contacts_.reader().ReadAll(0, ContactTable::NewIn(contacts)); });
+}
+
+std::int32_t SqlStore::LoadContactGroups(CContactGroups& groups) {
+  return Append(groups, [&] { groups_.Load(groups); });
+}
+
+std::int32_t SqlStore::LoadContactGroupPairs(CContactGroupPairs& pairs) {
+  return Append(pairs, [&] { links_.Load(pairs); });
+}
+
+std::int32_t SqlStore::LoadCalendars(CalendarType kind, CCalendars& items) {
+  return Append(items, [&] {
+    itemsOfKind_.ReadAll(static_cast<std::int64_t>(kind), ItemTable::NewIn(items));
+  });
+}
+
+std::int32_t SqlStore::VisitContacts(const std::function<bool(CContact&)>& visitor) {
+  return VisitStored<ContactTable, CContact>(contacts_.reader(), 0, visitor);
+}
+
+std::int32_t SqlStore::VisitCalendars(CalendarType kind,
+                                      const std::function<bool(CCalendar&)>& visitor) {
+  return VisitStored<ItemTable, CCalendar>(itemsOfKind_, static_cast<std::int64_t>(kind), visitor);
+}
+
+std::int32_t SqlStore::VisitContacts(std::span<const std::int32_t> keys,
+                                     const std::function<bool(CContact&)>& visitor) {
+  return VisitKeys<CContact, CContacts>(contacts_, keys, visitor);
+}
+
+std::int32_t SqlStore::VisitCalendars(std::span<const std::int32_t> keys,
+                                      const std::function<bool(CCalendar&)>& visitor) {
+  return VisitKeys<CCalendar, CCalendars>(items_, keys, visitor);
+}
+
+std::int32_t SqlStore::DeleteContacts(std::span<const std::int32_t> keys,
+                                      std::vector<WideString>& pictures) {
+  std::vector<WideString> left;
+  const std::int32_t deleted = transactions_.Store([&] {
+    db_->KeepOthersOut();
+    std::vector<WideString> named;
+    for (const std::int32_t key : keys) pictures_.AddNames(key, key, named);
+    const std::int32_t count = EraseKeys(contacts_, keys);
+    left = pictures_.Leave(std::move(named));
+    pictures.reserve(pictures.size() + left.size());
+    return count;
+  });
+  if (deleted >= 0) std::ranges::move(left, std::back_inserter(pictures));
+  return deleted;
+}
+
+std::int32_t SqlStore::DeleteCalendars(std::span<const std::int32_t> keys) {
+  return transactions_.Store([&] {
+    db_->KeepOthersOut();
+    return EraseKeys(items_, keys);
+  });
+}
+
+std::int32_t SqlStore::SaveContacts(CContacts& contacts, std::int32_t saveOption, bool saveFlag) {
+  return SaveGuarded(contacts, [&](KeyGuard<CContacts>& keys) {
+    return transactions_.Store([&] {
+      if (saveOption > 0 && !groups_.Holds(saveOption)) db_->Fail(NoSuchGroup(saveOption));
+      const std::int32_t saved = SaveRecords(contacts, saveFlag, contacts_, keys);
+      if (saveOption > 0) LinkContacts(contacts, saveOption, watchedLinks_);
+      return saved;
+    });
+  });
+}
+
+std::int32_t SqlStore::SaveContactGroups(CContactGroups& groups, bool /*saveFlag*/) {
+  return SaveGuarded(groups, [&](auto&) {
+    return transactions_.Store([&] {
+      FoldGroupNames();
+      return SaveGroups(groups, watchedGroups_);
+    });
+  });
+}
+
+std::int32_t SqlStore::SaveContactGroupPairs(CContactGroupPairs& pairs) {
+  return transactions_.Store([&] { return SaveLinks(pairs, watchedLinks_); });
+}
+
+std::int32_t SqlStore::SaveCalendars(CCalendars& items, bool saveFlag) {
+  return SaveGuarded(items, [&](KeyGuard<CCalendars>& keys) {
+    return transactions_.Store([&] { return SaveRecords(items, saveFlag, items_, keys); });
+  });
+}
+
+bool SqlStore::Begin() {
+  return transactions_.Succeeds([&] { transactions_.Begin(); });
+}
+
+bool SqlStore::Commit() {
+  return transactions_.Succeeds([&] { transactions_.Commit(); });
+}
+
+bool SqlStore::Rollback() noexcept {
+  foldedAt_ = 0;
+  return transactions_.Rollback();
+}
+
+bool SqlStore::BeginReading() {
+  return transactions_.Succeeds([&] { db_->BeginReading(); });
+}
+
+void SqlStore::EndReading() noexcept {
+  db_->EndReading();
+  Settle();
+}
+
+// Behind the last of several readings.
+void SqlStore::Settle() noexcept {
+  if (!db_->IsBeingRead()) static_cast<void>(transactions_.Succeeds([this] { copies_.Settle(); }));
+}
+
+// Appends what `load` reads, or nothing.
+template <class Records, class Load>
+std::int32_t SqlStore::Append(Records& records, Load load) {
+  const Settled settled(*this);
+  const std::int32_t before = records.GetCount();
+  const std::int32_t result = transactions_.Try([&] {
+    const ReadTransaction reading(*db_);
+    load();
+    for (std::int32_t i = before; i < records.GetCount(); ++i) NeedPicture(records[i]);
+    return records.GetCount() - before;
+  });
+  while (result < 0 && records.GetCount() > before) records.TakeLast();
+  return result;
+}
+
+template <class Table, class Record>
+std::int32_t SqlStore::VisitStored(RecordReader& reader, std::int64_t filter,
+                                   const std::function<bool(Record&)>& visitor) {
+  const Settled settled(*this);
+  return transactions_.Read([&](auto& guard) {
+    return Table::VisitSome(reader, filter, [&](Record& record) {
+      NeedPicture(record);
+      return guard([&] { return visitor(record); });
+    });
+  });
+}
+
+template <class Record, class Records>
+std::int32_t SqlStore::VisitKeys(RecordTable<Record, Records>& table,
+                                 std::span<const std::int32_t> keys,
+                                 const std::function<bool(Record&)>& visitor) {
+  const Settled settled(*this);
+  return transactions_.Read([&](auto& guard) {
+    std::int32_t count = 0;
+    for (const std::int32_t key : keys) {
+      Records one;
+      if (!table.reader().ReadOne(key, table.NewIn(one))) continue;
+      ++count;
+      NeedPicture(one[0]);
+      if (!guard([&] { return visitor(one[0]); })) break;
+    }
+    return count;
+  });
+}
+
+void SqlStore::NeedPicture(const CContact& contact) {
+  if (hasTables_) copies_.Need(contact.photo);
+}
+
+std::int32_t SqlStore::Count(Statement& counting) {
+  return transactions_.Try([&] {
+    Rows rows(counting);
+    return rows.Next() ? static_cast<std::int32_t>(counting.Integer(0)) : 0;
+  });
+}
+
+// Another program may have renamed a group without knowing of the column that finds it.
+void SqlStore::FoldGroupNames() {
+  const std::int64_t version = db_->OutsideVersion();
+  if (version == foldedAt_) return;
+  groups_.FoldNames();
+  foldedAt_ = version;
+}
+
+void SqlStore::FollowOthers() {
+  const std::int64_t version = db_->OutsideVersion();
+  if (version == 0) return;
+  groups_.FoldNames();
+  contacts_.RenewStoredContents();
+  items_.RenewStoredContents();
+  forgetOutsideChanges_.Bind(1, version);
+  forgetOutsideChanges_.Run();
+}
+
+}  // namespace pim

@@ -99,9 +99,23 @@ function(pim_add_shared_library name)
   endif()
 endfunction()
 
-# One test binary for each folder of sources; its cases are found when ctest runs.
+# What tests have that need the server which tests/postgres starts for all of them. Each build has a
+# folder of its own for it, with a short name: a socket's path has 107 bytes at most.
+string(SHA256 hash "${PROJECT_BINARY_DIR}")
+string(SUBSTRING ${hash} 0 8 hash)
+set(pim_postgres_folder /tmp/pimvobj-${hash})
+set(pim_needs_postgres
+  FIXTURES_REQUIRED postgres
+  LABELS postgres
+  ENVIRONMENT "PIM_TEST_POSTGRES=postgresql:///pim?host=${pim_postgres_folder}&user=pim")
+
+# One test binary for each folder of sources; its cases are found when ctest runs. POSTGRES is for
+# those that need a server.
 function(pim_add_test name)
-  cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES" ${ARGN})
+  cmake_parse_arguments(ARG "POSTGRES" "" "SOURCES;LIBRARIES" ${ARGN})
+  if(ARG_POSTGRES)
+    set(needs ${pim_needs_postgres})
+  endif()
   add_executable(${name} ${ARG_SOURCES})
   pim_target_defaults(${name})
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR})
@@ -109,5 +123,5 @@ function(pim_add_test name)
   # Half of the time that optimising a test takes would never come back.
   target_compile_options(${name} PRIVATE $<$<CONFIG:RelWithDebInfo>:-O0>)
   target_link_libraries(${name} PRIVATE ${ARG_LIBRARIES} GTest::gtest GTest::gtest_main)
-  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120 ${needs})
 endfunction()

@@ -98,8 +98,9 @@ std::string InsertReferencesSql(std::string_view table, std::span<const FieldMap
   for (std::size_t i = 0; i < references.size(); ++i) {
     if (i > 0) sql += " AND ";
     const std::string_view column = references[i].column;
-    sql += "column" + std::to_string(i + 1) + " IN (" +
-           SelectSql(OwnerOf({column, ColumnType::Integer, KeyMark::Reference}), column, {}) + ")";
+    // Row by row, so that the rows keep their order.
+    sql += "(" + SelectSql(OwnerOf({column, ColumnType::Integer, KeyMark::Reference}), column, {}) +
+           " WHERE " + Quoted(column) + " = column" + std::to_string(i + 1) + ") IS NOT NULL";
   }
   return sql;
 }

@@ -19,7 +19,8 @@ class HistoryContract : public testing::HistoryFixture {
                                      file = each;
                                      return each.number != number;
                                    }),
-              number);
+              0);
+    EXPECT_EQ(file.number, number);
     return file;
   }
   // Empty as well for a file whose bytes aren't kept.
@@ -72,7 +73,7 @@ TEST_P(HistoryContract, EntriesTellTheirFiles) {
   EXPECT_EQ(File(1).bytes, 3);
   EXPECT_TRUE(File(1).isKept);
   EXPECT_EQ(File(1).counts, counts[0]);
-  EXPECT_EQ(File(1).sha256 == Sha256{}, !IsFile());
+  EXPECT_EQ(File(1).sha256 == Sha256{}, !IsKept());
   EXPECT_EQ(File(2).bytes, 2);
   EXPECT_FALSE(File(2).isKept);
   EXPECT_EQ(File(2).counts, counts[1]);
@@ -197,23 +198,30 @@ TEST_P(HistoryContract, OriginalsGoBackWithTheirTransaction) {
     const StoreTransaction undone(*store);
     Import("bytes", nothing);
   }
-  ASSERT_EQ(history().BeginImport({}), 1);
+  ASSERT_GE(history().BeginImport({}), 1);  // a server gives no number twice
   ASSERT_TRUE(history().AddRefusedFile("", "bytes", {}));
   ASSERT_TRUE(history().EndImport());
-  EXPECT_EQ(OriginalOf(1), "");
+  std::int64_t file = 0;
+  ASSERT_EQ(history().VisitFiles({},
+                                 [&file](const ImportedFile& each) {
+                                   file = each.number;
+                                   return true;
+                                 }),
+            1);
+  EXPECT_EQ(OriginalOf(file), "");
   {
     const StoreTransaction undone(*store);
     Import("bytes", nothing);
-    EXPECT_EQ(OriginalOf(1), "bytes");
+    EXPECT_EQ(OriginalOf(file), "bytes");
   }
-  EXPECT_EQ(OriginalOf(1), "");
+  EXPECT_EQ(OriginalOf(file), "");
   Import("bytes", nothing);
   {
     const StoreTransaction undone(*store);
     EXPECT_EQ(history().DropOriginals({}), 2);
-    EXPECT_EQ(OriginalOf(1), "");
+    EXPECT_EQ(OriginalOf(file), "");
   }
-  EXPECT_EQ(OriginalOf(1), "bytes");
+  EXPECT_EQ(OriginalOf(file), "bytes");
 }
 
 }  // namespace

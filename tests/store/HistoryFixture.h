@@ -52,7 +52,8 @@ class HistoryFixture : public StoreFixture {
       entry = each;
       return each.number != import;
     }),
-              import);
+              0);
+    EXPECT_EQ(entry.number, import);
     return entry;
   }
 };

@@ -6,19 +6,22 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "examples/OwnStore.h"
 #include "pim/platform/Host.h"
 #include "pim/records/ContactGroups.h"
 #include "pim/records/MemoryStore.h"
+#include "pim/store/PostgresStore.h"
 #include "pim/store/SqliteStore.h"
 #include "tests/store/SampleRecords.h"
 #include "tests/store/TemporaryFolder.h"
+#include "tests/store/TestSchema.h"
 
 namespace pim::testing {
 
-enum class StoreKind { Sqlite, Memory, Own };
+enum class StoreKind { Sqlite, Memory, Own, Postgres };
 
 // A store of each kind, for what every store promises.
 class StoreFixture : public ::testing::TestWithParam<StoreKind> {
@@ -29,7 +32,7 @@ class StoreFixture : public ::testing::TestWithParam<StoreKind> {
   }
   ~StoreFixture() override { SetAppDataFolder(""); }
 
-  // Opens the store anew where it is a file.
+  // Opens the store anew where it is kept somewhere.
   void Open() {
     const auto reader = [this](WideStringView name) {
       if (picturesBreak) throw 7;
@@ -37,7 +40,7 @@ class StoreFixture : public ::testing::TestWithParam<StoreKind> {
         return own->second;
       return name == u"gone" ? NarrowString{} : NarrowString(1, static_cast<char>(name.back()));
     };
-    if (IsFile()) store.reset();
+    if (IsKept()) store.reset();
     if (store != nullptr) return;
     switch (GetParam()) {
       case StoreKind::Sqlite:
@@ -49,6 +52,10 @@ class StoreFixture : public ::testing::TestWithParam<StoreKind> {
       case StoreKind::Own:
         store = WithReader(std::make_unique<OwnStore>(), reader);
         break;
+      case StoreKind::Postgres:
+        if (!schema_) schema_.emplace();
+        store = WithReader(std::make_unique<PostgresStore>(schema_->Url()), reader);
+        break;
     }
   }
   template <class Store>
@@ -58,6 +65,7 @@ class StoreFixture : public ::testing::TestWithParam<StoreKind> {
     return store;
   }
   static bool IsFile() { return GetParam() == StoreKind::Sqlite; }
+  static bool IsKept() { return IsFile() || GetParam() == StoreKind::Postgres; }
   std::string StorePath() const { return folder_.File("store.db"); }
 
   std::int32_t CountContacts() {
@@ -87,19 +95,23 @@ class StoreFixture : public ::testing::TestWithParam<StoreKind> {
   }
 
   TemporaryFolder folder_;
+  std::optional<TestSchema> schema_;
   std::map<WideString, NarrowString> pictureBytes;  // other ones hold the last letter of their name
   bool picturesBreak = false;                       // reading one throws
   std::unique_ptr<RecordStore> store;
 };
 
 // Those that remember their imports, and all.
-inline auto StoresWithHistory() { return ::testing::Values(StoreKind::Sqlite, StoreKind::Memory); }
+inline auto StoresWithHistory() {
+  return ::testing::Values(StoreKind::Sqlite, StoreKind::Memory, StoreKind::Postgres);
+}
 inline auto AllStores() {
-  return ::testing::Values(StoreKind::Sqlite, StoreKind::Memory, StoreKind::Own);
+  return ::testing::Values(StoreKind::Sqlite, StoreKind::Memory, StoreKind::Own,
+                           StoreKind::Postgres);
 }
 
 inline std::string NameOfStore(const ::testing::TestParamInfo<StoreKind>& store) {
-  constexpr const char* kNames[] = {"Sqlite", "Memory", "Own"};
+  constexpr const char* kNames[] = {"Sqlite", "Memory", "Own", "Postgres"};
   return kNames[static_cast<std::size_t>(store.param)];
 }
 

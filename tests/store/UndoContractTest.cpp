@@ -289,7 +289,7 @@ TEST_P(UndoContract, RollbacksTakeTheHistoryAlong) {
   EXPECT_EQ(history().VisitFiles({}, [](const ImportedFile&) { return true; }), 0);
 
   const std::int32_t import = history().BeginImport({});  // none is under way
-  ASSERT_EQ(import, 1);
+  ASSERT_GE(import, 1);
   {
     StoreTransaction transaction(*store);
     {

@@ -19,6 +19,17 @@ std::string_view PrintBytes(const Fingerprint& print) {
   return {reinterpret_cast<const char*>(&print), sizeof print};
 }
 
+// Parameters: so many fingerprints.
+std::string FindSql(const ContentTable::Names& names, std::string_view photoColumn) {
+  std::string sql = "SELECT " + names.key + ", content";
+  if (!photoColumn.empty()) sql.append(", ").append(photoColumn);
+  sql += " FROM " + names.table;
+  if (!photoColumn.empty()) sql += " JOIN " + names.records + " USING (" + names.key + ")";
+  sql += " WHERE content IN (?";
+  for (std::size_t i = 1; i < kSoughtAtOnce; ++i) sql += ", ?";
+  return sql + ")";
+}
+
 Fingerprint PrintIn(Statement& row, int column) {
   Fingerprint print;
   const std::string_view bytes = row.Bytes(column);
@@ -32,14 +43,14 @@ ContentTable::ContentTable(Database& db, const RecordMap& map, std::string_view 
     : ContentTable(
           db,
           {std::string(map.table == ContactMap().table ? kContactContents : kCalendarContents),
-           std::string(KeyOf(StoreTable(map.table)))},
+           std::string(map.table), std::string(KeyOf(StoreTable(map.table)))},
           photoColumn) {}
 
 ContentTable::ContentTable(Database& db, const Names& names, std::string_view photoColumn)
     : hasPhotos_(!photoColumn.empty()),
       insert_(db, names.table, {names.key, kContent}),
       change_(db, "UPDATE " + names.table + " SET content = ?2 WHERE " + names.key + " = ?1"),
-      find_(db, SelectAmongSql(names.table, names.key, kContent, photoColumn, kSoughtAtOnce)),
+      find_(db, FindSql(names, photoColumn)),
       between_(db, "SELECT " + names.key + ", content FROM " + names.table + " WHERE " + names.key +
                        " BETWEEN ? AND ?") {}
 

@@ -29,6 +29,12 @@ class ContentTable {
     WideString photo;  // the name of the record's picture; empty for none
   };
 
+  struct Names {
+    std::string table;
+    std::string records;  // their table
+    std::string key;      // of both
+  };
+
   // `photoColumn`, of the records' own table, is empty where they have no pictures.
   ContentTable(Database& db, const RecordMap& map, std::string_view photoColumn);
 
@@ -40,10 +46,6 @@ class ContentTable {
   std::map<std::int32_t, Fingerprint> Between(std::int32_t first, std::int32_t last);
 
  private:
-  struct Names {
-    std::string table;
-    std::string key;
-  };
   ContentTable(Database& db, const Names& names, std::string_view photoColumn);
 
   bool hasPhotos_;

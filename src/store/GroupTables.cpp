@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "store/GroupTables.h"
 
+#include <algorithm>
 #include <vector>
 
 #include "platform/LetterCase.h"
@@ -15,6 +16,7 @@ namespace {
 
 constexpr std::string_view kGroupKey = "group_id";
 constexpr std::string_view kFoldedName = "group_name_folded";
+constexpr std::size_t kSoughtAtOnce = 256;
 
 std::string HoldsOwnerSql(const FieldMap& reference) {
   const std::string_view key = reference.column;
@@ -128,6 +130,7 @@ void GroupTable::Rename(std::int64_t key, WideStringView name) {
 LinkTable::LinkTable(Database& db)
     : db_(db),
       all_(db, SelectSql(kLinkTable, KeyOf(StoreTable(kLinkTable)), LinkFields()) + " ORDER BY 1"),
+      ofSome_(db, SelectAmongSql(kLinkTable, "contact_id", "group_id", kSoughtAtOnce)),
       count_(db, CountSql(kLinkTable, LinkFields())),
       insert_(db, LinkFields()),
       holdsContact_(db, HoldsOwnerSql(LinkFields()[0])),
@@ -147,7 +150,29 @@ std::int32_t LinkTable::Load(CContactGroupPairs& pairs) {
   return count;
 }
 
+void LinkTable::Expect(const CContactGroupPairs& pairs) {
+  if (!db_.IsShared()) return;
+  expected_.clear();
+  std::vector<std::int32_t> contacts;
+  for (std::int32_t i = 0; i < pairs.GetCount(); ++i) contacts.push_back(pairs[i].contact_id);
+  std::ranges::sort(contacts);
+  contacts.erase(std::unique(contacts.begin(), contacts.end()), contacts.end());
+  for (std::size_t at = 0; at < contacts.size(); at += kSoughtAtOnce) {
+    // The last one stands for those that are too few.
+    for (std::size_t i = 0; i < kSoughtAtOnce; ++i) {
+      const std::int32_t contact = contacts[std::min(at + i, contacts.size() - 1)];
+      ofSome_.Bind(static_cast<int>(i) + 1, std::int64_t{contact});
+    }
+    for (Rows rows(ofSome_); rows.Next();)
+      ++expected_[{KeyFromStored(ofSome_.Integer(0)), KeyFromStored(ofSome_.Integer(1))}];
+  }
+}
+
 std::int64_t LinkTable::Count(std::int32_t contact, std::int32_t group) {
+  if (db_.IsShared()) {
+    const auto found = expected_.find({contact, group});
+    return found == expected_.end() ? 0 : found->second;
+  }
   count_.Bind(1, std::int64_t{contact});
   count_.Bind(2, std::int64_t{group});
   Rows rows(count_);

@@ -3,7 +3,9 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <span>
+#include <utility>
 
 #include "pim/records/ContactGroups.h"
 #include "records/SaveRecords.h"
@@ -58,6 +60,8 @@ class LinkTable {
   explicit LinkTable(Database& db);
 
   std::int32_t Load(CContactGroupPairs& pairs);
+  // Has Count find the links of these pairs' contacts at hand, where to ask for each takes long.
+  void Expect(const CContactGroupPairs& pairs);
   std::int64_t Count(std::int32_t contact, std::int32_t group);
   void Insert(std::span<LinkRow> links);
 
@@ -66,7 +70,11 @@ class LinkTable {
   void CheckOwners(std::span<const LinkRow> links);
 
   Database& db_;
+  using Link = std::pair<std::int32_t, std::int32_t>;  // contact and group
+
   Statement all_;
+  Statement ofSome_;
+  std::map<Link, std::int64_t> expected_;
   Statement count_;
   RowInserter insert_;
   Statement holdsContact_;

@@ -197,14 +197,10 @@ std::string HighestNumberSql(std::string_view column,
   return sql + ")";
 }
 
-std::string SelectAmongSql(std::string_view table, std::string_view key, std::string_view column,
+std::string SelectAmongSql(std::string_view table, std::string_view column,
                            std::string_view another, std::size_t parameters) {
-  const std::string owners = Quoted(OwnerOf({key, ColumnType::Integer, KeyMark::Reference}));
-  std::string sql = "SELECT " + Quoted(key) + ", " + Quoted(column);
-  if (!another.empty()) sql += ", " + Quoted(another);
-  sql += " FROM " + Quoted(table);
-  if (!another.empty()) sql += " JOIN " + owners + " USING (" + Quoted(key) + ")";
-  return sql + " WHERE " + Quoted(column) + " IN " + RowsOfMarks(1, parameters);
+  return "SELECT " + Quoted(column) + ", " + Quoted(another) + " FROM " + Quoted(table) +
+         " WHERE " + Quoted(column) + " IN " + RowsOfMarks(1, parameters);
 }
 
 std::string CountOthersSql(std::string_view table, std::string_view column,

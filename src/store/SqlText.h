@@ -64,9 +64,8 @@ std::string HighestKeySql(std::string_view table, std::string_view key);
 // go on where rows still refer to one whose own row another program has deleted.
 std::string HighestNumberSql(std::string_view column,
                              std::initializer_list<std::string_view> tables);
-// The keys of owners, what `column` of their row holds, and where it isn't empty `another` column
-// of their own table, for rows in which it is one of so many parameters.
-std::string SelectAmongSql(std::string_view table, std::string_view key, std::string_view column,
+// Two columns of the rows in which the first is one of so many parameters.
+std::string SelectAmongSql(std::string_view table, std::string_view column,
                            std::string_view another, std::size_t parameters);
 // The number of rows in whose column stands none of the numbers.
 std::string CountOthersSql(std::string_view table, std::string_view column,

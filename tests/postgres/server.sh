@@ -76,7 +76,7 @@ servers_guard() {
 
 # servers_begin: sets `work`, a new folder for the test and its servers, which goes away at its end.
 servers_begin() {
-  work=$(mktemp -d "${TMPDIR:-/tmp}/pim-XXXXXX")
+  work=$(mktemp -d "${TMPDIR:-/tmp}/pim-servers-XXXXXX")
   trap 'servers_remove "$work"' EXIT
   servers_claim "$work" $$
 }

@@ -3,6 +3,7 @@
 #include "store/GroupTables.h"
 
 #include <algorithm>
+#include <unordered_set>
 #include <vector>
 
 #include "platform/LetterCase.h"
@@ -16,7 +17,6 @@ namespace {
 
 constexpr std::string_view kGroupKey = "group_id";
 constexpr std::string_view kFoldedName = "group_name_folded";
-constexpr std::size_t kSoughtAtOnce = 256;
 
 std::string HoldsOwnerSql(const FieldMap& reference) {
   const std::string_view key = reference.column;
@@ -130,9 +130,12 @@ void GroupTable::Rename(std::int64_t key, WideStringView name) {
 LinkTable::LinkTable(Database& db)
     : db_(db),
       all_(db, SelectSql(kLinkTable, KeyOf(StoreTable(kLinkTable)), LinkFields()) + " ORDER BY 1"),
-      ofSome_(db, SelectAmongSql(kLinkTable, "contact_id", "group_id", kSoughtAtOnce)),
+      ofContacts_(db, kLinkTable, LinkFields()[0].column, LinkFields()[1].column),
       count_(db, CountSql(kLinkTable, LinkFields())),
       insert_(db, LinkFields()),
+      insertChecked_(db, kLinkTable, LinkFields()[0].column, LinkFields().subspan(1)),
+      contacts_(db, "Contacts", LinkFields()[0].column, LinkFields()[0].column),
+      groups_(db, kGroupTable, LinkFields()[1].column, LinkFields()[1].column),
       holdsContact_(db, HoldsOwnerSql(LinkFields()[0])),
       holdsGroup_(db, HoldsOwnerSql(LinkFields()[1])) {}
 
@@ -155,17 +158,9 @@ void LinkTable::Expect(const CContactGroupPairs& pairs) {
   expected_.clear();
   std::vector<std::int32_t> contacts;
   for (std::int32_t i = 0; i < pairs.GetCount(); ++i) contacts.push_back(pairs[i].contact_id);
-  std::ranges::sort(contacts);
-  contacts.erase(std::unique(contacts.begin(), contacts.end()), contacts.end());
-  for (std::size_t at = 0; at < contacts.size(); at += kSoughtAtOnce) {
-    // The last one stands for those that are too few.
-    for (std::size_t i = 0; i < kSoughtAtOnce; ++i) {
-      const std::int32_t contact = contacts[std::min(at + i, contacts.size() - 1)];
-      ofSome_.Bind(static_cast<int>(i) + 1, std::int64_t{contact});
-    }
-    for (Rows rows(ofSome_); rows.Next();)
-      ++expected_[{KeyFromStored(ofSome_.Integer(0)), KeyFromStored(ofSome_.Integer(1))}];
-  }
+  ofContacts_.Visit(std::move(contacts), [this](Statement& row) {
+    ++expected_[{KeyFromStored(row.Integer(0)), KeyFromStored(row.Integer(1))}];
+  });
 }
 
 std::int64_t LinkTable::Count(std::int32_t contact, std::int32_t group) {
@@ -180,9 +175,31 @@ std::int64_t LinkTable::Count(std::int32_t contact, std::int32_t group) {
 }
 
 void LinkTable::Insert(std::span<LinkRow> links) {
+  if (db_.IsShared()) return InsertChecked(links);
   insert_.Start(links.size());
   for (LinkRow& link : links) insert_.Add(link.contactId, LinkFields().subspan(1), &link);
   if (insert_.inserted() < links.size()) CheckOwners(links);
+}
+
+// Nobody deletes owners meanwhile.
+void LinkTable::InsertChecked(std::span<LinkRow> links) {
+  std::vector<std::int32_t> owners[2];
+  for (const auto& [contact, group] : links) {
+    owners[0].push_back(contact);
+    owners[1].push_back(group);
+  }
+  std::unordered_set<std::int32_t> missing[2];
+  for (std::size_t kind : {0U, 1U}) {
+    missing[kind].insert(owners[kind].begin(), owners[kind].end());
+    (kind == 0 ? contacts_ : groups_).Visit(std::move(owners[kind]), [&](Statement& row) {
+      missing[kind].erase(KeyFromStored(row.Integer(0)));
+    });
+  }
+  for (const auto& [contact, group] : links)
+    if (missing[0].contains(contact) || missing[1].contains(group))
+      db_.Fail(NoSuchLink(contact, group));
+  insertChecked_.Start(links.size());
+  for (LinkRow& link : links) insertChecked_.Add(link.contactId, LinkFields().subspan(1), &link);
 }
 
 void LinkTable::CheckOwners(std::span<const LinkRow> links) {

@@ -9,6 +9,7 @@
 
 #include "pim/records/ContactGroups.h"
 #include "records/SaveRecords.h"
+#include "store/AmongRows.h"
 #include "store/FieldIo.h"
 #include "store/KeySequence.h"
 #include "store/RecordEraser.h"
@@ -68,15 +69,19 @@ class LinkTable {
  private:
   // Tells which of the links leads nowhere, if one does.
   void CheckOwners(std::span<const LinkRow> links);
+  void InsertChecked(std::span<LinkRow> links);
 
   Database& db_;
   using Link = std::pair<std::int32_t, std::int32_t>;  // contact and group
 
   Statement all_;
-  Statement ofSome_;
+  AmongRows ofContacts_;
   std::map<Link, std::int64_t> expected_;
   Statement count_;
   RowInserter insert_;
+  RowInserter insertChecked_;
+  AmongRows contacts_;
+  AmongRows groups_;
   Statement holdsContact_;
   Statement holdsGroup_;
 };

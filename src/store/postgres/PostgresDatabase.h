@@ -37,7 +37,6 @@ class PostgresDatabase final : public Database {
   std::vector<std::int32_t> TakeKeys(std::string_view table, std::size_t wanted) override;
   std::string NextNumberSql(std::string_view table,
                             std::initializer_list<std::string_view> tables) const override;
-  std::int32_t RecordsAtOnce() const noexcept override { return 2048; }
   std::string SelectColumnNamesSql() const override;
   void AdoptKeys() override;
   std::string NewImportMark() override;
@@ -53,7 +52,7 @@ class PostgresDatabase final : public Database {
   void ForgetFailure() noexcept override { connection_.SetMayTryAgain(false); }
   void StartTransaction() override;
   void CommitTransaction() override;
-  void StartInner() override { connection_.Send("SAVEPOINT inner_one"); }
+  void StartInner() override { connection_.SendLater("SAVEPOINT inner_one"); }
   void CommitInner() override;
   bool Undo(bool outermost) noexcept override;
   bool IsUndone() const noexcept override { return connection_.HasFailed(); }

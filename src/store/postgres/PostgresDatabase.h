@@ -49,7 +49,10 @@ class PostgresDatabase final : public Database {
     std::string transaction;  // PostgreSQL's number of it
   };
 
-  void ForgetFailure() noexcept override { connection_.SetMayTryAgain(false); }
+  // But for what follows from one.
+  void ForgetFailure() noexcept override {
+    if (!connection_.HasFailed()) connection_.SetMayTryAgain(false);
+  }
   void StartTransaction() override;
   void CommitTransaction() override;
   void StartInner() override { connection_.SendLater("SAVEPOINT inner_one"); }

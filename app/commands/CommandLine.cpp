@@ -147,6 +147,10 @@ void CheckOptions(const Parts& parts, const CommandPlace& place) {
     if (parts.Has(one) && parts.Has(other))
       throw WrongUsage("take either " + DashedName(RowOf(one)) + " or " + DashedName(RowOf(other)));
   }
+  for (const Option needed : {Option::From, Option::To}) {
+    if (place.command->action == Action::CopyStore && !parts.Has(needed))
+      throw WrongUsage("'" + place.Words() + "' needs " + DashedName(RowOf(needed)));
+  }
   if (parts.Has(Option::Strict) && !parts.Has(Option::Losses))
     throw WrongUsage("--strict goes with --losses");
   if (place.command->action == Action::Import && parts.Has(Option::Json) &&

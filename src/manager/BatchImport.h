@@ -15,10 +15,6 @@
 
 namespace pim {
 
-// Large enough that a batch's statements outweigh its bookkeeping, small enough that its records
-// stay in the cache and in the same memory.
-inline constexpr std::size_t kBatchBytes = std::size_t{256} * 1024;
-
 // Reads a text into the store in batches, inside one transaction, so that memory doesn't grow with
 // the number of records. `Batches` names its Reader and has records(), the collection being read;
 // Store(saved), which stores all that is in it, adds it to `saved` and empties it; failed(); and
@@ -35,6 +31,7 @@ std::int32_t ImportInBatches(std::int32_t db, NarrowStringView text, Batches& ba
     if (!transaction->IsOpen()) return -1;  // each batch would be stored for good by itself
   }
 
+  const std::size_t textAtOnce = store != nullptr ? store->TextAtOnce() : text.size();
   auto& records = batches.records();
   typename Batches::Reader reader(records);
   Observe(reader, observer);
@@ -46,7 +43,7 @@ std::int32_t ImportInBatches(std::int32_t db, NarrowStringView text, Batches& ba
   };
   bool accepted = true;
   do {
-    const std::size_t size = std::min(text.size(), kBatchBytes);
+    const std::size_t size = std::min(text.size(), textAtOnce);
     const std::int32_t before = records.GetCount();
     accepted = reader.Read(text.substr(0, size), size == text.size());
     text.remove_prefix(size);

@@ -79,4 +79,6 @@ ImportHistory* ForwardingStore::History() noexcept { return store_.History(); }
 
 std::string ForwardingStore::LastError() const { return store_.LastError(); }
 
+std::size_t ForwardingStore::TextAtOnce() const noexcept { return store_.TextAtOnce(); }
+
 }  // namespace pim

@@ -269,9 +269,10 @@ std::int32_t SaveGroups(CContactGroups& groups, Storage& storage) {
 }
 
 // `storage` has Count(contact, group) and Insert(links), which throws when a contact or group of
-// them isn't stored.
+// them isn't stored. It may have Expect(pairs), to find out together what it is asked for then.
 template <class Storage>
 std::int32_t SaveLinks(const CContactGroupPairs& pairs, Storage& storage) {
+  if constexpr (requires { storage.Expect(pairs); }) storage.Expect(pairs);
   std::unordered_map<std::uint64_t, std::int64_t> alreadyThere;
   std::vector<LinkRow> inserted;
   for (std::int32_t i = 0; i < pairs.GetCount(); ++i) {

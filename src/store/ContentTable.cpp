@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <unordered_map>
 
 #include "records/StoreLayout.h"
 #include "store/SqlText.h"
@@ -32,14 +33,15 @@ ContentTable::ContentTable(Database& db, const RecordMap& map, std::string_view 
     : ContentTable(
           db,
           {std::string(map.table == ContactMap().table ? kContactContents : kCalendarContents),
-           std::string(KeyOf(StoreTable(map.table)))},
+           std::string(map.table), std::string(KeyOf(StoreTable(map.table)))},
           photoColumn) {}
 
 ContentTable::ContentTable(Database& db, const Names& names, std::string_view photoColumn)
     : hasPhotos_(!photoColumn.empty()),
       insert_(db, names.table, {names.key, kContent}),
       change_(db, "UPDATE " + names.table + " SET content = ?2 WHERE " + names.key + " = ?1"),
-      find_(db, SelectAmongSql(names.table, names.key, kContent, photoColumn, kSoughtAtOnce)),
+      find_(db, SelectAmongSql(names.table, kContent, names.key, kSoughtAtOnce)),
+      photos_(db, names.records, names.key, hasPhotos_ ? photoColumn : names.key),
       between_(db, "SELECT " + names.key + ", content FROM " + names.table + " WHERE " + names.key +
                        " BETWEEN ? AND ?") {}
 
@@ -59,25 +61,33 @@ void ContentTable::Change(const Row& row) {
   if (change_.RunChanging() == 0) Insert({&row, 1});
 }
 
-void ContentTable::Find(std::span<const Fingerprint> prints,
-                        const std::function<void(const Found&)>& visitor) {
+std::vector<ContentTable::Found> ContentTable::Find(std::span<const Fingerprint> prints) {
+  std::vector<Found> found;
   while (!prints.empty()) {
     const auto some = prints.first(std::min(kSoughtAtOnce, prints.size()));
     prints = prints.subspan(some.size());
-    for (std::size_t i = 0; i < kSoughtAtOnce; ++i) {
-      // The last one stands for those that are too few.
-      const Fingerprint& print = some[std::min(i, some.size() - 1)];
-      find_.BindBytes(static_cast<int>(i) + 1, PrintBytes(print));
-    }
-    for (Rows rows(find_); rows.Next();) {
-      Found found{{KeyFromStored(find_.Integer(0)), PrintIn(find_, 1)}, {}};
-      if (WideText photo; hasPhotos_ && !find_.IsNull(2)) {
-        fields_.Read(find_.row(), 2, PictureName{&photo});
-        found.photo = photo.str();
-      }
-      visitor(found);
-    }
+    // The last one stands for those that are too few.
+    for (std::size_t i = 0; i < kSoughtAtOnce; ++i)
+      find_.BindBytes(static_cast<int>(i) + 1, PrintBytes(some[std::min(i, some.size() - 1)]));
+    for (Rows rows(find_); rows.Next();)
+      found.push_back({{KeyFromStored(find_.Integer(1)), PrintIn(find_, 0)}, {}});
   }
+  if (hasPhotos_) AddPhotos(found);
+  return found;
+}
+
+// By a statement of its own: a join of the two tables would be planned for tables of another size.
+void ContentTable::AddPhotos(std::span<Found> records) {
+  std::vector<std::int32_t> keys;
+  for (const Found& record : records) keys.push_back(record.row.key);
+  std::unordered_map<std::int32_t, WideText> photos;
+  photos_.Visit(std::move(keys), [&](Statement& row) {
+    if (row.IsNull(1)) return;
+    fields_.Read(row.row(), 1, PictureName{&photos[KeyFromStored(row.Integer(0))]});
+  });
+  for (Found& record : records)
+    if (const auto photo = photos.find(record.row.key); photo != photos.end())
+      record.photo = photo->second.str();
 }
 
 std::map<std::int32_t, Fingerprint> ContentTable::Between(std::int32_t first, std::int32_t last) {

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <map>
 #include <span>
 #include <string>
@@ -11,6 +10,7 @@
 
 #include "records/Fingerprint.h"
 #include "records/RecordMap.h"
+#include "store/AmongRows.h"
 #include "store/RowInserter.h"
 #include "store/Statement.h"
 
@@ -29,27 +29,32 @@ class ContentTable {
     WideString photo;  // the name of the record's picture; empty for none
   };
 
+  struct Names {
+    std::string table;
+    std::string records;  // their table
+    std::string key;      // of both
+  };
+
   // `photoColumn`, of the records' own table, is empty where they have no pictures.
   ContentTable(Database& db, const RecordMap& map, std::string_view photoColumn);
 
   void Insert(std::span<const Row> rows);
   void Change(const Row& row);
   // The records that hold one of these.
-  void Find(std::span<const Fingerprint> prints, const std::function<void(const Found&)>& visitor);
+  std::vector<Found> Find(std::span<const Fingerprint> prints);
   // Those of the records from the first key to the last one.
   std::map<std::int32_t, Fingerprint> Between(std::int32_t first, std::int32_t last);
 
  private:
-  struct Names {
-    std::string table;
-    std::string key;
-  };
   ContentTable(Database& db, const Names& names, std::string_view photoColumn);
+
+  void AddPhotos(std::span<Found> records);
 
   bool hasPhotos_;
   RowInserter insert_;
   Statement change_;
   Statement find_;
+  AmongRows photos_;
   Statement between_;
   FieldReader fields_;
 };

@@ -76,8 +76,6 @@ class Database {
   // `tables` still refer to one whose own row another program has deleted.
   [[nodiscard]] virtual std::string NextNumberSql(
       std::string_view table, std::initializer_list<std::string_view> tables) const = 0;
-  // So many records are read at a time; 0 where all at once costs no more memory.
-  [[nodiscard]] virtual std::int32_t RecordsAtOnce() const noexcept = 0;
   // The names of the columns that a table has, none for a table that isn't there.
   [[nodiscard]] virtual std::string SelectColumnNamesSql() const = 0;
   // Rows with keys of their own have been stored in all tables: what gives keys goes on behind

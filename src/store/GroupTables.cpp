@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "store/GroupTables.h"
 
+#include <algorithm>
+#include <unordered_set>
 #include <vector>
 
 #include "platform/LetterCase.h"
@@ -128,8 +130,12 @@ void GroupTable::Rename(std::int64_t key, WideStringView name) {
 LinkTable::LinkTable(Database& db)
     : db_(db),
       all_(db, SelectSql(kLinkTable, KeyOf(StoreTable(kLinkTable)), LinkFields()) + " ORDER BY 1"),
+      ofContacts_(db, kLinkTable, LinkFields()[0].column, LinkFields()[1].column),
       count_(db, CountSql(kLinkTable, LinkFields())),
       insert_(db, LinkFields()),
+      insertChecked_(db, kLinkTable, LinkFields()[0].column, LinkFields().subspan(1)),
+      contacts_(db, "Contacts", LinkFields()[0].column, LinkFields()[0].column),
+      groups_(db, kGroupTable, LinkFields()[1].column, LinkFields()[1].column),
       holdsContact_(db, HoldsOwnerSql(LinkFields()[0])),
       holdsGroup_(db, HoldsOwnerSql(LinkFields()[1])) {}
 
@@ -147,7 +153,21 @@ std::int32_t LinkTable::Load(CContactGroupPairs& pairs) {
   return count;
 }
 
+void LinkTable::Expect(const CContactGroupPairs& pairs) {
+  if (!db_.IsShared()) return;
+  expected_.clear();
+  std::vector<std::int32_t> contacts;
+  for (std::int32_t i = 0; i < pairs.GetCount(); ++i) contacts.push_back(pairs[i].contact_id);
+  ofContacts_.Visit(std::move(contacts), [this](Statement& row) {
+    ++expected_[{KeyFromStored(row.Integer(0)), KeyFromStored(row.Integer(1))}];
+  });
+}
+
 std::int64_t LinkTable::Count(std::int32_t contact, std::int32_t group) {
+  if (db_.IsShared()) {
+    const auto found = expected_.find({contact, group});
+    return found == expected_.end() ? 0 : found->second;
+  }
   count_.Bind(1, std::int64_t{contact});
   count_.Bind(2, std::int64_t{group});
   Rows rows(count_);
@@ -155,9 +175,31 @@ std::int64_t LinkTable::Count(std::int32_t contact, std::int32_t group) {
 }
 
 void LinkTable::Insert(std::span<LinkRow> links) {
+  if (db_.IsShared()) return InsertChecked(links);
   insert_.Start(links.size());
   for (LinkRow& link : links) insert_.Add(link.contactId, LinkFields().subspan(1), &link);
   if (insert_.inserted() < links.size()) CheckOwners(links);
+}
+
+// Nobody deletes owners meanwhile.
+void LinkTable::InsertChecked(std::span<LinkRow> links) {
+  std::vector<std::int32_t> owners[2];
+  for (const auto& [contact, group] : links) {
+    owners[0].push_back(contact);
+    owners[1].push_back(group);
+  }
+  std::unordered_set<std::int32_t> missing[2];
+  for (std::size_t kind : {0U, 1U}) {
+    missing[kind].insert(owners[kind].begin(), owners[kind].end());
+    (kind == 0 ? contacts_ : groups_).Visit(std::move(owners[kind]), [&](Statement& row) {
+      missing[kind].erase(KeyFromStored(row.Integer(0)));
+    });
+  }
+  for (const auto& [contact, group] : links)
+    if (missing[0].contains(contact) || missing[1].contains(group))
+      db_.Fail(NoSuchLink(contact, group));
+  insertChecked_.Start(links.size());
+  for (LinkRow& link : links) insertChecked_.Add(link.contactId, LinkFields().subspan(1), &link);
 }
 
 void LinkTable::CheckOwners(std::span<const LinkRow> links) {

@@ -3,10 +3,13 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <span>
+#include <utility>
 
 #include "pim/records/ContactGroups.h"
 #include "records/SaveRecords.h"
+#include "store/AmongRows.h"
 #include "store/FieldIo.h"
 #include "store/KeySequence.h"
 #include "store/RecordEraser.h"
@@ -58,17 +61,27 @@ class LinkTable {
   explicit LinkTable(Database& db);
 
   std::int32_t Load(CContactGroupPairs& pairs);
+  // Has Count find the links of these pairs' contacts at hand, where to ask for each takes long.
+  void Expect(const CContactGroupPairs& pairs);
   std::int64_t Count(std::int32_t contact, std::int32_t group);
   void Insert(std::span<LinkRow> links);
 
  private:
   // Tells which of the links leads nowhere, if one does.
   void CheckOwners(std::span<const LinkRow> links);
+  void InsertChecked(std::span<LinkRow> links);
 
   Database& db_;
+  using Link = std::pair<std::int32_t, std::int32_t>;  // contact and group
+
   Statement all_;
+  AmongRows ofContacts_;
+  std::map<Link, std::int64_t> expected_;
   Statement count_;
   RowInserter insert_;
+  RowInserter insertChecked_;
+  AmongRows contacts_;
+  AmongRows groups_;
   Statement holdsContact_;
   Statement holdsGroup_;
 };

@@ -4,14 +4,14 @@
 
 #include <cstdint>
 #include <deque>
-#include <functional>
 #include <limits>
 #include <optional>
 #include <string_view>
 #include <vector>
 
 #include "records/RecordMap.h"
-#include "store/FieldIo.h"
+#include "store/RecordRows.h"
+#include "store/RecordStream.h"
 #include "store/Statement.h"
 
 namespace pim {
@@ -19,16 +19,15 @@ namespace pim {
 // Reads records of one map with their lists. Runs inside the caller's transaction.
 class RecordReader {
  public:
-  // Makes the record of a key, as KeyFromStored gives it, and gives the address of the map's record
-  // class.
-  using NewRecord = std::function<void*(std::int32_t key)>;
-
   // With a `filter`, a column of the record's table, the reader gives the rows whose number there
   // is the one it is asked for.
   RecordReader(Database& db, const RecordMap& map, std::string_view filter = {});
 
   // All records by ascending key.
   void ReadAll(std::int64_t filter, const NewRecord& newRecord);
+  // The same, some at a time: ReadNext gives false when there are no more.
+  void StartAll(std::int64_t filter);
+  [[nodiscard]] bool ReadNext(std::int64_t filter, const NewRecord& newRecord);
 
   // The next records, not more than `limit`, from where the last call ended. False when there was
   // none.
@@ -36,7 +35,6 @@ class RecordReader {
   // The record of that key alone, of a reader without a filter; false when there is none. The next
   // ReadSome goes on behind it.
   [[nodiscard]] bool ReadOne(std::int32_t key, const NewRecord& newRecord);
-  void Restart() { next_ = kFirstKey; }
   // The next ReadSome begins with the first record from that key on.
   void GoTo(std::int32_t key) { next_ = key; }
 
@@ -45,14 +43,6 @@ class RecordReader {
 
   RecordReader(Database& db, const RecordMap& map, std::string_view key, std::string_view filter);
 
-  // The records of one call by their keys, which ascend.
-  struct Owners {
-    std::vector<std::int64_t> keys;
-    std::vector<void*> records;
-    std::size_t last = 0;
-
-    void* Find(std::int64_t key);
-  };
   struct ListReader {
     const ListMap& map;
     Statement all;      // in the order in which the rows were stored
@@ -60,18 +50,13 @@ class RecordReader {
   };
 
   void ReadRecords(std::int64_t filter, std::int64_t limit, const NewRecord& newRecord);
-  void ReadEntries(const ListMap& list, Statement& rows);
-  void ReadFields(PreparedStatement& row, std::span<const FieldMap> fields, void* entry);
 
-  Database& db_;
-  const RecordMap& map_;
   bool filtered_;
   Statement records_;
   std::deque<ListReader> lists_;
   std::optional<std::int64_t> next_ = kFirstKey;  // none behind the last key that there can be
-  Owners owners_;
-  RuleRow work_;
-  FieldReader fields_;
+  RecordRows rows_;
+  std::optional<RecordStream> stream_;
 };
 
 }  // namespace pim

@@ -130,12 +130,11 @@ class RecordTable {
   // Reads on until `visitor` gives false, some records at a time.
   template <class Visitor>
   static std::int32_t VisitSome(RecordReader& reader, std::int64_t filter, Visitor visitor) {
-    constexpr std::int32_t kVisitedAtOnce = 1024;
-    reader.Restart();
+    reader.StartAll(filter);
     std::int32_t visited = 0;
     for (;;) {
       Records some;
-      if (!reader.ReadSome(filter, kVisitedAtOnce, NewIn(some))) return visited;
+      if (!reader.ReadNext(filter, NewIn(some))) return visited;
       for (std::int32_t i = 0; i < some.GetCount(); ++i) {
         ++visited;
         if (!visitor(some[i])) return visited;
@@ -143,7 +142,7 @@ class RecordTable {
     }
   }
 
-  static RecordReader::NewRecord NewIn(Records& records) {
+  static NewRecord NewIn(Records& records) {
     return [&records](std::int32_t key) -> void* {
       Record& record = records.AddNew();
       record.tag = key;
@@ -166,9 +165,8 @@ class RecordTable {
     services_.db.KeepOtherSeekersOut();
     services_.followOthers();
     ContentIndex& index = alike_.emplace(EmptyIndex());
-    stored_->Find(prints, [&](const ContentTable::Found& found) {
+    for (const ContentTable::Found& found : stored_->Find(prints))
       index.Add(found.row.key, found.row.print, found.photo);
-    });
     return index;
   }
   void StoreContents(std::span<const FreshRecord<Record>> records) {
@@ -223,12 +221,11 @@ class RecordTable {
 
 template <class Record, class Records>
 void RecordTable<Record, Records>::RenewStoredContents() {
-  constexpr std::int32_t kRenewedAtOnce = 1024;
   if (!stored_) return;
-  reader_.Restart();
+  reader_.StartAll(0);
   for (;;) {
     Records some;
-    if (!reader_.ReadSome(0, kRenewedAtOnce, NewIn(some))) return;
+    if (!reader_.ReadNext(0, NewIn(some))) return;
     const auto known = stored_->Between(some[0].tag, some[some.GetCount() - 1].tag);
     for (std::int32_t i = 0; i < some.GetCount(); ++i) {
       const ContentTable::Row row{some[i].tag, PrintOf(some[i])};

@@ -25,8 +25,7 @@ RecordWriter::RecordWriter(Database& db, const RecordMap& map)
 
 RecordWriter::RecordWriter(Database& db, const RecordMap& map, std::string_view key)
     : map_(map),
-      recordsAtOnce_(db.RecordsAtOnce() > 0 ? std::numeric_limits<std::size_t>::max()
-                                            : kRecordsAtOnce),
+      recordsAtOnce_(db.IsShared() ? std::numeric_limits<std::size_t>::max() : kRecordsAtOnce),
       holds_(db, SelectKeysSql(map.table, key, key)),
       highest_(db, HighestKeySql(map.table, key)),
       insert_(db, map.table, key, map.fields),

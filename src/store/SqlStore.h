@@ -71,6 +71,10 @@ class SqlStore final : public DatabaseStore::Impl {
   void EndReading() noexcept override;
   ImportHistory* History() noexcept override { return &history_; }
   std::string LastError() const override { return transactions_.problem(); }
+  std::size_t TextAtOnce() const noexcept override {
+    constexpr std::size_t kServerText = std::size_t{2} << 20;  // some thousand records
+    return db_->IsShared() ? kServerText : RecordStore::TextAtOnce();
+  }
 
  private:
   class Settled;

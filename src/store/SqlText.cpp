@@ -48,6 +48,13 @@ std::string RowsOfMarks(std::size_t rows, std::size_t columns) {
   return marks;
 }
 
+// "SELECT column, another FROM table WHERE column", to be continued.
+std::string SelectTwoSql(std::string_view table, std::string_view column,
+                         std::string_view another) {
+  return "SELECT " + Quoted(column) + ", " + Quoted(another) + " FROM " + Quoted(table) +
+         " WHERE " + Quoted(column);
+}
+
 }  // namespace
 
 std::string CreateTableSql(const TableLayout& table) {
@@ -132,6 +139,21 @@ std::string SelectRecordsSql(std::string_view table, std::string_view key,
   return sql + " ORDER BY " + Quoted(key) + " LIMIT ?2";
 }
 
+std::string SelectRecordRangeSql(std::string_view table, std::string_view key,
+                                 std::span<const FieldMap> fields, std::string_view filter) {
+  std::string sql = SelectSql(table, key, fields) + " WHERE " + Quoted(key) + " BETWEEN ?1 AND ?2";
+  if (!filter.empty()) sql += " AND " + Quoted(filter) + " = ?3";
+  return sql + " ORDER BY " + Quoted(key);
+}
+
+std::string NextKeySql(std::string_view table, std::string_view key) {
+  return SelectSql(table, key, {}) + " WHERE " + Quoted(key) + " >= ? ORDER BY 1 LIMIT 1";
+}
+
+std::string LastKeySql(std::string_view table, std::string_view key) {
+  return SelectSql(table, key, {}) + " ORDER BY 1 DESC LIMIT 1";
+}
+
 std::string SelectEntriesSql(std::string_view table, std::string_view rowKey,
                              std::string_view owner, std::span<const FieldMap> fields) {
   return SelectSql(table, owner, fields) + " ORDER BY " + Quoted(rowKey);
@@ -197,14 +219,14 @@ std::string HighestNumberSql(std::string_view column,
   return sql + ")";
 }
 
-std::string SelectAmongSql(std::string_view table, std::string_view key, std::string_view column,
+std::string SelectAmongSql(std::string_view table, std::string_view column,
                            std::string_view another, std::size_t parameters) {
-  const std::string owners = Quoted(OwnerOf({key, ColumnType::Integer, KeyMark::Reference}));
-  std::string sql = "SELECT " + Quoted(key) + ", " + Quoted(column);
-  if (!another.empty()) sql += ", " + Quoted(another);
-  sql += " FROM " + Quoted(table);
-  if (!another.empty()) sql += " JOIN " + owners + " USING (" + Quoted(key) + ")";
-  return sql + " WHERE " + Quoted(column) + " IN " + RowsOfMarks(1, parameters);
+  return SelectTwoSql(table, column, another) + " IN " + RowsOfMarks(1, parameters);
+}
+
+std::string SelectBetweenSql(std::string_view table, std::string_view column,
+                             std::string_view another) {
+  return SelectTwoSql(table, column, another) + " BETWEEN ? AND ?";
 }
 
 std::string CountOthersSql(std::string_view table, std::string_view column,

@@ -38,6 +38,12 @@ std::string SelectSql(std::string_view table, std::string_view key,
 // number where there is a filter.
 std::string SelectRecordsSql(std::string_view table, std::string_view key,
                              std::span<const FieldMap> fields, std::string_view filter);
+// The same for keys from parameter 1 to parameter 2, the filter's number being parameter 3.
+std::string SelectRecordRangeSql(std::string_view table, std::string_view key,
+                                 std::span<const FieldMap> fields, std::string_view filter);
+// The lowest key from parameter 1 on, and the highest one of all.
+std::string NextKeySql(std::string_view table, std::string_view key);
+std::string LastKeySql(std::string_view table, std::string_view key);
 // A list's rows, the owner's key first: all in the order in which they were stored, or those of the
 // owners from parameter 1 to parameter 2.
 std::string SelectEntriesSql(std::string_view table, std::string_view rowKey,
@@ -64,10 +70,12 @@ std::string HighestKeySql(std::string_view table, std::string_view key);
 // go on where rows still refer to one whose own row another program has deleted.
 std::string HighestNumberSql(std::string_view column,
                              std::initializer_list<std::string_view> tables);
-// The keys of owners, what `column` of their row holds, and where it isn't empty `another` column
-// of their own table, for rows in which it is one of so many parameters.
-std::string SelectAmongSql(std::string_view table, std::string_view key, std::string_view column,
+// Two columns of the rows in which the first is one of so many parameters.
+std::string SelectAmongSql(std::string_view table, std::string_view column,
                            std::string_view another, std::size_t parameters);
+// The same for a first column from parameter 1 to parameter 2.
+std::string SelectBetweenSql(std::string_view table, std::string_view column,
+                             std::string_view another);
 // The number of rows in whose column stands none of the numbers.
 std::string CountOthersSql(std::string_view table, std::string_view column,
                            std::initializer_list<std::int32_t> numbers);

@@ -15,6 +15,7 @@ class WatchedLinks {
  public:
   WatchedLinks(LinkTable& links, ImportRecorder& recorder) : links_(links), recorder_(recorder) {}
 
+  void Expect(const CContactGroupPairs& pairs) { links_.Expect(pairs); }
   std::int64_t Count(std::int32_t contact, std::int32_t group) {
     return links_.Count(contact, group);
   }

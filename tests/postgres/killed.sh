@@ -14,7 +14,7 @@ TMPDIR=$work bash -c '
   server_start "$work/primary"
   server_bouncer "$work/bouncer" "$work/primary" session
   kill -KILL $$' - "$servers_script" && exit 1
-left=("$work"/pim-*)
+left=("$work"/pim-servers-*)
 [ -d "${left[0]}/primary/data" ] || { echo "the killed test had no server"; exit 1; }
 for ((tries = 0; tries < 100; ++tries)); do
   [ -e "${left[0]}" ] || [ -n "$(server_processes "$work")" ] || exit 0

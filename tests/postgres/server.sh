@@ -76,7 +76,7 @@ servers_guard() {
 
 # servers_begin: sets `work`, a new folder for the test and its servers, which goes away at its end.
 servers_begin() {
-  work=$(mktemp -d "${TMPDIR:-/tmp}/pim-XXXXXX")
+  work=$(mktemp -d "${TMPDIR:-/tmp}/pim-servers-XXXXXX")
   trap 'servers_remove "$work"' EXIT
   servers_claim "$work" $$
 }
@@ -101,10 +101,13 @@ server_processes() {
   local folder
   folder=$(realpath "$1")
   # Processes end while it looks, and others' can't be looked at: neither matters.
-  { as_server / find /proc/[0-9]*/cwd -maxdepth 0 \( -lname "$folder" -o -lname "$folder/*" \) -printf '%h\n' || true; } 2>/dev/null |
-    while read -r process; do
-      case $(as_server / readlink "$process/exe") in */postgres* | */pgbouncer*) echo "${process#/proc/}" ;; esac
-    done 2>/dev/null
+  {
+    as_server / find /proc/[0-9]*/cwd -maxdepth 0 \( -lname "$folder" -o -lname "$folder/*" \) -printf '%h\n' || true
+  } 2>/dev/null | while read -r process; do
+    case $(as_server / readlink "$process/exe" 2>/dev/null) in
+      */postgres* | */pgbouncer*) echo "${process#/proc/}" ;;
+    esac
+  done
 }
 
 # server_signal FOLDER SIGNAL: to all processes of its servers at once.

@@ -41,6 +41,7 @@ class PIM_EXPORT ForwardingStore : public RecordStore {
   void EndReading() noexcept override;
   [[nodiscard]] ImportHistory* History() noexcept override;
   std::string LastError() const override;
+  [[nodiscard]] std::size_t TextAtOnce() const noexcept override;
 
  protected:
   // `store` stays the caller's and must outlive every operation.

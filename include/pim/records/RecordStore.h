@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <span>
@@ -95,6 +96,10 @@ class PIM_EXPORT RecordStore {
 
   // What went wrong last, in English, naming the store's file where there is one.
   virtual std::string LastError() const = 0;
+
+  // How much of a text is best read and stored at a time, in bytes: more where each save has to ask
+  // a server.
+  [[nodiscard]] virtual std::size_t TextAtOnce() const noexcept;
 };
 
 // One transaction that holds several operations together: rolled back unless committed.

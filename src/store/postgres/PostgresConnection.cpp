@@ -77,6 +77,8 @@ bool PostgresConnection::Connect() {
   sent_.clear();
   unsynced_ = 0;
   isCopying_ = false;
+  isCopied_ = false;
+  later_.clear();
   handle_.reset(PQconnectdbParams(names.data(), values.data(), 1));
   if (handle_ == nullptr) throw std::bad_alloc();
   ++generation_;
@@ -133,15 +135,30 @@ void PostgresConnection::Queue(int sent, ResultTaker* taker) {
   if (sent_.size() >= kSentAtMost) AwaitAll();
 }
 
+void PostgresConnection::SendLater(const char* sql) {
+  isCopied_ ? later_.push_back(sql) : Send(sql);
+}
+
+// Brings what is to be sent to where it stands ahead of another command.
+void PostgresConnection::Settle() {
+  if (isCopied_) {
+    CheckCopy();
+  } else if (isCopying_) {
+    AbortCopy();
+  }
+  for (const char* const sql : std::exchange(later_, {})) Send(sql);
+}
+
 void PostgresConnection::SendPrepare(const std::string& name, const std::string& sql,
                                      const std::vector<Oid>& types) {
-  if (isCopying_) AbortCopy();
+  Settle();
   Queue(PQsendPrepare(handle_.get(), name.c_str(), sql.c_str(), static_cast<int>(types.size()),
                       types.data()),
         nullptr);
 }
 
 void PostgresConnection::SendDescribe(const std::string& name, ResultTaker* taker) {
+  Settle();
   Queue(PQsendDescribePrepared(handle_.get(), name.c_str()), taker);
 }
 
@@ -169,7 +186,7 @@ struct SentValues {
 
 void PostgresConnection::SendPrepared(const std::string& name, const std::vector<WireValue>& values,
                                       ResultTaker* taker) {
-  if (isCopying_) AbortCopy();
+  Settle();
   const SentValues sent(values);
   Queue(PQsendQueryPrepared(handle_.get(), name.c_str(), sent.count(), sent.bytes.data(),
                             sent.lengths.data(), sent.formats.data(), 1),
@@ -178,7 +195,7 @@ void PostgresConnection::SendPrepared(const std::string& name, const std::vector
 
 void PostgresConnection::Send(const std::string& sql, const std::vector<WireValue>& values,
                               ResultTaker* taker) {
-  if (isCopying_) AbortCopy();
+  Settle();
   const SentValues sent(values);
   Queue(PQsendQueryParams(handle_.get(), sql.c_str(), sent.count(), sent.types.data(),
                           sent.bytes.data(), sent.lengths.data(), sent.formats.data(), 1),
@@ -201,6 +218,7 @@ void PostgresConnection::AwaitAll() { TakeUntil(nullptr); }
 
 // Behind a failure all results are taken, so that what comes next finds the connection at rest.
 void PostgresConnection::TakeUntil(const ResultTaker* taker) {
+  Settle();
   if (unsynced_ > 0) Sync();
   PostgresResult failed;
   heard_ = Clock::now();
@@ -308,7 +326,7 @@ void PostgresConnection::EnterPipeline() {
 }
 
 void PostgresConnection::StartCopy(const std::string& sql) {
-  if (isCopying_) AbortCopy();
+  Settle();
   AwaitAll();
   if (PQexitPipelineMode(handle_.get()) == 0) FailLost();
   heard_ = Clock::now();
@@ -334,9 +352,18 @@ void PostgresConnection::EndCopy() {
   int ended = 0;
   while ((ended = PQputCopyEnd(handle_.get(), nullptr)) == 0) WaitForServer(true);
   if (ended < 0) FailLost();
+  Flush();
+  isCopied_ = true;
+}
+
+void PostgresConnection::CheckCopy() {
+  isCopied_ = false;
+  heard_ = Clock::now();
   const PostgresResult result = NextResult();
   FinishCopy();
-  if (PQresultStatus(result.get()) != PGRES_COMMAND_OK) FailWith(result.get());
+  if (PQresultStatus(result.get()) == PGRES_COMMAND_OK) return;
+  later_.clear();
+  FailWith(result.get());
 }
 
 void PostgresConnection::RunScript(const std::string& sql) {
@@ -360,7 +387,7 @@ void PostgresConnection::FinishCopy() {
 }
 
 void PostgresConnection::AbortCopy() noexcept {
-  if (!isCopying_) return;
+  if (!isCopying_ || isCopied_) return;
   try {
     heard_ = Clock::now();
     if (PQputCopyEnd(handle_.get(), "left out") < 0) FailLost();
@@ -387,6 +414,8 @@ void PostgresConnection::FailLost() {
   isLost_ = true;
   hasFailed_ = true;
   isCopying_ = false;
+  isCopied_ = false;
+  later_.clear();
   sent_.clear();
   unsynced_ = 0;
   mayTryAgain_ = !isGivenUp_;

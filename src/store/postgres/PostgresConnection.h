@@ -65,6 +65,9 @@ class PostgresConnection {
                     ResultTaker* taker);
   void Send(const std::string& sql, const std::vector<WireValue>& values = {},
             ResultTaker* taker = nullptr);
+  // For a command that gives no rows: leaves the server to the rows of the last COPY, and sends it
+  // off when it is needed.
+  void SendLater(const char* sql);
   // Waits for the result that `taker` is to have, and whatever was sent before it.
   void Await(const ResultTaker& taker);
   // Waits for all that was sent.
@@ -79,6 +82,7 @@ class PostgresConnection {
   // COPY ... FROM STDIN, with nothing else under way until it ends.
   void StartCopy(const std::string& sql);
   void PutCopy(std::string_view bytes);
+  // What goes wrong with the rows is told by the next command.
   void EndCopy();
   // Leaves out what has been put since StartCopy; for one that isn't to end.
   void AbortCopy() noexcept;
@@ -111,6 +115,8 @@ class PostgresConnection {
   bool IsWaiting(const ResultTaker& taker) const noexcept;
   void TakeUntil(const ResultTaker* taker);
   void EnterPipeline();
+  void Settle();
+  void CheckCopy();
   void FinishCopy();
   // Waits until the socket can be read, or written as well.
   void WaitForServer(bool toWrite);
@@ -128,7 +134,9 @@ class PostgresConnection {
   std::uint64_t generation_ = 0;
   std::deque<Sent> sent_;
   std::size_t unsynced_ = 0;  // commands behind the last sync
+  std::vector<const char*> later_;
   bool isCopying_ = false;
+  bool isCopied_ = false;  // and its result isn't taken yet
   bool isLost_ = false;
   bool isGivenUp_ = false;
   bool mayTryAgain_ = false;

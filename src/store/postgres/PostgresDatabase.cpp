@@ -119,9 +119,11 @@ void PostgresDatabase::StartTransaction() {
   });
 }
 
+// What belongs to an inner one of those that stand in the outermost is known to be good then; those
+// further inside leave the server to its work.
 void PostgresDatabase::CommitInner() {
-  connection_.Send("RELEASE SAVEPOINT inner_one");
-  connection_.AwaitAll();
+  connection_.SendLater("RELEASE SAVEPOINT inner_one");
+  if (depth() == 2) connection_.AwaitAll();
 }
 
 void PostgresDatabase::CommitTransaction() {

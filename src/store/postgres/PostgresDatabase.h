@@ -37,7 +37,6 @@ class PostgresDatabase final : public Database {
   std::vector<std::int32_t> TakeKeys(std::string_view table, std::size_t wanted) override;
   std::string NextNumberSql(std::string_view table,
                             std::initializer_list<std::string_view> tables) const override;
-  std::int32_t RecordsAtOnce() const noexcept override { return 2048; }
   std::string SelectColumnNamesSql() const override;
   void AdoptKeys() override;
   std::string NewImportMark() override;
@@ -50,10 +49,13 @@ class PostgresDatabase final : public Database {
     std::string transaction;  // PostgreSQL's number of it
   };
 
-  void ForgetFailure() noexcept override { connection_.SetMayTryAgain(false); }
+  // But for what follows from one.
+  void ForgetFailure() noexcept override {
+    if (!connection_.HasFailed()) connection_.SetMayTryAgain(false);
+  }
   void StartTransaction() override;
   void CommitTransaction() override;
-  void StartInner() override { connection_.Send("SAVEPOINT inner_one"); }
+  void StartInner() override { connection_.SendLater("SAVEPOINT inner_one"); }
   void CommitInner() override;
   bool Undo(bool outermost) noexcept override;
   bool IsUndone() const noexcept override { return connection_.HasFailed(); }

@@ -118,24 +118,28 @@ std::string ShownConnection(const std::string& connection) {
   std::map<std::string_view, std::string_view> given;
   for (const PQconninfoOption* option = parsed.get(); option->keyword != nullptr; ++option)
     if (option->val != nullptr && *option->val != '\0') given.emplace(option->keyword, option->val);
-  const auto value = [&](std::string_view name) { return std::string(given[name]); };
+  const auto value = [&](std::string_view name) {
+    const auto found = given.find(name);
+    return found == given.end() ? std::string() : std::string(found->second);
+  };
   std::string shown = "postgresql://";
   if (given.contains("user")) shown += value("user") + "@";
   // A socket's folder doesn't stand in a URL's place of hosts as it is.
   const bool isFolder = value("host").find('/') != std::string::npos;
   if (!isFolder) shown += given.contains("host") ? value("host") : value("hostaddr");
-  if (!isFolder && given.contains("port")) shown += ":" + value("port");
+  // Of several hosts each may have one, or none.
+  const bool isOnePort = value("port").find(',') == std::string::npos;
+  if (!isFolder && isOnePort && given.contains("port")) shown += ":" + value("port");
   shown += "/" + value("dbname");
   std::string_view mark = "?";
   const auto add = [&](std::string_view name) {
     if (!given.contains(name)) return;
-    shown.append(mark).append(name).append("=").append(given[name]);
+    shown.append(mark).append(name).append("=").append(value(name));
     mark = "&";
   };
-  if (isFolder) {
-    add("host");
-    add("port");
-  }
+  if (isFolder) add("host");
+  const bool hasPorts = value("port").find_first_not_of(',') != std::string::npos;
+  if ((isFolder || !isOnePort) && hasPorts) add("port");
   add("service");
   add("options");
   return shown;

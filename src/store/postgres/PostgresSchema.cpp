@@ -192,10 +192,19 @@ std::string TextOf(PostgresDatabase& db, const char* sql) {
   return rows.Next() && !statement.IsNull(0) ? std::string(statement.Text(0)) : std::string();
 }
 
+// By the catalogue's rows: to_regclass may remember that there was none until another transaction.
+bool HasTable(PostgresDatabase& db, std::string_view name) {
+  Statement find(db,
+                 "SELECT 1 FROM pg_class WHERE relname = ? AND pg_table_is_visible(pg_class.oid)");
+  const std::string small = PostgresName(name);
+  find.BindText(1, small);
+  Rows rows(find);
+  return rows.Next();
+}
+
 // 0 where there is no store.
 std::int64_t VersionOf(PostgresDatabase& db) {
-  if (NumberOf(db, "SELECT CASE WHEN to_regclass('storeversions') IS NULL THEN 0 ELSE 1 END") == 0)
-    return 0;
+  if (!HasTable(db, kStoreVersions)) return 0;
   const std::int64_t version = NumberOf(db, "SELECT max(version) FROM storeversions");
   if (version > kStoreVersion)
     db.Fail("the store has version " + std::to_string(version) + ", newer than this program's " +
@@ -206,11 +215,7 @@ std::int64_t VersionOf(PostgresDatabase& db) {
 // The tables of another program that have names of the store's, where there is no store.
 void CheckForeign(PostgresDatabase& db) {
   for (const TableLayout& table : ServerTables()) {
-    Statement find(db, "SELECT to_regclass(?)::text");
-    const std::string name = Named(table.name);
-    find.BindText(1, name);
-    Rows rows(find);
-    if (rows.Next() && !find.IsNull(0))
+    if (HasTable(db, table.name))
       db.Fail("not a store of this program, and has a table " + PostgresName(table.name));
   }
 }

@@ -47,7 +47,6 @@ class SqliteDatabase final : public Database {
   std::vector<std::int32_t> TakeKeys(std::string_view, std::size_t) override { return {}; }
   std::string NextNumberSql(std::string_view table,
                             std::initializer_list<std::string_view> tables) const override;
-  std::int32_t RecordsAtOnce() const noexcept override { return 0; }
   std::string SelectColumnNamesSql() const override;
   void AdoptKeys() override {}
   std::string NewImportMark() override;

@@ -15,6 +15,7 @@
 #include "app/commands/OriginalLines.h"
 #include "app/commands/Originals.h"
 #include "app/commands/Show.h"
+#include "app/commands/StoreCopy.h"
 #include "app/commands/StoreTidy.h"
 #include "app/commands/Undo.h"
 #include "app/input/Interrupt.h"
@@ -63,6 +64,10 @@ int Run(const Options& options) {
       return KeepOriginals(options, false);
     case Action::TidyStore:
       return TidyStore(options);
+    case Action::CopyStore:
+      return CopyStore(options);
+    case Action::PrintSchema:
+      return PrintSchema(options);
     case Action::TellHelp:
       return TellHelp(options);
   }

@@ -103,7 +103,7 @@ std::vector<std::string> WordsThatGoOn() {
 }
 
 bool TakesFile(const OptionRow& row) {
-  return row.value != nullptr && std::string_view(row.value) == "FILE";
+  return row.value != nullptr && std::string_view(row.value).starts_with("FILE");
 }
 
 bool TakesList(const OptionRow& row) {

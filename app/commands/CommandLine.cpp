@@ -13,6 +13,7 @@
 #include "app/commands/Nearest.h"
 #include "app/commands/OptionValues.h"
 #include "app/output/Output.h"
+#include "app/output/Passwords.h"
 #include "pim/Version.h"
 
 namespace pim::app {
@@ -28,6 +29,26 @@ struct Parts {
   bool Has(Option id) const {
     return std::ranges::find(options, id, &GivenOption::id) != options.end();
   }
+};
+
+// Copies of the arguments. Those of the process, which others can look at, lose their passwords.
+class Arguments {
+ public:
+  Arguments(int argc, char** argv) : texts_(argv, argv + argc) {
+    for (std::string& text : texts_) pointers_.push_back(text.data());
+    pointers_.push_back(nullptr);
+    for (int i = 0; i < argc; ++i) {
+      for (const auto& [first, end] : PasswordsIn(texts_[static_cast<std::size_t>(i)]))
+        std::fill(argv[i] + first, argv[i] + end, '*');
+    }
+  }
+
+  int count() const { return static_cast<int>(texts_.size()); }
+  char** pointers() { return pointers_.data(); }
+
+ private:
+  std::vector<std::string> texts_;
+  std::vector<char*> pointers_;
 };
 
 // Numbers that no letter has, for options that have none.
@@ -126,6 +147,10 @@ void CheckOptions(const Parts& parts, const CommandPlace& place) {
     if (parts.Has(one) && parts.Has(other))
       throw WrongUsage("take either " + DashedName(RowOf(one)) + " or " + DashedName(RowOf(other)));
   }
+  for (const Option needed : {Option::From, Option::To}) {
+    if (place.command->action == Action::CopyStore && !parts.Has(needed))
+      throw WrongUsage("'" + place.Words() + "' needs " + DashedName(RowOf(needed)));
+  }
   if (parts.Has(Option::Strict) && !parts.Has(Option::Losses))
     throw WrongUsage("--strict goes with --losses");
   if (place.command->action == Action::Import && parts.Has(Option::Json) &&
@@ -186,8 +211,9 @@ std::optional<Options> ReadCommandLine(int argc, char** argv, int& status) {
   CommandPlace place;
   Parts parts;
   status = kWrongUsage;
+  Arguments arguments(argc, argv);
   try {
-    TakeApart(argc, argv, parts);
+    TakeApart(arguments.count(), arguments.pointers(), parts);
   } catch (const WrongUsage& wrong) {
     TellWrongUsage(wrong.what(), CommandAhead(std::move(parts.words)));
     return std::nullopt;
@@ -202,7 +228,7 @@ std::optional<Options> ReadCommandLine(int argc, char** argv, int& status) {
 }
 
 void TellWrongUsage(std::string_view problem, std::string_view command) {
-  Complain(problem);
+  Complain(WithoutPasswords(problem));
   const std::string words = command.empty() ? "" : " " + std::string(command);
   // Of 'help' itself there is less to say than by it.
   Warn("Try 'pimvobj" + words + (command == "help" ? "" : " --help") + "' for more information.\n");

@@ -9,7 +9,8 @@
 
 namespace pim::app {
 
-// Reads the command line, whose words main may have in any order among its options. Where there is
+// Reads the command line, whose words main may have in any order among its options, and overwrites
+// the passwords in it. Where there is
 // nothing to do any more (help, version, wrong usage, which is told on standard error), gives
 // nothing and sets `status` to the exit status. Throws Failure when help can't be printed.
 std::optional<Options> ReadCommandLine(int argc, char** argv, int& status);

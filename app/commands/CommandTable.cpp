@@ -22,6 +22,7 @@ constexpr OptionRow kOptions[] = {
     {Option::DryRun, 'n', "dry-run", nullptr, "Tell what would be done, and do nothing"},
     {Option::Fields, 0, "fields", "NAME,...", "Which fields, in this order; \"help\" names them"},
     {Option::Force, 'f', "force", nullptr, "Replace a file, or add to a folder that isn't empty"},
+    {Option::From, 0, "from", "FILE|URL", "The store to copy"},
     {Option::Group, 0, "group", "NAME", "Those in this group"},
     {Option::Help, 'h', "help", nullptr, "Print help of the command"},
     {Option::Import, 0, "import", "N", "Those of that import alone, by its number in the history"},
@@ -46,9 +47,13 @@ constexpr OptionRow kOptions[] = {
     {Option::SkipDuplicates, 0, "skip-duplicates", nullptr,
      "Leave out what equals a stored record, as is done without it"},
     {Option::Sort, 0, "sort", "ORDER", "By {choices} (default: key)"},
-    {Option::Store, 0, "store", "FILE",
-     "The store (default: $PIMVOBJ_STORE, else pimvobj/pim.db in the application-data folder)"},
+    {Option::Store, 0, "store", "FILE|URL",
+     "The store: a file, or a PostgreSQL server's URL (default: $PIMVOBJ_STORE, else "
+     "pimvobj/pim.db "
+     "in the application-data folder)"},
     {Option::Strict, 0, "strict", nullptr, "With --losses: exit status 4 when there are any"},
+    {Option::To, 0, "to", "FILE|URL",
+     "Where the copy goes: a store without any records, or a new one"},
     {Option::ToTheLetter, 0, "to-the-letter", nullptr,
      "Write blanks at the head of a line and line breaks in numbers as they stand, though readers "
      "lose them"},
@@ -90,6 +95,8 @@ constexpr std::pair<Option, Option> kEitherOr[] = {{Option::Group, Option::NoGro
                                                    {Option::Json, Option::Fields},
                                                    {Option::JsonLines, Option::Fields},
                                                    {Option::KeepDuplicates, Option::SkipDuplicates},
+                                                   {Option::Store, Option::From},
+                                                   {Option::Store, Option::To},
                                                    {Option::DryRun, Option::Report}};
 
 constexpr NounRow kNouns[] = {
@@ -121,6 +128,7 @@ constexpr Option kContactDelete[] = {Option::Group, Option::DryRun};
 constexpr Option kItemDelete[] = {Option::DryRun};
 constexpr Option kJson[] = {Option::Json};
 constexpr Option kOfImport[] = {Option::Import};
+constexpr Option kCopy[] = {Option::From, Option::To};
 constexpr Option kTidy[] = {Option::Delete, Option::Json};
 constexpr Option kUndo[] = {Option::DryRun, Option::Force, Option::Json};
 constexpr Option kShowFile[] = {Option::All, Option::Labels};
@@ -254,6 +262,22 @@ constexpr CommandRow kCommands[] = {
      "All stores of one user have the copies of their pictures in one folder, so that those of "
      "another store are named too. Removed ones are made again when their store needs them, "
      "unless an earlier version of this program was the last to open it: then they are lost."},
+    {Family::Store, Action::CopyStore, "copy", "", 0, 0,
+     "Copy all that a store holds into another one that is empty", kCopy,
+     "pimvobj store copy --from my.db --to postgresql://ann@db.example.org/pim\n"
+     "pimvobj store copy --from postgresql://ann@db.example.org/pim --to backup.db",
+     "Records keep their keys, and groups, pictures, the history and the copies of imported files "
+     "come along. The copy is there wholly or not at all."},
+    {Family::Store,
+     Action::PrintSchema,
+     "schema",
+     "",
+     0,
+     0,
+     "Print the SQL that makes the tables of a store in a PostgreSQL server",
+     {},
+     "pimvobj store schema | psql -f - pim",
+     "An import makes them by itself where it has the right to. No server is asked."},
     {Family::NoNoun, Action::History, "history", "", 0, 0,
      "Tell what was imported, and what was taken back", kJson,
      "pimvobj history\n"

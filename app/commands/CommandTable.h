@@ -26,6 +26,7 @@ enum class Option : std::uint8_t {
   DryRun,
   Fields,
   Force,
+  From,
   Group,
   Help,
   Import,
@@ -46,6 +47,7 @@ enum class Option : std::uint8_t {
   Sort,
   Store,
   Strict,
+  To,
   ToTheLetter,
   Version,
 };

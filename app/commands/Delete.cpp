@@ -53,11 +53,11 @@ int DeleteRecords(const Options& options) {
       Counted(static_cast<long long>(keys.size()), NounOf(options.kind).one);
   std::int32_t pictures = 0;
   if (!options.dryRun) {
-    std::vector<WideString> left;  // which the store knows by itself
-    const std::int32_t count = options.kind == RecordKind::Contacts
-                                   ? session.store().DeleteContacts(keys, left)
-                                   : session.store().DeleteCalendars(keys);
-    if (count < 0) session.Fail();
+    session.Try([&] {
+      std::vector<WideString> left;  // which the store knows by itself
+      return options.kind == RecordKind::Contacts ? session.store().DeleteContacts(keys, left)
+                                                  : session.store().DeleteCalendars(keys);
+    });
     try {
       pictures = RemoveLeftPictures(session);
     } catch (const Failure& failure) {  // the contacts are gone all the same

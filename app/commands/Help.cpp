@@ -66,8 +66,8 @@ std::string NounHelp(const NounRow& noun) {
 }
 
 constexpr const char* kAbout =
-    "pimvobj moves contacts, events, to-dos and memos between a store on this\n"
-    "machine and the vCard 2.1 and vCalendar 1.0 files of phones.\n";
+    "pimvobj moves contacts, events, to-dos and memos between a store, in a file or\n"
+    "a PostgreSQL server, and the vCard 2.1 and vCalendar 1.0 files of phones.\n";
 
 constexpr const char* kExamples =
     "pimvobj inspect backup.vcf\n"

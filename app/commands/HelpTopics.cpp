@@ -44,21 +44,32 @@ constexpr Block kFormats[] = {
 };
 
 constexpr Block kStore[] = {
-    {"", "A store is one SQLite file, the first of these that is named:"},
-    {"--store FILE", "By the command"},
-    {"$PIMVOBJ_STORE", "By the environment"},
+    {"",
+     "A store is one SQLite file, or the tables of a PostgreSQL server. It is the first of these "
+     "that is named:"},
+    {"--store FILE|URL", "By the command"},
+    {"$PIMVOBJ_STORE", "By the environment, in the same way"},
     {"$XDG_DATA_HOME/pimvobj/pim.db", "In the application-data folder"},
     {"~/.local/share/pimvobj/pim.db", "In that folder, where no variable names one"},
     {"",
      "An import makes it; commands that only read don't. It holds the records, the history of "
-     "imports, a copy of each imported file, compressed, and the pictures of contacts."},
+     "imports, a copy of each imported file, compressed, and the pictures of contacts. 'pimvobj "
+     "store copy' makes a copy of it, in a file or a server."},
     {"",
-     "While commands run, and behind one that was killed, two more files belong to it, named as it "
-     "is with more behind that:"},
+     "In a server it is named by a URL, all that libpq takes, such as "
+     "postgresql://ann@db.example.org/pim, and its tables are in the first schema of the search "
+     "path. Several people and computers may use it at once. An import whose connection is lost "
+     "does again what wasn't stored yet, at the same server or the one that takes its place. "
+     "A password is best left to ~/.pgpass: the program shows that of a URL nowhere, but the shell "
+     "may keep it."},
+    {"",
+     "While commands run, and behind one that was killed, two more files belong to a store that is "
+     "a file, named as it is with more behind that:"},
     {"-wal", "What is stored and not yet in the store's own file"},
     {"-shm", "Where each part of that stands"},
     {"",
-     "To take a store to another computer, copy it while no command runs, with these two where "
+     "To take such a store to another computer, copy it while no command runs, with these two "
+     "where "
      "they are there. The next command that writes ends them, so that the store is one file "
      "again."},
     {"", "In the application-data folder are, too:"},
@@ -76,7 +87,7 @@ constexpr Block kStore[] = {
 };
 
 constexpr Block kEnvironment[] = {
-    {"PIMVOBJ_STORE", "The store, where --store names none"},
+    {"PIMVOBJ_STORE", "The store, a file or a server's URL, where --store names none"},
     {"XDG_DATA_HOME", "The application-data folder, when it is an absolute path"},
     {"HOME", "The home folder; without XDG_DATA_HOME, that folder is .local/share in it"},
     {"LC_ALL, LC_MESSAGES, LANG",
@@ -85,6 +96,9 @@ constexpr Block kEnvironment[] = {
     {"TZ", "The time zone that times are shown in (default: /etc/localtime)"},
     {"TZDIR", "The folder of zone files (default: /usr/share/zoneinfo)"},
     {"TMPDIR", "The folder of temporary files (default: /tmp)"},
+    {"",
+     "For a store in a server those of libpq count, too: PGPASSFILE, PGSERVICE, PGSSLMODE and the "
+     "others. They say what its URL doesn't."},
 };
 
 // The words of previews: all that a file of labels may change.

@@ -165,7 +165,7 @@ void WriteNameOf(const ImportedFile& file, JsonWriter& json) {
 
 ImportHistory& HistoryOf(Session& session) {
   ImportHistory* const history = session.store().History();
-  if (history == nullptr) throw Failure(ShownName(session.path()) + ": remembers no imports");
+  if (history == nullptr) throw Failure(session.name() + ": remembers no imports");
   return *history;
 }
 

@@ -14,32 +14,32 @@ namespace pim::app {
 namespace {
 
 // The key of the group of that name, made when it is missing.
-std::int32_t GroupIdOf(Session& session, const std::string& name) {
+std::int32_t GroupIdOf(const Session& session, std::int32_t db, const std::string& name) {
   CContactGroups groups;
   CContactGroup& group = groups.AddNew();
   group.group_name = WideFromUtf8(name);
-  if (groups.SaveToDB(session.db(), true) < 0) session.Fail();
+  if (groups.SaveToDB(db, true) < 0) session.Fail();
   return group.group_id;
 }
 
 class ContactImporter : public Importer {
  public:
-  explicit ContactImporter(const Options& options)
-      : Importer(options, {".vcf"}, "contact", TextForm::VCard, ByteOrderMark::Skipped) {}
+  ContactImporter(Session& session, const Options& options)
+      : Importer(session, options, {".vcf"}, "contact", TextForm::VCard, ByteOrderMark::Skipped) {}
 
  private:
   FileCounts StoreText(NarrowStringView text, const ProgressCall& progress,
                        const TextObserver& observer) override {
     std::int32_t saveOption = options().noGroups ? 0 : -1;
-    if (options().group) saveOption = GroupIdOf(session(), *options().group);
+    if (options().group) saveOption = GroupIdOf(session(), db(), *options().group);
     ContactImportCounts counts;
     const auto report = [&](const ContactImportCounts& soFar) {
       progress({soFar.inText, soFar.stored, 0, soFar.bytes});
     };
     std::int32_t stored = 0;
     try {
-      stored = ImportContactText(session().db(), text, saveOption, options().keepDuplicates, counts,
-                                 report, observer);
+      stored = ImportContactText(db(), text, saveOption, options().keepDuplicates, counts, report,
+                                 observer);
     } catch (ParseFailure) {
       report(counts);  // how many stood ahead of what was rejected
       throw;
@@ -56,8 +56,8 @@ std::string_view ImportNoun(CalendarType kind) {
 
 class CalendarImporter : public Importer {
  public:
-  explicit CalendarImporter(const Options& options)
-      : Importer(options, {".vcs", ".ics"}, ImportNoun(CalendarKindOf(options.kind)),
+  CalendarImporter(Session& session, const Options& options)
+      : Importer(session, options, {".vcs", ".ics"}, ImportNoun(CalendarKindOf(options.kind)),
                  TextForm::VCalendar, ByteOrderMark::Kept) {}
 
  private:
@@ -67,7 +67,7 @@ class CalendarImporter : public Importer {
     const auto report = [&](const CalendarImportCounts& soFar) { progress(CountsOf(soFar)); };
     std::int32_t stored = 0;
     try {
-      stored = ImportCalendarText(session().db(), CalendarKindOf(options().kind), text,
+      stored = ImportCalendarText(db(), CalendarKindOf(options().kind), text,
                                   options().keepDuplicates, counts, report, observer);
     } catch (ParseFailure) {
       report(counts);  // how many stood ahead of what was rejected
@@ -89,9 +89,18 @@ class CalendarImporter : public Importer {
 
 }  // namespace
 
+int ImportInto(Session& session, const Options& options) {
+  return options.kind == RecordKind::Contacts ? ContactImporter(session, options).Run()
+                                              : CalendarImporter(session, options).Run();
+}
+
 int ImportFiles(const Options& options) {
-  return options.kind == RecordKind::Contacts ? ContactImporter(options).Run()
-                                              : CalendarImporter(options).Run();
+  if (options.dryRun) {
+    Session session(options, Session::Preview());
+    return ImportInto(session, options);
+  }
+  Session session(options, StoreAccess::Create);
+  return ImportInto(session, options);
 }
 
 }  // namespace pim::app

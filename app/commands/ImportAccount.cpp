@@ -118,6 +118,12 @@ void ImportAccount::CountFile() {
   done_.lastPath = file_.lastPath;
 }
 
+void ImportAccount::GoBackTo(const Mark& mark) {
+  ToReport([&mark](ReportFile& report) { report.Truncate(mark.reported); });
+  file_ = {};
+  done_ = mark.done;
+}
+
 std::string ImportAccount::Summary() const {
   const std::int64_t lost = done_.totals.changed + done_.totals.dropped;
   if (lost == 0) return {};

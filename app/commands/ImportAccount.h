@@ -17,6 +17,15 @@ namespace pim::app {
 // What an import makes of the lines of its files: counted for its last line, and in full for a
 // report, if one is wanted.
 class ImportAccount {
+  struct Counts {
+    AccountTotals totals;
+    std::array<std::int64_t, std::size(kLosses)> entries{};  // by the first of their losses
+    bool hasInvalidBytes = false;
+    bool hasParts = false;  // some that weren't read
+    int files = 0;
+    std::string lastPath;
+  };
+
  public:
   // `report` names the report's file. Throws Failure.
   ImportAccount(TextForm form, const std::optional<std::string>& report, bool force);
@@ -33,6 +42,15 @@ class ImportAccount {
   // The file is imported: its lines count.
   void CountFile();
 
+  // What goes back with files that are done again.
+  struct Mark {
+    Counts done;
+    std::int64_t reported = 0;  // bytes of the report
+  };
+  // Between two files, or two tries of one.
+  Mark Here() const { return {done_, report_ ? report_->size() : 0}; }
+  void GoBackTo(const Mark& mark);
+
   // "12 of 340 lines not kept (3 unknown properties, 9 types ignored); ..." with a line end; empty
   // when all were kept.
   std::string Summary() const;
@@ -41,15 +59,6 @@ class ImportAccount {
   void Publish();
 
  private:
-  struct Counts {
-    AccountTotals totals;
-    std::array<std::int64_t, std::size(kLosses)> entries{};  // by the first of their losses
-    bool hasInvalidBytes = false;
-    bool hasParts = false;  // some that weren't read
-    int files = 0;
-    std::string lastPath;
-  };
-
   void TakeParts(std::int64_t line);
   void TakeMapped(const AccountEntry& entry);
   template <class Write>

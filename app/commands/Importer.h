@@ -10,11 +10,13 @@
 #include "app/commands/ImportAccount.h"
 #include "app/commands/ImportDiary.h"
 #include "app/commands/RejectsFile.h"
+#include "app/commands/Retries.h"
 #include "app/commands/Session.h"
 #include "app/input/PictureStaging.h"
 #include "app/input/TextReading.h"
 #include "app/output/Messages.h"
 #include "app/output/Progress.h"
+#include "pim/records/ForwardingStore.h"
 #include "support/TextFiles.h"
 
 namespace pim::app {
@@ -29,14 +31,16 @@ struct FileCounts {
 };
 
 // Imports files one by one, each wholly or not at all: a savepoint for each in a transaction that
-// is committed about once a second. A failure doesn't stop the files behind it.
+// is committed about once a second. A failure doesn't stop the files behind it. What the store
+// loses in passing is done again from the last commit on: all that comes of a file stays within the
+// importer until then.
 class Importer {
  public:
   using ProgressCall = std::function<void(const FileCounts&)>;
 
-  // `noun` names one record in messages.
-  Importer(const Options& options, std::vector<std::string_view> extensions, std::string_view noun,
-           TextForm form, ByteOrderMark mark);
+  // `noun` names one record in messages. The session must outlive this.
+  Importer(Session& session, const Options& options, std::vector<std::string_view> extensions,
+           std::string_view noun, TextForm form, ByteOrderMark mark);
   Importer(const Importer&) = delete;
   Importer& operator=(const Importer&) = delete;
   virtual ~Importer() = default;
@@ -46,9 +50,19 @@ class Importer {
 
  protected:
   const Options& options() const { return options_; }
-  Session& session() { return session_; }
+  const Session& session() const { return session_; }
+  // The handle that texts are stored with.
+  std::int32_t db() const { return binding_.db(); }
 
  private:
+  // Passes all on, and counts the groups that are new. Others may make some meanwhile.
+  class CountedGroups final : public ForwardingStore {
+   public:
+    explicit CountedGroups(RecordStore& store) : ForwardingStore(store) {}
+    std::int32_t SaveContactGroups(CContactGroups& groups, bool saveFlag) override;
+
+    long long made = 0;
+  };
   struct Totals {
     long long files = 0;
     long long inText = 0;
@@ -56,6 +70,25 @@ class Importer {
     long long otherKind = 0;
     long long refused = 0;
     long long pictures = 0;
+    long long groups = 0;
+  };
+  // What has come of the files so far.
+  struct State {
+    std::size_t next = 0;  // the file that is next
+    Totals totals;
+    long long refusedFiles = 0;
+    std::int64_t bytesDone = 0;
+    int status = kDone;
+    bool hasBegun = false;  // the diary
+  };
+  // The same with what it has left elsewhere, to go back to.
+  struct Mark {
+    State state;
+    ImportAccount::Mark account;
+    std::int64_t rejects = 0;
+    std::size_t warnings = 0;
+    std::size_t pictures = 0;
+    bool inTransaction = false;
   };
 
   // Stores one text in the open transaction. Throws kParseFailure, Failure or FileError, after all
@@ -63,13 +96,20 @@ class Importer {
   virtual FileCounts StoreText(NarrowStringView text, const ProgressCall& progress,
                                const TextObserver& observer) = 0;
 
-  std::vector<std::string> AllFiles();
-  std::int32_t GroupCount();
-  void CheckTargets(const std::vector<std::string>& files) const;
-  std::string Summary(long long newGroups) const;
-  void Begin();
   void SetPictureReader();
-  bool ReadFile(const std::string& path);
+  void FindFiles();
+  void CheckTargets() const;
+  std::string Summary() const;
+  void ImportAll();
+  bool Step();
+  void Begin();
+  void Commit();
+  Mark Here() const;
+  void GoBackTo(const Mark& mark);
+  void GoBack();
+  void GiveUp(const Failure& failure);
+
+  bool ReadFile(const std::string& path, bool isStream);
   // What is read of the file's bytes.
   NarrowStringView text() const;
   void ImportFile(const std::string& path);
@@ -84,32 +124,35 @@ class Importer {
   // Of a file that was read, ahead of Refuse or FailFile.
   void NoteRefused(const std::string& path, long long inText);
   void Refuse(long long inText, int status);
-  void Commit();
 
   const Options& options_;
   std::vector<std::string_view> extensions_;
   std::string_view noun_;
   TextForm form_;
   ByteOrderMark mark_;
-  Session session_;
+  Session& session_;
+  CountedGroups records_;
+  StoreBinding binding_;
   // Where the texts can hold pictures: those of an import, or of one that is only looked at.
   std::optional<PictureStaging> pictures_;
   std::optional<PrivatePictures> looked_;
+  std::optional<HeldWarnings> held_;
   Progress progress_;
   Messages messages_;
   ImportAccount account_;
   std::optional<RejectsFile> rejects_;
   std::unique_ptr<ImportDiary> diary_;
-  bool hasBegun_ = false;  // the diary
-  ByteBuffer bytes_;       // of the file; one piece of memory for all of them
+  std::vector<std::string> files_;
+  ByteBuffer bytes_;  // of the file; one piece of memory for all of them
+  // The file whose bytes these are, where they can't be read again.
+  std::optional<std::size_t> stream_;
   std::optional<StoreTransaction> transaction_;
   std::chrono::steady_clock::time_point commitAt_;
   std::vector<WideString> unpublished_;
-  Totals open_;  // of the open transaction
-  Totals done_;
-  long long refusedFiles_ = 0;
-  std::int64_t bytesDone_ = 0;
-  int status_ = 0;
+  Retries retries_;
+  State now_;
+  Mark begun_;      // ahead of the last step
+  Mark committed_;  // behind the last commit
 };
 
 }  // namespace pim::app

@@ -79,6 +79,9 @@ void SetOption(Options& options, const GivenOption& given) {
     case Option::Force:
       options.force = true;
       break;
+    case Option::From:
+      options.from = value;
+      break;
     case Option::Group:
       options.group = value;
       break;
@@ -137,6 +140,9 @@ void SetOption(Options& options, const GivenOption& given) {
       break;
     case Option::Strict:
       options.strict = true;
+      break;
+    case Option::To:
+      options.to = value;
       break;
     case Option::ToTheLetter:
       options.toTheLetter = true;

@@ -31,6 +31,8 @@ enum class Action : std::uint8_t {
   OriginalsOn,
   OriginalsOff,
   TidyStore,
+  CopyStore,
+  PrintSchema,
   TellHelp
 };
 enum class ListForm : std::uint8_t { Table, Json, JsonLines, Csv };
@@ -49,10 +51,12 @@ struct Filter {
 struct Options {
   Action action = Action::Inspect;
   RecordKind kind = RecordKind::Contacts;
-  std::string command;                // "contacts list"
-  std::vector<std::string> given;     // the options that change what it does, "--group=Family"
-  std::vector<std::string> operands;  // files, folders, words or keys, as the command takes them
-  std::optional<std::string> store;
+  std::string command;                 // "contacts list"
+  std::vector<std::string> given;      // the options that change what it does, "--group=Family"
+  std::vector<std::string> operands;   // files, folders, words or keys, as the command takes them
+  std::optional<std::string> store;    // a path or a server's URL, as the next two
+  std::optional<std::string> from;     // the store that is copied
+  std::optional<std::string> to;       // where the copy goes
   std::optional<std::string> group;    // import: every contact joins it; elsewhere: those in it
   std::optional<std::string> output;   // where an export goes
   std::optional<std::string> rejects;  // import: where rejected records go, the others being taken

@@ -243,8 +243,8 @@ int ExportOriginals(const Options& options) {
 int DropOriginals(const Options& options) {
   Session session(options, StoreAccess::Existing);
   static_cast<void>(ImportsOf(session, options.import));  // whether it is there
-  const std::int32_t dropped = HistoryOf(session).DropOriginals(options.import);
-  if (dropped < 0) session.Fail();
+  const std::int32_t dropped =
+      session.Try([&] { return HistoryOf(session).DropOriginals(options.import); });
   Print(Counted(dropped, "original") + " dropped; the history stays\n");
   return kDone;
 }
@@ -252,7 +252,7 @@ int DropOriginals(const Options& options) {
 int KeepOriginals(const Options& options, bool keeps) {
   // The choice comes ahead of the first import, too.
   Session session(options, StoreAccess::Create);
-  if (!HistoryOf(session).SetKeepsOriginals(keeps)) session.Fail();
+  session.Try([&] { return HistoryOf(session).SetKeepsOriginals(keeps) ? 0 : -1; });
   std::string line = keeps ? "imports keep a copy of each file from now on"
                            : "imports keep no copies of files from now on";
   const std::int64_t kept = keeps ? 0 : CountKept(session);
@@ -260,7 +260,7 @@ int KeepOriginals(const Options& options, bool keeps) {
     line += "; " + Counted(kept, "original") + " kept so far " + (kept == 1 ? "stays" : "stay") +
             "; 'pimvobj original drop' removes what is kept";
   }
-  if (session.isNew()) line += "; the store is " + ShownName(session.path());
+  if (session.store().IsNew()) line += "; the store is " + session.name();
   Print(line + "\n");
   return kDone;
 }

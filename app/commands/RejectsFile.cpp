@@ -36,6 +36,13 @@ void RejectsFile::Add(NarrowStringView text, const std::vector<RejectedPart>& pa
   size_ += static_cast<std::int64_t>(bytes.size());
 }
 
+void RejectsFile::Truncate(std::int64_t size) {
+  if (size == size_) return;
+  file_.reset();
+  if ((size == 0 ? unlink(path_.c_str()) : truncate(path_.c_str(), size)) != 0) Fail(errno);
+  size_ = size;
+}
+
 void RejectsFile::Fail(int error) const {
   throw Failure(ShownName(path_) + ": can't be written: " + std::strerror(error));
 }

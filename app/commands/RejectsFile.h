@@ -20,6 +20,11 @@ class RejectsFile {
 
   // Writes the parts of a text, down to the disk. Throws Failure.
   void Add(NarrowStringView text, const std::vector<RejectedPart>& parts);
+  // How much was written, in bytes.
+  std::int64_t size() const { return size_; }
+  // Takes away what stands behind the first `size` bytes, and with all of them the file. Throws
+  // Failure.
+  void Truncate(std::int64_t size);
   const std::string& path() const { return path_; }
 
  private:

@@ -4,52 +4,30 @@
 
 #include <unistd.h>
 
-#include <cstdlib>
 #include <filesystem>
+#include <utility>
 
 #include "app/input/Interrupt.h"
 #include "app/output/Output.h"
 #include "pim/support/FileNames.h"
 #include "platform/AppData.h"
-#include "platform/CodePages.h"
 #include "platform/Files.h"
 
 namespace pim::app {
 namespace {
 
-constexpr auto kLockWait = std::chrono::seconds(30);
-
-std::string StorePath(const Options& options, StoreAccess access) {
-  if (options.store) return *options.store;
-  const char* named = std::getenv("PIMVOBJ_STORE");
-  if (named != nullptr && *named != '\0') return named;
-  const std::string folder = Utf8FromWide(AppDataFolder());
-  if (folder.empty()) throw Failure("no store: HOME isn't set; name one with --store");
-  const std::string own = folder + "/pimvobj";
-  if (access == StoreAccess::Create) {
-    std::error_code error;
-    std::filesystem::create_directories(own, error);
-    if (error) throw Failure(ShownName(own) + ": " + error.message());
-  }
-  return own + "/pim.db";
-}
-
-std::unique_ptr<SqliteStore> Open(const std::string& path, StoreAccess access) {
-  return std::make_unique<SqliteStore>(path, access, kLockWait, IsInterrupted);
-}
-
-std::unique_ptr<SqliteStore> OpenOrTell(const std::string& path, StoreAccess access) {
+std::unique_ptr<DatabaseStore> OpenOrTell(const StorePlace& place, StoreAccess access) {
   try {
-    return Open(path, access);
+    return place.Open(access);
   } catch (const NoStoreError& error) {
     throw Failure(std::string(error.what()) +
                   "; 'pimvobj contacts import FILE' makes one, --store names another");
   }
 }
 
-std::unique_ptr<SqliteStore> OpenIfThere(const std::string& path) {
+std::unique_ptr<DatabaseStore> OpenIfThere(const StorePlace& place) {
   try {
-    auto store = Open(path, StoreAccess::ReadOnly);
+    auto store = place.Open(StoreAccess::ReadOnly);
     store->MakePictures(false);
     return store;
   } catch (const NoStoreError&) {
@@ -58,15 +36,14 @@ std::unique_ptr<SqliteStore> OpenIfThere(const std::string& path) {
 }
 
 // What a killed program has left. A store that can't be written keeps it for the next command.
-void ClearLeftovers(const std::string& path, StoreAccess access, SqliteStore& store) {
+void ClearLeftovers(const StorePlace& place, StoreAccess access, DatabaseStore& store) {
   constexpr auto kShortWait = std::chrono::seconds(1);
   ClearAbandonedPictures();
   if (access != StoreAccess::ReadOnly) {
     static_cast<void>(store.RemoveLeftPictures());
   } else if (store.HasLeftPictures()) {
     try {
-      SqliteStore writable(path, StoreAccess::Existing, kShortWait, IsInterrupted);
-      static_cast<void>(writable.RemoveLeftPictures());
+      static_cast<void>(place.Open(StoreAccess::Existing, kShortWait)->RemoveLeftPictures());
     } catch (const StoreError&) {
     }
   }
@@ -83,28 +60,38 @@ bool HasPicturePlace() {
 }  // namespace
 
 Session::Session(const Options& options, StoreAccess access)
-    : path_(StorePath(options, access)),
-      isNew_(!PathExists(path_)),
-      file_(OpenOrTell(path_, access)),
-      records_(file_.get()) {
-  if (!options.dryRun) ClearLeftovers(path_, access, *file_);
+    : place_(StorePlace::Chosen(options, access)),
+      opened_(OpenOrTell(place_, access)),
+      store_(opened_.get()),
+      records_(store_),
+      mayTryAgain_([this] { return store_->MayTryAgain(); }) {
+  if (!options.dryRun) ClearLeftovers(place_, access, *store_);
   const bool shows = options.action == Action::Export || options.action == Action::List;
-  if (shows && file_->KeepsPictures() && !HasPicturePlace()) pictures_.emplace(TemporaryFolder());
+  if (shows && store_->KeepsPictures() && !HasPicturePlace()) pictures_.emplace(TemporaryFolder());
   binding_.emplace(*records_);
 }
 
 Session::Session(const Options& options, Preview)
-    : path_(StorePath(options, StoreAccess::ReadOnly)),
-      isNew_(!PathExists(path_)),
-      file_(OpenIfThere(path_)) {
-  if (file_ == nullptr) empty_ = std::make_unique<MemoryStore>();
-  RecordStore& store = file_ != nullptr ? static_cast<RecordStore&>(*file_) : *empty_;
+    : place_(StorePlace::Chosen(options, StoreAccess::ReadOnly)),
+      opened_(OpenIfThere(place_)),
+      store_(opened_.get()) {
+  if (store_ == nullptr) empty_ = std::make_unique<MemoryStore>();
+  RecordStore& store = store_ != nullptr ? static_cast<RecordStore&>(*store_) : *empty_;
   records_ = &preview_.emplace(store);
+  binding_.emplace(*records_);
+}
+
+Session::Session(DatabaseStore& store, RecordStore& records, std::function<bool()> mayTryAgain)
+    : place_(store.Name()),
+      store_(&store),
+      records_(&records),
+      mayTryAgain_(std::move(mayTryAgain)) {
   binding_.emplace(*records_);
 }
 
 void Session::Fail() const {
   CheckInterrupt();  // which ends the wait for a lock
+  if (mayTryAgain_ && mayTryAgain_()) throw PassingFailure(records_->LastError());
   throw Failure(records_->LastError());
 }
 

@@ -144,7 +144,7 @@ StoredItems::StoredItems(Session& session, CalendarType kind, Filter filter)
   const std::int32_t count = session.store().CountItemsWithoutKind();
   if (count < 0) session.Fail();
   if (count > 0) {
-    Complain(ShownName(session.path()) + ": " + Counted(count, "item") +
+    Complain(session.name() + ": " + Counted(count, "item") +
              " of no known kind left out: neither event nor to-do nor memo");
   }
 }
@@ -177,8 +177,7 @@ COleDateTime StoredItems::TimeOf(const CCalendar& item) const {
 }
 
 std::int32_t RemoveLeftPictures(Session& session) {
-  const std::int32_t removed = session.store().RemoveLeftPictures();
-  if (removed < 0) session.Fail();
+  const std::int32_t removed = session.Try([&] { return session.store().RemoveLeftPictures(); });
   if (session.store().HasLeftPictures()) {
     const std::string problem = session.store().PictureProblem();
     Complain("pictures of deleted contacts can't be removed yet: " +

@@ -130,7 +130,10 @@ int UndoImport(const Options& options) {
     progress.Show(0, [&] { return Counted(records, "record") + " looked at"; });
   };
   UndoResult result;
-  if (HistoryOf(session).Undo(wanted, result) < 0) session.Fail();
+  session.Try([&] {
+    result = {};
+    return HistoryOf(session).Undo(wanted, result);
+  });
   progress.Clear();
   const ItemNouns nouns = NounsOfKept(session, result);
   TellKept(result, nouns, options.dryRun);

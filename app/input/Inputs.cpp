@@ -120,6 +120,16 @@ bool IsStream(const std::string& path) {
   return IsStandardInput(path) || fs::is_fifo(path, error);
 }
 
+bool AreOneFile(const std::string& one, const std::string& other) {
+  std::error_code error;
+  if (fs::equivalent(one, other, error)) return true;
+  const auto whole = [](const std::string& path) {
+    std::error_code ignored;
+    return fs::weakly_canonical(fs::absolute(path, ignored), ignored);
+  };
+  return whole(one) == whole(other);
+}
+
 void ReadInput(const std::string& path, ByteOrderMark mark, ByteBuffer& text) {
   if (IsStream(path)) {
     const std::string bytes =

@@ -19,6 +19,9 @@ std::vector<std::string> FilesOf(const std::string& path,
 // Whether reading it waits for whoever writes it: standard input or a FIFO.
 bool IsStream(const std::string& path);
 
+// Whether two paths lead to one file, whether it is there or not.
+bool AreOneFile(const std::string& one, const std::string& other);
+
 // Replaces `text` by the whole of a file, or of standard input for "-". A FIFO that nobody begins
 // to write to within a second is empty. Throws Failure.
 void ReadInput(const std::string& path, ByteOrderMark mark, ByteBuffer& text);

@@ -149,7 +149,7 @@ struct PictureStaging::Staging {
   LockedFile lock;
 };
 
-PictureStaging::PictureStaging(SqliteStore& store) {
+PictureStaging::PictureStaging(DatabaseStore& store) {
   const std::string waiting = WaitingFolder();
   if (!AppDataFolder().empty()) callerIdFolder_ = NativePath(GetCallerIdPath());
   if (!callerIdFolder_.empty()) MakeFolder(callerIdFolder_);

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "pim/store/SqliteStore.h"
+#include "pim/store/DatabaseStore.h"
 #include "pim/support/Strings.h"
 
 namespace pim::app {
@@ -42,7 +42,7 @@ std::string TemporaryFolder();
 class PictureStaging {
  public:
   // Has the store find the pictures of contacts that are being saved. Throws Failure.
-  explicit PictureStaging(SqliteStore& store);
+  explicit PictureStaging(DatabaseStore& store);
   PictureStaging(const PictureStaging&) = delete;
   PictureStaging& operator=(const PictureStaging&) = delete;
   ~PictureStaging();

@@ -50,9 +50,11 @@ _pimvobj_place() {
     'original drop') options+=' --import' ;;
     'original on') ;;
     'original off') ;;
-    'store') first='tidy' ;;
-    'help store') first='tidy' ;;
+    'store') first='tidy copy schema' ;;
+    'help store') first='tidy copy schema' ;;
     'store tidy') options+=' --delete --json' ;;
+    'store copy') options+=' --from --to' ;;
+    'store schema') ;;
     'history') options+=' --json' ;;
     'undo') options+=' -n --dry-run -f --force --json' ;;
     'check') options+=' --json --as' first='@vcf vcs ics' rest=$first ;;
@@ -71,6 +73,7 @@ _pimvobj_values() {
     '--code-page '*) values='UTF-8 CP1250 CP1251 CP1252 CP1253 CP1254 ISO-8859-1 ISO-8859-15 KOI8-R Shift_JIS EUC-JP EUC-KR BIG5 GBK' ;;
     '--fields 'contacts) values=',key name full-name family-name given-name additional-name prefix suffix phonetic-name nickname number mail messenger url address organisation unit title role birthday anniversary event-day blood-type hobby picture note groups favourite created modified help' ;;
     '--fields '*) values=',key subject summary description location start end all-day due completed alarm repeats exceptions category class priority status colour holiday created modified help' ;;
+    '--from '*) values='@' ;;
     '--labels '*) values='@' ;;
     '--lang '*) values='en de fr es ja ko' ;;
     '-o '* | '--output '*) values='@' ;;
@@ -79,6 +82,7 @@ _pimvobj_values() {
     '--sort 'contacts) values='name key' ;;
     '--sort '*) values='name key time' ;;
     '--store '*) values='@' ;;
+    '--to '*) values='@' ;;
   esac
 }
 
@@ -140,7 +144,7 @@ _pimvobj_join() {
 _pimvobj_full() {
   local known
   full=''
-  for known in --all --as --code-page --csv --delete -n --dry-run --fields -f --force --group -h --help --import --json --jsonl --keep-duplicates --labels --lang --losses --no-groups --no-name --no-originals -o --output -q --quiet --rejects --report --skip-duplicates --sort --store --strict --to-the-letter -V --version; do
+  for known in --all --as --code-page --csv --delete -n --dry-run --fields -f --force --from --group -h --help --import --json --jsonl --keep-duplicates --labels --lang --losses --no-groups --no-name --no-originals -o --output -q --quiet --rejects --report --skip-duplicates --sort --store --strict --to --to-the-letter -V --version; do
     [[ $known == "$1" ]] && full=$1 && return
     [[ $1 == --* && $known == "$1"* ]] && full+=${full:+ }$known
   done
@@ -162,7 +166,7 @@ _pimvobj() {
       ended=1
     else
       _pimvobj_full "$word"
-      [[ ' --as --code-page --fields --group --import --labels --lang -o --output --rejects --report --sort --store ' == *" $full "* ]] && option=$full
+      [[ ' --as --code-page --fields --from --group --import --labels --lang -o --output --rejects --report --sort --store --to ' == *" $full "* ]] && option=$full
     fi
   done
   [[ $option && $cur == = ]] && cur=''

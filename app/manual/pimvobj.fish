@@ -5,7 +5,7 @@
 
 # The option that the word is, which may be cut short where that leaves one alone.
 function __pimvobj_full
-    set -l known --all --as --code-page --csv --delete -n --dry-run --fields -f --force --group -h --help --import --json --jsonl --keep-duplicates --labels --lang --losses --no-groups --no-name --no-originals -o --output -q --quiet --rejects --report --skip-duplicates --sort --store --strict --to-the-letter -V --version
+    set -l known --all --as --code-page --csv --delete -n --dry-run --fields -f --force --from --group -h --help --import --json --jsonl --keep-duplicates --labels --lang --losses --no-groups --no-name --no-originals -o --output -q --quiet --rejects --report --skip-duplicates --sort --store --strict --to --to-the-letter -V --version
     set -l begun (string match -- $argv[1]'*' $known)
     if contains -- $argv[1] $known
         echo $argv[1]
@@ -34,7 +34,7 @@ function __pimvobj_words
             printf '%s\n' $word
         else if test $word = --
             set ended 1
-        else if contains -- (__pimvobj_full $word) --as --code-page --fields --group --import --labels --lang -o --output --rejects --report --sort --store
+        else if contains -- (__pimvobj_full $word) --as --code-page --fields --from --group --import --labels --lang -o --output --rejects --report --sort --store --to
             set option $word
         end
     end
@@ -54,7 +54,7 @@ function __pimvobj_at
 end
 
 complete -c pimvobj -f
-complete -c pimvobj -l store -r -F -d 'The store (default: $PIMVOBJ_STORE, else pimvobj/pim.db in the application-data folder)'
+complete -c pimvobj -l store -r -F -d 'The store: a file, or a PostgreSQL server\'s URL (default: $PIMVOBJ_STORE, else pimvobj/pim.db in the application-data folder)'
 complete -c pimvobj -l code-page -x -a 'UTF-8 CP1250 CP1251 CP1252 CP1253 CP1254 ISO-8859-1 ISO-8859-15 KOI8-R Shift_JIS EUC-JP EUC-KR BIG5 GBK' -d 'Charset of texts that name none, such as CP1252 (default: UTF-8)'
 complete -c pimvobj -l lang -x -a 'en de fr es ja ko' -d 'Language of labels and titles: en, de, fr, es, ja or ko (default: the locale\'s)'
 complete -c pimvobj -s q -l quiet -d 'Show no progress'
@@ -151,7 +151,11 @@ complete -c pimvobj -n '__pimvobj_at first "original show"' -a calendar -d 'A re
 complete -c pimvobj -n '__pimvobj_at first "original show"' -a todo -d 'A record\'s kind'
 complete -c pimvobj -n '__pimvobj_at first "original show"' -a memo -d 'A record\'s kind'
 complete -c pimvobj -n '__pimvobj_at first "store"' -a tidy -d 'Name pictures that no contact of the store has, and remove them with --delete'
+complete -c pimvobj -n '__pimvobj_at first "store"' -a copy -d 'Copy all that a store holds into another one that is empty'
+complete -c pimvobj -n '__pimvobj_at first "store"' -a schema -d 'Print the SQL that makes the tables of a store in a PostgreSQL server'
 complete -c pimvobj -n '__pimvobj_at first "help store"' -a tidy -d 'Name pictures that no contact of the store has, and remove them with --delete'
+complete -c pimvobj -n '__pimvobj_at first "help store"' -a copy -d 'Copy all that a store holds into another one that is empty'
+complete -c pimvobj -n '__pimvobj_at first "help store"' -a schema -d 'Print the SQL that makes the tables of a store in a PostgreSQL server'
 complete -c pimvobj -n '__pimvobj_at any "check"' -a '(__fish_complete_suffix .vcf; __fish_complete_suffix .vcs; __fish_complete_suffix .ics)'
 complete -c pimvobj -n '__pimvobj_at any "inspect"' -a '(__fish_complete_suffix .vcf; __fish_complete_suffix .vcs; __fish_complete_suffix .ics)'
 complete -c pimvobj -n '__pimvobj_at any "show"' -a '(__fish_complete_suffix .vcf; __fish_complete_suffix .vcs; __fish_complete_suffix .ics)'
@@ -200,6 +204,8 @@ complete -c pimvobj -n '__pimvobj_at any "calendar list" "todo list" "memo list"
 complete -c pimvobj -n '__pimvobj_at any "original list" "store tidy" "history" "undo"' -l json -d 'Print all there is as one JSON object'
 complete -c pimvobj -n '__pimvobj_at any "original export" "original drop"' -l import -x -d 'Those of that import alone, by its number in the history'
 complete -c pimvobj -n '__pimvobj_at any "store tidy"' -l delete -d 'Remove them'
+complete -c pimvobj -n '__pimvobj_at any "store copy"' -l from -r -F -d 'The store to copy'
+complete -c pimvobj -n '__pimvobj_at any "store copy"' -l to -r -F -d 'Where the copy goes: a store without any records, or a new one'
 complete -c pimvobj -n '__pimvobj_at any "undo"' -s f -l force -d 'Take what was changed since, too'
 complete -c pimvobj -n '__pimvobj_at any "check" "inspect"' -l json -d 'Print one JSON object for each FILE'
 complete -c pimvobj -n '__pimvobj_at any "check" "inspect"' -l as -x -a 'vcard vcalendar' -d 'Read it as vcard or vcalendar, whatever it looks like'

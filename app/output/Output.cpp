@@ -7,11 +7,14 @@
 #include <cstdio>
 #include <cstring>
 
+#include "app/output/Passwords.h"
 #include "platform/CodePages.h"
 #include "platform/Visible.h"
 
 namespace pim::app {
 namespace {
+
+std::string* held = nullptr;  // what standard error gets later
 
 void CheckOutput(bool written) {
   if (written) return;
@@ -44,7 +47,7 @@ std::string ShownHead(NarrowStringView text) {
 }
 
 std::string ShownName(const std::string& path) {
-  return path == "-" ? "standard input" : VisibleUtf8(WideFromUtf8(path));
+  return path == "-" ? "standard input" : VisibleUtf8(WideFromUtf8(WithoutPasswords(path)));
 }
 
 int Worse(int one, int other) {
@@ -58,8 +61,26 @@ void Complain(std::string_view message) {
 }
 
 void Warn(std::string_view text) {
+  if (held != nullptr) {
+    held->append(text);
+    return;
+  }
   std::fflush(stdout);
   std::fwrite(text.data(), 1, text.size(), stderr);
+}
+
+HeldWarnings::HeldWarnings() { held = &text_; }
+
+HeldWarnings::~HeldWarnings() {
+  held = nullptr;
+  Warn(text_);
+}
+
+void HeldWarnings::Release() {
+  held = nullptr;
+  Warn(text_);
+  held = &text_;
+  text_.clear();
 }
 
 void Print(std::string_view text) {

@@ -28,7 +28,8 @@ class WrongUsage : public std::runtime_error {
 // is rejected, and that more than one of which something is lost.
 int Worse(int one, int other);
 
-// A file's name as messages show it: with control characters visible, "-" as standard input.
+// A name that was typed, of a file or a store, as messages show it: with control characters visible
+// and without a password, "-" as standard input.
 std::string ShownName(const std::string& path);
 std::string Shown(WideStringView text);
 // The same with each run of line ends as one blank, for a message in one line.
@@ -42,6 +43,24 @@ void Complain(std::string_view message);
 
 // Standard error, as it stands.
 void Warn(std::string_view text);
+
+// Holds back, while it lives, what goes to standard error, until it is sure. One at a time.
+class HeldWarnings {
+ public:
+  HeldWarnings();
+  HeldWarnings(const HeldWarnings&) = delete;
+  HeldWarnings& operator=(const HeldWarnings&) = delete;
+  ~HeldWarnings();  // releases
+
+  // How much is held, in bytes.
+  std::size_t size() const { return text_.size(); }
+  // Forgets what has come behind the first `size` bytes.
+  void Truncate(std::size_t size) { text_.resize(size); }
+  void Release();
+
+ private:
+  std::string text_;
+};
 
 // Nobody reads standard output any more. Ends the program quietly, once all is cleared away.
 struct ClosedPipe {};

@@ -33,8 +33,10 @@ bool Database::Rollback() noexcept {
   return Undo(--depth_ == 0);
 }
 
+// Whether it may pass is what the failure ahead of this one says.
 void Database::CheckTransaction() {
-  if (depth_ > 0 && IsUndone()) Fail("the transaction was undone after a failure");
+  if (depth_ > 0 && IsUndone())
+    throw StoreError(name_, "the transaction was undone after a failure");
 }
 
 void Database::Fail(const std::string& problem) {

@@ -45,7 +45,7 @@ bzf|pimvobj --store my.db --lang de con|contacts
 bzf|pimvobj |calendar check contacts help history inspect memo original show store todo undo
 bzf|pimvobj contacts |count delete export import list show
 bzf|pimvobj contacts --quiet ex|export
-bzf|pimvobj store |tidy
+bzf|pimvobj store |copy schema tidy
 bzf|pimvobj original show |calendar contact memo todo
 bzf|pimvobj original show contact |
 bzf|pimvobj contacts list |

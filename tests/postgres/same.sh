@@ -5,11 +5,13 @@
 # The same texts through a file and through a server: what is listed, exported and remembered is the
 # same to the byte, and so it is in a server that another store was copied into, and in one that was
 # restored from a dump. PIM_TEST_POSTGRES names the server. Usage: same.sh PIMVOBJ TEXTS...
-# Texts are files and folders; those of contacts end in .vcf.
+# Texts that end in .vcf hold contacts, the others calendars.
 set -euo pipefail
 program=$(realpath "$1")
-texts=()
-for text in "${@:2}"; do texts+=("$(realpath "$text")"); done
+cards=() items=()
+for text in "${@:2}"; do
+  case ${text,,} in *.vcf) cards+=("$(realpath "$text")") ;; *) items+=("$(realpath "$text")") ;; esac
+done
 work=$(mktemp -d)
 schema=same_$$
 admin=$PIM_TEST_POSTGRES
@@ -26,24 +28,29 @@ unset XDG_DATA_HOME PIMVOBJ_STORE
 sql "CREATE SCHEMA ${schema}_a; CREATE SCHEMA ${schema}_b"
 
 fail() {
-  echo "same.sh: $*"
+  echo "same.sh: $*" >&2
   exit 1
 }
 
 # run NAME STORE ARGS...: in an application-data folder of that name. Texts may be refused.
 run() {
   local status=0
+  mkdir -p "$1/data"
   XDG_DATA_HOME=$work/$1/data "$program" --store "$2" "${@:3}" 2>>"$1/messages" || status=$?
   case $status in 0 | 3) ;; *) fail "$* ends with $status: $(tail -n 3 "$1/messages")" ;; esac
 }
 
+# import NAME STORE KIND TEXTS...
+import() {
+  [ $# -gt 3 ] || return 0
+  run "$1" "$2" "$3" import --keep-duplicates "${@:4}" >>"$1/told"
+  run "$1" "$2" "$3" import "${@:4}" >>"$1/told"
+}
 import_all() {
-  local kind
-  mkdir -p "$1/data"
-  for kind in contacts calendar memo; do
-    run "$1" "$2" "$kind" import --keep-duplicates "${texts[@]}" >>"$1/told"
-    run "$1" "$2" "$kind" import "${texts[@]}" >>"$1/told"
-  done
+  mkdir -p "$1"
+  import "$1" "$2" contacts "${cards[@]}"
+  import "$1" "$2" calendar "${items[@]}"
+  import "$1" "$2" memo "${items[@]}"
 }
 
 # Pictures have names of their own in each store, and the history has the time.
@@ -52,7 +59,7 @@ without_own() {
 }
 show() {
   local kind
-  mkdir -p "$1/shown" "$1/data"
+  mkdir -p "$1/shown"
   for kind in contacts calendar todo memo; do
     run "$1" "$2" "$kind" list --json | without_own >"$1/shown/$kind.json"
   done
@@ -73,11 +80,10 @@ diff <(sed 's/; the store is .*//' file/told) <(sed 's/; the store is .*//' serv
   fail "the imports tell other things"
 same file server
 
-run copied "$(url "${schema}_b")" store copy --from file.db --to "$(url "${schema}_b")" >/dev/null
+"$program" store copy --from file.db --to "$(url "${schema}_b")" >/dev/null
 show copied "$(url "${schema}_b")"
 same file copied
-mkdir -p back/data
-run back back.db store copy --from "$server" --to back.db >/dev/null
+"$program" store copy --from "$server" --to back.db >/dev/null
 show back back.db
 same server back
 
@@ -86,4 +92,4 @@ sql "DROP SCHEMA ${schema}_a CASCADE"
 psql -qX -v ON_ERROR_STOP=1 "$admin" -f dump.sql >/dev/null
 show restored "$server"
 same server restored
-echo "contacts: $(grep -c '"tag"\|"key"' file/shown/contacts.json || true), all the same"
+echo "the same for $(jq '.contacts | length' file/shown/contacts.json) contacts and $(jq '.[] | arrays | length' file/shown/calendar.json) events"

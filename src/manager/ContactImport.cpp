@@ -28,7 +28,7 @@ class ContactBatches {
     const std::int32_t stored = contacts_.SaveToDB(db_, saveOption_, saveFlag_);
     failed_ = failed_ || stored < 0;
     counts_.stored += std::max(stored, 0);
-    if (saveOption_ == -1 && !linker_.Link(contacts_)) counts_.linked = false;
+    if (!failed_ && saveOption_ == -1 && !linker_.Link(contacts_)) counts_.linked = false;
     for (std::int32_t i = 0; i < contacts_.GetCount(); ++i) {
       if (!contacts_[i].photo.empty()) counts_.pictures.push_back(contacts_[i].photo.str());
       saved.push_back({next_++, contacts_[i].tag});

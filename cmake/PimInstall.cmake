@@ -1,15 +1,21 @@
 # SPDX-FileCopyrightText: 2026 The PimVobjMgr authors
 # SPDX-License-Identifier: Apache-2.0
 #
-# What is installed, in three components: Runtime (shared libraries), Development (all that a host
-# is built with) and Tools (the program and what belongs to it).
+# What is installed, in four components: Runtime (shared libraries), PostgresRuntime (the one that
+# needs libpq), Development (all that a host is built with) and Tools (the program and what belongs
+# to it).
 include(CMakePackageConfigHelpers)
 
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/PimVobjMgr)
 set(libraries pimvobjmgr)
-if(PIMVOBJ_BUILD_STORE)
-  list(APPEND libraries pimstore)
-endif()
+foreach(library pimstore pimpgstore)
+  if(TARGET ${library})
+    list(APPEND libraries ${library})
+  endif()
+endforeach()
+set(runtime_pimvobjmgr Runtime)
+set(runtime_pimstore Runtime)
+set(runtime_pimpgstore PostgresRuntime)
 set(installs_shared OFF)
 if(TARGET pimvobjmgr_shared)
   set(installs_shared ON)
@@ -29,8 +35,8 @@ foreach(library IN LISTS libraries)
   endif()
   if(installs_shared)
     install(TARGETS ${library}_shared EXPORT ${library}-shared
-            LIBRARY COMPONENT Runtime NAMELINK_COMPONENT Development
-            RUNTIME COMPONENT Runtime ARCHIVE COMPONENT Development
+            LIBRARY COMPONENT ${runtime_${library}} NAMELINK_COMPONENT Development
+            RUNTIME COMPONENT ${runtime_${library}} ARCHIVE COMPONENT Development
             FILE_SET HEADERS COMPONENT Development)
     install(EXPORT ${library}-shared NAMESPACE PimVobjMgr:: DESTINATION ${package_dir}
             COMPONENT Development)
@@ -44,8 +50,8 @@ install(FILES ${PROJECT_BINARY_DIR}/PimVobjMgrConfig.cmake
               ${PROJECT_BINARY_DIR}/PimVobjMgrConfigVersion.cmake
         DESTINATION ${package_dir} COMPONENT Development)
 
-# For pkg-config, the store's dependencies are private where hosts link the shared library; named
-# as libraries, since pkg-config would want their own files to be there even so.
+# For pkg-config, the stores' dependencies are private where hosts link the shared library; named as
+# libraries, since pkg-config would want their own files to be there even so.
 if(IS_ABSOLUTE "${CMAKE_INSTALL_LIBDIR}" OR IS_ABSOLUTE "${CMAKE_INSTALL_INCLUDEDIR}")
   # Folders that are fixed don't move with the prefix.
   set(pc_prefix ${CMAKE_INSTALL_PREFIX})
@@ -57,16 +63,22 @@ else()
   set(pc_libdir "\${prefix}/${CMAKE_INSTALL_LIBDIR}")
   set(pc_includedir "\${prefix}/${CMAKE_INSTALL_INCLUDEDIR}")
 endif()
-if(installs_shared)
-  set(pc_static "")
-  set(pc_store_requires "")
-  set(pc_store_private "Libs.private: -lsqlite3 -lnettle -lzstd\n")
-else()
+set(client_pimstore sqlite3)
+set(client_pimpgstore pq)
+set(client_module_pimstore sqlite3)
+set(client_module_pimpgstore libpq)
+set(pc_static "")
+if(NOT installs_shared)
   set(pc_static " -DPIM_STATIC")
-  set(pc_store_requires ", sqlite3, nettle, libzstd")
-  set(pc_store_private "")
 endif()
 foreach(library IN LISTS libraries)
+  if(installs_shared)
+    set(pc_store_requires "")
+    set(pc_store_private "Libs.private: -l${client_${library}} -lnettle -lzstd\n")
+  else()
+    set(pc_store_requires ", ${client_module_${library}}, nettle, libzstd")
+    set(pc_store_private "")
+  endif()
   configure_file(cmake/${library}.pc.in ${library}.pc @ONLY)
   install(FILES ${PROJECT_BINARY_DIR}/${library}.pc
           DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT Development)

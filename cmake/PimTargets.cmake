@@ -50,7 +50,7 @@ function(pim_makes_shared result)
   endif()
 endfunction()
 
-# One of the two libraries, as an archive. `building` is what its objects are compiled with for
+# One of the libraries, as an archive. `building` is what its objects are compiled with for
 # their exports (pim/Export.h), where a shared library is made of them too; hosts of the archive get
 # PIM_STATIC.
 function(pim_add_library name building)
@@ -86,7 +86,7 @@ function(pim_add_shared_library name)
     VERSION ${PROJECT_VERSION}
     SOVERSION ${abi}
     BUILD_RPATH_USE_ORIGIN ON)
-  # One library finds the other wherever the two are put; a distribution has a place for both.
+  # One library finds the other wherever they are put together; a distribution has a place for all.
   if(NOT PIMVOBJ_PACKAGES)
     set_target_properties(${name}_shared PROPERTIES INSTALL_RPATH "$<$<PLATFORM_ID:Linux>:$ORIGIN>")
   endif()

@@ -118,7 +118,7 @@ void ImportTable::Interrupt(std::int32_t import) {
   end_.Bind(1, std::int64_t{import});
   end_.BindText(2, "");
   end_.BindText(3, process_);
-  end_.Run();
+  static_cast<void>(end_.RunChanging());  // at once, since there is no transaction
 }
 
 bool ImportTable::Stands(std::int32_t import) {

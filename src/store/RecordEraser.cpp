@@ -18,14 +18,14 @@ RecordEraser::RecordEraser(Database& db, std::string_view table)
 }
 
 std::int32_t RecordEraser::Erase(std::int32_t first, std::int32_t last) {
-  const auto run = [&](Statement& statement) {
+  const auto bound = [&](Statement& statement) -> Statement& {
     statement.Bind(1, std::int64_t{first});
     statement.Bind(2, std::int64_t{last});
-    return statement.RunChanging();
+    return statement;
   };
-  const std::size_t erased = run(rows_);
+  const std::size_t erased = bound(rows_).RunChanging();
   if (erased > 0)
-    for (Statement& rows : references_) run(rows);
+    for (Statement& rows : references_) bound(rows).Run();
   return static_cast<std::int32_t>(erased);
 }
 

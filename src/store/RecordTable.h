@@ -101,7 +101,7 @@ class RecordTable {
   // Deletes the records from the first key to the last one, and gives how many there were.
   std::int32_t Erase(std::int32_t first, std::int32_t last) {
     // No key of a deleted record is given again.
-    given_.Add(std::min(last, writer_.HighestKey()));
+    if (!services_.db.IsShared()) given_.Add(std::min(last, writer_.HighestKey()));
     const std::int32_t erased = eraser_.Erase(first, last);
     services_.recorder.EraseRecords(first, last);
     contents_.Remove(first, last);

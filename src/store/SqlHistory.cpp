@@ -105,6 +105,7 @@ bool SqlHistory::ReadOriginal(std::int64_t file,
 
 std::int32_t SqlHistory::DropOriginals(std::optional<std::int32_t> import) {
   return transactions_.Store([&] {
+    services_.db.KeepOthersOut();
     CheckImport(import);
     return originals_.Drop(import);
   });
@@ -119,6 +120,7 @@ std::int32_t SqlHistory::Undo(const UndoOptions& options, UndoResult& result) {
     });
   }
   return transactions_.Store([&] {
+    services_.db.KeepOthersOut();
     undo_.Plan(options, result);
     undo_.Apply(result);
     return 0;

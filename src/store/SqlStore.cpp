@@ -18,11 +18,10 @@ FingerprintKey KeyOf(Database& db, bool hasTables) {
   return hasTables ? StoreSettings(db).Key(false) : NewFingerprintKey();
 }
 
-template <class Table>
-std::int32_t EraseKeys(Table& table, std::span<const std::int32_t> keys) {
-  std::int32_t erased = 0;
-  for (const std::int32_t key : keys) erased += table.Erase(key, key);
-  return erased;
+std::vector<KeyRanges::Range> RangesOf(std::span<const std::int32_t> keys) {
+  KeyRanges ranges;
+  for (const std::int32_t key : keys) ranges.Add(key);
+  return ranges.All();
 }
 
 }  // namespace
@@ -180,8 +179,11 @@ std::int32_t SqlStore::DeleteContacts(std::span<const std::int32_t> keys,
   const std::int32_t deleted = transactions_.Store([&] {
     db_->KeepOthersOut();
     std::vector<WideString> named;
-    for (const std::int32_t key : keys) pictures_.AddNames(key, key, named);
-    const std::int32_t count = EraseKeys(contacts_, keys);
+    std::int32_t count = 0;
+    for (const auto& [first, last] : RangesOf(keys)) {
+      pictures_.AddNames(first, last, named);
+      count += contacts_.Erase(first, last);
+    }
     left = pictures_.Leave(std::move(named));
     pictures.reserve(pictures.size() + left.size());
     return count;
@@ -193,7 +195,9 @@ std::int32_t SqlStore::DeleteContacts(std::span<const std::int32_t> keys,
 std::int32_t SqlStore::DeleteCalendars(std::span<const std::int32_t> keys) {
   return transactions_.Store([&] {
     db_->KeepOthersOut();
-    return EraseKeys(items_, keys);
+    std::int32_t count = 0;
+    for (const auto& [first, last] : RangesOf(keys)) count += items_.Erase(first, last);
+    return count;
   });
 }
 

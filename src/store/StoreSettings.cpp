@@ -37,6 +37,8 @@ bool StoreSettings::KeepsOriginals() { return Get(kOriginals) != kOff; }
 
 void StoreSettings::SetKeepsOriginals(bool keeps) { Set(kOriginals, keeps ? "on" : kOff); }
 
+bool StoreSettings::HasKey() { return Get(kKey).has_value(); }
+
 FingerprintKey StoreSettings::Key(bool mayMake) {
   FingerprintKey key = NewFingerprintKey();
   std::string bytes(sizeof key, '\0');

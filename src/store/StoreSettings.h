@@ -21,6 +21,7 @@ class StoreSettings {
   // The secret under which fingerprints are made; made at first use, where `mayMake` lets it, else
   // one for this process alone.
   FingerprintKey Key(bool mayMake);
+  bool HasKey();
 
  private:
   std::optional<std::string> Get(std::string_view name);

@@ -14,7 +14,9 @@
 #include "pim/records/Messages.h"
 #include "pim/records/PreviewStore.h"
 #include "pim/records/TableStore.h"
+#include "pim/store/DatabaseStore.h"
 #include "pim/store/ImportHistory.h"
+#include "pim/store/PostgresStore.h"
 #include "pim/store/SqliteStore.h"
 #include "pim/stream/TextRejects.h"
 #include "pim/support/Loss.h"
@@ -74,7 +76,10 @@ PIM_TAKE(pim::TableStore);
 PIM_TAKE(pim::RowTable<pim::CContact>);
 PIM_TAKE(pim::MemoryStore);
 PIM_TAKE(pim::PreviewStore);
+PIM_TAKE(pim::DatabaseStore);
 PIM_TAKE(pim::SqliteStore);
+PIM_TAKE(pim::PostgresStore);
+PIM_TAKE(pim::PostgresWaits);
 PIM_TAKE(pim::StoreTransaction);
 PIM_TAKE(pim::StoreReading);
 PIM_TAKE(pim::StoreBinding);

@@ -3,7 +3,8 @@
 # SPDX-License-Identifier: Apache-2.0
 #
 # A shared library exports what the list names, demangled and one a line, and nothing else.
-# Usage: exports.sh LIST LIBRARY; with --write first, the list is written anew.
+# Usage: exports.sh LIST LIBRARY; with --write first, the list is written anew. exports.sh --disjoint
+# LIBRARY...: no two of them export the same.
 set -euo pipefail
 
 exports() {
@@ -13,6 +14,11 @@ exports() {
 
 if [ "$1" = --write ]; then
   exports "$3" >"$2"
+  exit
+fi
+if [ "$1" = --disjoint ]; then
+  twice=$(for library in "${@:2}"; do exports "$library"; done | sort | uniq -d)
+  [ -z "$twice" ] || { echo "exported by two libraries: $twice"; exit 1; }
   exit
 fi
 exports "$2" | diff -u "$1" - && exit

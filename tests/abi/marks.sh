@@ -7,10 +7,11 @@
 set -euo pipefail
 
 status=0
-# marks EXPECTED DEFINES...: what stands for PIM_EXPORT | PIM_STORE_EXPORT | PIM_HIDDEN.
+# marks EXPECTED DEFINES...: what stands for PIM_EXPORT | PIM_STORE_EXPORT |
+# PIM_POSTGRES_EXPORT | PIM_HIDDEN.
 marks() {
   local got
-  got=$(printf '#include "pim/Export.h"\nPIM_EXPORT|PIM_STORE_EXPORT|PIM_HIDDEN\n' |
+  got=$(printf '#include "pim/Export.h"\nPIM_EXPORT|PIM_STORE_EXPORT|PIM_POSTGRES_EXPORT|PIM_HIDDEN\n' |
     "$compiler" -E -P -x c++ -I"$root/include" "${@:2}" - | tail -n 1 | tr -d ' ')
   [ "$got" = "$1" ] || { echo "${*:2}: $got, not $1"; status=1; }
 }
@@ -19,11 +20,13 @@ default='__attribute__((visibility("default")))'
 hidden='__attribute__((visibility("hidden")))'
 export='__declspec(dllexport)' import='__declspec(dllimport)'
 for windows in -U_WIN32 -D_WIN32; do
-  marks '||' $windows -DPIM_STATIC
+  marks '|||' $windows -DPIM_STATIC
 done
-marks "$default|$default|$hidden"
-marks "$default|$default|$hidden" -DPIM_BUILDING_CORE
-marks "$import|$import|" -D_WIN32
-marks "$export|$import|" -D_WIN32 -DPIM_BUILDING_CORE
-marks "$import|$export|" -D_WIN32 -DPIM_BUILDING_STORE
+for building in UNKNOWN CORE STORE POSTGRES; do
+  marks "$default|$default|$default|$hidden" -DPIM_BUILDING_$building
+done
+marks "$import|$import|$import|" -D_WIN32
+marks "$export|$import|$import|" -D_WIN32 -DPIM_BUILDING_CORE
+marks "$import|$export|$import|" -D_WIN32 -DPIM_BUILDING_STORE
+marks "$import|$import|$export|" -D_WIN32 -DPIM_BUILDING_POSTGRES
 exit $status

@@ -3,7 +3,8 @@
 # SPDX-License-Identifier: Apache-2.0
 #
 # Installs a build into a folder, moves that elsewhere, and builds and runs a small host against it
-# in one of the ways that hosts have. Usage: install.sh BUILD ROOT core|store|pkg-config|subdirectory
+# in one of the ways that hosts have. Usage: install.sh BUILD ROOT
+# core|store|postgres|pkg-config|subdirectory; postgres wants a server in PIM_TEST_POSTGRES.
 set -euo pipefail
 build=$(realpath "$1") root=$(realpath "$2") way=$3
 here=$root/tests/install
@@ -23,10 +24,24 @@ refused() {
   if "$@" >"$work/log" 2>&1; then echo "went well: $*"; exit 1; fi
   tr -s ' \n' ' ' <"$work/log" | grep -qE "$pattern" || { cat "$work/log"; echo "no $pattern"; exit 1; }
 }
-# Configures and builds the host of a folder.
+# build_host NAME FOLDER HOST OPTIONS...: the host by that folder's project, as $work/NAME/host.
 build_host() {
-  step cmake -G Ninja -S "$here/$1" -B "$work/$1" "${@:2}"
+  step cmake -G Ninja -S "$here/$2" -B "$work/$1" -DHOST="$3" "${@:4}"
   step cmake --build "$work/$1"
+}
+# without HEADERS COMMAND...: the command where these are hidden.
+without() {
+  export -f step build_host
+  export work here
+  headers=$1 unshare --mount --map-root-user bash -c 'set -euo pipefail
+    for header in $headers; do [ ! -e "$header" ] || mount --bind /dev/null "$header"; done
+    "$@"' host "${@:2}"
+}
+# loads PROGRAM LIBRARY...: whether it does so, and no other library of the project.
+loads() {
+  local loaded
+  loaded=$(ldd "$1" | sed -n 's/^\s*lib\(pim[a-z]*\)\.so.*/\1/p' | sort | tr '\n' ' ')
+  [ "$loaded" = "${*:2}${2:+ }" ] || { echo "$1 loads $loaded, not ${*:2}"; exit 1; }
 }
 
 # try step|refused PATTERN ARGUMENTS...: a project that finds the package with each; -D... are given
@@ -47,7 +62,7 @@ try() {
 }
 
 if [ "$way" != subdirectory ]; then
-  for component in Development Runtime; do
+  for component in Development Runtime PostgresRuntime; do
     step cmake --install "$build" --prefix "$work/first" --component $component
   done
   mv "$work/first" "$prefix"
@@ -59,63 +74,112 @@ if [ "$way" != subdirectory ]; then
 fi
 package=(-DCMAKE_PREFIX_PATH="$prefix" -DCMAKE_BUILD_TYPE=Release)
 
+# What CMake isn't to find, and the headers of it.
+none=(-DCMAKE_DISABLE_FIND_PACKAGE_{SQLite3,PostgreSQL,PkgConfig}=ON)
+no_postgres=(-DCMAKE_DISABLE_FIND_PACKAGE_PostgreSQL=ON)
+no_sqlite=(-DCMAKE_DISABLE_FIND_PACKAGE_SQLite3=ON)
+libpq='/usr/include/postgresql/libpq-fe.h /usr/include/libpq-fe.h'
+headers="$libpq /usr/include/sqlite3.h /usr/include/zstd.h /usr/include/nettle/sha2.h"
+friends=$root/samples/friends.vcf
+
 case $way in
 core)
-  # Without SQLite and the store's other needs: their headers and pkg-config files are hidden.
-  export -f step build_host
-  export work here prefix
-  hidden='for file in /usr/include/{sqlite3,zstd}.h /usr/include/nettle/sha2.h; do
-    [ ! -e $file ] || mount --bind /dev/null $file; done'
-  step unshare --mount --map-root-user bash -c "$hidden"'
-    ! echo "#include <sqlite3.h>" | g++ -E -x c++ - | grep -q sqlite3_open || exit 1
-    PKG_CONFIG_LIBDIR=/nowhere build_host core_static -DCMAKE_DISABLE_FIND_PACKAGE_SQLite3=ON \
-      -DCMAKE_DISABLE_FIND_PACKAGE_PkgConfig=ON "$@"' host "${package[@]}"
-  step "$work/core_static/host"
+  without "$headers" build_host core installed CoreHost -DCOMPONENTS='core;static' "${package[@]}" "${none[@]}"
+  loads "$work/core/host"
+  step "$work/core/host"
   try 'refused' "there is no component 'nonsense'" 'REQUIRED COMPONENTS nonsense'
   try 'refused' 'exclude each other' 'REQUIRED COMPONENTS static shared'
   try 'refused' 'exclude each other' 'REQUIRED COMPONENTS core static' 'REQUIRED COMPONENTS shared'
-  try 'refused' "version: $version" '0.1 REQUIRED'
-  try 'refused' "version: $version" '0.3 REQUIRED'
+  IFS=. read -r major minor _ <<<"$version"
+  try 'refused' "version: $version" "$major.$((minor - 1)) REQUIRED"
+  try 'refused' "version: $version" "$major.$((minor + 1)) REQUIRED"
   # What isn't there is no reason to fail where it needn't be.
   try 'step' '' 'REQUIRED COMPONENTS core OPTIONAL_COMPONENTS nonsense'
-  without=(-DCMAKE_DISABLE_FIND_PACKAGE_SQLite3=ON)
-  try 'step' '' 'REQUIRED COMPONENTS core OPTIONAL_COMPONENTS store static' "${without[@]}"
-  try 'refused' 'static store needs SQLite3' 'REQUIRED COMPONENTS store static' "${without[@]}"
+  try 'step' '' 'REQUIRED COMPONENTS core OPTIONAL_COMPONENTS store postgres static' "${none[@]}"
+  try 'refused' 'static pimstore needs SQLite3' 'REQUIRED COMPONENTS store static' "${no_sqlite[@]}"
+  try 'refused' 'static pimpgstore needs PostgreSQL' 'REQUIRED COMPONENTS postgres static' "${no_postgres[@]}"
   # A second call keeps to the kind of the first.
-  try 'step' '' 'REQUIRED COMPONENTS core shared' 'REQUIRED COMPONENTS store' "${without[@]}"
+  try 'step' '' 'REQUIRED COMPONENTS core shared' 'REQUIRED COMPONENTS store postgres' "${none[@]}"
+  # Without names, what can be had.
+  try 'step' '' REQUIRED "${none[@]}"
+  grep -q 'without postgres: the static pimpgstore needs' "$work/log" || { cat "$work/log"; exit 1; }
   ;;
 store)
-  build_host store_shared "${package[@]}"
-  step "$work/store_shared/host" "$work/a.db" "$root/samples/friends.vcf"
-  # The static one, by BUILD_SHARED_LIBS.
-  sed 's/ shared)/)/' "$here/store_shared/CMakeLists.txt" >"$work/CMakeLists.txt"
-  sed -i "s|\.\./|$here/|" "$work/CMakeLists.txt"
-  step cmake -G Ninja -S "$work" -B "$work/static" "${package[@]}" -DBUILD_SHARED_LIBS=OFF
-  step cmake --build "$work/static"
-  step "$work/static/host" "$work/b.db" "$root/samples/friends.vcf"
+  build_host shared installed StoreHost -DCOMPONENTS='store;shared' "${package[@]}" "${none[@]}"
+  loads "$work/shared/host" pimstore pimvobjmgr
+  step "$work/shared/host" "$work/a.db" "$friends"
+  # The static one, by BUILD_SHARED_LIBS and without a name.
+  without "$libpq" build_host static installed StoreHost -DBUILD_SHARED_LIBS=OFF "${package[@]}" "${no_postgres[@]}"
+  loads "$work/static/host"
+  step "$work/static/host" "$work/b.db" "$friends"
   step cmake -G Ninja -S "$root/examples" -B "$work/examples" "${package[@]}"
   step cmake --build "$work/examples"
-  if ldd "$work/static/host" | grep -q pimstore; then echo "the static host loads pimstore"; exit 1; fi
+  ;;
+postgres)
+  build_host shared installed PostgresHost -DCOMPONENTS='postgres;shared' "${package[@]}" "${none[@]}"
+  loads "$work/shared/host" pimpgstore pimvobjmgr
+  step "$work/shared/host"
+  build_host static installed PostgresHost -DCOMPONENTS='postgres;static' "${package[@]}" "${no_sqlite[@]}"
+  loads "$work/static/host"
+  step "$work/static/host"
+  build_host both_shared installed BothHost -DCOMPONENTS='store;postgres;shared' "${package[@]}" "${none[@]}"
+  build_host both_static installed BothHost -DCOMPONENTS='store;postgres;static' "${package[@]}"
+  loads "$work/both_shared/host" pimpgstore pimstore pimvobjmgr
+  loads "$work/both_static/host"
+  for host in both_shared both_static; do
+    schema=${host}_$$
+    step psql -qc "CREATE SCHEMA $schema" "$PIM_TEST_POSTGRES"
+    step "$work/$host/host" "$work/$host.db" "$friends" "$PIM_TEST_POSTGRES&options=-csearch_path%3D$schema"
+    step psql -qc "DROP SCHEMA $schema CASCADE" "$PIM_TEST_POSTGRES"
+  done
   ;;
 pkg-config)
   export PKG_CONFIG_PATH=$(dirname "$(find "$prefix" -name pimstore.pc)")
-  flags() { pkg-config --cflags --libs "$@"; }
-  # shellcheck disable=SC2046
-  step g++ -std=c++20 "$here/StoreHost.cpp" -o "$work/host" $(flags pimstore)
   export LD_LIBRARY_PATH=$(pkg-config --variable=libdir pimstore)
-  step "$work/host" "$work/a.db" "$root/samples/friends.vcf"
-  step g++ -std=c++20 "$here/CoreHost.cpp" -o "$work/core" $(flags pimvobjmgr)
-  step "$work/core"
+  # compile HOST MODULE...
+  compile() {
+    # shellcheck disable=SC2046
+    step g++ -std=c++20 "$here/$1.cpp" -o "$work/$1" $(pkg-config --cflags --libs "${@:2}")
+  }
+  compile CoreHost pimvobjmgr
+  step "$work/CoreHost"
+  compile StoreHost pimstore
+  step "$work/StoreHost" "$work/a.db" "$friends"
+  compile PostgresHost pimpgstore
+  step "$work/PostgresHost"
+  compile BothHost pimstore pimpgstore
   export PKG_CONFIG_LIBDIR=/nowhere
-  step pkg-config --cflags pimstore
-  [ "$(flags --static pimstore | grep -c -- -lsqlite3)" = 1 ] || { flags --static pimstore; exit 1; }
+  for module in 'pimstore -lsqlite3' 'pimpgstore -lpq'; do
+    step pkg-config --cflags "${module% *}"
+    all=$(pkg-config --static --libs "${module% *}")
+    [[ $all == *${module#* }*-lnettle* ]] || { echo "$module: $all"; exit 1; }
+  done
   ;;
 subdirectory)
-  # Without what only the store and the program need.
-  build_host subdirectory -DPIM_SOURCE="$root" -DPIMVOBJ_BUILD_STORE=OFF \
-    -DCMAKE_DISABLE_FIND_PACKAGE_SQLite3=ON -DCMAKE_DISABLE_FIND_PACKAGE_RapidJSON=ON \
-    -DCMAKE_DISABLE_FIND_PACKAGE_PkgConfig=ON
-  step "$work/subdirectory/host"
-  step cmake -S "$here/subdirectory" -B "$work/with_store" -DPIM_SOURCE="$root" -DBUILD_SHARED_LIBS=ON
+  pim=$work/host/pim
+  options=(-DPIM_SOURCE="$root" -DCMAKE_UNITY_BUILD=ON -DCMAKE_BUILD_TYPE=Release)
+  # Without what only the stores and the program need.
+  without "$headers" build_host host subdirectory CoreHost -DLIBRARY=pimvobjmgr "${options[@]}" \
+    -DPIMVOBJ_BUILD_STORE=OFF "${none[@]}" -DCMAKE_DISABLE_FIND_PACKAGE_RapidJSON=ON
+  step "$work/host/host"
+  build_host host subdirectory PostgresHost -DLIBRARY=pimpgstore "${none[@]/=ON/=OFF}" "${no_sqlite[@]}" \
+    -DPIMVOBJ_BUILD_POSTGRES=ON -DPIMVOBJ_INSTALL=ON
+  step "$work/host/host"
+  # What is installed of these, static libraries alone.
+  step cmake --install "$pim" --prefix "$prefix" --component Development
+  [ -z "$(find "$prefix" -name '*[sS]qlite*' -o -name '*pimstore*')" ] || { find "$prefix"; exit 1; }
+  build_host found installed PostgresHost "${package[@]}" "${no_sqlite[@]}"
+  step "$work/found/host"
+  export PKG_CONFIG_PATH=$(dirname "$(find "$prefix" -name pimpgstore.pc)")
+  # shellcheck disable=SC2046
+  step g++ -std=c++20 "$here/PostgresHost.cpp" -o "$work/named" $(pkg-config --cflags --libs pimpgstore)
+  step "$work/named"
+
+  step cmake -S "$here/subdirectory" -B "$work/sqlite" -DHOST=StoreHost -DLIBRARY=pimstore \
+    "${options[@]}" -DBUILD_SHARED_LIBS=ON -DPIMVOBJ_BUILD_POSTGRES=OFF -DPIMVOBJ_INSTALL=ON
+  if grep -Erl 'pimpgstore|PostgresStore' "$work/sqlite" --include=cmake_install.cmake; then
+    echo "these install what isn't built"
+    exit 1
+  fi
   ;;
 esac

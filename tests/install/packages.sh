@@ -11,7 +11,11 @@ cd "$root"
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 debs=(build/package/*.deb)
-[ ${#debs[@]} -eq 3 ] || { echo "there aren't three packages: ${debs[*]}"; exit 1; }
+[ ${#debs[@]} -eq 4 ] || { echo "there aren't four packages: ${debs[*]}"; exit 1; }
+depends() { for deb in "$@"; do dpkg-deb --field "$deb" Depends; done; }
+# Only who uses the store in a server gets libpq.
+core=$(depends build/package/libpimvobjmgr[0-9]*.deb) postgres=$(depends build/package/libpimpgstore[0-9]*.deb)
+[[ $core != *libpq* && $postgres == *libpimvobjmgr*'(= '*libpq5* ]] || { echo "needs: $core; $postgres"; exit 1; }
 
 echo "packages: lintian"
 lintian --allow-root --fail-on error,warning "${debs[@]}"
@@ -32,20 +36,22 @@ pimvobj contacts import /packages/friends.vcf 2>&1 | grep -q '^3 contacts import
 test -s /usr/share/man/man1/pimvobj.1.gz
 test -s /usr/share/bash-completion/completions/pimvobj
 ldconfig -p | grep -q libpimstore
+ldconfig -p | grep -q libpimpgstore
 g++ -std=c++20 /packages/StoreHost.cpp -o /tmp/host $(pkg-config --cflags --libs pimstore)
 /tmp/host /tmp/host.db /packages/friends.vcf
-dpkg --purge $(dpkg-query --show --showformat '${Package}\n' '*pimvobj*')
+g++ -std=c++20 /packages/PostgresHost.cpp -o /tmp/host $(pkg-config --cflags --libs pimpgstore)
+/tmp/host
+dpkg --purge $(for deb in /packages/*.deb; do dpkg-deb --field "$deb" Package; done)
 list >/tmp/after
 diff /tmp/before /tmp/after
 INSIDE
 mkdir "$work/packages"
-cp "${debs[@]}" "$work/try.sh" samples/friends.vcf tests/install/StoreHost.cpp "$work/packages"
-depends=$(for deb in "${debs[@]}"; do dpkg-deb --field "$deb" Depends; done |
-  tr ',' '\n' | sed 's/(.*//; s/ //g' | grep -v pimvobj | sort -u | tr '\n' ',')
+cp "${debs[@]}" "$work/try.sh" samples/friends.vcf tests/install/{Store,Postgres}Host.cpp "$work/packages"
+others=$(depends "${debs[@]}" | tr ',' '\n' | sed 's/(.*//; s/ //g' | grep -vE '^(lib)?pim' | sort -u | tr '\n' ',')
 # The same sources of packages as this machine's.
 cat /etc/apt/sources.list /etc/apt/sources.list.d/debian.sources 2>/dev/null >"$work/sources" || true
 # Documents aren't left out, as they are in small images.
-mmdebstrap --quiet --variant=minbase --include="g++,pkg-config,$depends" \
+mmdebstrap --quiet --variant=minbase --include="g++,pkg-config,$others" \
   --customize-hook="copy-in $work/packages /" --customize-hook='chroot "$1" bash /packages/try.sh' \
   bookworm /dev/null - <"$work/sources" >"$work/log" 2>&1 || { cat "$work/log"; exit 1; }
 

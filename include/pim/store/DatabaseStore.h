@@ -53,7 +53,7 @@ enum class StoreAccess : std::uint8_t {
 // std::bad_alloc.
 class PIM_EXPORT DatabaseStore : public ForwardingStore {
  public:
-  class Impl;  // what the stores of this library are made of
+  class PIM_HIDDEN Impl;  // what the stores of this library are made of
   ~DatabaseStore() override;
 
   // What messages call the store: the path of its file, or the connection without its secrets.

@@ -343,7 +343,7 @@ void PostgresConnection::PutCopy(std::string_view bytes) {
   int put = 0;
   while ((put = PQputCopyData(handle_.get(), bytes.data(), static_cast<int>(bytes.size()))) == 0)
     WaitForServer(true);
-  if (put < 0) FailLost();
+  if (put < 0) CheckCopy();  // the server has ended it
   Flush();
 }
 
@@ -351,7 +351,7 @@ void PostgresConnection::EndCopy() {
   heard_ = Clock::now();
   int ended = 0;
   while ((ended = PQputCopyEnd(handle_.get(), nullptr)) == 0) WaitForServer(true);
-  if (ended < 0) FailLost();
+  if (ended < 0) CheckCopy();
   Flush();
   isCopied_ = true;
 }
@@ -361,7 +361,7 @@ void PostgresConnection::CheckCopy() {
   heard_ = Clock::now();
   const PostgresResult result = NextResult();
   FinishCopy();
-  if (PQresultStatus(result.get()) == PGRES_COMMAND_OK) return;
+  if (result != nullptr && PQresultStatus(result.get()) == PGRES_COMMAND_OK) return;
   later_.clear();
   FailWith(result.get());
 }

@@ -158,13 +158,7 @@ bool PostgresDatabase::HasCommitted(const PendingCommit& commit) {
     try {
       connection_.Reconnect();
       FindLocks();
-      const WireValue transaction{kTextType, false, commit.transaction};
-      const PostgresResult status = connection_.Ask(
-          "SELECT CASE WHEN CAST($1 AS xid8) < pg_snapshot_xmax(pg_current_snapshot()) "
-          "THEN pg_xact_status(CAST($1 AS xid8)) END",
-          {transaction});
-      const bool isUnderWay = std::string_view(PQgetvalue(status.get(), 0, 0)) == "in progress";
-      if (!isUnderWay) {
+      if (!IsUnderWay(commit.transaction)) {
         const PostgresResult row =
             connection_.Ask("SELECT 1 FROM lastcommits WHERE connection_id = $1 AND number = $2",
                             {Wire(connectionId_), Wire(commit.number)});
@@ -179,6 +173,18 @@ bool PostgresDatabase::HasCommitted(const PendingCommit& commit) {
       Fail("whether the last transaction is committed can't be found out");
     }
     std::this_thread::sleep_for(kPause);
+  }
+}
+
+// A number that the server hasn't given yet is that of a transaction of the other server's.
+bool PostgresDatabase::IsUnderWay(const std::string& transaction) {
+  try {
+    const PostgresResult status = connection_.Ask("SELECT pg_xact_status(CAST($1 AS xid8))",
+                                                  {{kTextType, false, transaction}});
+    return std::string_view(PQgetvalue(status.get(), 0, 0)) == "in progress";
+  } catch (const StoreError&) {
+    if (connection_.IsLost()) throw;
+    return false;
   }
 }
 

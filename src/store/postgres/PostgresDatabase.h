@@ -66,6 +66,7 @@ class PostgresDatabase final : public Database {
   void OnConnection(Operation operation);
   void LockImport();
   std::string NoteCommit();
+  bool IsUnderWay(const std::string& transaction);
   bool HasCommitted(const PendingCommit& commit);
   std::vector<std::int32_t> FreeKeys(const TableLayout& table, std::size_t wanted);
   void AdoptKeysOf(const TableLayout& table);

@@ -25,6 +25,8 @@ constexpr ProblemRow kProblems[] = {
     {"40001", "another program was in the way", false, kMayPass},
     {"40P01", "another program was in the way", false, kMayPass},
     {"40", "the transaction was undone", false, kMayPass},
+    {"23505", "another program was in the way", false, kMayPass},
+    {"23P01", "another program was in the way", false, kMayPass},
     {"55P03", "locked by another program"},
     {"57014", "the server ended the work"},
     {"57P01", "the connection was lost", kEnds, kMayPass},

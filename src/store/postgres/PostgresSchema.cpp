@@ -265,8 +265,9 @@ void OpenPostgresStore(PostgresDatabase& db, StoreAccess access) {
   }
   db.FindLocks();
   // A store that its owner has made from the statements has no secret yet.
-  if (access == StoreAccess::ReadOnly) return;
+  if (access == StoreAccess::ReadOnly || StoreSettings(db).HasKey()) return;
   db.Begin();
+  db.KeepOthersOut();
   StoreSettings(db).Key(true);
   db.Commit();
 }

@@ -28,6 +28,7 @@ class ContactBatches {
     const std::int32_t stored = contacts_.SaveToDB(db_, saveOption_, saveFlag_);
     failed_ = failed_ || stored < 0;
     counts_.stored += std::max(stored, 0);
+    // What the store says of a failure stays the last that it says.
     if (!failed_ && saveOption_ == -1 && !linker_.Link(contacts_)) counts_.linked = false;
     for (std::int32_t i = 0; i < contacts_.GetCount(); ++i) {
       if (!contacts_[i].photo.empty()) counts_.pictures.push_back(contacts_[i].photo.str());

@@ -43,7 +43,10 @@ ContentTable::ContentTable(Database& db, const Names& names, std::string_view ph
       find_(db, SelectAmongSql(names.table, kContent, names.key, kSoughtAtOnce)),
       photos_(db, names.records, names.key, hasPhotos_ ? photoColumn : names.key),
       between_(db, "SELECT " + names.key + ", content FROM " + names.table + " WHERE " + names.key +
-                       " BETWEEN ? AND ?") {}
+                       " BETWEEN ? AND ?"),
+      sweep_(db, "DELETE FROM " + names.table + " WHERE NOT EXISTS (SELECT 1 FROM " +
+                     names.records + " WHERE " + names.records + "." + names.key + " = " +
+                     names.table + "." + names.key + ")") {}
 
 void ContentTable::Insert(std::span<const Row> rows) {
   insert_.Start(rows.size());

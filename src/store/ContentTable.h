@@ -42,6 +42,8 @@ class ContentTable {
   void Change(const Row& row);
   // The records that hold one of these.
   std::vector<Found> Find(std::span<const Fingerprint> prints);
+  // Forgets those of records that aren't there any more.
+  void Sweep() { sweep_.Run(); }
   // Those of the records from the first key to the last one.
   std::map<std::int32_t, Fingerprint> Between(std::int32_t first, std::int32_t last);
 
@@ -56,6 +58,7 @@ class ContentTable {
   Statement find_;
   AmongRows photos_;
   Statement between_;
+  Statement sweep_;
   FieldReader fields_;
 };
 

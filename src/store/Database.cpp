@@ -39,6 +39,10 @@ void Database::CheckTransaction() {
     throw StoreError(name_, "the transaction was undone after a failure");
 }
 
+void Database::CheckReading() {
+  if (readings_ > 0 && IsUndone()) Fail("what was being read is undone by a failure");
+}
+
 void Database::Fail(const std::string& problem) {
   ForgetFailure();
   throw StoreError(name_, problem);

@@ -52,6 +52,8 @@ class Database {
   // Throws once the open transaction has been undone, by the engine or with its connection: what
   // comes behind would be outside of any.
   void CheckTransaction();
+  // The same for a reading.
+  void CheckReading();
 
   // Whether opening it has made the store.
   bool IsNew() const noexcept { return isNew_; }
@@ -61,6 +63,10 @@ class Database {
   // Whether many write at once, as in a server: then unique indexes see to what the one writer of a
   // file sees to, and what records hold is looked up there.
   [[nodiscard]] virtual bool IsShared() const noexcept = 0;
+  // What ends a SELECT whose rows nobody may delete until the transaction ends, and one whose rows
+  // nobody else may so hold; nothing where one writes at a time.
+  [[nodiscard]] virtual std::string_view HoldingSql() const noexcept { return {}; }
+  [[nodiscard]] virtual std::string_view ClaimingSql() const noexcept { return {}; }
   // The tables of the store, owners before their lists.
   [[nodiscard]] virtual const std::vector<TableLayout>& Tables() const = 0;
   // A store of an earlier version that is only read has no tables of what came later.

@@ -15,6 +15,7 @@ void PictureCopies::Need(WideStringView name) {
   try {
     Make(name);
   } catch (const std::exception& failure) {
+    pictures_.CheckReading();
     ++notMade_;
     problem_ = failure.what();
   }

@@ -19,11 +19,14 @@ constexpr std::size_t kLargestPicture = 900'000'000;
 
 PictureTable::PictureTable(Database& db)
     : db_(db),
-      findContent_(db, "SELECT picture_id, content = ?2 FROM Pictures WHERE sha256 = ?1"),
+      findContent_(db, "SELECT picture_id, content = ?2 FROM Pictures WHERE sha256 = ?1" +
+                           std::string(db.HoldingSql())),
       healContent_(db, "UPDATE Pictures SET content = ?2 WHERE picture_id = ?1"),
       insertContent_(db, "INSERT INTO Pictures (picture_id, sha256, content) VALUES (" +
                              db.NextNumberSql("Pictures", {"Pictures", "PictureNames"}) +
                              ", ?, ?) ON CONFLICT DO NOTHING RETURNING picture_id"),
+      claimContent_(db, "SELECT picture_id FROM Pictures WHERE picture_id = ?" +
+                            std::string(db.ClaimingSql())),
       dropContent_(db,
                    "DELETE FROM Pictures WHERE picture_id = ?1 AND NOT EXISTS "
                    "(SELECT 1 FROM PictureNames WHERE picture_id = ?1)"),
@@ -112,7 +115,13 @@ void PictureTable::SetContent(std::int64_t row, std::int64_t content) {
   updateName_.Run();
 }
 
+// Another program that stores a contact with the same picture meanwhile is waited for; its name for
+// it is seen by the next statement alone.
 void PictureTable::DropUnnamed(std::int64_t content) {
+  if (db_.IsShared()) {
+    claimContent_.Bind(1, content);
+    claimContent_.Run();
+  }
   dropContent_.Bind(1, content);
   dropContent_.Run();
 }

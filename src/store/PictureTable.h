@@ -26,6 +26,9 @@ class PictureTable {
   std::optional<NarrowString> Read(WideStringView name);
   std::optional<Sha256> DigestUnder(WideStringView name);
 
+  // Throws where a failure has ended the reading that goes on.
+  void CheckReading() { db_.CheckReading(); }
+
   // Whether a contact has the name.
   bool IsNamed(WideStringView name);
   // The names that contacts from the first key to the last one have, in the order of their keys.
@@ -66,6 +69,7 @@ class PictureTable {
   Statement findContent_;
   Statement healContent_;
   Statement insertContent_;
+  Statement claimContent_;
   Statement dropContent_;
   Statement findName_;
   Statement insertName_;

@@ -222,6 +222,7 @@ class RecordTable {
 template <class Record, class Records>
 void RecordTable<Record, Records>::RenewStoredContents() {
   if (!stored_) return;
+  stored_->Sweep();
   reader_.StartAll(0);
   for (;;) {
     Records some;

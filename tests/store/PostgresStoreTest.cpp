@@ -8,55 +8,18 @@
 #include <thread>
 #include <vector>
 
-#include "pim/platform/Host.h"
-#include "pim/records/ContactGroups.h"
 #include "pim/store/ImportHistory.h"
 #include "pim/store/PostgresStore.h"
 #include "pim/store/SqliteStore.h"
+#include "tests/store/PostgresFixture.h"
 #include "tests/store/SampleRecords.h"
-#include "tests/store/TemporaryFolder.h"
-#include "tests/store/TestSchema.h"
 
 namespace pim {
 namespace {
 
 using testing::ServerProgram;
-using testing::TemporaryFolder;
-using testing::TestSchema;
 
-class PostgresStoreTest : public ::testing::Test {
- protected:
-  PostgresStoreTest() { SetAppDataFolder(folder_.path()); }
-  ~PostgresStoreTest() override { SetAppDataFolder({}); }
-
-  static std::int32_t Save(RecordStore& store, WideStringView name, bool saveFlag = true) {
-    CContacts contacts;
-    contacts.AddNew().formatted_name = name;
-    return store.SaveContacts(contacts, 0, saveFlag);
-  }
-  static std::int32_t SaveGroup(RecordStore& store, WideStringView name) {
-    CContactGroups groups;
-    groups.AddNew().group_name = name;
-    return store.SaveContactGroups(groups, true) < 0 ? -1 : groups[0].group_id;
-  }
-  static std::string ProblemOf(const std::string& url, StoreAccess access = StoreAccess::Create) {
-    try {
-      const PostgresStore store(url, access);
-      return {};
-    } catch (const StoreError& error) {
-      return error.what();
-    }
-  }
-  // The same schema for another role.
-  std::string UrlFor(const std::string& role) const {
-    std::string url = schema_.Url();
-    return url.replace(url.find("user=pim"), 8, "user=" + role);
-  }
-
-  TemporaryFolder folder_;
-  TestSchema schema_;
-  ServerProgram other_{schema_.Url()};
-};
+using PostgresStoreTest = testing::PostgresFixture;
 
 template <class Work>
 void AtOnce(int threads, Work work) {
@@ -254,6 +217,36 @@ TEST_F(PostgresStoreTest, FollowsWhatOthersChange) {
   EXPECT_EQ(other_.Ask("SELECT count(*) FROM outsidechanges"), "0") << "all of it is known";
 }
 
+// What another program empties or moves is empty or elsewhere.
+TEST_F(PostgresStoreTest, FollowsItsSchemaAndItsTables) {
+  PostgresStore store(schema_.Url());
+  CContacts saved;
+  saved.AddNew().formatted_name = u"Ann";
+  saved[0].NewTelephone(u"1", 0, false, -1);
+  ASSERT_EQ(store.SaveContacts(saved, SaveGroup(store, u"g"), false), 1);
+  other_.Run("TRUNCATE contacts RESTART IDENTITY");
+  EXPECT_EQ(other_.Ask("SELECT count(*) FROM contactnumbers, contacts_contactgroups"), "0");
+  saved[0].tag = 0;
+  EXPECT_EQ(store.SaveContacts(saved, 0, false), 1) << store.LastError();
+
+  const std::string renamed = schema_.name() + "_renamed";
+  other_.Run("ALTER SCHEMA " + schema_.name() + " RENAME TO " + renamed);
+  other_.Run("UPDATE " + renamed + ".contacts SET formatted_name = 'Eve'");
+  other_.Run("DELETE FROM " + renamed + ".contacts");
+  EXPECT_EQ(other_.Ask("SELECT count(*) FROM " + renamed + ".contactnumbers"), "0");
+
+  // A store of one schema isn't that of another behind it in the search path.
+  other_.Run("CREATE SCHEMA " + schema_.name());
+  std::string both = schema_.Url() + "%2C" + renamed;
+  EXPECT_THROW(PostgresStore(both, StoreAccess::Existing), NoStoreError);
+  PostgresStore first(both);
+  EXPECT_TRUE(first.IsNew());
+  EXPECT_EQ(other_.Ask("SELECT count(*) FROM pg_constraint WHERE contype = 'x' AND connamespace = "
+                       "current_schema()::regnamespace"),
+            "1");
+  other_.Run("DROP SCHEMA " + renamed + " CASCADE");
+}
+
 // In whatever order importers name them: one of two that wait for each other begins anew.
 TEST_F(PostgresStoreTest, ManyMakeGroupsAndContactsOnce) {
   { const PostgresStore made(schema_.Url()); }
@@ -284,53 +277,6 @@ TEST_F(PostgresStoreTest, ManyMakeGroupsAndContactsOnce) {
   EXPECT_EQ(other_.Ask("SELECT count(*) FROM contacts"), "5");
   EXPECT_EQ(other_.Ask("SELECT count(*), count(DISTINCT group_name_folded) FROM contactgroups"),
             "2020");
-}
-
-// A transaction goes as a whole with its connection; the next one has another.
-TEST_F(PostgresStoreTest, GoesOnBehindALostConnection) {
-  PostgresStore store(schema_.Url("&application_name=" + schema_.name()));
-  const auto cut = [this] {
-    EXPECT_EQ(other_.Ask("SELECT pg_terminate_backend(pid, 5000) FROM pg_stat_activity WHERE "
-                         "application_name = current_schema()"),
-              "t");
-  };
-  ASSERT_EQ(Save(store, u"before"), 1);
-  cut();
-  EXPECT_EQ(Save(store, u"behind"), 1) << store.LastError();
-  {
-    StoreTransaction transaction(store);
-    ASSERT_EQ(Save(store, u"lost"), 1);
-    {
-      const StoreTransaction inner(store);
-      cut();
-      EXPECT_EQ(Save(store, u"lost too"), -1);
-      EXPECT_TRUE(store.MayTryAgain()) << store.LastError();
-    }
-    EXPECT_EQ(Save(store, u"of no transaction"), -1);
-    EXPECT_FALSE(transaction.Commit());
-    EXPECT_TRUE(store.MayTryAgain());
-  }
-  EXPECT_EQ(Save(store, u"last"), 1);
-  EXPECT_FALSE(store.MayTryAgain());
-  EXPECT_EQ(store.CountContacts(), 3);
-}
-
-// The host's wish ends what the server works on.
-TEST_F(PostgresStoreTest, MayBeGivenUp) {
-  { const PostgresStore made(schema_.Url()); }
-  std::atomic<bool> givesUp = false;
-  PostgresWaits waits;
-  waits.givesUp = [&] { return givesUp.load(); };
-  PostgresStore store(schema_.Url(), StoreAccess::Existing, waits);
-  ServerProgram holder(schema_.Url());
-  holder.Run("BEGIN; LOCK TABLE contacts");
-  givesUp = true;
-  EXPECT_EQ(Save(store, u"waits"), -1);
-  EXPECT_NE(store.LastError().find("given up"), std::string::npos) << store.LastError();
-  EXPECT_FALSE(store.MayTryAgain());
-  givesUp = false;
-  holder.Run("ROLLBACK");
-  EXPECT_EQ(Save(store, u"goes on"), 1) << store.LastError();
 }
 
 TEST_F(PostgresStoreTest, CopiesAWholeStoreEitherWay) {

@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "store/postgres/PostgresProblems.h"
+#include "store/postgres/WireForms.h"
 
 namespace pim {
 namespace {
@@ -42,7 +43,8 @@ constexpr Setting kDefaults[] = {
 // first setting tells the triggers that this program writes.
 std::string SettingsSql(const PostgresWaits& waits) {
   return "SELECT set_config('pimvobj.store', 'on', false), set_config('enable_seqscan', 'off', "
-         "false), set_config('jit', 'off', false), CASE current_setting('lock_timeout') WHEN '0' "
+         "false), set_config('jit', 'off', false), set_config('default_transaction_isolation', "
+         "'read committed', false), CASE current_setting('lock_timeout') WHEN '0' "
          "THEN set_config('lock_timeout', '" +
          std::to_string(waits.lock.count()) + "', false) END";
 }
@@ -100,7 +102,19 @@ void PostgresConnection::SetUp() {
   PQsetnonblocking(connection, 1);
   EnterPipeline();
   Send(SettingsSql(waits_));
-  AwaitAll();
+  UseOneSchema();
+}
+
+// The first one of the search path, and that one again on each further connection: another that
+// lies behind it may hold another store.
+void PostgresConnection::UseOneSchema() {
+  if (schema_.empty()) {
+    const PostgresResult result = Ask("SELECT quote_ident(current_schema())");
+    if (PQgetisnull(result.get(), 0, 0) != 0) return;
+    schema_ = PQgetvalue(result.get(), 0, 0);
+  }
+  const WireValue schema{kTextType, false, schema_};
+  Ask("SELECT set_config('search_path', $1, false)", {schema});
 }
 
 void PostgresConnection::Reconnect() {
@@ -135,8 +149,9 @@ void PostgresConnection::Queue(int sent, ResultTaker* taker) {
   if (sent_.size() >= kSentAtMost) AwaitAll();
 }
 
-void PostgresConnection::SendLater(const char* sql) {
-  isCopied_ ? later_.push_back(sql) : Send(sql);
+void PostgresConnection::SendLater(std::string sql) {
+  if (!isCopied_) return Send(sql);
+  later_.push_back(std::move(sql));
 }
 
 // Brings what is to be sent to where it stands ahead of another command.
@@ -146,15 +161,15 @@ void PostgresConnection::Settle() {
   } else if (isCopying_) {
     AbortCopy();
   }
-  for (const char* const sql : std::exchange(later_, {})) Send(sql);
+  for (const std::string& sql : std::exchange(later_, {})) Send(sql);
 }
 
 void PostgresConnection::SendPrepare(const std::string& name, const std::string& sql,
-                                     const std::vector<Oid>& types) {
+                                     const std::vector<Oid>& types, ResultTaker* taker) {
   Settle();
   Queue(PQsendPrepare(handle_.get(), name.c_str(), sql.c_str(), static_cast<int>(types.size()),
                       types.data()),
-        nullptr);
+        taker);
 }
 
 void PostgresConnection::SendDescribe(const std::string& name, ResultTaker* taker) {
@@ -212,7 +227,11 @@ bool PostgresConnection::IsWaiting(const ResultTaker& taker) const noexcept {
   return std::ranges::find(sent_, &taker, &Sent::taker) != sent_.end();
 }
 
-void PostgresConnection::Await(const ResultTaker& taker) { TakeUntil(&taker); }
+// What was sent behind a command that failed, or on a connection that is lost, gives no result.
+void PostgresConnection::Await(const ResultTaker& taker) {
+  if (!IsWaiting(taker)) Fail("what was being read is undone by a failure");
+  TakeUntil(&taker);
+}
 
 void PostgresConnection::AwaitAll() { TakeUntil(nullptr); }
 
@@ -391,7 +410,7 @@ void PostgresConnection::AbortCopy() noexcept {
   try {
     heard_ = Clock::now();
     if (PQputCopyEnd(handle_.get(), "left out") < 0) FailLost();
-    hasFailed_ = true;
+    NoteFailure();
     FinishCopy();
   } catch (const StoreError&) {
     isCopying_ = false;
@@ -400,8 +419,13 @@ void PostgresConnection::AbortCopy() noexcept {
 
 void PostgresConnection::Fail(const std::string& problem) { throw StoreError(name_, problem); }
 
-void PostgresConnection::FailWith(const PGresult* result) {
+void PostgresConnection::NoteFailure() noexcept {
   hasFailed_ = true;
+  ++failures_;
+}
+
+void PostgresConnection::FailWith(const PGresult* result) {
+  NoteFailure();
   const Problem problem = ProblemOf(result);
   if (problem.endsConnection) isLost_ = true;
   mayTryAgain_ = !isGivenUp_ && (problem.mayPass || IsLost());
@@ -412,7 +436,7 @@ void PostgresConnection::FailWith(const PGresult* result) {
 void PostgresConnection::FailLost() {
   const std::string detail = PQerrorMessage(handle_.get());
   isLost_ = true;
-  hasFailed_ = true;
+  NoteFailure();
   isCopying_ = false;
   isCopied_ = false;
   later_.clear();

@@ -59,7 +59,8 @@ class PostgresConnection {
   void Reconnect();
 
   // Each sends one command off. `taker` may be null where only failures matter.
-  void SendPrepare(const std::string& name, const std::string& sql, const std::vector<Oid>& types);
+  void SendPrepare(const std::string& name, const std::string& sql, const std::vector<Oid>& types,
+                   ResultTaker* taker);
   void SendDescribe(const std::string& name, ResultTaker* taker);
   void SendPrepared(const std::string& name, const std::vector<WireValue>& values,
                     ResultTaker* taker);
@@ -67,7 +68,7 @@ class PostgresConnection {
             ResultTaker* taker = nullptr);
   // For a command that gives no rows: leaves the server to the rows of the last COPY, and sends it
   // off when it is needed.
-  void SendLater(const char* sql);
+  void SendLater(std::string sql);
   // Waits for the result that `taker` is to have, and whatever was sent before it.
   void Await(const ResultTaker& taker);
   // Waits for all that was sent.
@@ -93,6 +94,8 @@ class PostgresConnection {
   // Whether a command has failed, so that the server undoes the innermost transaction and nothing
   // else, until that is done.
   bool HasFailed() const noexcept { return hasFailed_; }
+  // How many have: behind each, what was sent after the command that failed has not been done.
+  std::uint64_t failures() const noexcept { return failures_; }
   void SetUndone() noexcept { hasFailed_ = false; }
   [[noreturn]] void Fail(const std::string& problem);
   // Of a result that failed.
@@ -109,6 +112,7 @@ class PostgresConnection {
 
   bool Connect();
   void SetUp();
+  void UseOneSchema();
   void Queue(int sent, ResultTaker* taker);
   void Sync();
   void TakeFront(PostgresResult& failed);
@@ -124,23 +128,26 @@ class PostgresConnection {
   void LookAfter();
   PostgresResult NextResult();
   void Flush();
+  void NoteFailure() noexcept;
   [[noreturn]] void FailLost();
 
   std::string connection_;
   std::string name_;
+  std::string schema_;  // as SQL names it
   bool isWriter_;
   PostgresWaits waits_;
   std::unique_ptr<PGconn, Close> handle_;
   std::uint64_t generation_ = 0;
   std::deque<Sent> sent_;
   std::size_t unsynced_ = 0;  // commands behind the last sync
-  std::vector<const char*> later_;
+  std::vector<std::string> later_;
   bool isCopying_ = false;
   bool isCopied_ = false;  // and its result isn't taken yet
   bool isLost_ = false;
   bool isGivenUp_ = false;
   bool mayTryAgain_ = false;
   bool hasFailed_ = false;
+  std::uint64_t failures_ = 0;
   std::chrono::steady_clock::time_point heard_;  // from the server, or asked it
 };
 

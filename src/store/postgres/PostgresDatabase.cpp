@@ -109,11 +109,11 @@ void PostgresDatabase::OnConnection(Operation operation) {
   }
 }
 
-// Each statement sees what others have committed, so that names and contents that they have brought
-// meanwhile are found.
+// Each statement sees what others have committed (read committed), so that names and contents that
+// they have brought meanwhile are found.
 void PostgresDatabase::StartTransaction() {
   OnConnection([this] {
-    connection_.Send("BEGIN ISOLATION LEVEL READ COMMITTED READ WRITE");
+    connection_.Send("BEGIN READ WRITE");
     connection_.Send(LockSql("pg_advisory_xact_lock_shared", kLockSpace, lock_));
     connection_.AwaitAll();
   });
@@ -122,7 +122,7 @@ void PostgresDatabase::StartTransaction() {
 // What belongs to an inner one of those that stand in the outermost is known to be good then; those
 // further inside leave the server to its work.
 void PostgresDatabase::CommitInner() {
-  connection_.SendLater("RELEASE SAVEPOINT inner_one");
+  connection_.SendLater("RELEASE SAVEPOINT " + Inner(depth() - 1));
   if (depth() == 2) connection_.AwaitAll();
 }
 
@@ -197,8 +197,8 @@ bool PostgresDatabase::Undo(bool outermost) noexcept {
         connection_.AwaitAll();
       } catch (const StoreError&) {  // of what is undone
       }
-      connection_.Send(outermost ? "ROLLBACK" : "ROLLBACK TO SAVEPOINT inner_one");
-      if (!outermost) connection_.Send("RELEASE SAVEPOINT inner_one");
+      connection_.Send(outermost ? "ROLLBACK" : "ROLLBACK TO SAVEPOINT " + Inner(depth()));
+      if (!outermost) connection_.Send("RELEASE SAVEPOINT " + Inner(depth()));
       connection_.AwaitAll();
     }
     // An inner one goes with the transaction that a lost connection has undone.

@@ -31,6 +31,8 @@ class PostgresDatabase final : public Database {
   void KeepOtherSeekersOut() override;
   bool MayTryAgain() const noexcept override { return connection_.MayTryAgain(); }
   bool IsShared() const noexcept override { return true; }
+  std::string_view HoldingSql() const noexcept override { return " FOR KEY SHARE"; }
+  std::string_view ClaimingSql() const noexcept override { return " FOR UPDATE"; }
   const std::vector<TableLayout>& Tables() const override { return ServerTables(); }
   bool HasAllTables() override { return true; }
   std::int64_t OutsideVersion() override;
@@ -55,13 +57,16 @@ class PostgresDatabase final : public Database {
   }
   void StartTransaction() override;
   void CommitTransaction() override;
-  void StartInner() override { connection_.SendLater("SAVEPOINT inner_one"); }
+  void StartInner() override { connection_.SendLater("SAVEPOINT " + Inner(depth())); }
   void CommitInner() override;
   bool Undo(bool outermost) noexcept override;
   bool IsUndone() const noexcept override { return connection_.HasFailed(); }
   void StartReading() override;
   void FinishReading(bool last) noexcept override;
 
+  // The savepoint of the transaction inside that depth: each has a name of its own, so that none is
+  // taken for another that was never made.
+  static std::string Inner(std::size_t depth) { return "inner_" + std::to_string(depth); }
   template <class Operation>
   void OnConnection(Operation operation);
   void LockImport();

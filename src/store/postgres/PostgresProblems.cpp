@@ -42,6 +42,9 @@ constexpr ProblemRow kProblems[] = {
     {"25006", "can't be written: the server is read-only"},
     {"28", "the server doesn't let in"},
     {"3D000", "no such database"},
+    // Statements that another one's transactions have taken away or brought.
+    {"26000", "the connection isn't this program's alone: a pool must work by sessions"},
+    {"42P05", "the connection isn't this program's alone: a pool must work by sessions"},
     {"42501", "not allowed"},
     {"42P01", "damaged"},  // our statements are right: a table or column isn't as it was made
     {"42703", "damaged"},
@@ -62,6 +65,8 @@ constexpr struct {
     {"session is read-only", "can't be written: the server is read-only"},
     {"server is in hot standby mode", "can't be written: the server is read-only"},
     {"could not translate host name", "no such host"},
+    {"FATAL:  database \"", "no such database"},
+    {"FATAL:  role \"", "the server doesn't let in: no such role"},
 };
 
 std::string Joined(const char* meaning, std::string_view detail) {

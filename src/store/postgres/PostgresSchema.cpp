@@ -95,7 +95,8 @@ std::string IndexSql(const IndexLayout& index) {
   const bool isText =
       std::ranges::find(layout, index.columns.front(), &Column::name)->type == ColumnType::Text;
   if (isText && index.isUnique) {
-    return "DO $do$ BEGIN\n  IF to_regclass('" + name + "') IS NULL THEN\n    ALTER TABLE " +
+    return "DO $do$ BEGIN\n  IF NOT EXISTS (SELECT 1 FROM pg_constraint WHERE conname = '" + name +
+           "' AND connamespace = CAST(current_schema() AS regnamespace)) THEN\n    ALTER TABLE " +
            Named(index.table) + " ADD CONSTRAINT " + name + " EXCLUDE USING hash (" + columns +
            " WITH =);\n  END IF;\nEND $do$;\n";
   }
@@ -111,27 +112,31 @@ std::string TriggerSql(std::string_view table, std::string_view name, std::strin
          ";\nCREATE TRIGGER " + std::string(name) + " " + std::string(rest);
 }
 
-// The functions name their schema, so that nobody's table of the same name gets in between. `body`
-// is a format for it.
-std::string FunctionSql(std::string_view name, std::string_view options, std::string_view body) {
-  std::string sql = "DO $do$ BEGIN EXECUTE format($format$\nCREATE OR REPLACE FUNCTION %1$I." +
-                    std::string(name) + "() RETURNS trigger LANGUAGE plpgsql" +
-                    std::string(options) + " AS $body$\nBEGIN\n" + std::string(body) +
-                    "  RETURN NULL;\nEND $body$\n$format$, current_schema()); END $do$;\n";
-  return sql;
+// A function of triggers, which works with the rights of whoever makes the change, in whatever
+// schema the table is by then.
+std::string FunctionSql(std::string_view name, std::string_view body) {
+  return "CREATE OR REPLACE FUNCTION " + std::string(name) +
+         "() RETURNS trigger LANGUAGE plpgsql AS $body$\nBEGIN\n" + std::string(body) +
+         "  RETURN NULL;\nEND $body$;\n";
+}
+std::string ExecuteSql(const std::string& statement) {
+  return "EXECUTE format('" + statement + "', TG_TABLE_SCHEMA);\n";
 }
 
 // Another program's change makes what is known of contents out of date.
 std::string NotesSql() {
-  std::string sql =
-      FunctionSql("pimvobj_note_change", " SECURITY DEFINER SET search_path = pg_catalog",
-                  "  INSERT INTO %1$I.outsidechanges DEFAULT VALUES;\n");
+  std::string sql = "GRANT INSERT ON outsidechanges TO PUBLIC;\n";
+  sql += FunctionSql("pimvobj_note_change",
+                     "  " + ExecuteSql("INSERT INTO %I.outsidechanges DEFAULT VALUES"));
+  constexpr struct {
+    const char* trigger;
+    const char* events;
+  } kTriggers[] = {{"pimvobj_note_change", "INSERT OR UPDATE OR DELETE"},
+                   {"pimvobj_note_truncate", "TRUNCATE"}};
   for (const std::string_view table : kNoted) {
-    for (const char* const event : {"INSERT OR UPDATE OR DELETE", "TRUNCATE"}) {
-      const std::string name =
-          std::string("pimvobj_note_") + (event[0] == 'T' ? "truncate" : "change");
-      sql += TriggerSql(table, name,
-                        std::string("AFTER ") + event + " ON " + Named(table) +
+    for (const auto& [trigger, events] : kTriggers) {
+      sql += TriggerSql(table, trigger,
+                        std::string("AFTER ") + events + " ON " + Named(table) +
                             " FOR EACH STATEMENT WHEN (" + std::string(kIsAnother) +
                             ") EXECUTE FUNCTION pimvobj_note_change();\n");
     }
@@ -145,22 +150,30 @@ std::string CascadesSql() {
   std::string sql;
   for (const TableLayout& owner : ServerTables()) {
     const std::string key = Named(KeyOf(owner));
-    std::string body;
+    std::string some;
+    std::string all;
     for (const TableLayout& table : ServerTables()) {
       for (const Column& column : table.Columns()) {
         if (!RefersToOther(column.key) || OwnerOf(column) != owner.name) continue;
-        body += "    DELETE FROM %1$I." + Named(table.name) + " WHERE " + Named(column.name) +
-                " IN (SELECT " + key + " FROM gone);\n";
+        const std::string rows =
+            "DELETE FROM %I." + Named(table.name) + " WHERE " + Named(column.name);
+        some += "    " + ExecuteSql(rows + " IN (SELECT " + key + " FROM gone)");
+        all += "    " + ExecuteSql(rows + " IS NOT NULL");
       }
     }
-    if (body.empty()) continue;
+    if (some.empty()) continue;
+    const std::string ifAnother = "  IF " + std::string(kIsAnother) + " THEN\n";
     const std::string name = "pimvobj_delete_" + PostgresName(owner.name);
-    sql +=
-        FunctionSql(name, "", "  IF " + std::string(kIsAnother) + " THEN\n" + body + "  END IF;\n");
+    sql += FunctionSql(name, ifAnother + some + "  END IF;\n");
     sql += TriggerSql(owner.name, name,
                       "AFTER DELETE ON " + Named(owner.name) +
                           " REFERENCING OLD TABLE AS gone FOR EACH STATEMENT EXECUTE FUNCTION " +
                           name + "();\n");
+    const std::string allName = "pimvobj_truncate_" + PostgresName(owner.name);
+    sql += FunctionSql(allName, all);
+    sql += TriggerSql(owner.name, allName,
+                      "AFTER TRUNCATE ON " + Named(owner.name) +
+                          " FOR EACH STATEMENT EXECUTE FUNCTION " + allName + "();\n");
   }
   return sql;
 }

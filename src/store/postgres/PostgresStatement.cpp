@@ -34,7 +34,10 @@ PostgresStatement::PostgresStatement(PostgresConnection& connection, std::string
                                      const std::string& sql)
     : connection_(connection), name_(std::move(name)), sql_(PostgresSql(sql)) {}
 
-PostgresStatement::~PostgresStatement() { connection_.Forget(*this); }
+PostgresStatement::~PostgresStatement() {
+  connection_.Forget(*this);
+  connection_.Forget(preparation_);
+}
 
 WireValue& PostgresStatement::At(int index) {
   const auto at = static_cast<std::size_t>(index);
@@ -90,11 +93,16 @@ void PostgresStatement::BindBuffer(int index) {
 
 // The kinds of parameters that have none yet, NULL all the time, are the server's to find out.
 void PostgresStatement::Prepare() {
-  if (preparedOn_ == connection_.generation()) return;
+  // What was sent behind a command that fails isn't done.
+  const bool isUnderWay = preparation_.IsDone() || failures_ == connection_.failures();
+  if (preparedOn_ == connection_.generation() && isUnderWay) return;
   std::vector<Oid> types;
   for (const WireValue& value : values_) types.push_back(value.type);
-  connection_.SendPrepare(name_, sql_, types);
+  connection_.Forget(preparation_);
+  preparation_.Restart();
   preparedOn_ = connection_.generation();
+  failures_ = connection_.failures();
+  connection_.SendPrepare(name_, sql_, types, &preparation_);
   types_ = types;
   if (std::ranges::find(types, Oid{0}) == types.end()) return;
   Description description;

@@ -47,6 +47,16 @@ class PostgresStatement final : public PreparedStatement, private ResultTaker {
   std::string_view Bytes(int column) override { return Value(column); }
 
  private:
+  // Whether the server has the statement.
+  class Preparation final : public ResultTaker {
+   public:
+    void Take(PostgresResult) noexcept override { isDone_ = true; }
+    bool IsDone() const noexcept { return isDone_; }
+    void Restart() noexcept { isDone_ = false; }
+
+   private:
+    bool isDone_ = false;
+  };
   void Take(PostgresResult result) noexcept override { result_ = std::move(result); }
   WireValue& At(int index);
   void Prepare();
@@ -59,7 +69,9 @@ class PostgresStatement final : public PreparedStatement, private ResultTaker {
   PostgresConnection& connection_;
   std::string name_;
   std::string sql_;
+  Preparation preparation_;
   std::uint64_t preparedOn_ = 0;  // the connection's generation
+  std::uint64_t failures_ = 0;    // of the connection before
   std::vector<Oid> types_;        // of the parameters, as the server knows them
   std::vector<WireValue> values_;
   PostgresResult result_;

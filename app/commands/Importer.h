@@ -136,7 +136,7 @@ class Importer {
   // Where the texts can hold pictures: those of an import, or of one that is only looked at.
   std::optional<PictureStaging> pictures_;
   std::optional<PrivatePictures> looked_;
-  std::optional<HeldWarnings> held_;
+  std::optional<HeldWarnings> held_;  // ahead of the progress, whose line goes first
   Progress progress_;
   Messages messages_;
   ImportAccount account_;

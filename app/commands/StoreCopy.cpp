@@ -11,7 +11,7 @@
 namespace pim::app {
 namespace {
 
-constexpr const char* kNothing = "; nothing is copied";
+constexpr const char* kNothingCopied = "; nothing is copied";
 
 std::int64_t CopyRows(DatabaseStore& from, DatabaseStore& to, Progress& progress) {
   const std::int64_t all = to.CopyFrom(from, [&progress](std::int64_t rows) {
@@ -21,7 +21,7 @@ std::int64_t CopyRows(DatabaseStore& from, DatabaseStore& to, Progress& progress
   if (all >= 0) return all;
   CheckInterrupt();
   progress.Clear();
-  const std::string problem = to.LastError() + kNothing;
+  const std::string problem = to.LastError() + kNothingCopied;
   if (to.MayTryAgain() || from.MayTryAgain()) throw PassingFailure(problem);
   throw Failure(problem);
 }
@@ -32,7 +32,7 @@ int CopyStore(const Options& options) {
   const StorePlace source(*options.from);
   const StorePlace target(*options.to);
   if (source.IsSameAs(target))
-    throw Failure(ShownName(*options.to) + ": is the store that is copied" + kNothing);
+    throw Failure(ShownName(*options.to) + ": is the store that is copied" + kNothingCopied);
   const auto from = source.Open(StoreAccess::ReadOnly);
   from->MakePictures(false);
   const auto to = target.Open(StoreAccess::Create);

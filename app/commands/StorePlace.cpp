@@ -28,8 +28,8 @@ std::unique_ptr<DatabaseStore> OpenServer(const std::string& url, StoreAccess ac
   if (const std::string_view problem = ProblemOfUrl(url); !problem.empty())
     throw Failure("postgresql://...: " + std::string(problem));
   PostgresWaits waits;
-  waits.failover = std::min(waits.failover, lockWait * 2);
   waits.lock = lockWait;
+  waits.failover = std::min(waits.failover, 2 * lockWait);  // who hurries waits for neither
   waits.givesUp = IsInterrupted;
   return std::make_unique<PostgresStore>(url, access, std::move(waits));
 }

@@ -38,6 +38,8 @@ std::int32_t ImportInBatches(std::int32_t db, NarrowStringView text, Batches& ba
   std::vector<SavedRecord> saved;
   const auto save = [&] {
     saved.clear();
+    // Behind a failure the rest is only read: the store is to tell of the first one.
+    if (batches.failed()) return records.DeleteAll();
     batches.Store(saved);
     if (observer.saved && !batches.failed()) observer.saved(saved);
   };

@@ -36,7 +36,12 @@ class Troubles {
   auto Meet(Operation operation) -> decltype(operation()) {
     using Result = decltype(operation());
     const Result failed = std::is_same_v<Result, bool> ? Result(0) : Result(-1);
-    if (!isLost_ && !fails_(++count_)) return operation();
+    if (!isLost_ && !fails_(++count_)) {
+      const Result result = operation();
+      if (result == failed) mayTryAgain_ = false;  // it has failed by itself
+      return result;
+    }
+    mayTryAgain_ = true;
     if (!isLost_ && kind_ == Trouble::Lost && level_ > 0) {
       isLost_ = true;
       while (store_.Rollback()) {
@@ -62,6 +67,7 @@ class Troubles {
     return true;
   }
   int count() const { return count_; }
+  bool mayTryAgain() const { return mayTryAgain_; }
 
  private:
   RecordStore& store_;
@@ -69,6 +75,7 @@ class Troubles {
   Fails fails_;
   int count_ = 0;
   int level_ = 0;
+  bool mayTryAgain_ = false;
   bool isLost_ = false;  // until all transactions are rolled back
 };
 
@@ -134,6 +141,8 @@ class FailingStore final : public ForwardingStore {
 
   // How many operations there were.
   int count() const { return troubles_.count(); }
+  // Of the last failure.
+  bool mayTryAgain() const { return troubles_.mayTryAgain(); }
 
   std::int32_t LoadContactGroups(CContactGroups& groups) override {
     return troubles_.Meet([&] { return ForwardingStore::LoadContactGroups(groups); });

@@ -102,7 +102,7 @@ class RetriesTest : public testing::Test {
     SqliteStore store(folder_ / "pim.db");
     FailingStore failing(store, kind, std::move(fails));
     {
-      Session session(store, failing, [] { return true; });
+      Session session(store, failing, [&failing] { return failing.mayTryAgain(); });
       testing::internal::CaptureStdout();
       testing::internal::CaptureStderr();
       result.status = ImportInto(session, options_);

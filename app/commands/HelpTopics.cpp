@@ -96,9 +96,9 @@ constexpr Block kEnvironment[] = {
     {"TZ", "The time zone that times are shown in (default: /etc/localtime)"},
     {"TZDIR", "The folder of zone files (default: /usr/share/zoneinfo)"},
     {"TMPDIR", "The folder of temporary files (default: /tmp)"},
-    {"",
-     "For a store in a server those of libpq count, too: PGPASSFILE, PGSERVICE, PGSSLMODE and the "
-     "others. They say what its URL doesn't."},
+    {"PGCONNECT_TIMEOUT, PGSERVICE, PGTARGETSESSIONATTRS",
+     "For a store in a server, what its URL doesn't say; so do the other variables of libpq, such "
+     "as PGPASSFILE and PGSSLMODE"},
 };
 
 // The words of previews: all that a file of labels may change.

@@ -41,7 +41,12 @@ void Database::CheckTransaction() {
 }
 
 void Database::CheckReading() {
-  if (readings_ > 0 && IsUndone()) Fail("what was being read is undone by a failure");
+  if (readings_ > 0 && IsUndone()) FailUndone("the reading");
+}
+
+void Database::FailUndone(const char* what) {
+  const std::string cause = UndoneBy();
+  Fail(std::string(what) + " was undone after a failure" + (cause.empty() ? "" : ": " + cause));
 }
 
 void Database::Fail(const std::string& problem) {

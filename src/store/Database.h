@@ -108,6 +108,8 @@ class Database {
   virtual void CommitInner() = 0;
   // Undoes the innermost transaction, which is the `outermost` too, or not.
   virtual bool Undo(bool outermost) noexcept = 0;
+  // What has undone the open transaction or the reading, as far as the engine knows.
+  [[nodiscard]] virtual std::string UndoneBy() const { return {}; }
   // Whether the open transaction has been undone.
   [[nodiscard]] virtual bool IsUndone() const noexcept = 0;
   // Outside of transactions.
@@ -120,6 +122,7 @@ class Database {
 
  private:
   friend class ReadTransaction;
+  [[noreturn]] void FailUndone(const char* what);
 
   std::string name_;
   std::size_t depth_ = 0;

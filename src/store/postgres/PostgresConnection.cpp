@@ -242,7 +242,7 @@ bool PostgresConnection::IsWaiting(const ResultTaker& taker) const noexcept {
 
 // What was sent behind a command that failed, or on a connection that is lost, gives no result.
 void PostgresConnection::Await(const ResultTaker& taker) {
-  if (!IsWaiting(taker)) Fail("what was being read is undone by a failure");
+  if (!IsWaiting(taker)) Fail("the reading was undone after a failure: " + problem_);
   TakeUntil(&taker);
 }
 
@@ -297,32 +297,36 @@ void PostgresConnection::EnterPipeline() {
 
 void PostgresConnection::Fail(const std::string& problem) { throw StoreError(name_, problem); }
 
-void PostgresConnection::NoteFailure() noexcept {
+void PostgresConnection::NoteFailure(std::string problem) noexcept {
+  // What is refused since another has failed says nothing new.
+  if (!hasFailed_) problem_ = std::move(problem);
   hasFailed_ = true;
   ++failures_;
 }
 
+void PostgresConnection::FailNoted(std::string problem) {
+  if (std::exchange(isGivenUp_, false)) problem = "given up";
+  NoteFailure(problem);
+  Fail(problem);
+}
+
 void PostgresConnection::FailWith(const PGresult* result) {
-  NoteFailure();
   const Problem problem = ProblemOf(result);
   if (problem.endsConnection) isLost_ = true;
   mayTryAgain_ = !isGivenUp_ && (problem.mayPass || IsLost());
-  if (std::exchange(isGivenUp_, false)) Fail("given up");
-  Fail(problem.text);
+  FailNoted(problem.text);
 }
 
 void PostgresConnection::FailLost() {
   const std::string detail = PQerrorMessage(handle_.get());
   isLost_ = true;
-  NoteFailure();
   isCopying_ = false;
   isCopied_ = false;
   later_.clear();
   sent_.clear();
   unsynced_ = 0;
   mayTryAgain_ = !isGivenUp_;
-  if (std::exchange(isGivenUp_, false)) Fail("given up");
-  Fail("the connection was lost" + InBrackets(FirstLineOf(detail)));
+  FailNoted("the connection was lost" + InBrackets(FirstLineOf(detail)));
 }
 
 }  // namespace pim

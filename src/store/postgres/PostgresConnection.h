@@ -94,6 +94,8 @@ class PostgresConnection {
   // Whether a command has failed, so that the server undoes the innermost transaction and nothing
   // else, until that is done.
   bool HasFailed() const noexcept { return hasFailed_; }
+  // The last one, in words.
+  const std::string& problem() const noexcept { return problem_; }
   // How many have: behind each, what was sent after the command that failed has not been done.
   std::uint64_t failures() const noexcept { return failures_; }
   void SetUndone() noexcept { hasFailed_ = false; }
@@ -129,7 +131,8 @@ class PostgresConnection {
   void LookAfter();
   PostgresResult NextResult();
   void Flush();
-  void NoteFailure() noexcept;
+  void NoteFailure(std::string problem) noexcept;
+  [[noreturn]] void FailNoted(std::string problem);
   [[noreturn]] void FailLost();
 
   std::string connection_;
@@ -149,6 +152,7 @@ class PostgresConnection {
   bool mayTryAgain_ = false;
   bool hasFailed_ = false;
   std::uint64_t failures_ = 0;
+  std::string problem_;
   std::chrono::steady_clock::time_point heard_;  // from the server, or asked it
 };
 

@@ -72,7 +72,7 @@ void PostgresConnection::AbortCopy() noexcept {
   try {
     heard_ = std::chrono::steady_clock::now();
     if (PQputCopyEnd(handle_.get(), "left out") < 0) FailLost();
-    NoteFailure();
+    NoteFailure("rows were left out");
     FinishCopy();
   } catch (const StoreError&) {
     isCopying_ = false;

@@ -120,6 +120,12 @@ void PostgresDatabase::StartTransaction(bool alone) {
   });
 }
 
+void PostgresDatabase::StartInner() {
+  savepoints_.resize(std::max(savepoints_.size(), depth() + 1));
+  savepoints_[depth()] = ++lastSavepoint_;
+  connection_.SendLater("SAVEPOINT " + Inner(depth()));
+}
+
 // What belongs to an inner one of those that stand in the outermost is known to be good then; those
 // further inside leave the server to its work.
 void PostgresDatabase::CommitInner() {
@@ -190,8 +196,8 @@ bool PostgresDatabase::IsUnderWay(const std::string& transaction) {
 }
 
 bool PostgresDatabase::Undo(bool outermost) noexcept {
+  const bool mayTryAgain = connection_.MayTryAgain();
   try {
-    const bool mayTryAgain = connection_.MayTryAgain();
     if (!connection_.IsLost()) {
       connection_.AbortCopy();
       try {
@@ -207,6 +213,7 @@ bool PostgresDatabase::Undo(bool outermost) noexcept {
     connection_.SetMayTryAgain(mayTryAgain);
     return true;
   } catch (const std::exception&) {
+    connection_.SetMayTryAgain(mayTryAgain);
     return false;
   }
 }

@@ -57,16 +57,18 @@ class PostgresDatabase final : public Database {
   }
   void StartTransaction(bool alone) override;
   void CommitTransaction() override;
-  void StartInner() override { connection_.SendLater("SAVEPOINT " + Inner(depth())); }
+  void StartInner() override;
   void CommitInner() override;
   bool Undo(bool outermost) noexcept override;
+  std::string UndoneBy() const override { return connection_.problem(); }
   bool IsUndone() const noexcept override { return connection_.HasFailed(); }
   void StartReading() override;
   void FinishReading(bool last) noexcept override;
 
-  // The savepoint of the transaction inside that depth: each has a name of its own, so that none is
-  // taken for another that was never made.
-  static std::string Inner(std::size_t depth) { return "inner_" + std::to_string(depth); }
+  // The savepoint of the transaction inside that depth.
+  std::string Inner(std::size_t depth) const {
+    return "inner_" + std::to_string(savepoints_[depth]);
+  }
   template <class Operation>
   void OnConnection(Operation operation);
   void LockImport();
@@ -77,12 +79,16 @@ class PostgresDatabase final : public Database {
   void AdoptKeysOf(const TableLayout& table);
 
   PostgresConnection connection_;
-  std::uint64_t statements_ = 0;      // prepared
-  std::int64_t connectionId_;         // of the row in LastCommits
-  std::int64_t commits_ = 0;          // the number of the last one
-  std::int64_t lock_ = 0;             // of the schema
-  std::int64_t importLock_ = 0;       // that its imports have; 0: there was none yet
-  std::uint64_t importLockedOn_ = 0;  // the connection's generation
+  // Each has a number of its own: where one was never made, since what went before it has failed,
+  // no other is to be taken for it.
+  std::uint64_t lastSavepoint_ = 0;
+  std::vector<std::uint64_t> savepoints_;  // by the depth outside
+  std::uint64_t statements_ = 0;           // prepared
+  std::int64_t connectionId_;              // of the row in LastCommits
+  std::int64_t commits_ = 0;               // the number of the last one
+  std::int64_t lock_ = 0;                  // of the schema
+  std::int64_t importLock_ = 0;            // that its imports have; 0: there was none yet
+  std::uint64_t importLockedOn_ = 0;       // the connection's generation
 };
 
 }  // namespace pim

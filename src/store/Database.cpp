@@ -9,12 +9,13 @@ constexpr const char* kIsBeingRead = "is being read, so that nothing can be writ
 
 }  // namespace
 
-void Database::Begin() {
+void Database::Begin(bool alone) {
   if (readings_ > 0) Fail(kIsBeingRead);
   if (depth_ == 0) {
-    StartTransaction();
+    StartTransaction(alone);
   } else {
     CheckTransaction();
+    if (alone) KeepOthersOut();
     StartInner();
   }
   ++depth_;

@@ -37,11 +37,13 @@ class Database {
       std::string_view table, std::span<const std::string_view> columns) = 0;
 
   // Writers of one file wait for each other at the beginning of the outermost transaction; those of
-  // a server work side by side. Inner ones are savepoints.
-  void Begin();
+  // a server work side by side, but for one that wants to be alone until the transaction ends.
+  // Inner ones are savepoints.
+  void Begin(bool alone = false);
   void Commit();
   bool Rollback() noexcept;
-  // Until the transaction ends no other store object writes.
+  // Until the transaction ends no other store object writes. Two that have written already, and
+  // want that, are in each other's way.
   virtual void KeepOthersOut() = 0;
   // Until the transaction ends no other store object looks for equal records in order to store one.
   virtual void KeepOtherSeekersOut() = 0;
@@ -100,7 +102,7 @@ class Database {
   // Ahead of such a failure.
   virtual void ForgetFailure() noexcept = 0;
   // What the transactions are made of.
-  virtual void StartTransaction() = 0;
+  virtual void StartTransaction(bool alone) = 0;
   virtual void CommitTransaction() = 0;
   virtual void StartInner() = 0;
   virtual void CommitInner() = 0;
@@ -124,6 +126,18 @@ class Database {
   int readings_ = 0;
   bool reading_ = false;
   bool isNew_ = false;
+};
+
+// Part of a reading, or one of its own.
+class NestedReading {
+ public:
+  explicit NestedReading(Database& db) : db_(db) { db.BeginReading(); }
+  NestedReading(const NestedReading&) = delete;
+  NestedReading& operator=(const NestedReading&) = delete;
+  ~NestedReading() { db_.EndReading(); }
+
+ private:
+  Database& db_;
 };
 
 // One reading: no other, and no writing, may begin before it ends.

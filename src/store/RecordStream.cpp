@@ -59,7 +59,10 @@ std::optional<std::int64_t> RecordStream::NextKey(std::int64_t first) {
 
 void RecordStream::Ask(Window& window, std::int64_t first) {
   window.first = first;
-  window.last = first + std::min(width_ - 1, highest_ - first);
+  // Keys may lie farther apart than a number of theirs reaches.
+  const std::uint64_t room =
+      static_cast<std::uint64_t>(highest_) - static_cast<std::uint64_t>(first);
+  window.last = room < static_cast<std::uint64_t>(width_) ? highest_ : first + width_ - 1;
   window.isAsked = true;
   window.records.Bind(1, window.first);
   window.records.Bind(2, window.last);
@@ -92,7 +95,7 @@ bool RecordStream::Read(const NewRecord& newRecord) {
     if (found > 0) return true;
     if (!following.isAsked) return false;
     // Behind a gap; what was asked for may lie in it as well.
-    const auto next = isFiltered_ ? std::nullopt : NextKey(following.first);
+    const auto next = NextKey(following.first);
     if (next && *next > following.last) Ask(following, *next);
   }
 }

@@ -56,7 +56,8 @@ bool SqlHistory::EndImport() {
 bool SqlHistory::KeepsOriginals() {
   bool keeps = true;
   if (hasTables_)
-    static_cast<void>(transactions_.Succeeds([&] { keeps = settings_.KeepsOriginals(); }));
+    static_cast<void>(
+        transactions_.See([&] { return (keeps = settings_.KeepsOriginals()) ? 1 : 0; }));
   return keeps;
 }
 
@@ -88,7 +89,7 @@ std::int32_t SqlHistory::VisitFiles(std::optional<std::int32_t> import,
 std::int32_t SqlHistory::FindOrigin(StoredKind kind, std::int32_t key, RecordOrigin& origin) {
   if (!hasTables_) return 0;
   OriginTable& origins = kind == StoredKind::Contact ? contactOrigins_ : itemOrigins_;
-  return transactions_.Try([&] { return origins.Find(key, origin) ? 1 : 0; });
+  return transactions_.See([&] { return origins.Find(key, origin) ? 1 : 0; });
 }
 
 bool SqlHistory::ReadOriginal(std::int64_t file,
@@ -104,8 +105,7 @@ bool SqlHistory::ReadOriginal(std::int64_t file,
 }
 
 std::int32_t SqlHistory::DropOriginals(std::optional<std::int32_t> import) {
-  return transactions_.Store([&] {
-    services_.db.KeepOthersOut();
+  return transactions_.StoreAlone([&] {
     CheckImport(import);
     return originals_.Drop(import);
   });
@@ -119,8 +119,7 @@ std::int32_t SqlHistory::Undo(const UndoOptions& options, UndoResult& result) {
       return 0;
     });
   }
-  return transactions_.Store([&] {
-    services_.db.KeepOthersOut();
+  return transactions_.StoreAlone([&] {
     undo_.Plan(options, result);
     undo_.Apply(result);
     return 0;

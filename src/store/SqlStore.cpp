@@ -66,7 +66,7 @@ void SqlStore::SetPictureReader(PictureReader reader) {
 }
 
 std::int32_t SqlStore::NamesPicture(WideStringView name) {
-  return transactions_.Try([&] { return pictures_.IsNamed(name) ? 1 : 0; });
+  return transactions_.See([&] { return pictures_.IsNamed(name) ? 1 : 0; });
 }
 
 NarrowString SqlStore::ReadPicture(WideStringView name) {
@@ -76,10 +76,7 @@ NarrowString SqlStore::ReadPicture(WideStringView name) {
 }
 
 bool SqlStore::HasLeftPictures() {
-  bool hasSome = false;
-  if (hasTables_)
-    static_cast<void>(transactions_.Succeeds([&] { hasSome = !pictures_.Left().empty(); }));
-  return hasSome;
+  return hasTables_ && transactions_.See([&] { return pictures_.Left().empty() ? 0 : 1; }) > 0;
 }
 
 // Files go ahead of the rows that tell of them, so that a program which ends in between leaves
@@ -103,8 +100,7 @@ std::int64_t SqlStore::CopyFrom(Impl& source,
                                 const std::function<void(std::int64_t rows)>& progress) {
   std::int64_t copied = 0;
   std::exception_ptr thrown;
-  const std::int32_t result = transactions_.Store([&] {
-    db_->KeepOthersOut();
+  const std::int32_t result = transactions_.StoreAlone([&] {
     StoreCopy copy(source.database(), *db_);
     copied = copy.Run([&](std::int64_t rows) {
       try {
@@ -176,8 +172,7 @@ std::int32_t SqlStore::VisitCalendars(std::span<const std::int32_t> keys,
 std::int32_t SqlStore::DeleteContacts(std::span<const std::int32_t> keys,
                                       std::vector<WideString>& pictures) {
   std::vector<WideString> left;
-  const std::int32_t deleted = transactions_.Store([&] {
-    db_->KeepOthersOut();
+  const std::int32_t deleted = transactions_.StoreAlone([&] {
     std::vector<WideString> named;
     std::int32_t count = 0;
     for (const auto& [first, last] : RangesOf(keys)) {
@@ -193,8 +188,7 @@ std::int32_t SqlStore::DeleteContacts(std::span<const std::int32_t> keys,
 }
 
 std::int32_t SqlStore::DeleteCalendars(std::span<const std::int32_t> keys) {
-  return transactions_.Store([&] {
-    db_->KeepOthersOut();
+  return transactions_.StoreAlone([&] {
     std::int32_t count = 0;
     for (const auto& [first, last] : RangesOf(keys)) count += items_.Erase(first, last);
     return count;
@@ -308,7 +302,7 @@ void SqlStore::NeedPicture(const CContact& contact) {
 }
 
 std::int32_t SqlStore::Count(Statement& counting) {
-  return transactions_.Try([&] {
+  return transactions_.See([&] {
     Rows rows(counting);
     return rows.Next() ? static_cast<std::int32_t>(counting.Integer(0)) : 0;
   });

@@ -4,8 +4,8 @@
 
 namespace pim {
 
-void StoreTransactions::Begin() {
-  db_.Begin();
+void StoreTransactions::Begin(bool alone) {
+  db_.Begin(alone);
   ++level_;
   for (TransactionMember* member : members_) member->Begun(level_);
 }

@@ -34,7 +34,7 @@ class StoreTransactions {
 
   void Join(TransactionMember& member) { members_.push_back(&member); }
 
-  void Begin();
+  void Begin(bool alone = false);
   void Commit();
   bool Rollback() noexcept;
   std::size_t level() const { return level_; }
@@ -58,11 +58,28 @@ class StoreTransactions {
              return 0;
            }) >= 0;
   }
+  // Gives what `look` gives, on one state of the store, or -1 with the problem kept.
+  template <class Look>
+  std::int32_t See(Look look) {
+    return Try([&] {
+      const NestedReading reading(db_);
+      return look();
+    });
+  }
   // Runs `save` in a transaction of its own, after which a failure leaves nothing.
   template <class Save>
   std::int32_t Store(Save save) {
+    return StoreIn(false, save);
+  }
+  // The same while nobody else writes.
+  template <class Save>
+  std::int32_t StoreAlone(Save save) {
+    return StoreIn(true, save);
+  }
+  template <class Save>
+  std::int32_t StoreIn(bool alone, Save save) {
     return Try([&] {
-      Begin();
+      Begin(alone);
       try {
         const std::int32_t result = save();
         Commit();

@@ -21,8 +21,9 @@ namespace pim {
 // live in one database as one schema each. What it leaves out comes from where libpq looks: PGHOST
 // and the like, and .pgpass. No message names a password.
 
-// How long a store waits. All of it ends early once `givesUp`, asked ten times a second or more,
-// gives true; so does what the server is working on.
+// How long a store waits. All of it but connecting, where libpq's connect_timeout counts for each
+// host, ends early once `givesUp`, asked ten times a second or more, gives true; so does what the
+// server is working on.
 struct PostgresWaits {
   // For locks of other programs, in one statement.
   std::chrono::milliseconds lock = std::chrono::seconds(30);

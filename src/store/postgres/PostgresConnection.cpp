@@ -2,12 +2,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "store/postgres/PostgresConnection.h"
 
-#include <poll.h>
-
 #include <algorithm>
-#include <array>
-#include <cerrno>
+#include <cstdlib>
 #include <cstring>
+#include <span>
 #include <thread>
 #include <utility>
 
@@ -25,18 +23,22 @@ constexpr int kOldestServer = 140000;
 // leave room in it.
 constexpr std::size_t kSentAtMost = 256;
 
-// Where whoever connects says nothing. A server that is cut off is noticed within half a minute.
+// Where whoever connects says nothing, in the text, by a service or by a variable of the
+// environment. A server that is cut off is noticed within half a minute.
 struct Setting {
   const char* name;
   const char* value;
+  const char* variable = nullptr;
 };
 constexpr Setting kDefaults[] = {
-    {"fallback_application_name", "pimvobj"},
-    {"connect_timeout", "10"},
+    {"connect_timeout", "10", "PGCONNECT_TIMEOUT"},
     {"keepalives_idle", "10"},
     {"keepalives_interval", "5"},
     {"keepalives_count", "3"},
     {"tcp_user_timeout", "30000"},
+};
+constexpr Setting kWriterDefaults[] = {
+    {"target_session_attrs", "read-write", "PGTARGETSESSIONATTRS"},
 };
 
 // Small tables grow while a statement is used on: a plan made for the small one must not stay. The
@@ -57,7 +59,7 @@ PostgresConnection::PostgresConnection(const std::string& connection, bool isWri
       name_(ShownConnection(connection)),
       isWriter_(isWriter),
       waits_(waits) {
-  if (!Connect()) Fail(ProblemOf(*handle_));
+  if (!Connect()) Fail(ConnectProblem());
   SetUp();
 }
 
@@ -71,8 +73,15 @@ bool PostgresConnection::Connect() {
     names.push_back(name);
     values.push_back(value);
   };
-  for (const auto& [name, value] : kDefaults) add(name, value);
-  if (isWriter_) add("target_session_attrs", "read-write");
+  const auto addDefaults = [&](std::span<const Setting> settings) {
+    for (const auto& [name, value, variable] : settings)
+      if (variable == nullptr || std::getenv(variable) == nullptr) add(name, value);
+  };
+  if (!HasService(connection_)) {
+    addDefaults(kDefaults);
+    if (isWriter_) addDefaults(kWriterDefaults);
+  }
+  add("fallback_application_name", "pimvobj");
   add("dbname", connection_.c_str());
   add("client_encoding", "UTF8");
   add(nullptr, nullptr);
@@ -86,6 +95,10 @@ bool PostgresConnection::Connect() {
   ++generation_;
   isLost_ = PQstatus(handle_.get()) != CONNECTION_OK;
   return !isLost_;
+}
+
+std::string PostgresConnection::ConnectProblem() const {
+  return ProblemOf(*handle_, name_ != kHiddenConnection);
 }
 
 void PostgresConnection::SetUp() {
@@ -132,7 +145,7 @@ void PostgresConnection::Reconnect() {
       // A server that goes on in another's place may end the first sessions.
       if (!isLost_) throw;
     }
-    const std::string problem = ProblemOf(*handle_);
+    const std::string problem = ConnectProblem();
     if (Clock::now() + pause >= end) {
       mayTryAgain_ = false;
       Fail(problem);
@@ -261,68 +274,6 @@ void PostgresConnection::TakeFront(PostgresResult& failed) {
   }
 }
 
-PostgresResult PostgresConnection::NextResult() {
-  Flush();
-  while (PQisBusy(handle_.get()) != 0) WaitForServer(false);
-  PostgresResult result(PQgetResult(handle_.get()));
-  if (PQstatus(handle_.get()) != CONNECTION_OK) FailLost();
-  return result;
-}
-
-void PostgresConnection::Flush() {
-  for (;;) {
-    const int left = PQflush(handle_.get());
-    if (left == 0) return;
-    if (left < 0) FailLost();
-    WaitForServer(true);
-  }
-}
-
-void PostgresConnection::WaitForServer(bool toWrite) {
-  constexpr int kSliceMilliseconds = 100;
-  pollfd socket{PQsocket(handle_.get()), static_cast<short>(toWrite ? POLLIN | POLLOUT : POLLIN),
-                0};
-  const int ready = poll(&socket, 1, kSliceMilliseconds);
-  if (ready < 0 && errno != EINTR) FailLost();
-  if (ready > 0) {
-    heard_ = Clock::now();
-    if ((socket.revents & ~POLLOUT) != 0 && PQconsumeInput(handle_.get()) == 0) FailLost();
-    return;
-  }
-  if (waits_.givesUp && waits_.givesUp()) GiveUp();
-  if (Clock::now() - heard_ >= waits_.silence) LookAfter();
-}
-
-// Has the server end what it is working on, which it then tells as a failure.
-void PostgresConnection::GiveUp() {
-  constexpr auto kPatience = std::chrono::seconds(2);
-  if (!isGivenUp_) {
-    isGivenUp_ = true;
-    heard_ = Clock::now();
-    std::array<char, 256> problem{};
-    if (PGcancel* cancel = PQgetCancel(handle_.get()); cancel != nullptr) {
-      PQcancel(cancel, problem.data(), static_cast<int>(problem.size()));
-      PQfreeCancel(cancel);
-    }
-  } else if (Clock::now() - heard_ >= kPatience) {
-    FailLost();
-  }
-}
-
-// Work that takes long is no reason to end; a server that nobody reaches any more is.
-void PostgresConnection::LookAfter() {
-  const PGconn* connection = handle_.get();
-  const char* const names[] = {"dbname", "host", "hostaddr", "port", "connect_timeout", nullptr};
-  const char* const values[] = {connection_.c_str(),
-                                PQhost(connection),
-                                PQhostaddr(connection),
-                                PQport(connection),
-                                "5",
-                                nullptr};
-  if (PQpingParams(names, values, 1) != PQPING_OK) FailLost();
-  heard_ = Clock::now();
-}
-
 PostgresResult PostgresConnection::Ask(const std::string& sql,
                                        const std::vector<WireValue>& values) {
   struct Answer final : ResultTaker {
@@ -342,79 +293,6 @@ void PostgresConnection::Forget(const ResultTaker& taker) noexcept {
 
 void PostgresConnection::EnterPipeline() {
   if (PQenterPipelineMode(handle_.get()) == 0) FailLost();
-}
-
-void PostgresConnection::StartCopy(const std::string& sql) {
-  Settle();
-  AwaitAll();
-  if (PQexitPipelineMode(handle_.get()) == 0) FailLost();
-  heard_ = Clock::now();
-  if (PQsendQuery(handle_.get(), sql.c_str()) == 0) FailLost();
-  isCopying_ = true;
-  const PostgresResult result = NextResult();
-  if (PQresultStatus(result.get()) == PGRES_COPY_IN) return;
-  FinishCopy();
-  FailWith(result.get());
-}
-
-void PostgresConnection::PutCopy(std::string_view bytes) {
-  heard_ = Clock::now();
-  int put = 0;
-  while ((put = PQputCopyData(handle_.get(), bytes.data(), static_cast<int>(bytes.size()))) == 0)
-    WaitForServer(true);
-  if (put < 0) CheckCopy();  // the server has ended it
-  Flush();
-}
-
-void PostgresConnection::EndCopy() {
-  heard_ = Clock::now();
-  int ended = 0;
-  while ((ended = PQputCopyEnd(handle_.get(), nullptr)) == 0) WaitForServer(true);
-  if (ended < 0) CheckCopy();
-  Flush();
-  isCopied_ = true;
-}
-
-void PostgresConnection::CheckCopy() {
-  isCopied_ = false;
-  heard_ = Clock::now();
-  const PostgresResult result = NextResult();
-  FinishCopy();
-  if (result != nullptr && PQresultStatus(result.get()) == PGRES_COMMAND_OK) return;
-  later_.clear();
-  FailWith(result.get());
-}
-
-void PostgresConnection::RunScript(const std::string& sql) {
-  AwaitAll();
-  if (PQexitPipelineMode(handle_.get()) == 0) FailLost();
-  heard_ = Clock::now();
-  if (PQsendQuery(handle_.get(), sql.c_str()) == 0) FailLost();
-  PostgresResult failed;
-  for (PostgresResult result = NextResult(); result != nullptr; result = NextResult())
-    if (PQresultStatus(result.get()) == PGRES_FATAL_ERROR) failed = std::move(result);
-  EnterPipeline();
-  if (failed) FailWith(failed.get());
-}
-
-// Takes what is left of its results.
-void PostgresConnection::FinishCopy() {
-  while (NextResult() != nullptr) {
-  }
-  isCopying_ = false;
-  EnterPipeline();
-}
-
-void PostgresConnection::AbortCopy() noexcept {
-  if (!isCopying_ || isCopied_) return;
-  try {
-    heard_ = Clock::now();
-    if (PQputCopyEnd(handle_.get(), "left out") < 0) FailLost();
-    NoteFailure();
-    FinishCopy();
-  } catch (const StoreError&) {
-    isCopying_ = false;
-  }
 }
 
 void PostgresConnection::Fail(const std::string& problem) { throw StoreError(name_, problem); }

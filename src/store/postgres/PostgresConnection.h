@@ -111,6 +111,7 @@ class PostgresConnection {
   };
 
   bool Connect();
+  std::string ConnectProblem() const;
   void SetUp();
   void UseOneSchema();
   void Queue(int sent, ResultTaker* taker);

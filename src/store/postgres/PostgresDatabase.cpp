@@ -111,10 +111,11 @@ void PostgresDatabase::OnConnection(Operation operation) {
 
 // Each statement sees what others have committed (read committed), so that names and contents that
 // they have brought meanwhile are found.
-void PostgresDatabase::StartTransaction() {
-  OnConnection([this] {
+void PostgresDatabase::StartTransaction(bool alone) {
+  OnConnection([this, alone] {
     connection_.Send("BEGIN READ WRITE");
-    connection_.Send(LockSql("pg_advisory_xact_lock_shared", kLockSpace, lock_));
+    connection_.Send(LockSql(alone ? "pg_advisory_xact_lock" : "pg_advisory_xact_lock_shared",
+                             kLockSpace, lock_));
     connection_.AwaitAll();
   });
 }

@@ -55,7 +55,7 @@ class PostgresDatabase final : public Database {
   void ForgetFailure() noexcept override {
     if (!connection_.HasFailed()) connection_.SetMayTryAgain(false);
   }
-  void StartTransaction() override;
+  void StartTransaction(bool alone) override;
   void CommitTransaction() override;
   void StartInner() override { connection_.SendLater("SAVEPOINT " + Inner(depth())); }
   void CommitInner() override;

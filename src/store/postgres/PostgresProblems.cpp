@@ -3,6 +3,7 @@
 #include "store/postgres/PostgresProblems.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <map>
 #include <memory>
 
@@ -99,7 +100,7 @@ Problem ProblemOf(const PGresult* result) {
   return {detail.empty() ? "the server gave no answer that makes sense" : detail, false, false};
 }
 
-std::string ProblemOf(const PGconn& connection) {
+std::string ProblemOf(const PGconn& connection, bool mayRepeat) {
   const std::string_view words = PQerrorMessage(&connection);
   // A line for each host that was tried, and advice behind a tab.
   std::string lines;
@@ -109,31 +110,53 @@ std::string ProblemOf(const PGconn& connection) {
     if (line.empty() || line.front() == '\t') continue;
     lines.append(lines.empty() ? "" : "; ").append(line);
   }
+  // Names of hosts and databases may hold what isn't to be seen.
+  if (!mayRepeat) lines = "a password's special characters are written as %40 and the like";
   for (const auto& row : kConnectProblems)
     if (words.find(row.words) != std::string_view::npos) return Joined(row.meaning, lines);
   return Joined("there is no connection", lines);
 }
 
-std::string ShownConnection(const std::string& connection) {
-  struct Free {
-    void operator()(PQconninfoOption* options) const noexcept { PQconninfoFree(options); }
-  };
-  // What libpq finds wrong may repeat a password.
-  const std::unique_ptr<PQconninfoOption, Free> parsed(
-      PQconninfoParse(connection.c_str(), nullptr));
-  if (!parsed) throw StoreError("postgresql://...", "isn't a connection that libpq takes");
-  std::map<std::string_view, std::string_view> given;
-  for (const PQconninfoOption* option = parsed.get(); option->keyword != nullptr; ++option)
-    if (option->val != nullptr && *option->val != '\0') given.emplace(option->keyword, option->val);
-  const auto value = [&](std::string_view name) {
-    const auto found = given.find(name);
-    return found == given.end() ? std::string() : std::string(found->second);
-  };
+namespace {
+
+struct FreeOptions {
+  void operator()(PQconninfoOption* options) const noexcept { PQconninfoFree(options); }
+};
+
+using Given = std::map<std::string_view, std::string_view>;
+
+std::string ValueIn(const Given& given, std::string_view name) {
+  const auto found = given.find(name);
+  return found == given.end() ? std::string() : std::string(found->second);
+}
+
+// A password with characters that mean something in a URL may have become part of another value.
+bool MayHoldSecrets(const Given& given) {
+  for (const std::string_view name : {"host", "hostaddr", "port", "dbname", "user"})
+    if (ValueIn(given, name).find('@') != std::string::npos) return true;
+  return ValueIn(given, "port").find_first_not_of("0123456789,") != std::string::npos;
+}
+
+// Addresses with colons (IPv6) stand in brackets.
+std::string HostsIn(std::string_view hosts) {
+  std::string shown;
+  while (!hosts.empty()) {
+    const std::string_view host = hosts.substr(0, hosts.find(','));
+    const bool isAddress = host.find(':') != std::string_view::npos;
+    shown.append(shown.empty() ? "" : ",").append(isAddress ? "[" : "").append(host);
+    if (isAddress) shown += ']';
+    hosts.remove_prefix(std::min(host.size() + 1, hosts.size()));
+  }
+  return shown;
+}
+
+std::string Shown(const Given& given) {
+  const auto value = [&](std::string_view name) { return ValueIn(given, name); };
   std::string shown = "postgresql://";
   if (given.contains("user")) shown += value("user") + "@";
   // A socket's folder doesn't stand in a URL's place of hosts as it is.
   const bool isFolder = value("host").find('/') != std::string::npos;
-  if (!isFolder) shown += given.contains("host") ? value("host") : value("hostaddr");
+  if (!isFolder) shown += HostsIn(given.contains("host") ? value("host") : value("hostaddr"));
   // Of several hosts each may have one, or none.
   const bool isOnePort = value("port").find(',') == std::string::npos;
   if (!isFolder && isOnePort && given.contains("port")) shown += ":" + value("port");
@@ -150,6 +173,31 @@ std::string ShownConnection(const std::string& connection) {
   add("service");
   add("options");
   return shown;
+}
+
+}  // namespace
+
+std::string ShownConnection(const std::string& connection) {
+  // What libpq finds wrong may repeat a password.
+  const std::unique_ptr<PQconninfoOption, FreeOptions> parsed(
+      PQconninfoParse(connection.c_str(), nullptr));
+  if (!parsed) throw StoreError(kHiddenConnection, "isn't a connection that libpq takes");
+  Given given;
+  for (const PQconninfoOption* option = parsed.get(); option->keyword != nullptr; ++option)
+    if (option->val != nullptr && *option->val != '\0') given.emplace(option->keyword, option->val);
+  return MayHoldSecrets(given) ? kHiddenConnection : Shown(given);
+}
+
+bool HasService(const std::string& connection) {
+  const char* named = std::getenv("PGSERVICE");
+  if (named != nullptr && *named != '\0') return true;
+  const std::unique_ptr<PQconninfoOption, FreeOptions> parsed(
+      PQconninfoParse(connection.c_str(), nullptr));
+  for (const PQconninfoOption* option = parsed.get();
+       option != nullptr && option->keyword != nullptr; ++option) {
+    if (std::string_view(option->keyword) == "service" && option->val != nullptr) return true;
+  }
+  return false;
 }
 
 }  // namespace pim

@@ -16,8 +16,8 @@ struct Problem {
   bool mayPass = false;         // when the transaction is done again
 };
 Problem ProblemOf(const PGresult* result);
-// Why there is no connection.
-std::string ProblemOf(const PGconn& connection);
+// Why there is no connection. With `mayRepeat` in libpq's words, which name hosts and databases.
+std::string ProblemOf(const PGconn& connection, bool mayRepeat);
 
 // "" for nothing, else " (TEXT)".
 std::string InBrackets(std::string_view text);
@@ -25,5 +25,9 @@ std::string FirstLineOf(std::string_view text);
 
 // The connection without its passwords. Throws StoreError for what libpq doesn't take.
 std::string ShownConnection(const std::string& connection);
+// What is shown of one that may hold a password where none belongs.
+inline constexpr const char* kHiddenConnection = "postgresql://...";
+// Whether the connection is that of a service, whose file may say more than the text does.
+bool HasService(const std::string& connection);
 
 }  // namespace pim

@@ -279,8 +279,8 @@ void OpenPostgresStore(PostgresDatabase& db, StoreAccess access) {
   db.FindLocks();
   // A store that its owner has made from the statements has no secret yet.
   if (access == StoreAccess::ReadOnly || StoreSettings(db).HasKey()) return;
-  db.Begin();
-  db.KeepOthersOut();
+  const bool alone = true;
+  db.Begin(alone);
   StoreSettings(db).Key(true);
   db.Commit();
 }

@@ -120,7 +120,7 @@ void SqliteDatabase::Run(Prepared& statement, const char* sql) {
   if (code != SQLITE_DONE) Fail(code);
 }
 
-void SqliteDatabase::StartTransaction() {
+void SqliteDatabase::StartTransaction(bool /*alone*/) {
   Run("BEGIN IMMEDIATE");
   waited_ = {};
 }

@@ -80,7 +80,7 @@ class SqliteDatabase final : public Database {
   static int GivesUp(void* database);
 
   void ForgetFailure() noexcept override { lastFailure_ = SQLITE_OK; }
-  void StartTransaction() override;
+  void StartTransaction(bool alone) override;
   void CommitTransaction() override { Run("COMMIT"); }
   void StartInner() override { Run(savepoint_, "SAVEPOINT inner"); }
   void CommitInner() override { Run(release_, "RELEASE inner"); }

@@ -96,9 +96,13 @@ constexpr Block kEnvironment[] = {
     {"TZ", "The time zone that times are shown in (default: /etc/localtime)"},
     {"TZDIR", "The folder of zone files (default: /usr/share/zoneinfo)"},
     {"TMPDIR", "The folder of temporary files (default: /tmp)"},
-    {"PGCONNECT_TIMEOUT, PGSERVICE, PGTARGETSESSIONATTRS",
-     "For a store in a server, what its URL doesn't say; so do the other variables of libpq, such "
-     "as PGPASSFILE and PGSSLMODE"},
+    {"PGCONNECT_TIMEOUT", "How many seconds a server may take to answer (default: 10)"},
+    {"PGSERVICE", "The section of libpq's file of services that says the rest of a server's URL"},
+    {"PGTARGETSESSIONATTRS",
+     "Which one of several servers is taken (default: for writing, one that can be written)"},
+    {"",
+     "For a store in a server all others of libpq count, too, such as PGPASSFILE and PGSSLMODE. "
+     "They say what its URL doesn't."},
 };
 
 // The words of previews: all that a file of labels may change.

@@ -73,7 +73,7 @@ class Database {
   [[nodiscard]] virtual const std::vector<TableLayout>& Tables() const = 0;
   // A store of an earlier version that is only read has no tables of what came later.
   [[nodiscard]] virtual bool HasAllTables() = 0;
-  // Grows when programs that know nothing of this one have changed the store.
+  // Another number when programs that know nothing of this one have changed the store.
   [[nodiscard]] virtual std::int64_t OutsideVersion() = 0;
 
   // Where an engine gives keys itself, takes as many of that table's as it likes to, at least one

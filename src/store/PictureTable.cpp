@@ -12,8 +12,10 @@
 namespace pim {
 namespace {
 
-// What SQLite takes as one value, with room for the row; a larger one stays a file alone.
-constexpr std::size_t kLargestPicture = 900'000'000;
+// What SQLite takes as one value, with room for the row, and what a server's dump can hold, where
+// each byte is two; a larger one stays a file alone.
+constexpr std::size_t kLargestInFile = 900'000'000;
+constexpr std::size_t kLargestInServer = 500'000'000;
 
 }  // namespace
 
@@ -88,7 +90,7 @@ std::int64_t PictureTable::ContentIdOf(const Sha256& digest, NarrowStringView by
 }
 
 std::optional<Sha256> PictureTable::Put(WideStringView name, NarrowStringView bytes) {
-  if (bytes.size() > kLargestPicture) return std::nullopt;
+  if (bytes.size() > (db_.IsShared() ? kLargestInServer : kLargestInFile)) return std::nullopt;
   const Sha256 digest = DigestOf(bytes);
   const std::int64_t content = ContentIdOf(digest, bytes);
   if (const auto row = Find(name); !row) {

@@ -47,7 +47,7 @@ SqlStore::SqlStore(std::unique_ptr<Database> db)
                                              {static_cast<std::int32_t>(CalendarType::Event),
                                               static_cast<std::int32_t>(CalendarType::Todo),
                                               static_cast<std::int32_t>(CalendarType::Memo)})),
-      forgetOutsideChanges_(*db_, "DELETE FROM OutsideChanges WHERE change_id <= ?") {
+      forgetOutsideChanges_(*db_, "DELETE FROM OutsideChanges") {
   for (TransactionMember* member : {static_cast<TransactionMember*>(&contacts_.contents()),
                                     static_cast<TransactionMember*>(&items_.contents()),
                                     static_cast<TransactionMember*>(&recorder_)})
@@ -317,13 +317,11 @@ void SqlStore::FoldGroupNames() {
 }
 
 void SqlStore::FollowOthers() {
-  const std::int64_t version = db_->OutsideVersion();
-  if (version == 0) return;
+  // First, so that a change whose note comes later is seen by the next call.
+  if (forgetOutsideChanges_.RunChanging() == 0) return;
   groups_.FoldNames();
   contacts_.RenewStoredContents();
   items_.RenewStoredContents();
-  forgetOutsideChanges_.Bind(1, version);
-  forgetOutsideChanges_.Run();
 }
 
 }  // namespace pim

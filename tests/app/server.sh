@@ -71,7 +71,8 @@ same copy-both "$(copied pim.db)" "$(copied back.db)"
 card() { printf 'BEGIN:VCARD\nN:%s\nX-GROUP:%s\nEND:VCARD\n' "$1" "$2" >"$1.vcf"; }
 imported() {
   local wanted=$1 group=$2 count=$3
-  same "$group" "$count contacts imported: $count in $count files, $count new, 0 already there, 0 refused; 1 group made" "$(cat out)"
+  same "$group" "$count contacts imported: $count in $count files, $count new, 0 already there, 0 refused; 1 group made" \
+    "$(cat out)"
   same "$group stored" "$wanted" "$("$program" --store "$url" contacts list --group "$group" --json |
     jq -r '[.contacts[].name.family_name] | sort | join(" ")')"
   same "$group in the history" "done $count $count" "$("$program" --store "$url" history --json |
@@ -82,7 +83,7 @@ imported() {
 # the midst of a transaction.
 sql "CREATE FUNCTION $schema.hold() RETURNS trigger LANGUAGE plpgsql AS
   'BEGIN PERFORM pg_advisory_xact_lock_shared(4711); RETURN NULL; END';
-  CREATE TRIGGER hold AFTER INSERT ON $schema.contacts FOR EACH STATEMENT EXECUTE FUNCTION $schema.hold()"
+  CREATE TRIGGER hold AFTER INSERT ON $schema.contacts FOR EACH STATEMENT EXECUTE FUNCTION $schema.hold()" || exit 1
 end_connection() {
   local ended="SELECT count(pg_terminate_backend(pid)) FROM pg_stat_activity WHERE application_name = '$schema' AND $1"
   for ((i = 0; i < 100; ++i)); do
@@ -106,12 +107,15 @@ echo 'SELECT pg_advisory_unlock(4711);' >&"${COPROC[1]}"
 wait $import
 imported 'First Input Last' Lost 3
 
-# Other programs are in the way, of five times two, where contacts are stored and at the commit.
-sql "CREATE SEQUENCE $schema.tries; CREATE FUNCTION $schema.fail() RETURNS trigger LANGUAGE plpgsql AS
-  'BEGIN IF nextval(''$schema.tries'') % 5 IN (1, 2) THEN RAISE SQLSTATE ''40001''; END IF; RETURN NULL; END';
-  CREATE TRIGGER fail AFTER INSERT ON $schema.contacts FOR EACH STATEMENT EXECUTE FUNCTION $schema.fail();
-  CREATE CONSTRAINT TRIGGER fail AFTER INSERT ON $schema.importfiles DEFERRABLE INITIALLY DEFERRED
-    FOR EACH ROW EXECUTE FUNCTION $schema.fail()"
+# Other programs are in the way: of two tries out of three where contacts are stored, and of every
+# other commit.
+sql "CREATE SEQUENCE $schema.stored; CREATE SEQUENCE $schema.committed;
+  CREATE FUNCTION $schema.fail() RETURNS trigger LANGUAGE plpgsql AS 'BEGIN
+    IF nextval(TG_ARGV[0]) % TG_ARGV[1]::int <> 0 THEN RAISE SQLSTATE ''40001''; END IF; RETURN NULL; END';
+  CREATE TRIGGER fail AFTER INSERT ON $schema.contacts FOR EACH STATEMENT
+    EXECUTE FUNCTION $schema.fail('$schema.stored', 3);
+  CREATE CONSTRAINT TRIGGER fail_late AFTER INSERT ON $schema.contacts DEFERRABLE INITIALLY DEFERRED
+    FOR EACH ROW EXECUTE FUNCTION $schema.fail('$schema.committed', 2)" || exit 1
 for name in Ann Bo Cy; do card $name Conflicts; done
 "$program" --store "$url" contacts import Ann.vcf Bo.vcf Cy.vcf >out 2>&1
 imported 'Ann Bo Cy' Conflicts 3

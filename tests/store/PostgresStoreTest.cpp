@@ -100,9 +100,12 @@ TEST_F(PostgresStoreTest, RolesHaveTheRightsTheyNeed) {
     EXPECT_EQ(result.contacts, 1);
   }
   {
-    PostgresStore store(UrlFor(reader), StoreAccess::ReadOnly);
+    PostgresStore only(UrlFor(reader), StoreAccess::ReadOnly);
     CContacts contacts;
-    EXPECT_EQ(store.LoadContacts(contacts), 1) << store.LastError();
+    EXPECT_EQ(only.LoadContacts(contacts), 1) << only.LastError();
+    EXPECT_EQ(Save(only, u"Bob"), -1);
+    EXPECT_NE(only.LastError().find("for reading alone"), std::string::npos);
+    PostgresStore store(UrlFor(reader), StoreAccess::Existing);
     EXPECT_EQ(Save(store, u"Bob"), -1);
     EXPECT_NE(store.LastError().find("not allowed"), std::string::npos) << store.LastError();
   }

@@ -134,6 +134,7 @@ void PostgresConnection::Reconnect() {
   const auto end = Clock::now() + waits_.failover;
   milliseconds pause(100);
   for (;;) {
+    mayTryAgain_ = false;
     if (waits_.givesUp && waits_.givesUp()) Fail("given up");
     try {
       if (Connect()) {
@@ -146,7 +147,7 @@ void PostgresConnection::Reconnect() {
       if (!isLost_) throw;
     }
     const std::string problem = ConnectProblem();
-    if (Clock::now() + pause >= end) {
+    if (Clock::now() + pause >= end || !MayPass(*handle_)) {
       mayTryAgain_ = false;
       Fail(problem);
     }
@@ -253,7 +254,7 @@ void PostgresConnection::TakeUntil(const ResultTaker* taker) {
   Settle();
   if (unsynced_ > 0) Sync();
   PostgresResult failed;
-  heard_ = Clock::now();
+  BeginWaiting();
   while (!sent_.empty() && (taker == nullptr || failed || IsWaiting(*taker))) TakeFront(failed);
   if (failed) FailWith(failed.get());
 }

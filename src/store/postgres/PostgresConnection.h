@@ -125,6 +125,7 @@ class PostgresConnection {
   void Settle();
   void CheckCopy();
   void FinishCopy();
+  void BeginWaiting() noexcept;
   // Waits until the socket can be read, or written as well.
   void WaitForServer(bool toWrite);
   void GiveUp();

@@ -1,7 +1,5 @@
 // SPDX-FileCopyrightText: 2026 The PimVobjMgr authors
 // SPDX-License-Identifier: Apache-2.0
-#include <chrono>
-
 #include "store/postgres/PostgresConnection.h"
 
 namespace pim {
@@ -10,7 +8,7 @@ void PostgresConnection::StartCopy(const std::string& sql) {
   Settle();
   AwaitAll();
   if (PQexitPipelineMode(handle_.get()) == 0) FailLost();
-  heard_ = std::chrono::steady_clock::now();
+  BeginWaiting();
   if (PQsendQuery(handle_.get(), sql.c_str()) == 0) FailLost();
   isCopying_ = true;
   const PostgresResult result = NextResult();
@@ -20,7 +18,7 @@ void PostgresConnection::StartCopy(const std::string& sql) {
 }
 
 void PostgresConnection::PutCopy(std::string_view bytes) {
-  heard_ = std::chrono::steady_clock::now();
+  BeginWaiting();
   int put = 0;
   while ((put = PQputCopyData(handle_.get(), bytes.data(), static_cast<int>(bytes.size()))) == 0)
     WaitForServer(true);
@@ -29,7 +27,7 @@ void PostgresConnection::PutCopy(std::string_view bytes) {
 }
 
 void PostgresConnection::EndCopy() {
-  heard_ = std::chrono::steady_clock::now();
+  BeginWaiting();
   int ended = 0;
   while ((ended = PQputCopyEnd(handle_.get(), nullptr)) == 0) WaitForServer(true);
   if (ended < 0) CheckCopy();
@@ -39,7 +37,7 @@ void PostgresConnection::EndCopy() {
 
 void PostgresConnection::CheckCopy() {
   isCopied_ = false;
-  heard_ = std::chrono::steady_clock::now();
+  BeginWaiting();
   const PostgresResult result = NextResult();
   FinishCopy();
   if (result != nullptr && PQresultStatus(result.get()) == PGRES_COMMAND_OK) return;
@@ -50,7 +48,7 @@ void PostgresConnection::CheckCopy() {
 void PostgresConnection::RunScript(const std::string& sql) {
   AwaitAll();
   if (PQexitPipelineMode(handle_.get()) == 0) FailLost();
-  heard_ = std::chrono::steady_clock::now();
+  BeginWaiting();
   if (PQsendQuery(handle_.get(), sql.c_str()) == 0) FailLost();
   PostgresResult failed;
   for (PostgresResult result = NextResult(); result != nullptr; result = NextResult())
@@ -70,7 +68,7 @@ void PostgresConnection::FinishCopy() {
 void PostgresConnection::AbortCopy() noexcept {
   if (!isCopying_ || isCopied_) return;
   try {
-    heard_ = std::chrono::steady_clock::now();
+    BeginWaiting();
     if (PQputCopyEnd(handle_.get(), "left out") < 0) FailLost();
     NoteFailure("rows were left out");
     FinishCopy();

@@ -61,6 +61,7 @@ PostgresDatabase::PostgresDatabase(const std::string& connection, StoreAccess ac
                                    const PostgresWaits& waits)
     : Database(ShownConnection(connection)),
       connection_(connection, access != StoreAccess::ReadOnly, waits),
+      isReadOnly_(access == StoreAccess::ReadOnly),
       connectionId_(RandomNumber()) {}
 
 PostgresDatabase::~PostgresDatabase() {
@@ -99,6 +100,7 @@ void PostgresDatabase::OnConnection(Operation operation) {
       FindLocks();
     }
     if (importLock_ != 0 && importLockedOn_ != connection_.generation()) LockImport();
+    connection_.SetUndone();  // also what a session has failed with that was ended at once
     try {
       operation();
       return;
@@ -112,6 +114,7 @@ void PostgresDatabase::OnConnection(Operation operation) {
 // Each statement sees what others have committed (read committed), so that names and contents that
 // they have brought meanwhile are found.
 void PostgresDatabase::StartTransaction(bool alone) {
+  if (isReadOnly_) Fail("is open for reading alone");
   OnConnection([this, alone] {
     connection_.Send("BEGIN READ WRITE");
     connection_.Send(LockSql(alone ? "pg_advisory_xact_lock" : "pg_advisory_xact_lock_shared",
@@ -165,13 +168,13 @@ bool PostgresDatabase::HasCommitted(const PendingCommit& commit) {
     try {
       connection_.Reconnect();
       FindLocks();
-      if (!IsUnderWay(commit.transaction)) {
-        const PostgresResult row =
-            connection_.Ask("SELECT 1 FROM lastcommits WHERE connection_id = $1 AND number = $2",
-                            {Wire(connectionId_), Wire(commit.number)});
+      bool hasCommitted = HasRow(commit);
+      if (hasCommitted || !IsUnderWay(commit.transaction)) {
+        hasCommitted = hasCommitted || HasRow(commit);
         connection_.SetMayTryAgain(true);
-        return PQntuples(row.get()) > 0;
+        return hasCommitted;
       }
+      EndFormerSession();
     } catch (const StoreError&) {
       if (!connection_.IsLost() || !connection_.MayTryAgain()) throw;
     }
@@ -181,6 +184,13 @@ bool PostgresDatabase::HasCommitted(const PendingCommit& commit) {
     }
     std::this_thread::sleep_for(kPause);
   }
+}
+
+bool PostgresDatabase::HasRow(const PendingCommit& commit) {
+  const PostgresResult row =
+      connection_.Ask("SELECT 1 FROM lastcommits WHERE connection_id = $1 AND number = $2",
+                      {Wire(connectionId_), Wire(commit.number)});
+  return PQntuples(row.get()) > 0;
 }
 
 // A number that the server hasn't given yet is that of a transaction of the other server's.
@@ -238,8 +248,9 @@ void PostgresDatabase::KeepOtherSeekersOut() {
 }
 
 std::int64_t PostgresDatabase::OutsideVersion() {
+  // A change may be committed later than one of a higher number.
   const PostgresResult result =
-      connection_.Ask("SELECT coalesce(max(change_id), 0) FROM outsidechanges");
+      connection_.Ask("SELECT CAST(coalesce(sum(change_id), 0) AS bigint) FROM outsidechanges");
   return NumberFromWire({PQgetvalue(result.get(), 0, 0), sizeof(std::int64_t)});
 }
 
@@ -298,16 +309,32 @@ void PostgresDatabase::AdoptKeys() {
 
 void PostgresDatabase::AdoptKeysOf(const TableLayout& table) {
   const std::string key(KeyOf(table));
-  connection_.Ask(PostgresSql("SELECT setval(" + SequenceOf(table) +
-                              ", highest) FROM (SELECT max(" + key + ") AS highest FROM \"" +
-                              std::string(table.name) + "\" WHERE " + key +
-                              " BETWEEN 1 AND 2147483647) AS keys "
-                              "WHERE highest IS NOT NULL"));
+  connection_.Ask(PostgresSql(
+      "SELECT setval(" + SequenceOf(table) + ", greatest(highest, pg_sequence_last_value(CAST(" +
+      SequenceOf(table) + " AS regclass)))) FROM (SELECT max(" + key + ") AS highest FROM \"" +
+      std::string(table.name) + "\" WHERE " + key +
+      " BETWEEN 1 AND 2147483647) AS keys WHERE highest IS NOT NULL"));
 }
 
 void PostgresDatabase::LockImport() {
-  connection_.Ask("SELECT pg_advisory_lock($1)", {Wire(importLock_)});
+  const PostgresResult result =
+      connection_.Ask("SELECT pg_try_advisory_lock($1)", {Wire(importLock_)});
+  if (NumberFromWire({PQgetvalue(result.get(), 0, 0), 1}) == 0) {
+    EndFormerSession();
+    connection_.Ask("SELECT pg_advisory_lock($1)", {Wire(importLock_)});
+  }
   importLockedOn_ = connection_.generation();
+}
+
+// The server may not have noticed yet that the way to a session of this object was cut. Nobody else
+// has its lock.
+void PostgresDatabase::EndFormerSession() {
+  if (importLock_ == 0) return;
+  connection_.Ask(
+      "SELECT pg_terminate_backend(pid) FROM pg_locks WHERE locktype = 'advisory' AND objsubid = 1 "
+      "AND database = (SELECT oid FROM pg_database WHERE datname = current_database()) AND "
+      "(CAST(classid AS bigint) << 32 | CAST(objid AS bigint)) = $1 AND pid <> pg_backend_pid()",
+      {Wire(importLock_)});
 }
 
 // The lock goes with the connection, whatever machine it is from.

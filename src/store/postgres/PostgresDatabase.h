@@ -72,13 +72,16 @@ class PostgresDatabase final : public Database {
   template <class Operation>
   void OnConnection(Operation operation);
   void LockImport();
+  void EndFormerSession();
   std::string NoteCommit();
+  bool HasRow(const PendingCommit& commit);
   bool IsUnderWay(const std::string& transaction);
   bool HasCommitted(const PendingCommit& commit);
   std::vector<std::int32_t> FreeKeys(const TableLayout& table, std::size_t wanted);
   void AdoptKeysOf(const TableLayout& table);
 
   PostgresConnection connection_;
+  bool isReadOnly_;
   // Each has a number of its own: where one was never made, since what went before it has failed,
   // no other is to be taken for it.
   std::uint64_t lastSavepoint_ = 0;

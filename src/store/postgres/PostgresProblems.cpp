@@ -28,7 +28,7 @@ constexpr ProblemRow kProblems[] = {
     {"40", "the transaction was undone", false, kMayPass},
     {"23505", "another program was in the way", false, kMayPass},
     {"23P01", "another program was in the way", false, kMayPass},
-    {"55P03", "locked by another program"},
+    {"55P03", "locked by another program", false, kMayPass},
     {"57014", "the server ended the work"},
     {"57P01", "the connection was lost", kEnds, kMayPass},
     {"57P02", "the connection was lost", kEnds, kMayPass},
@@ -98,6 +98,12 @@ Problem ProblemOf(const PGresult* result) {
       return {Joined(row.meaning, detail), row.endsConnection, row.mayPass};
   }
   return {detail.empty() ? "the server gave no answer that makes sense" : detail, false, false};
+}
+
+bool MayPass(const PGconn& connection) {
+  const std::string_view words = PQerrorMessage(&connection);
+  return words.find("password") == std::string_view::npos &&
+         words.find("\" does not exist") == std::string_view::npos;
 }
 
 std::string ProblemOf(const PGconn& connection, bool mayRepeat) {

@@ -19,6 +19,9 @@ Problem ProblemOf(const PGresult* result);
 // Why there is no connection. With `mayRepeat` in libpq's words, which name hosts and databases.
 std::string ProblemOf(const PGconn& connection, bool mayRepeat);
 
+// Whether a server may let in later that doesn't now.
+bool MayPass(const PGconn& connection);
+
 // "" for nothing, else " (TEXT)".
 std::string InBrackets(std::string_view text);
 std::string FirstLineOf(std::string_view text);

@@ -26,6 +26,11 @@ void CancelAside(PGcancel* cancel) {
 
 }  // namespace
 
+void PostgresConnection::BeginWaiting() noexcept {
+  heard_ = WaitClock::now();
+  isGivenUp_ = false;
+}
+
 PostgresResult PostgresConnection::NextResult() {
   Flush();
   while (PQisBusy(handle_.get()) != 0) WaitForServer(false);
@@ -54,6 +59,8 @@ void PostgresConnection::WaitForServer(bool toWrite) {
     if ((socket.revents & ~POLLOUT) != 0 && PQconsumeInput(handle_.get()) == 0) FailLost();
     return;
   }
+  // What a layer of encryption has taken from the socket already isn't seen there.
+  if (PQconsumeInput(handle_.get()) == 0) FailLost();
   if (waits_.givesUp && waits_.givesUp()) GiveUp();
   if (WaitClock::now() - heard_ >= waits_.silence) LookAfter();
 }

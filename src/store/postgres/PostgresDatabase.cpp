@@ -309,11 +309,11 @@ void PostgresDatabase::AdoptKeys() {
 
 void PostgresDatabase::AdoptKeysOf(const TableLayout& table) {
   const std::string key(KeyOf(table));
-  connection_.Ask(PostgresSql(
-      "SELECT setval(" + SequenceOf(table) + ", greatest(highest, pg_sequence_last_value(CAST(" +
-      SequenceOf(table) + " AS regclass)))) FROM (SELECT max(" + key + ") AS highest FROM \"" +
-      std::string(table.name) + "\" WHERE " + key +
-      " BETWEEN 1 AND 2147483647) AS keys WHERE highest IS NOT NULL"));
+  connection_.Ask(PostgresSql("SELECT setval(" + SequenceOf(table) +
+                              ", greatest(highest, pg_sequence_last_value(CAST(" +
+                              SequenceOf(table) + " AS regclass)))) FROM (SELECT max(" + key +
+                              ") AS highest FROM \"" + std::string(table.name) + "\" WHERE " + key +
+                              " BETWEEN 1 AND 2147483647) AS keys WHERE highest IS NOT NULL"));
 }
 
 void PostgresDatabase::LockImport() {

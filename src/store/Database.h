@@ -47,6 +47,8 @@ class Database {
   virtual void KeepOthersOut() = 0;
   // Until the transaction ends no other store object looks for equal records in order to store one.
   virtual void KeepOtherSeekersOut() = 0;
+  // The same for giving names to new groups.
+  virtual void KeepOtherClaimsOut() = 0;
   // Between the two, which nest, all reading sees one state, and nothing may be written.
   void BeginReading();
   void EndReading() noexcept;

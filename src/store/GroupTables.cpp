@@ -41,6 +41,7 @@ bool HasRow(Statement& statement, std::int32_t key) {
 GroupTable::GroupTable(Database& db)
     : db_(db),
       sequence_(db, kGroupTable),
+      claims_(db),
       all_(db, SelectSql(kGroupTable, kGroupKey, GroupFields()) + " ORDER BY 1"),
       holds_(db, SelectKeysSql(kGroupTable, kGroupKey, kGroupKey)),
       find_(db, SelectKeysSql(kGroupTable, kGroupKey, kFoldedName)),
@@ -67,6 +68,7 @@ std::int32_t GroupTable::HighestKey() {
 
 void GroupTable::Erase(std::int32_t key) {
   given_.Add(key);  // so that it isn't given again
+  claims_.Remove(key);
   eraser_.Erase(key, key);
 }
 
@@ -95,7 +97,9 @@ void GroupTable::FoldNames() {
 bool GroupTable::Holds(std::int32_t key) { return HasRow(holds_, key); }
 
 std::int32_t GroupTable::Find(WideStringView name) {
-  AppendStoredText(FoldLetterCase(name), find_.Buffer(1));
+  const WideString folded = FoldLetterCase(name);
+  if (const std::int32_t claimed = claims_.Find(folded); claimed != 0) return claimed;
+  AppendStoredText(folded, find_.Buffer(1));
   find_.BindBuffer(1);
   for (Rows rows(find_); rows.Next();)
     if (const std::int32_t key = KeyFromStored(find_.Integer(0)); IsStoredKey(key)) return key;
@@ -113,6 +117,10 @@ void GroupTable::Bind(Statement& statement, std::int64_t key, WideStringView nam
 
 std::int32_t GroupTable::Insert(std::int32_t key, WideStringView name) {
   Bind(insert_, key, name);
+  if (db_.IsShared()) {
+    insert_.BindNull(3);
+    claims_.Add(key, FoldLetterCase(name));
+  }
   if (insert_.RunChanging() == 0) {
     const std::int32_t namesake = Find(name);
     if (namesake == 0) db_.Fail("its group " + std::to_string(key) + " is there already");
@@ -124,6 +132,11 @@ std::int32_t GroupTable::Insert(std::int32_t key, WideStringView name) {
 
 void GroupTable::Rename(std::int64_t key, WideStringView name) {
   Bind(update_, key, name);
+  if (const std::int32_t claimed = KeyFromStored(key); claims_.Holds(claimed)) {
+    claims_.Remove(claimed);
+    claims_.Add(claimed, FoldLetterCase(name));
+    update_.BindNull(3);
+  }
   update_.Run();
 }
 

@@ -11,6 +11,7 @@
 #include "records/SaveRecords.h"
 #include "store/AmongRows.h"
 #include "store/FieldIo.h"
+#include "store/GroupClaims.h"
 #include "store/KeySequence.h"
 #include "store/RecordEraser.h"
 #include "store/RowInserter.h"
@@ -31,8 +32,10 @@ class GroupTable {
   const GivenKeys& Given() const { return given_; }
   bool Holds(std::int32_t key);
   std::int32_t Find(WideStringView name);
+  GroupClaims& claims() { return claims_; }
   pim::FreshKeys<GroupTable> FreshKeys(std::size_t wanted) { return {*this, sequence_, wanted}; }
-  // The key under which the name is there then: another's, if that has come in between.
+  // The key under which the name is there then: another's, if that has come in between. On a
+  // server the name is claimed by the commit.
   std::int32_t Insert(std::int32_t key, WideStringView name);
   void Rename(std::int64_t key, WideStringView name);
   // With its links. Its key is not given again.
@@ -43,6 +46,7 @@ class GroupTable {
 
   Database& db_;
   KeySequence sequence_;
+  GroupClaims claims_;
   Statement all_;
   Statement holds_;
   Statement find_;

@@ -50,7 +50,8 @@ SqlStore::SqlStore(std::unique_ptr<Database> db)
       forgetOutsideChanges_(*db_, "DELETE FROM OutsideChanges") {
   for (TransactionMember* member : {static_cast<TransactionMember*>(&contacts_.contents()),
                                     static_cast<TransactionMember*>(&items_.contents()),
-                                    static_cast<TransactionMember*>(&recorder_)})
+                                    static_cast<TransactionMember*>(&recorder_),
+                                    static_cast<TransactionMember*>(&groups_.claims())})
     transactions_.Join(*member);
 }
 
@@ -196,6 +197,7 @@ std::int32_t SqlStore::DeleteCalendars(std::span<const std::int32_t> keys) {
 }
 
 std::int32_t SqlStore::SaveContacts(CContacts& contacts, std::int32_t saveOption, bool saveFlag) {
+  saveOption = groups_.claims().Current(saveOption);
   return SaveGuarded(contacts, [&](KeyGuard<CContacts>& keys) {
     return transactions_.Store([&] {
       if (saveOption > 0 && !groups_.Holds(saveOption)) db_->Fail(NoSuchGroup(saveOption));
@@ -216,7 +218,16 @@ std::int32_t SqlStore::SaveContactGroups(CContactGroups& groups, bool /*saveFlag
 }
 
 std::int32_t SqlStore::SaveContactGroupPairs(CContactGroupPairs& pairs) {
-  return transactions_.Store([&] { return SaveLinks(pairs, watchedLinks_); });
+  const GroupClaims& claims = groups_.claims();
+  if (!claims.HaveSomeBecome())
+    return transactions_.Store([&] { return SaveLinks(pairs, watchedLinks_); });
+  CContactGroupPairs current;
+  for (std::int32_t i = 0; i < pairs.GetCount(); ++i) {
+    CContactGroupPair& pair = current.AddNew();
+    pair.contact_id = pairs[i].contact_id;
+    pair.group_id = claims.Current(pairs[i].group_id);
+  }
+  return transactions_.Store([&] { return SaveLinks(current, watchedLinks_); });
 }
 
 std::int32_t SqlStore::SaveCalendars(CCalendars& items, bool saveFlag) {

@@ -282,6 +282,47 @@ TEST_F(PostgresStoreTest, ManyMakeGroupsAndContactsOnce) {
             "2020");
 }
 
+// Groups that two bring at once under one name are one, behind the commits; nobody waits before.
+TEST_F(PostgresStoreTest, GroupsOfOneNameBecomeOne) {
+  PostgresStore first(schema_.Url());
+  PostgresStore second(schema_.Url());
+  std::int32_t keys[2] = {};
+  {
+    StoreTransaction one(first);
+    StoreTransaction two(second);
+    DatabaseStore* const stores[] = {&first, &second};
+    for (int i = 0; i < 2; ++i) {
+      ASSERT_EQ(stores[i]->History()->BeginImport({"contacts import", {}}), i + 1);
+      ASSERT_GT(keys[i] = SaveGroup(*stores[i], i == 0 ? u"Friends" : u"FRIENDS"), 0);
+      EXPECT_EQ(SaveGroup(*stores[i], u"friends"), keys[i]) << "its own";
+      EXPECT_GT(SaveGroup(*stores[i], i == 0 ? u"own 1" : u"own 2"), 0);
+      {
+        const StoreTransaction undone(*stores[i]);
+        SaveGroup(*stores[i], u"undone");
+      }
+      CContacts contacts;
+      contacts.AddNew();
+      ASSERT_EQ(stores[i]->SaveContacts(contacts, keys[i], true), 1);
+    }
+    EXPECT_NE(keys[0], keys[1]);
+    EXPECT_TRUE(one.Commit() && two.Commit()) << second.LastError();
+  }
+  EXPECT_EQ(other_.Ask("SELECT string_agg(group_name, ' ' ORDER BY group_id) FROM contactgroups"),
+            "Friends own 1 own 2");
+  const std::string members = "SELECT count(*) FROM contacts_contactgroups WHERE group_id = ";
+  EXPECT_EQ(other_.Ask(members + std::to_string(keys[0])), "2");
+  // The key that it had is still good for who has it, and the name for all.
+  CContacts contacts;
+  contacts.AddNew();
+  EXPECT_EQ(second.SaveContacts(contacts, keys[1], true), 1) << second.LastError();
+  EXPECT_EQ(other_.Ask(members + std::to_string(keys[0])), "3");
+  EXPECT_EQ(SaveGroup(second, u"friends"), keys[0]);
+  ASSERT_TRUE(first.History()->EndImport() && second.History()->EndImport());
+  UndoResult result;
+  EXPECT_EQ(second.History()->Undo({.import = 2}, result), 0);
+  EXPECT_EQ(result.groups, 1) << "the other one's stays";
+}
+
 TEST_F(PostgresStoreTest, CopiesAWholeStoreEitherWay) {
   const auto fill = [](RecordStore& store) {
     ImportHistory& history = *store.History();

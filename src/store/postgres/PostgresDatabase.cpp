@@ -25,6 +25,7 @@ namespace {
 // The space of locks that this program takes in a database; the other half is a schema's number.
 constexpr std::int64_t kLockSpace = 0x50696D56;  // "PimV"
 constexpr std::int64_t kSeekersSpace = kLockSpace + 1;
+constexpr std::int64_t kClaimsSpace = kLockSpace + 2;
 constexpr std::string_view kMarkHead = "postgresql ";
 
 std::int64_t RandomNumber() {
@@ -245,6 +246,10 @@ void PostgresDatabase::KeepOthersOut() {
 
 void PostgresDatabase::KeepOtherSeekersOut() {
   connection_.Ask(LockSql("pg_advisory_xact_lock", kSeekersSpace, lock_));
+}
+
+void PostgresDatabase::KeepOtherClaimsOut() {
+  connection_.Ask(LockSql("pg_advisory_xact_lock", kClaimsSpace, lock_));
 }
 
 std::int64_t PostgresDatabase::OutsideVersion() {

@@ -29,6 +29,7 @@ class PostgresDatabase final : public Database {
                                      std::span<const std::string_view> columns) override;
   void KeepOthersOut() override;
   void KeepOtherSeekersOut() override;
+  void KeepOtherClaimsOut() override;
   bool MayTryAgain() const noexcept override { return connection_.MayTryAgain(); }
   bool IsShared() const noexcept override { return true; }
   std::string_view HoldingSql() const noexcept override { return " FOR KEY SHARE"; }

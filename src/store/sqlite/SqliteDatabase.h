@@ -40,6 +40,7 @@ class SqliteDatabase final : public Database {
   // Who writes has the file for itself.
   void KeepOthersOut() override {}
   void KeepOtherSeekersOut() override {}
+  void KeepOtherClaimsOut() override {}
   bool IsShared() const noexcept override { return false; }
   const std::vector<TableLayout>& Tables() const override { return StoreTables(); }
   bool HasAllTables() override;

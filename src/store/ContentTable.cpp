@@ -88,9 +88,10 @@ void ContentTable::AddPhotos(std::span<Found> records) {
     if (row.IsNull(1)) return;
     fields_.Read(row.row(), 1, PictureName{&photos[KeyFromStored(row.Integer(0))]});
   });
-  for (Found& record : records)
+  for (Found& record : records) {
     if (const auto photo = photos.find(record.row.key); photo != photos.end())
       record.photo = photo->second.str();
+  }
 }
 
 std::map<std::int32_t, Fingerprint> ContentTable::Between(std::int32_t first, std::int32_t last) {

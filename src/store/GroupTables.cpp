@@ -170,6 +170,7 @@ void LinkTable::Expect(const CContactGroupPairs& pairs) {
   if (!db_.IsShared()) return;
   expected_.clear();
   std::vector<std::int32_t> contacts;
+  contacts.reserve(static_cast<std::size_t>(pairs.GetCount()));
   for (std::int32_t i = 0; i < pairs.GetCount(); ++i) contacts.push_back(pairs[i].contact_id);
   ofContacts_.Visit(std::move(contacts), [this](Statement& row) {
     ++expected_[{KeyFromStored(row.Integer(0)), KeyFromStored(row.Integer(1))}];
@@ -208,9 +209,10 @@ void LinkTable::InsertChecked(std::span<LinkRow> links) {
       missing[kind].erase(KeyFromStored(row.Integer(0)));
     });
   }
-  for (const auto& [contact, group] : links)
+  for (const auto& [contact, group] : links) {
     if (missing[0].contains(contact) || missing[1].contains(group))
       db_.Fail(NoSuchLink(contact, group));
+  }
   insertChecked_.Start(links.size());
   for (LinkRow& link : links) insertChecked_.Add(link.contactId, LinkFields().subspan(1), &link);
 }

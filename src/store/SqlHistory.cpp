@@ -55,9 +55,10 @@ bool SqlHistory::EndImport() {
 
 bool SqlHistory::KeepsOriginals() {
   bool keeps = true;
-  if (hasTables_)
+  if (hasTables_) {
     static_cast<void>(
         transactions_.See([&] { return (keeps = settings_.KeepsOriginals()) ? 1 : 0; }));
+  }
   return keeps;
 }
 

@@ -117,11 +117,12 @@ std::int64_t SqlStore::CopyFrom(Impl& source,
     items_.RenewStoredContents();
     return 0;
   });
-  if (result < 0)
+  if (result < 0) {
     static_cast<void>(transactions_.Try([&] {
       AdoptSettings();
       return 0;
     }));
+  }
   if (thrown) std::rethrow_exception(thrown);
   return result < 0 ? -1 : copied;
 }

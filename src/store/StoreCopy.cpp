@@ -44,9 +44,10 @@ void StoreCopy::CheckEmpty() {
   for (const TableLayout& table : StoreTables()) {
     if (table.name == kSettings) continue;
     Statement first(target_, SelectSql(table.name, KeyOf(table), {}) + " LIMIT 1");
-    if (Rows rows(first); rows.Next())
+    if (Rows rows(first); rows.Next()) {
       target_.Fail("holds something already (" + std::string(table.name) +
                    "); a store is copied into an empty one");
+    }
   }
 }
 

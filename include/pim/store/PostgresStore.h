@@ -46,7 +46,7 @@ class PIM_POSTGRES_EXPORT PostgresStore final : public DatabaseStore {
   // another program that bear the names of a store's, are left as they are. Throws StoreError, or
   // NoStoreError where the store must be there and isn't.
   explicit PostgresStore(const std::string& connection, StoreAccess access = StoreAccess::Create,
-                         PostgresWaits waits = {});
+                         const PostgresWaits& waits = {});
   ~PostgresStore() override;
 
   // The statements that make the store's tables, for whoever has the right to: "psql -f" takes

@@ -105,13 +105,15 @@ void PostgresConnection::SetUp() {
   PGconn* connection = handle_.get();
   PQsetNoticeProcessor(
       connection, [](void*, const char*) {}, nullptr);
-  if (const int version = PQserverVersion(connection); version < kOldestServer)
+  if (const int version = PQserverVersion(connection); version < kOldestServer) {
     Fail("the server is PostgreSQL " + std::to_string(version / 10000) +
          ", and must be 14 at least");
+  }
   const char* encoding = PQparameterStatus(connection, "server_encoding");
-  if (encoding == nullptr || std::strcmp(encoding, "UTF8") != 0)
+  if (encoding == nullptr || std::strcmp(encoding, "UTF8") != 0) {
     Fail("its database's encoding is " + std::string(encoding != nullptr ? encoding : "unknown") +
          ", and must be UTF8");
+  }
   PQsetnonblocking(connection, 1);
   EnterPipeline();
   Send(SettingsSql(waits_));
@@ -262,9 +264,10 @@ void PostgresConnection::TakeUntil(const ResultTaker* taker) {
 void PostgresConnection::TakeFront(PostgresResult& failed) {
   const Sent front = sent_.front();
   PostgresResult first = NextResult();
-  if (!front.isSync && first != nullptr)
+  if (!front.isSync && first != nullptr) {
     while (NextResult() != nullptr) {
     }
+  }
   sent_.pop_front();
   if (first == nullptr) return;
   const ExecStatusType status = PQresultStatus(first.get());

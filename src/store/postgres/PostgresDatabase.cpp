@@ -280,6 +280,7 @@ std::vector<std::int32_t> PostgresDatabase::FreeKeys(const TableLayout& table, s
       {Wire(static_cast<std::int64_t>(wanted))});
   const auto keysIn = [](const PostgresResult& result) {
     std::vector<std::int32_t> keys;
+    keys.reserve(static_cast<std::size_t>(PQntuples(result.get())));
     for (int i = 0; i < PQntuples(result.get()); ++i) {
       keys.push_back(
           KeyFromStored(NumberFromWire({PQgetvalue(result.get(), i, 0), sizeof(std::int64_t)})));

@@ -65,9 +65,10 @@ std::string TableSql(const TableLayout& table) {
   }
   sql += "\n);\n";
   for (const Column& column : table.Columns()) {
-    if (IsPacked(column))
+    if (IsPacked(column)) {
       sql += "ALTER TABLE " + Named(table.name) + " ALTER COLUMN " + Named(column.name) +
              " SET STORAGE EXTERNAL;\n";
+    }
   }
   return sql;
 }
@@ -219,9 +220,10 @@ bool HasTable(PostgresDatabase& db, std::string_view name) {
 std::int64_t VersionOf(PostgresDatabase& db) {
   if (!HasTable(db, kStoreVersions)) return 0;
   const std::int64_t version = NumberOf(db, "SELECT max(version) FROM storeversions");
-  if (version > kStoreVersion)
+  if (version > kStoreVersion) {
     db.Fail("the store has version " + std::to_string(version) + ", newer than this program's " +
             std::to_string(kStoreVersion));
+  }
   return version;
 }
 

@@ -18,9 +18,9 @@ class Description final : public ResultTaker {
  public:
   void Take(PostgresResult taken) noexcept override { result_ = std::move(taken); }
   std::vector<Oid> Types() const {
-    std::vector<Oid> types;
-    for (int i = 0; i < PQnparams(result_.get()); ++i)
-      types.push_back(PQparamtype(result_.get(), i));
+    std::vector<Oid> types(static_cast<std::size_t>(PQnparams(result_.get())));
+    for (std::size_t i = 0; i < types.size(); ++i)
+      types[i] = PQparamtype(result_.get(), static_cast<int>(i));
     return types;
   }
 

@@ -2,8 +2,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "pim/store/PostgresStore.h"
 
-#include <utility>
-
 #include "store/SqlStore.h"
 #include "store/postgres/PostgresProblems.h"
 #include "store/postgres/PostgresSchema.h"
@@ -20,8 +18,9 @@ std::unique_ptr<PostgresDatabase> Open(const std::string& connection, StoreAcces
 
 }  // namespace
 
-PostgresStore::PostgresStore(const std::string& connection, StoreAccess access, PostgresWaits waits)
-    : DatabaseStore(std::make_unique<SqlStore>(Open(connection, access, std::move(waits)))) {}
+PostgresStore::PostgresStore(const std::string& connection, StoreAccess access,
+                             const PostgresWaits& waits)
+    : DatabaseStore(std::make_unique<SqlStore>(Open(connection, access, waits))) {}
 
 PostgresStore::~PostgresStore() = default;
 

@@ -100,6 +100,6 @@ foreach(component IN LISTS CPACK_COMPONENTS_ALL)
 endforeach()
 # The pages for users of the program stand beside it, too.
 install(FILES docs/getting-started.md docs/exit-statuses.md docs/mapping.md docs/account.md
-              docs/history.md docs/record-dump.md
+              docs/history.md docs/record-dump.md docs/server.md docs/store.md
         DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${package_Tools} COMPONENT Tools)
 include(CPack)

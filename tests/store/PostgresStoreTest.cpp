@@ -390,6 +390,11 @@ TEST(PostgresNames, HideSecrets) {
       {"host=/run/postgresql dbname=pim password='secret word'",
        "postgresql:///pim?host=/run/postgresql"},
       {"postgresql:///?service=pim", "postgresql:///?service=pim"},
+      {"postgresql://[::1]:5433/pim", "postgresql://[::1]:5433/pim"},
+      // Passwords that have spilled into what is no password.
+      {"postgresql://ann:se/cret@db/pim", "postgresql://..."},
+      {"postgresql://ann:x@secret@db/pim", "postgresql://..."},
+      {"postgresql://ann:x@db1,bob:secret@db2/pim", "postgresql://..."},
       {"postgresql:///pim?options=-csearch_path%3Dann",
        "postgresql:///pim?options=-csearch_path=ann"},
   };

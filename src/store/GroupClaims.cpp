@@ -2,16 +2,19 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "store/GroupClaims.h"
 
-#include <algorithm>
 #include <string>
 #include <utility>
 
+#include "platform/LetterCase.h"
+#include "records/RecordMap.h"
 #include "store/StoredForms.h"
 
 namespace pim {
 
 GroupClaims::GroupClaims(Database& db)
     : db_(db),
+      names_(std::in_place),
+      stored_(db, kGroupTable, "group_id", "group_name"),
       findOther_(db, "SELECT group_id FROM ContactGroups WHERE group_name_folded = ?"),
       claim_(db, "UPDATE ContactGroups SET group_name_folded = ?2 WHERE group_id = ?1"),
       moveLinks_(db, "UPDATE Contacts_ContactGroups SET group_id = ?2 WHERE group_id = ?1"),
@@ -19,17 +22,37 @@ GroupClaims::GroupClaims(Database& db)
       forgetImport_(db, "DELETE FROM ImportedGroups WHERE group_id = ?"),
       remove_(db, "DELETE FROM ContactGroups WHERE group_id = ?") {}
 
-void GroupClaims::Remove(std::int32_t key) {
-  std::erase_if(claims_, [key](const auto& claim) { return claim.second.key == key; });
+void GroupClaims::Add(std::int32_t key, const WideString& name) {
+  keys_.push_back(key);
+  isNew_.insert(key);
+  if (names_) (*names_)[name] = key;
+  ++changes_;
 }
 
-std::int32_t GroupClaims::Find(const WideString& name) const {
-  const auto found = claims_.find(name);
-  return found == claims_.end() ? 0 : found->second.key;
+void GroupClaims::ForgetNames() noexcept {
+  names_.reset();
+  ++changes_;
 }
 
-bool GroupClaims::Holds(std::int32_t key) const {
-  return std::ranges::any_of(claims_, [key](const auto& claim) { return claim.second.key == key; });
+std::int32_t GroupClaims::Find(const WideString& name) {
+  if (keys_.empty()) return 0;
+  const Names& names = NamesNow();
+  const auto found = names.find(name);
+  return found == names.end() ? 0 : found->second;
+}
+
+const GroupClaims::Names& GroupClaims::NamesNow() {
+  if (names_) return *names_;
+  Names names;
+  FieldReader fields;
+  stored_.Visit(keys_, [&](Statement& row) {
+    const std::int32_t key = KeyFromStored(row.Integer(0));
+    if (!Holds(key)) return;
+    WideText name;
+    if (!row.IsNull(1)) fields.Read(row.row(), 1, FieldRef(&name));
+    names[FoldLetterCase(name)] = key;
+  });
+  return names_.emplace(std::move(names));
 }
 
 std::int32_t GroupClaims::Current(std::int32_t key) const {
@@ -37,11 +60,13 @@ std::int32_t GroupClaims::Current(std::int32_t key) const {
   return found == become_.end() ? key : found->second;
 }
 
+void GroupClaims::Begun(std::size_t) { marks_.push_back({keys_.size(), changes_}); }
+
 void GroupClaims::CheckCommit(std::size_t level) {
   becoming_.clear();
-  if (level > 1 || claims_.empty()) return;
+  if (level > 1 || keys_.empty()) return;
   db_.KeepOtherClaimsOut();
-  for (const auto& [name, claim] : claims_) Settle(name, claim.key);
+  for (const auto& [name, key] : NamesNow()) Settle(name, key);
 }
 
 void GroupClaims::Settle(const WideString& name, std::int32_t key) {
@@ -68,18 +93,21 @@ void GroupClaims::Settle(const WideString& name, std::int32_t key) {
 }
 
 void GroupClaims::Committed(std::size_t level) {
-  level_ = level - 1;
-  for (auto& [name, claim] : claims_) claim.level = std::min(claim.level, level_);
+  marks_.pop_back();
   if (level > 1) return;
-  claims_.clear();
+  keys_.clear();
+  isNew_.clear();
+  names_.emplace();
   for (auto& [before, now] : become_)
     if (const auto next = becoming_.find(now); next != becoming_.end()) now = next->second;
   become_.merge(std::exchange(becoming_, {}));
 }
 
-void GroupClaims::RolledBack(std::size_t level) noexcept {
-  level_ = level - 1;
-  std::erase_if(claims_, [level](const auto& claim) { return claim.second.level >= level; });
+void GroupClaims::RolledBack(std::size_t) noexcept {
+  const Mark mark = marks_.back();
+  marks_.pop_back();
+  for (; keys_.size() > mark.keys; keys_.pop_back()) isNew_.erase(keys_.back());
+  if (changes_ != mark.changes) names_.reset();
   becoming_.clear();
 }
 

@@ -68,7 +68,7 @@ std::int32_t GroupTable::HighestKey() {
 
 void GroupTable::Erase(std::int32_t key) {
   given_.Add(key);  // so that it isn't given again
-  claims_.Remove(key);
+  claims_.ForgetNames();
   eraser_.Erase(key, key);
 }
 
@@ -117,24 +117,22 @@ void GroupTable::Bind(Statement& statement, std::int64_t key, WideStringView nam
 
 std::int32_t GroupTable::Insert(std::int32_t key, WideStringView name) {
   Bind(insert_, key, name);
-  if (db_.IsShared()) {
-    insert_.BindNull(3);
-    claims_.Add(key, FoldLetterCase(name));
-  }
+  const bool isClaimedLater = db_.IsShared();
+  if (isClaimedLater) insert_.BindNull(3);
   if (insert_.RunChanging() == 0) {
     const std::int32_t namesake = Find(name);
     if (namesake == 0) db_.Fail("its group " + std::to_string(key) + " is there already");
     return namesake;
   }
   given_.Add(key);
+  if (isClaimedLater) claims_.Add(key, FoldLetterCase(name));
   return key;
 }
 
 void GroupTable::Rename(std::int64_t key, WideStringView name) {
   Bind(update_, key, name);
-  if (const std::int32_t claimed = KeyFromStored(key); claims_.Holds(claimed)) {
-    claims_.Remove(claimed);
-    claims_.Add(claimed, FoldLetterCase(name));
+  if (claims_.Holds(KeyFromStored(key))) {
+    claims_.ForgetNames();
     update_.BindNull(3);
   }
   update_.Run();

@@ -6,6 +6,8 @@
 
 #include <cstdint>
 #include <string>
+#include <thread>
+#include <vector>
 
 #include "pim/platform/Host.h"
 #include "pim/records/ContactGroups.h"
@@ -52,5 +54,13 @@ class PostgresFixture : public ::testing::Test {
   TestSchema schema_;
   ServerProgram other_{schema_.Url()};
 };
+
+// Runs the work on so many threads, each of which is told its number.
+template <class Work>
+void AtOnce(int threads, Work work) {
+  std::vector<std::thread> running;
+  for (int i = 0; i < threads; ++i) running.emplace_back(work, i);
+  for (std::thread& thread : running) thread.join();
+}
 
 }  // namespace pim::testing

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <atomic>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "pim/store/ImportHistory.h"
@@ -17,16 +16,10 @@
 namespace pim {
 namespace {
 
+using testing::AtOnce;
 using testing::ServerProgram;
 
 using PostgresStoreTest = testing::PostgresFixture;
-
-template <class Work>
-void AtOnce(int threads, Work work) {
-  std::vector<std::thread> running;
-  for (int i = 0; i < threads; ++i) running.emplace_back(work, i);
-  for (std::thread& thread : running) thread.join();
-}
 
 TEST_F(PostgresStoreTest, IsMadeOnceByManyAtOnce) {
   std::atomic<int> made = 0;
@@ -248,79 +241,6 @@ TEST_F(PostgresStoreTest, FollowsItsSchemaAndItsTables) {
                        "current_schema()::regnamespace"),
             "1");
   other_.Run("DROP SCHEMA " + renamed + " CASCADE");
-}
-
-// In whatever order importers name them: one of two that wait for each other begins anew.
-TEST_F(PostgresStoreTest, ManyMakeGroupsAndContactsOnce) {
-  { const PostgresStore made(schema_.Url()); }
-  std::atomic<int> stored = 0;
-  AtOnce(4, [&](int thread) {
-    PostgresStore store(schema_.Url());
-    for (int round = 0; round < 5; ++round) {
-      for (int tries = 0;; ++tries) {
-        ASSERT_LT(tries, 50);
-        StoreTransaction transaction(store);
-        bool isDone = transaction.IsOpen();
-        for (int i = 0; isDone && i < 4; ++i) {
-          const int name = thread % 2 == 0 ? i : 3 - i;
-          const auto letter = static_cast<char16_t>(u'a' + round * 4 + name);
-          isDone = SaveGroup(store, WideString(1, letter)) > 0;
-        }
-        const std::int32_t saved =
-            isDone ? Save(store, WideString(1, static_cast<char16_t>(u'A' + round)), false) : -1;
-        if (saved >= 0 && transaction.Commit()) {
-          stored += saved;
-          break;
-        }
-        ASSERT_TRUE(store.MayTryAgain()) << store.LastError();
-      }
-    }
-  });
-  EXPECT_EQ(stored, 5);
-  EXPECT_EQ(other_.Ask("SELECT count(*) FROM contacts"), "5");
-  EXPECT_EQ(other_.Ask("SELECT count(*), count(DISTINCT group_name_folded) FROM contactgroups"),
-            "2020");
-}
-
-// Groups that two bring at once under one name are one, behind the commits; nobody waits before.
-TEST_F(PostgresStoreTest, GroupsOfOneNameBecomeOne) {
-  PostgresStore first(schema_.Url());
-  PostgresStore second(schema_.Url());
-  std::int32_t keys[2] = {};
-  {
-    StoreTransaction one(first);
-    StoreTransaction two(second);
-    DatabaseStore* const stores[] = {&first, &second};
-    for (int i = 0; i < 2; ++i) {
-      ASSERT_EQ(stores[i]->History()->BeginImport({"contacts import", {}}), i + 1);
-      ASSERT_GT(keys[i] = SaveGroup(*stores[i], i == 0 ? u"Friends" : u"FRIENDS"), 0);
-      EXPECT_EQ(SaveGroup(*stores[i], u"friends"), keys[i]) << "its own";
-      EXPECT_GT(SaveGroup(*stores[i], i == 0 ? u"own 1" : u"own 2"), 0);
-      {
-        const StoreTransaction undone(*stores[i]);
-        SaveGroup(*stores[i], u"undone");
-      }
-      CContacts contacts;
-      contacts.AddNew();
-      ASSERT_EQ(stores[i]->SaveContacts(contacts, keys[i], true), 1);
-    }
-    EXPECT_NE(keys[0], keys[1]);
-    EXPECT_TRUE(one.Commit() && two.Commit()) << second.LastError();
-  }
-  EXPECT_EQ(other_.Ask("SELECT string_agg(group_name, ' ' ORDER BY group_id) FROM contactgroups"),
-            "Friends own 1 own 2");
-  const std::string members = "SELECT count(*) FROM contacts_contactgroups WHERE group_id = ";
-  EXPECT_EQ(other_.Ask(members + std::to_string(keys[0])), "2");
-  // The key that it had is still good for who has it, and the name for all.
-  CContacts contacts;
-  contacts.AddNew();
-  EXPECT_EQ(second.SaveContacts(contacts, keys[1], true), 1) << second.LastError();
-  EXPECT_EQ(other_.Ask(members + std::to_string(keys[0])), "3");
-  EXPECT_EQ(SaveGroup(second, u"friends"), keys[0]);
-  ASSERT_TRUE(first.History()->EndImport() && second.History()->EndImport());
-  UndoResult result;
-  EXPECT_EQ(second.History()->Undo({.import = 2}, result), 0);
-  EXPECT_EQ(result.groups, 1) << "the other one's stays";
 }
 
 TEST_F(PostgresStoreTest, CopiesAWholeStoreEitherWay) {

@@ -10,6 +10,7 @@ cmake_minimum_required(VERSION 3.25)
 set(folders
   src/platform src/support src/stream src/records src/vcard src/vcalendar src/manager src/store
   src/store/sqlite src/store/postgres
+  src/formats src/formats/vcard4 src/formats/icalendar src/formats/prepare
   app app/commands app/input app/output app/labels)
 set(may_src/platform)
 set(may_src/support src/platform)
@@ -21,8 +22,14 @@ set(may_src/manager src/stream src/vcard src/vcalendar src/records src/support s
 set(may_src/store src/records src/support src/platform)
 set(may_src/store/sqlite src/store src/records src/support src/platform)
 set(may_src/store/postgres src/store src/records src/support src/platform)
+set(may_src/formats src/manager src/records src/stream src/support src/platform)
+foreach(folder vcard4 icalendar prepare)
+  set(may_src/formats/${folder} src/formats ${may_src/formats})
+endforeach()
+list(APPEND may_src/formats/prepare src/formats/vcard4 src/formats/icalendar)
 set(may_app app/commands app/input app/output)
-set(may_app/commands app/input app/output app/labels src/support src/platform)
+set(may_app/commands app/input app/output app/labels
+  src/formats src/formats/vcard4 src/formats/icalendar src/formats/prepare src/support src/platform)
 set(may_app/input app/output src/support src/platform)
 set(may_app/output app/labels src/support src/platform)
 set(may_app/labels src/support src/platform)
@@ -87,11 +94,11 @@ endforeach()
 # Client libraries stay in the folder of their store, and out of every installed header.
 file(GLOB_RECURSE files ${ROOT}/include/*.h ${ROOT}/src/*.h ${ROOT}/src/*.cpp ${ROOT}/app/*)
 foreach(file IN LISTS files)
-  foreach(client "sqlite3:sqlite" "libpq:postgres")
+  foreach(client "sqlite3:store/sqlite" "libpq:store/postgres" "libical:formats/icalendar")
     string(REGEX MATCH "^(.*):(.*)$" client ${client})
     file(STRINGS ${file} lines REGEX "^ *#include <${CMAKE_MATCH_1}")
-    if(lines AND NOT file MATCHES "/src/store/${CMAKE_MATCH_2}/")
-      message(SEND_ERROR "${file}: only src/store/${CMAKE_MATCH_2} may include ${CMAKE_MATCH_1}")
+    if(lines AND NOT file MATCHES "/src/${CMAKE_MATCH_2}/")
+      message(SEND_ERROR "${file}: only src/${CMAKE_MATCH_2} may include ${CMAKE_MATCH_1}")
     endif()
   endforeach()
 endforeach()

@@ -8,7 +8,7 @@
 set -euo pipefail
 
 packages=(cmake ninja-build g++ pkg-config libsqlite3-dev libpq-dev libzstd-dev nettle-dev rapidjson-dev
-  libutf8proc-dev)
+  libutf8proc-dev libical-dev)
 case ${1:-} in package | all) packages+=(dpkg-dev) ;; esac
 [ "${1:-}" = all ] && packages+=(
   clang clang-format clang-tidy libclang-rt-14-dev
@@ -16,6 +16,7 @@ case ${1:-} in package | all) packages+=(dpkg-dev) ;; esac
   tzdata sqlite3 jq abigail-tools doxygen lintian mmdebstrap reuse
   mandoc bash-completion zsh fish
   postgresql-15 pgbouncer
+  python3-vobject python3-icalendar libez-vcard-java openjdk-17-jdk-headless
 )
 
 missing=()

@@ -165,7 +165,8 @@ void CardLines::Stamp(const CalendarFields& utc) {
 
 void CardLines::Picture(const MediaRow& media, NarrowStringView base64) {
   if (isV4_) {
-    Copy(":data:");
+    Copy(":");
+    Copy(kDataScheme);
     Copy(media.media);
     Copy(";base64,");
   } else {

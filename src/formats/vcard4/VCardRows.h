@@ -194,13 +194,13 @@ struct MessengerRow {
 
 inline constexpr NarrowStringView kServiceParameter = "X-SERVICE-TYPE";
 
+// A scheme's first row is what it means where no word says more.
 inline constexpr MessengerRow kMessengerRows[] = {
-    {MESSENGER_UNKNOWN, "", "im:"},       {MESSENGER_GOOGLE_TALK, "GoogleTalk", "xmpp:"},
-    {MESSENGER_AIM, "AIM", "aim:"},       {MESSENGER_WINDOW, "MSN", "msnim:"},
-    {MESSENGER_YAHOO, "Yahoo", "ymsgr:"}, {MESSENGER_JABBER, "Jabber", "xmpp:"},
-    {MESSENGER_SKYPE, "Skype", "skype:"}, {MESSENGER_QQ, "QQ", "qq:"},
-    {MESSENGER_ICQ, "ICQ", "icq:"},       {MESSENGER_OTHER, "Other", "im:"},
-    {MESSENGER_CUSTOM, "Custom", "im:"},
+    {MESSENGER_UNKNOWN, "", "im:"},        {MESSENGER_AIM, "AIM", "aim:"},
+    {MESSENGER_WINDOW, "MSN", "msnim:"},   {MESSENGER_YAHOO, "Yahoo", "ymsgr:"},
+    {MESSENGER_JABBER, "Jabber", "xmpp:"}, {MESSENGER_SKYPE, "Skype", "skype:"},
+    {MESSENGER_QQ, "QQ", "qq:"},           {MESSENGER_ICQ, "ICQ", "icq:"},
+    {MESSENGER_OTHER, "Other", "im:"},     {MESSENGER_CUSTOM, "Custom", "im:"},
 };
 
 constexpr const MessengerRow* FindMessenger(std::uint32_t code) {
@@ -234,6 +234,8 @@ inline constexpr NarrowStringView kDerivedWord = "TRUE";
 inline constexpr NarrowStringView kProductId = "-//PimVobjMgr//pimvobj//EN";
 
 inline constexpr NarrowStringView kGroupKind = "group";
+inline constexpr NarrowStringView kPersonKind = "individual";
+inline constexpr NarrowStringView kDataScheme = "data:";
 inline constexpr NarrowStringView kUuidStart = "urn:uuid:";
 inline constexpr NarrowStringView kFavoriteWord = "YES";
 

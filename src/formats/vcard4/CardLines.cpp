@@ -130,39 +130,6 @@ void CardLines::Ascii(NarrowStringView start, NarrowStringView value) {
   Fold();
 }
 
-void CardLines::Digits(std::int32_t number, std::size_t width) {
-  Reserve(width);
-  for (std::size_t at = width; at > 0; number /= 10)
-    line_[size_ + --at] = static_cast<char>('0' + number % 10);
-  size_ += width;
-}
-
-void CardLines::Day(const CalendarFields& day, bool isExtended) {
-  Copy(":");
-  Digits(day.year, 4);
-  if (isExtended) Copy("-");
-  Digits(day.month, 2);
-  if (isExtended) Copy("-");
-  Digits(day.day, 2);
-}
-
-void CardLines::Date(const CalendarFields& day) {
-  Day(day, !isV4_);
-  Fold();
-}
-
-void CardLines::Stamp(const CalendarFields& utc) {
-  Day(utc, !isV4_);
-  Copy("T");
-  Digits(utc.hour, 2);
-  if (!isV4_) Copy(":");
-  Digits(utc.minute, 2);
-  if (!isV4_) Copy(":");
-  Digits(utc.second, 2);
-  Copy("Z");
-  Fold();
-}
-
 void CardLines::Picture(const MediaRow& media, NarrowStringView base64) {
   if (isV4_) {
     Copy(":");

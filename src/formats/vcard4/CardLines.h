@@ -8,7 +8,6 @@
 
 #include "formats/vcard4/ContactForms.h"
 #include "formats/vcard4/VCardRows.h"
-#include "pim/support/DateTime.h"
 #include "pim/support/Strings.h"
 
 namespace pim {
@@ -43,6 +42,8 @@ class CardLines {
   void EndCard();
 
   void Start(CardProperty property);
+  // Whether dates have hyphens.
+  bool HasExtendedDates() const { return !isV4_; }
   // Parameters: preferred ahead of the types, which follow one another.
   void Preferred();
   void Type(const TypeRow& row);
@@ -56,15 +57,11 @@ class CardLines {
   // Whole values.
   void Ascii(NarrowStringView value) { Ascii(value, {}); }
   void Ascii(NarrowStringView start, NarrowStringView value);
-  void Date(const CalendarFields& day);
-  void Stamp(const CalendarFields& utc);
   void Picture(const MediaRow& media, NarrowStringView base64);
 
  private:
   void Reserve(std::size_t more);
   void Copy(NarrowStringView text);
-  void Digits(std::int32_t number, std::size_t width);
-  void Day(const CalendarFields& day, bool isExtended);
   void Fold();
 
   NarrowString* out_ = nullptr;

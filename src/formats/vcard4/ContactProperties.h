@@ -7,6 +7,7 @@
 #include <span>
 
 #include "formats/vcard4/ContactNaming.h"
+#include "formats/vcard4/DayText.h"
 #include "formats/vcard4/RecordLosses.h"
 #include "formats/vcard4/UriText.h"
 #include "formats/vcard4/VCardRows.h"
@@ -52,7 +53,7 @@ class ContactProperties {
     sink_.Ascii(kUuidStart, uuid);
     if (const auto stamp = contact.modified_time.GetFields()) {
       sink_.Start(CardProperty::Revision);
-      sink_.Stamp(*stamp);
+      sink_.Ascii(DayText(*stamp, sink_.HasExtendedDates()).AddDay().AddTime().view());
     }
   }
 
@@ -133,7 +134,7 @@ class ContactProperties {
     if (day->hour != 0 || day->minute != 0 || day->second != 0)
       losses_.Tell(field, FormatVerdict::Changed, FormatReason::TimeDropped);
     sink_.Start(property);
-    sink_.Date(*day);
+    sink_.Ascii(DayText(*day, sink_.HasExtendedDates()).AddDay().view());
     return true;
   }
 

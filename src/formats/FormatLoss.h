@@ -32,6 +32,9 @@ enum class FormatReason : std::uint8_t {
   RuleTooRich,
   NoPicture,
   BadBase64,
+  BadCharacter,
+  LineEnd,
+  NoYear,
 };
 
 struct FormatReasonRow {
@@ -55,6 +58,9 @@ inline constexpr FormatReasonRow kFormatReasons[] = {
     {FormatReason::RuleTooRich, "rule-too-rich", "a repeat that the form's rules can't say"},
     {FormatReason::NoPicture, "no-picture", "the picture isn't there"},
     {FormatReason::BadBase64, "bad-base64", "its base64 is cut, or holds other bytes"},
+    {FormatReason::BadCharacter, "bad-character", "characters that the form can't hold"},
+    {FormatReason::LineEnd, "line-end", "the form knows one kind of line end, and it is another"},
+    {FormatReason::NoYear, "no-year", "a day without its year; 1604 stands for it"},
 };
 
 static_assert([] {

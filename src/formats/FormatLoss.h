@@ -32,6 +32,8 @@ enum class FormatReason : std::uint8_t {
   RuleTooRich,
   NoPicture,
   BadBase64,
+  BadCharacter,
+  DatesCut,
 };
 
 struct FormatReasonRow {
@@ -51,10 +53,13 @@ inline constexpr FormatReasonRow kFormatReasons[] = {
     {FormatReason::SecondsDropped, "seconds-dropped", "its seconds aren't kept"},
     {FormatReason::Replaced, "replaced",
      "the form has one place for it, and another value is there"},
-    {FormatReason::UnknownZone, "unknown-zone", "its time zone isn't known; read as UTC"},
+    {FormatReason::UnknownZone, "unknown-zone", "its time zone isn't known; read as local time"},
     {FormatReason::RuleTooRich, "rule-too-rich", "a repeat that the form's rules can't say"},
     {FormatReason::NoPicture, "no-picture", "the picture isn't there"},
     {FormatReason::BadBase64, "bad-base64", "its base64 is cut, or holds other bytes"},
+    {FormatReason::BadCharacter, "bad-character", "characters that the form has no place for"},
+    {FormatReason::DatesCut, "dates-cut",
+     "dates without end, of which those of some years are kept"},
 };
 
 static_assert([] {

@@ -55,8 +55,7 @@ constexpr OptionRow kOptions[] = {
      "Leave out what equals a stored record, as is done without it"},
     {Option::Sort, 0, "sort", "ORDER", "By {choices} (default: key)"},
     {Option::Split, 0, "split", nullptr, "With -o DIR: one file for each record"},
-    {Option::Steps, 0, "steps", "STEP,...",
-     "These alone: {choices} (default: all)"},
+    {Option::Steps, 0, "steps", "STEP,...", "These alone: {choices} (default: all)"},
     {Option::Store, 0, "store", "FILE|URL",
      "The store: a file, or a PostgreSQL server's URL (default: $PIMVOBJ_STORE, else "
      "pimvobj/pim.db "
@@ -81,8 +80,11 @@ constexpr struct {
     {Action::Convert, {}, Option::Force, "Replace files"},
     {Action::Convert, {}, Option::Report, "Write into this file what the form can't hold, as JSON"},
     {Action::Convert, {}, Option::Strict, "Exit status 4 when there is something that it can't"},
-    {Action::CopyStore, {}, Option::To,
-     "Where the copy goes: a store without any records, or a new one", "FILE|URL"},
+    {Action::CopyStore,
+     {},
+     Option::To,
+     "Where the copy goes: a store without any records, or a new one",
+     "FILE|URL"},
     {Action::Export, {}, Option::All, "All three kinds"},
     {Action::Export, {}, Option::To, "Write {choices}, not the old form"},
     {Action::Export, Family::Items, Option::Force, "Replace a file"},
@@ -129,22 +131,21 @@ constexpr NounRow kNouns[] = {
 };
 
 constexpr Option kContactImport[] = {
-    Option::Group,  Option::NoGroups,   Option::KeepDuplicates, Option::SkipDuplicates,
-    Option::DryRun, Option::Json,       Option::Rejects,        Option::Report,
-    Option::Force,  Option::NoOriginals, Option::Prepare, Option::Steps};
+    Option::Group,  Option::NoGroups,    Option::KeepDuplicates, Option::SkipDuplicates,
+    Option::DryRun, Option::Json,        Option::Rejects,        Option::Report,
+    Option::Force,  Option::NoOriginals, Option::Prepare,        Option::Steps};
 constexpr Option kItemImport[] = {Option::KeepDuplicates, Option::SkipDuplicates, Option::DryRun,
                                   Option::Json,           Option::Rejects,        Option::Report,
                                   Option::Force,          Option::NoOriginals,    Option::Prepare,
                                   Option::Steps};
-constexpr Option kContactExport[] = {
-    Option::Group, Option::NoName, Option::Output, Option::Force, Option::To,
-    Option::Split, Option::Groups, Option::CsvColumns, Option::Report};
+constexpr Option kContactExport[] = {Option::Group,  Option::NoName,     Option::Output,
+                                     Option::Force,  Option::To,         Option::Split,
+                                     Option::Groups, Option::CsvColumns, Option::Report};
 constexpr Option kItemExport[] = {Option::All, Option::NoName, Option::Output, Option::Force,
                                   Option::To,  Option::Split,  Option::Report};
-constexpr Option kConvert[] = {Option::To,         Option::Output, Option::Split,
-                               Option::Groups,     Option::CsvColumns, Option::Prepare,
-                               Option::Steps,      Option::Force,  Option::Report,
-                               Option::Strict};
+constexpr Option kConvert[] = {Option::To,         Option::Output,  Option::Split, Option::Groups,
+                               Option::CsvColumns, Option::Prepare, Option::Steps, Option::Force,
+                               Option::Report,     Option::Strict};
 constexpr Option kPrepare[] = {Option::Output, Option::Steps, Option::Force, Option::Report,
                                Option::Strict};
 constexpr Option kRedact[] = {Option::Output, Option::Force};
@@ -334,14 +335,17 @@ constexpr CommandRow kCommands[] = {
      "pimvobj convert old.vcf --to vcard4 -o new.vcf\n"
      "pimvobj convert old.vcs --to icalendar > new.ics\n"
      "pimvobj convert phone/*.vcf --to csv -o contacts.csv",
-     "All records of the FILEs become one text. What the form can't hold is told on standard error. "
+     "All records of the FILEs become one text. What the form can't hold is told on standard "
+     "error. "
      "A FILE may be - for standard input. No store is touched."},
     {Family::NoNoun, Action::Prepare, "prepare", "FILE", 1, 1,
      "Write a broken or modern file as one that is read well", kPrepare,
      "pimvobj prepare new.vcf | pimvobj contacts import -\n"
      "pimvobj prepare mac.vcf --steps line-ends -o mended.vcf",
-     "A text that needs nothing comes out byte for byte. Each thing that is done is told on standard "
-     "error with its line. 'pimvobj help steps' tells what the steps do. FILE may be - for standard "
+     "A text that needs nothing comes out byte for byte. Each thing that is done is told on "
+     "standard "
+     "error with its line. 'pimvobj help steps' tells what the steps do. FILE may be - for "
+     "standard "
      "input."},
     {Family::NoNoun, Action::TellCharsets, "charsets", "FILE...", 1, kAnyNumber,
      "Show the lines that are no text in their charset as they would be in others", kCharsets,
@@ -352,7 +356,8 @@ constexpr CommandRow kCommands[] = {
      "Write a file without what is private in it, to show it to others", kRedact,
      "pimvobj redact failing.vcf -o shown.vcf",
      "Letters and digits of values become other ones, of the same kind and length; names, "
-     "parameters, line ends and damaged bytes stay, so that it fails as the file does. FILE may be - "
+     "parameters, line ends and damaged bytes stay, so that it fails as the file does. FILE may be "
+     "- "
      "for standard input."},
     {Family::NoNoun, Action::Inspect, "inspect", "FILE...", 1, kAnyNumber,
      "Show what files hold, record by record", kInspect,

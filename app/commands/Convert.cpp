@@ -47,7 +47,7 @@ class Converter {
 
  private:
   int Convert(const std::string& path) {
-    const std::unique_ptr<ByteSource> source = SourceOf(path, options_);
+    const std::unique_ptr<ByteSource> source = SourceOf(path, options_, output_.account());
     TextWindows windows(*source, form_);
     account_.BeginFile(path);
     const std::int64_t before = output_.count();

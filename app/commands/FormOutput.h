@@ -35,6 +35,8 @@ class FormOutput {
   int End();
 
   std::int64_t count() const { return count_; }
+  // Where what is lost on the way to the records may be told, too.
+  FormatAccount& account() { return account_; }
 
  private:
   using Form = RecordForm<Record>;
@@ -49,9 +51,9 @@ class FormOutput {
   std::string path_;
   std::string columns_;  // of CSV, the text of their file
   FormatAccount account_;
-  std::unique_ptr<Form> form_;       // of one text for all
-  std::optional<ReportFile> file_;   // where that goes, unless to standard output
-  UniqueNames names_;                // of a folder
+  std::unique_ptr<Form> form_;      // of one text for all
+  std::optional<ReportFile> file_;  // where that goes, unless to standard output
+  UniqueNames names_;               // of a folder
   std::string text_;
   std::int64_t count_ = 0;
 };

@@ -63,7 +63,7 @@ PrepareStepMask StepsNamed(const OptionRow& row, const std::vector<std::string>&
 }  // namespace
 
 TargetForm TargetFormOf(const Options& options) {
-  const Family family = options.action == Action::Convert ? Family::NoNoun
+  const Family family = options.action == Action::Convert      ? Family::NoNoun
                         : options.kind == RecordKind::Contacts ? Family::Contacts
                                                                : Family::Items;
   return Choice<TargetForm>(RowOf(Option::To), *options.to, kTargetChoices, family);

@@ -89,7 +89,7 @@ struct Options {
   bool noOriginals = false;
   bool prepare = false;  // what is read goes through the filters first
   bool quiet = false;
-  bool split = false;       // one file a record
+  bool split = false;        // one file a record
   bool strict = false;       // a loss is a failure
   bool toTheLetter = false;  // what is written need not read back
 

@@ -36,8 +36,8 @@ void TextWindows::Fill(std::size_t wanted) {
   }
 }
 
-// Parts that end ahead of the bytes' end tell that the text is rejected there, and all of it belongs
-// to one reading.
+// Parts that end ahead of the bytes' end tell that the text is rejected there, and all of it
+// belongs to one reading.
 std::size_t TextWindows::LastRecord() const {
   const std::vector<TextPart> parts = PartsOf(bytes_);
   if (parts.empty()) return 0;

@@ -36,10 +36,10 @@ struct PropertyLine {
 class LineJoints {
  public:
   enum class Kind : std::uint8_t {
-    Begins,     // a property, or a line that is none
-    Blank,      // nothing but a line end
-    GoesOn,     // of the property before
-    Base64,     // the same, without the blank that should say so
+    Begins,  // a property, or a line that is none
+    Blank,   // nothing but a line end
+    GoesOn,  // of the property before
+    Base64,  // the same, without the blank that should say so
   };
 
   // Of the next line, with its line end. `joins64` tells whether lines of base64 are joined.

@@ -117,10 +117,10 @@ void ByteMender::AppendMended(std::string_view bytes, bool isLast, std::string& 
   }
 }
 
-// Takes the carriage returns at the head. Those ahead of a line feed belong to one line end, however
-// many there are. Where line feeds end the lines, another one ends a line only if a property follows
-// it: the readers join what it parts, and a line without a colon would be lost. Gives 0 where what
-// follows must be known.
+// Takes the carriage returns at the head. Those ahead of a line feed belong to one line end,
+// however many there are. Where line feeds end the lines, another one ends a line only if a
+// property follows it: the readers join what it parts, and a line without a colon would be lost.
+// Gives 0 where what follows must be known.
 std::size_t ByteMender::AppendReturns(std::string_view bytes, bool isLast, std::string& out) {
   const std::size_t count = bytes.find_first_not_of('\r');
   if (count == kNone && !isLast) return 0;

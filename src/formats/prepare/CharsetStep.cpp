@@ -107,8 +107,9 @@ class ValueWriter {
 };
 
 // The text of the bytes, character by character; nothing where some are no text.
-std::optional<ValueWriter> Converted(const std::vector<ValueByte>& bytes, const std::string& charset,
-                                     bool escapes, std::string_view lineEnd) {
+std::optional<ValueWriter> Converted(const std::vector<ValueByte>& bytes,
+                                     const std::string& charset, bool escapes,
+                                     std::string_view lineEnd) {
   constexpr std::size_t kLongest = 8;  // bytes of a character, with a change of its state
   Iconv converter("UTF-8", charset.c_str());
   ValueWriter writer(escapes, lineEnd);
@@ -138,7 +139,8 @@ std::optional<ValueWriter> Converted(const std::vector<ValueByte>& bytes, const 
 // The parameters with another charset's name.
 std::string WithCharset(std::string_view params, std::string_view charset) {
   std::string changed(params);
-  changed.replace(static_cast<std::size_t>(charset.data() - params.data()), charset.size(), "UTF-8");
+  changed.replace(static_cast<std::size_t>(charset.data() - params.data()), charset.size(),
+                  "UTF-8");
   return changed;
 }
 
@@ -165,11 +167,10 @@ void MendCharset(PropertyLine& line, PrepareNotes& notes) {
   if (!bytes) return;
   const auto converted = Converted(*bytes, charset, coding.isQuotedPrintable, line.lineEnd());
   // What is the same in both reads well under any name.
-  if (!converted ||
-      std::ranges::equal(*bytes, converted->plain, {}, &ValueByte::byte))
-    return;
+  if (!converted || std::ranges::equal(*bytes, converted->plain, {}, &ValueByte::byte)) return;
   const std::string end(line.lineEnd());
-  line.text = std::string(head.name) + WithCharset(head.params, coding.charset) + ":" + converted->text + end;
+  line.text = std::string(head.name) + WithCharset(head.params, coding.charset) + ":" +
+              converted->text + end;
   notes.Add(PrepareStep::Charsets, line.first, line.last, charset + " became UTF-8");
 }
 

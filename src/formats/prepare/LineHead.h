@@ -15,7 +15,7 @@ namespace pim {
 struct LineHead {
   std::string_view name;    // without blanks around it
   std::string_view params;  // from the first semicolon on; empty without one
-  std::size_t colon;        // its place in the line; npos where the head goes on or is no property's
+  std::size_t colon;  // its place in the line; npos where the head goes on or is no property's
 
   // Of the text of a line, with or without its line end.
   static LineHead Of(std::string_view line) {
@@ -26,8 +26,8 @@ struct LineHead {
       head.colon = std::string_view::npos;
     } else if (line[end] == ';') {
       head.colon = line.find(':', end);
-      head.params = line.substr(end, head.colon == std::string_view::npos ? head.colon
-                                                                          : head.colon - end);
+      head.params =
+          line.substr(end, head.colon == std::string_view::npos ? head.colon : head.colon - end);
     }
     if (!head.name.empty() && (IsBlank(head.name.front()) || IsBlank(head.name.back())))
       head.name = Trim(head.name);

@@ -17,8 +17,8 @@ namespace pim {
 // Something that a step did.
 struct PrepareNote {
   PrepareStep step;
-  // Physical lines of the text, from 1, each ended by a line feed; where carriage returns end lines,
-  // those count too, and in UTF-16 and UTF-32 lines count as in the UTF-8.
+  // Physical lines of the text, from 1, each ended by a line feed; where carriage returns end
+  // lines, those count too, and in UTF-16 and UTF-32 lines count as in the UTF-8.
   std::int64_t first = 0;
   std::int64_t last = 0;
   std::string what;  // "\"item1.\" taken off", in English and UTF-8

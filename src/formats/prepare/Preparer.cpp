@@ -196,8 +196,7 @@ void Preparer::TakeFrameLine(std::string_view line, std::string_view name) {
     frame_.zone.TakeOffset(value);
   } else if (EqualsIgnoringCase(name, "DAYLIGHT")) {
     frame_.zone.TakeDaylight(value);
-  } else if (EqualsIgnoringCase(name, "VERSION") && value == "2.0" &&
-             Has(PrepareStep::ICalendar)) {
+  } else if (EqualsIgnoringCase(name, "VERSION") && value == "2.0" && Has(PrepareStep::ICalendar)) {
     EmitAsItIs(at_, line_);
     frame_.down = std::make_unique<ICalendarDown>();
     std::string older(line);
@@ -217,8 +216,8 @@ void Preparer::LookAt(std::string_view line, const LineHead& head) {
   bool needs = head.GoesOn();
   if (!head.params.empty()) {
     needs = needs || (Has(PrepareStep::Charsets) && MayNeedCharset(joints_.coding()));
-    needs = needs || (block_.kind == BlockKind::Card && Has(PrepareStep::Types) &&
-                      MayNeedTypesParted(head));
+    needs = needs ||
+            (block_.kind == BlockKind::Card && Has(PrepareStep::Types) && MayNeedTypesParted(head));
   }
   if (block_.kind == BlockKind::Card) {
     needs = needs || (Has(PrepareStep::Prefixes) && MayNeedPrefixOff(head));
@@ -254,8 +253,7 @@ void Preparer::CloseUnended(const std::string& word) {
 }
 
 void Preparer::CloseBlock(std::size_t end, std::int64_t endLine, std::string_view missing) {
-  const bool raises =
-      Has(PrepareStep::Alarms) && block_.hasDisplayAlarm && !block_.hasAudioAlarm;
+  const bool raises = Has(PrepareStep::Alarms) && block_.hasDisplayAlarm && !block_.hasAudioAlarm;
   if (block_.needsWork || raises) {
     EmitBlock(end, endLine, missing);
   } else if (!missing.empty()) {

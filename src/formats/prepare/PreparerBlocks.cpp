@@ -25,8 +25,7 @@ void Preparer::EmitBlock(std::size_t end, std::int64_t endLine, std::string_view
 }
 
 std::string Preparer::PreparedCard(std::string_view text) {
-  std::vector<PropertyLine> lines =
-      PropertyLinesOf(text, block_.line, Has(PrepareStep::Base64));
+  std::vector<PropertyLine> lines = PropertyLinesOf(text, block_.line, Has(PrepareStep::Base64));
   for (PropertyLine& line : lines) {
     if (line.isIndented)
       notes_.Add(PrepareStep::Base64, line.first, line.last, "lines of base64 indented");
@@ -60,8 +59,7 @@ std::string Preparer::OlderCard(const std::vector<PropertyLine>& lines) {
 }
 
 std::string Preparer::PreparedItem(std::string_view text) {
-  std::vector<PropertyLine> lines =
-      PropertyLinesOf(text, block_.line, Has(PrepareStep::Base64));
+  std::vector<PropertyLine> lines = PropertyLinesOf(text, block_.line, Has(PrepareStep::Base64));
   for (PropertyLine& line : lines) {
     if (line.isIndented)
       notes_.Add(PrepareStep::Base64, line.first, line.last, "lines of base64 indented");
@@ -132,7 +130,8 @@ void Preparer::Emit(std::string_view text, std::int64_t firstLine, std::int64_t 
 
 // Ends like the line ahead.
 std::string Preparer::MissingEnd(std::string_view word) const {
-  const bool isFeedAlone = at_ > 0 && text_[at_ - 1] == '\n' && !(at_ > 1 && text_[at_ - 2] == '\r');
+  const bool isFeedAlone =
+      at_ > 0 && text_[at_ - 1] == '\n' && !(at_ > 1 && text_[at_ - 2] == '\r');
   return "END:" + std::string(word) + (isFeedAlone ? "\n" : "\r\n");
 }
 

@@ -44,7 +44,8 @@ class TextZone {
 // Whether a property of that name tells a time that the readers take.
 bool TellsTime(std::string_view name);
 
-// The local times of an item, in its lines, become UTC; days of an all-day item stay. Tells of each.
+// The local times of an item, in its lines, become UTC; days of an all-day item stay. Tells of
+// each.
 void BringToUtc(const TextZone& zone, std::vector<PropertyLine>& lines, PrepareNotes& notes);
 
 }  // namespace pim

@@ -56,8 +56,8 @@ void PartTypes(PropertyLine& line, PrepareNotes& notes) {
   bool isChanged = false;
   ForEachParameter(head.params, [&](std::string_view name, std::string_view value) {
     const auto begin = static_cast<std::size_t>(name.data() - head.params.data());
-    const std::string_view whole =
-        head.params.substr(begin, std::min(head.params.find(';', begin), head.params.size()) - begin);
+    const std::string_view whole = head.params.substr(
+        begin, std::min(head.params.find(';', begin), head.params.size()) - begin);
     const bool isType = EqualsIgnoringCase(name, "TYPE");
     const bool isList = isType && value.find_first_of(",\"") != std::string_view::npos;
     const bool isWord = isType && types != nullptr && !types->takesTypeEquals &&

@@ -127,12 +127,8 @@ class ContactProperties {
   }
   bool GiveDay(CardProperty property, const COleDateTimeNull& date, const FieldName& field) {
     const auto day = date.GetFields();
-    if (!day) {
-      losses_.Tell(field, FormatVerdict::Dropped, FormatReason::BadValue);
-      return false;
-    }
-    if (day->hour != 0 || day->minute != 0 || day->second != 0)
-      losses_.Tell(field, FormatVerdict::Changed, FormatReason::TimeDropped);
+    losses_.TellDay(field, day);
+    if (!day) return false;
     sink_.Start(property);
     sink_.Ascii(DayText(*day, sink_.HasExtendedDates()).AddDay().view());
     return true;

@@ -35,6 +35,7 @@ enum class FormatReason : std::uint8_t {
   BadCharacter,
   LineEnd,
   NoYear,
+  DatesCut,
 };
 
 struct FormatReasonRow {
@@ -54,13 +55,15 @@ inline constexpr FormatReasonRow kFormatReasons[] = {
     {FormatReason::SecondsDropped, "seconds-dropped", "its seconds aren't kept"},
     {FormatReason::Replaced, "replaced",
      "the form has one place for it, and another value is there"},
-    {FormatReason::UnknownZone, "unknown-zone", "its time zone isn't known; read as UTC"},
+    {FormatReason::UnknownZone, "unknown-zone", "its time zone isn't known; read as local time"},
     {FormatReason::RuleTooRich, "rule-too-rich", "a repeat that the form's rules can't say"},
     {FormatReason::NoPicture, "no-picture", "the picture isn't there"},
     {FormatReason::BadBase64, "bad-base64", "its base64 is cut, or holds other bytes"},
     {FormatReason::BadCharacter, "bad-character", "characters that the form can't hold"},
     {FormatReason::LineEnd, "line-end", "the form knows one kind of line end, and it is another"},
     {FormatReason::NoYear, "no-year", "a day without its year; 1604 stands for it"},
+    {FormatReason::DatesCut, "dates-cut",
+     "dates without end, of which those of some years are kept"},
 };
 
 static_assert([] {

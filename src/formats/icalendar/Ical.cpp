@@ -1,0 +1,68 @@
+// SPDX-FileCopyrightText: 2026 The PimVobjMgr authors
+// SPDX-License-Identifier: Apache-2.0
+#include "formats/icalendar/Ical.h"
+
+#include <chrono>
+
+namespace pim {
+
+void PrepareIcal() {
+  // Both are libical's for the whole process; setting them again changes nothing.
+  [[maybe_unused]] static const bool isPrepared = [] {
+    icalerror_set_errors_are_fatal(0);
+    ical_set_unknown_token_handling_setting(ICAL_ASSUME_IANA_TOKEN);
+    return true;
+  }();
+}
+
+icaltimetype IcalTime(const CalendarFields& fields, bool isUtc) {
+  icaltimetype time = icaltime_null_time();
+  time.year = fields.year;
+  time.month = fields.month;
+  time.day = fields.day;
+  time.hour = fields.hour;
+  time.minute = fields.minute;
+  time.second = fields.second;
+  if (isUtc) time.zone = icaltimezone_get_utc_timezone();
+  return time;
+}
+
+icaltimetype IcalDay(const CalendarFields& fields) {
+  icaltimetype day = icaltime_null_date();
+  day.year = fields.year;
+  day.month = fields.month;
+  day.day = fields.day;
+  return day;
+}
+
+std::optional<icaltimetype> IcalUtc(const COleDateTime& value) {
+  const auto fields = value.GetFields();
+  if (!fields) return std::nullopt;
+  return IcalTime(*fields, true);
+}
+
+COleDateTime DateTimeOf(const icaltimetype& time) {
+  COleDateTime value;
+  if (time.is_date != 0) {
+    value.SetDateTime(time.year, time.month, time.day, 0, 0, 0);
+  } else {
+    value.SetDateTime(time.year, time.month, time.day, time.hour, time.minute, time.second);
+  }
+  return value;
+}
+
+std::int32_t DaysBetween(const icaltimetype& from, const icaltimetype& to) {
+  const auto day = [](const icaltimetype& time) {
+    return std::chrono::sys_days(std::chrono::year(time.year) /
+                                 std::chrono::month(static_cast<unsigned>(time.month)) /
+                                 std::chrono::day(static_cast<unsigned>(time.day)));
+  };
+  return static_cast<std::int32_t>((day(to) - day(from)).count());
+}
+
+std::string IcalTextOf(icalcomponent* component) {
+  const IcalOwner<char> text(Made(icalcomponent_as_ical_string_r(component)));
+  return text.get();
+}
+
+}  // namespace pim

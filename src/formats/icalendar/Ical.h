@@ -1,0 +1,55 @@
+// SPDX-FileCopyrightText: 2026 The PimVobjMgr authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <libical/ical.h>
+
+#include <cstdint>
+#include <cstdlib>
+#include <memory>
+#include <new>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "pim/support/DateTime.h"
+
+namespace pim {
+
+// libical's objects, each with one owner, and its times beside those of records.
+
+struct FreeIcal {
+  void operator()(icalcomponent* component) const noexcept { icalcomponent_free(component); }
+  void operator()(icalproperty* property) const noexcept { icalproperty_free(property); }
+  void operator()(icalrecur_iterator* dates) const noexcept { icalrecur_iterator_free(dates); }
+  void operator()(icaltimezone* zone) const noexcept { icaltimezone_free(zone, 1); }
+  void operator()(char* text) const noexcept { std::free(text); }
+};
+template <class Object>
+using IcalOwner = std::unique_ptr<Object, FreeIcal>;
+
+// What libical made; it gives null when memory runs out.
+template <class Object>
+Object* Made(Object* object) {
+  if (object == nullptr) throw std::bad_alloc();
+  return object;
+}
+
+// Has libical tell of errors instead of ending the program. To be called ahead of anything else.
+void PrepareIcal();
+
+// The moment of the fields, floating or in UTC, and their day.
+icaltimetype IcalTime(const CalendarFields& fields, bool isUtc);
+icaltimetype IcalDay(const CalendarFields& fields);
+// In UTC; nothing for a value that is no date.
+std::optional<icaltimetype> IcalUtc(const COleDateTime& value);
+// The other way, zones aside; invalid for what is no moment of the years 100 to 9999.
+COleDateTime DateTimeOf(const icaltimetype& time);
+
+// The days between two times' days.
+std::int32_t DaysBetween(const icaltimetype& from, const icaltimetype& to);
+
+// A component or value as text.
+std::string IcalTextOf(icalcomponent* component);
+
+}  // namespace pim

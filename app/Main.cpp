@@ -5,6 +5,8 @@
 
 #include "app/commands/Check.h"
 #include "app/commands/CommandLine.h"
+#include "app/commands/Charsets.h"
+#include "app/commands/Convert.h"
 #include "app/commands/Delete.h"
 #include "app/commands/Export.h"
 #include "app/commands/Help.h"
@@ -14,6 +16,8 @@
 #include "app/commands/List.h"
 #include "app/commands/OriginalLines.h"
 #include "app/commands/Originals.h"
+#include "app/commands/Prepare.h"
+#include "app/commands/Redact.h"
 #include "app/commands/Show.h"
 #include "app/commands/StoreCopy.h"
 #include "app/commands/StoreTidy.h"
@@ -30,6 +34,14 @@ int Run(const Options& options) {
   switch (options.action) {
     case Action::Check:
       return CheckFiles(options);
+    case Action::Convert:
+      return ConvertFiles(options);
+    case Action::Prepare:
+      return PrepareFile(options);
+    case Action::Redact:
+      return RedactFile(options);
+    case Action::TellCharsets:
+      return TellCharsets(options);
     case Action::Import:
       return ImportFiles(options);
     case Action::Export:

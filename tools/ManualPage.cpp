@@ -82,7 +82,7 @@ std::string OptionEntries(std::span<const Option> options, const CommandRow* com
     std::string names;
     if (row.letter != '\0') names = "\\fB" + Escaped(std::string{'-', row.letter}) + "\\fR, ";
     names += "\\fB" + Escaped(DashedName(row)) + "\\fR";
-    if (row.value != nullptr) names += std::string(" \\fI") + row.value + "\\fR";
+    if (row.value != nullptr) names += std::string(" \\fI") + ValueOf(option, command) + "\\fR";
     entries += ".TP\n" + names + "\n" + Filled(HelpOf(option, command) + ".");
   }
   return entries;

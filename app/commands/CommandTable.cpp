@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <type_traits>
 #include <vector>
 
 #include "app/commands/HelpLayout.h"
@@ -18,12 +19,16 @@ constexpr OptionRow kOptions[] = {
     {Option::CodePage, 0, "code-page", "NAME",
      "Charset of texts that name none, such as CP1252 (default: UTF-8)"},
     {Option::Csv, 0, "csv", nullptr, "Print comma-separated values (RFC 4180)"},
+    {Option::CsvColumns, 0, "csv-columns", "FILE",
+     "With --to csv: its columns, as lines \"name = field\"; 'pimvobj help columns' tells more"},
     {Option::Delete, 0, "delete", nullptr, "Remove them"},
     {Option::DryRun, 'n', "dry-run", nullptr, "Tell what would be done, and do nothing"},
     {Option::Fields, 0, "fields", "NAME,...", "Which fields, in this order; \"help\" names them"},
     {Option::Force, 'f', "force", nullptr, "Replace a file, or add to a folder that isn't empty"},
     {Option::From, 0, "from", "FILE|URL", "The store to copy"},
     {Option::Group, 0, "group", "NAME", "Those in this group"},
+    {Option::Groups, 0, "groups", nullptr,
+     "With --to vcard4, vcard3 or jcard: write each group too, with its members"},
     {Option::Help, 'h', "help", nullptr, "Print help of the command"},
     {Option::Import, 0, "import", "N", "Those of that import alone, by its number in the history"},
     {Option::Json, 0, "json", nullptr, "Print all there is as one JSON object"},
@@ -39,6 +44,8 @@ constexpr OptionRow kOptions[] = {
     {Option::NoName, 0, "no-name", nullptr, "Those that have no name"},
     {Option::NoOriginals, 0, "no-originals", nullptr, "Keep no copy of the files' bytes"},
     {Option::Output, 'o', "output", "FILE", "Write into this file (- for standard output)"},
+    {Option::Prepare, 0, "prepare", nullptr,
+     "Take broken or modern files as 'pimvobj prepare' mends them"},
     {Option::Quiet, 'q', "quiet", nullptr, "Show no progress"},
     {Option::Rejects, 0, "rejects", "FILE",
      "Put records that are rejected into this file, and take the others"},
@@ -47,33 +54,47 @@ constexpr OptionRow kOptions[] = {
     {Option::SkipDuplicates, 0, "skip-duplicates", nullptr,
      "Leave out what equals a stored record, as is done without it"},
     {Option::Sort, 0, "sort", "ORDER", "By {choices} (default: key)"},
+    {Option::Split, 0, "split", nullptr, "With -o DIR: one file for each record"},
+    {Option::Steps, 0, "steps", "STEP,...", "These alone: {choices} (default: all)"},
     {Option::Store, 0, "store", "FILE|URL",
      "The store: a file, or a PostgreSQL server's URL (default: $PIMVOBJ_STORE, else "
      "pimvobj/pim.db "
      "in the application-data folder)"},
     {Option::Strict, 0, "strict", nullptr, "With --losses: exit status 4 when there are any"},
-    {Option::To, 0, "to", "FILE|URL",
-     "Where the copy goes: a store without any records, or a new one"},
+    {Option::To, 0, "to", "FORM", "Write {choices}"},
     {Option::ToTheLetter, 0, "to-the-letter", nullptr,
      "Write blanks at the head of a line and line breaks in numbers as they stand, though readers "
      "lose them"},
     {Option::Version, 'V', "version", nullptr, "Print the program's version"},
 };
 
-// Where an option of some commands means more than elsewhere, or less.
+// Where an option of some commands means more than elsewhere, or less, or takes another value.
 constexpr struct {
   std::optional<Action> action;
   std::optional<Family> family;
   Option option;
   const char* help;
+  const char* value = nullptr;  // null for the same as elsewhere
 } kOwnHelp[] = {
     {Action::Check, {}, Option::Json, "Print one JSON object for each FILE"},
+    {Action::Convert, {}, Option::Force, "Replace files"},
+    {Action::Convert, {}, Option::Report, "Write into this file what the form can't hold, as JSON"},
+    {Action::Convert, {}, Option::Strict, "Exit status 4 when there is something that it can't"},
+    {Action::CopyStore,
+     {},
+     Option::To,
+     "Where the copy goes: a store without any records, or a new one",
+     "FILE|URL"},
     {Action::Export, {}, Option::All, "All three kinds"},
+    {Action::Export, {}, Option::To, "Write {choices}, not the old form"},
     {Action::Export, Family::Items, Option::Force, "Replace a file"},
     {Action::Import, {}, Option::Force, "Replace the files of --rejects and --report"},
     {Action::Import, {}, Option::Group, "Put all of them into this group, not into the file's own"},
     {Action::Import, {}, Option::Json, "With --dry-run: print one JSON object"},
     {Action::Inspect, {}, Option::Json, "Print one JSON object for each FILE"},
+    {Action::Prepare, {}, Option::Report, "Write into this file what can't be carried, as JSON"},
+    {Action::Prepare, {}, Option::Strict, "Exit status 4 when something can't be carried"},
+    {Action::TellCharsets, {}, Option::Json, "Print one JSON object for each FILE"},
     {Action::Undo, {}, Option::Force, "Take what was changed since, too"},
     {{}, Family::Items, Option::NoName, "Those that have neither summary nor description"},
 };
@@ -97,7 +118,8 @@ constexpr std::pair<Option, Option> kEitherOr[] = {{Option::Group, Option::NoGro
                                                    {Option::KeepDuplicates, Option::SkipDuplicates},
                                                    {Option::Store, Option::From},
                                                    {Option::Store, Option::To},
-                                                   {Option::DryRun, Option::Report}};
+                                                   {Option::DryRun, Option::Report},
+                                                   {Option::Split, Option::Groups}};
 
 constexpr NounRow kNouns[] = {
     {"contacts", Family::Contacts, RecordKind::Contacts, "contact", "Contacts, as vCard 2.1"},
@@ -109,14 +131,25 @@ constexpr NounRow kNouns[] = {
 };
 
 constexpr Option kContactImport[] = {
-    Option::Group,  Option::NoGroups,   Option::KeepDuplicates, Option::SkipDuplicates,
-    Option::DryRun, Option::Json,       Option::Rejects,        Option::Report,
-    Option::Force,  Option::NoOriginals};
+    Option::Group,  Option::NoGroups,    Option::KeepDuplicates, Option::SkipDuplicates,
+    Option::DryRun, Option::Json,        Option::Rejects,        Option::Report,
+    Option::Force,  Option::NoOriginals, Option::Prepare,        Option::Steps};
 constexpr Option kItemImport[] = {Option::KeepDuplicates, Option::SkipDuplicates, Option::DryRun,
                                   Option::Json,           Option::Rejects,        Option::Report,
-                                  Option::Force,          Option::NoOriginals};
-constexpr Option kContactExport[] = {Option::Group, Option::NoName, Option::Output, Option::Force};
-constexpr Option kItemExport[] = {Option::All, Option::NoName, Option::Output, Option::Force};
+                                  Option::Force,          Option::NoOriginals,    Option::Prepare,
+                                  Option::Steps};
+constexpr Option kContactExport[] = {Option::Group,  Option::NoName,     Option::Output,
+                                     Option::Force,  Option::To,         Option::Split,
+                                     Option::Groups, Option::CsvColumns, Option::Report};
+constexpr Option kItemExport[] = {Option::All, Option::NoName, Option::Output, Option::Force,
+                                  Option::To,  Option::Split,  Option::Report};
+constexpr Option kConvert[] = {Option::To,         Option::Output,  Option::Split, Option::Groups,
+                               Option::CsvColumns, Option::Prepare, Option::Steps, Option::Force,
+                               Option::Report,     Option::Strict};
+constexpr Option kPrepare[] = {Option::Output, Option::Steps, Option::Force, Option::Report,
+                               Option::Strict};
+constexpr Option kRedact[] = {Option::Output, Option::Force};
+constexpr Option kCharsets[] = {Option::Json};
 constexpr Option kContactList[] = {Option::Group, Option::NoName,    Option::Sort, Option::Fields,
                                    Option::Json,  Option::JsonLines, Option::Csv};
 constexpr Option kItemList[] = {Option::NoName, Option::Sort,      Option::Fields,
@@ -297,6 +330,35 @@ constexpr CommandRow kCommands[] = {
      "pimvobj check calendar.vcs --json | jq '.differences[].field'",
      "Each record is read, written and read again. Exit status 4 when one doesn't come back as it "
      "was. A FILE may be - for standard input. No store is touched."},
+    {Family::NoNoun, Action::Convert, "convert", "FILE...", 1, kAnyNumber,
+     "Write what files hold in a form of today's programs", kConvert,
+     "pimvobj convert old.vcf --to vcard4 -o new.vcf\n"
+     "pimvobj convert old.vcs --to icalendar > new.ics\n"
+     "pimvobj convert phone/*.vcf --to csv -o contacts.csv",
+     "All records of the FILEs become one text. What the form can't hold is told on standard "
+     "error. "
+     "A FILE may be - for standard input. No store is touched."},
+    {Family::NoNoun, Action::Prepare, "prepare", "FILE", 1, 1,
+     "Write a broken or modern file as one that is read well", kPrepare,
+     "pimvobj prepare new.vcf | pimvobj contacts import -\n"
+     "pimvobj prepare mac.vcf --steps line-ends -o mended.vcf",
+     "A text that needs nothing comes out byte for byte. Each thing that is done is told on "
+     "standard "
+     "error with its line. 'pimvobj help steps' tells what the steps do. FILE may be - for "
+     "standard "
+     "input."},
+    {Family::NoNoun, Action::TellCharsets, "charsets", "FILE...", 1, kAnyNumber,
+     "Show the lines that are no text in their charset as they would be in others", kCharsets,
+     "pimvobj charsets old.vcf",
+     "The likeliest charset stands first, with the option that reads the file in it; nothing is "
+     "decided. A FILE may be - for standard input."},
+    {Family::NoNoun, Action::Redact, "redact", "FILE", 1, 1,
+     "Write a file without what is private in it, to show it to others", kRedact,
+     "pimvobj redact failing.vcf -o shown.vcf",
+     "Letters and digits of values become other ones, of the same kind and length; names, "
+     "parameters, line ends and damaged bytes stay, so that it fails as the file does. FILE may be "
+     "- "
+     "for standard input."},
     {Family::NoNoun, Action::Inspect, "inspect", "FILE...", 1, kAnyNumber,
      "Show what files hold, record by record", kInspect,
      "pimvobj inspect backup.vcf\n"
@@ -321,6 +383,18 @@ constexpr CommandRow kCommands[] = {
      "Without operands it tells all commands and topics."},
 };
 
+// The last of the rows that are about an option of the command; null without one.
+const auto* OwnHelpOf(Option option, const CommandRow* command) {
+  const std::remove_extent_t<decltype(kOwnHelp)>* found = nullptr;
+  for (const auto& own : kOwnHelp) {
+    if (command != nullptr && own.option == option &&
+        own.action.value_or(command->action) == command->action &&
+        own.family.value_or(command->family) == command->family)
+      found = &own;
+  }
+  return found;
+}
+
 // "; not with --csv or --fields", of an option of the command; empty where it goes with all others.
 std::string Exclusions(Option option, const CommandRow& command) {
   std::vector<std::string> names;
@@ -337,15 +411,14 @@ std::string Exclusions(Option option, const CommandRow& command) {
 }  // namespace
 
 std::span<const OptionRow> OptionRows() { return kOptions; }
+const char* ValueOf(Option option, const CommandRow* command) {
+  const auto* const own = OwnHelpOf(option, command);
+  return own != nullptr && own->value != nullptr ? own->value : RowOf(option).value;
+}
 std::string HelpOf(Option option, const CommandRow* command) {
-  std::string help = RowOf(option).help;
+  const auto* const own = OwnHelpOf(option, command);
+  std::string help = own != nullptr ? own->help : RowOf(option).help;
   const Family family = command != nullptr ? command->family : Family::NoNoun;
-  for (const auto& own : kOwnHelp) {
-    if (command != nullptr && own.option == option &&
-        own.action.value_or(command->action) == command->action &&
-        own.family.value_or(family) == family)
-      help = own.help;
-  }
   ReplaceAll(help, "{choices}", Listed(ChoicesOf(option, family)));
   return help + (command != nullptr ? Exclusions(option, *command) : "");
 }

@@ -22,12 +22,14 @@ enum class Option : std::uint8_t {
   As,
   CodePage,
   Csv,
+  CsvColumns,
   Delete,
   DryRun,
   Fields,
   Force,
   From,
   Group,
+  Groups,
   Help,
   Import,
   Json,
@@ -40,11 +42,14 @@ enum class Option : std::uint8_t {
   NoName,
   NoOriginals,
   Output,
+  Prepare,
   Quiet,
   Rejects,
   Report,
   SkipDuplicates,
   Sort,
+  Split,
+  Steps,
   Store,
   Strict,
   To,
@@ -106,6 +111,8 @@ struct CommandRow {
 };
 std::span<const CommandRow> Commands();
 
+// What help calls an option's value, of a command or of all; null for an option without one.
+const char* ValueOf(Option option, const CommandRow* command);
 // What help says of an option, of a command that may have more to say of it, or of all.
 std::string HelpOf(Option option, const CommandRow* command);
 

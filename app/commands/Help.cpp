@@ -18,7 +18,7 @@ std::string OptionList(std::span<const Option> options, const CommandRow* comman
     const OptionRow& row = RowOf(option);
     std::string left = row.letter != '\0' ? std::string{'-', row.letter, ',', ' '} : "    ";
     left.append("--").append(row.name);
-    if (row.value != nullptr) left.append(" ").append(row.value);
+    if (row.value != nullptr) left.append(" ").append(ValueOf(option, command));
     columns.Add(std::move(left), HelpOf(option, command));
   }
   return columns.Text();

@@ -4,6 +4,7 @@
 
 #include "app/labels/Labels.h"
 #include "app/output/Fields.h"
+#include "formats/prepare/PrepareSteps.h"
 
 namespace pim::app {
 namespace {
@@ -44,6 +45,14 @@ std::vector<std::string_view> ChoicesOf(Option option, Family family) {
       Words words = WordsOf(kOrderChoices, &ChoiceRow<ListOrder>::word);
       if (family == Family::Contacts) words.pop_back();  // they have no time
       return words;
+    }
+    case Option::Steps:
+      return WordsOf(PrepareSteps(), &PrepareStepRow::name);
+    case Option::To: {
+      Words words = WordsOf(kTargetChoices, &ChoiceRow<TargetForm>::word);
+      if (family == Family::Contacts) words.pop_back();
+      if (family == Family::Items) words.erase(words.begin(), words.end() - 1);
+      return family == Family::Store ? Words() : words;
     }
     default:
       return {};

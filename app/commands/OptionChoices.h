@@ -23,6 +23,13 @@ inline constexpr ChoiceRow<TextForm> kFormChoices[] = {{"vcard", TextForm::VCard
 inline constexpr ChoiceRow<ListOrder> kOrderChoices[] = {
     {"name", ListOrder::Name}, {"key", ListOrder::Key}, {"time", ListOrder::Time}};
 
+// Those of contacts stand ahead of those of items, which have the last one.
+inline constexpr ChoiceRow<TargetForm> kTargetChoices[] = {{"vcard4", TargetForm::VCard4},
+                                                           {"vcard3", TargetForm::VCard3},
+                                                           {"jcard", TargetForm::JCard},
+                                                           {"csv", TargetForm::Csv},
+                                                           {"icalendar", TargetForm::ICalendar}};
+
 // What --fields takes instead of fields, to name them all.
 inline constexpr std::string_view kFieldHelp = "help";
 

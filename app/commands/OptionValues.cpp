@@ -16,13 +16,14 @@
 namespace pim::app {
 namespace {
 
-// One of the words that an option's value may be.
+// One of the words that an option's value may be, of a command of the family.
 template <class Value>
 Value Choice(const OptionRow& row, const std::string& value,
-             std::span<const ChoiceRow<Value>> choices) {
+             std::span<const ChoiceRow<Value>> choices, Family family = Family::NoNoun) {
+  const auto words = ChoicesOf(row.id, family);
   const auto found = std::ranges::find(choices, value, &ChoiceRow<Value>::word);
-  if (found != choices.end()) return found->meaning;
-  const auto words = ChoicesOf(row.id, Family::NoNoun);
+  if (found != choices.end() && std::ranges::find(words, value) != words.end())
+    return found->meaning;
   throw WrongUsage(DashedName(row) + " takes " + Listed(words) + ", not '" + ShownName(value) +
                    "'" + Suggestion(value, words));
 }
@@ -45,7 +46,28 @@ void CheckLanguage(const std::string& name) {
   throw WrongUsage("no labels for language '" + ShownName(name) + "'; there are " + all);
 }
 
+PrepareStepMask StepsNamed(const OptionRow& row, const std::vector<std::string>& names) {
+  PrepareStepMask steps = 0;
+  for (const std::string& name : names) {
+    const auto found = std::ranges::find(PrepareSteps(), name, &PrepareStepRow::name);
+    if (found == PrepareSteps().end()) {
+      const auto words = ChoicesOf(row.id, Family::NoNoun);
+      throw WrongUsage(DashedName(row) + " takes " + Listed(words) + ", not '" + ShownName(name) +
+                       "'" + Suggestion(name, words));
+    }
+    steps |= BitOf(found->step);
+  }
+  return steps;
+}
+
 }  // namespace
+
+TargetForm TargetFormOf(const Options& options) {
+  const Family family = options.action == Action::Convert      ? Family::NoNoun
+                        : options.kind == RecordKind::Contacts ? Family::Contacts
+                                                               : Family::Items;
+  return Choice<TargetForm>(RowOf(Option::To), *options.to, kTargetChoices, family);
+}
 
 void SetOption(Options& options, const GivenOption& given) {
   const OptionRow& row = RowOf(given.id);
@@ -67,6 +89,9 @@ void SetOption(Options& options, const GivenOption& given) {
     case Option::Csv:
       options.listForm = ListForm::Csv;
       break;
+    case Option::CsvColumns:
+      options.csvColumns = value;
+      break;
     case Option::Delete:
       options.deletes = true;
       break;
@@ -84,6 +109,9 @@ void SetOption(Options& options, const GivenOption& given) {
       break;
     case Option::Group:
       options.group = value;
+      break;
+    case Option::Groups:
+      options.groupCards = true;
       break;
     case Option::Import:
       options.import = PositiveNumber(value);
@@ -123,6 +151,9 @@ void SetOption(Options& options, const GivenOption& given) {
     case Option::Output:
       options.output = value;
       break;
+    case Option::Prepare:
+      options.prepare = true;
+      break;
     case Option::Quiet:
       options.quiet = true;
       break;
@@ -134,6 +165,12 @@ void SetOption(Options& options, const GivenOption& given) {
       break;
     case Option::Sort:
       options.order = Choice<ListOrder>(row, value, kOrderChoices);
+      break;
+    case Option::Split:
+      options.split = true;
+      break;
+    case Option::Steps:
+      options.steps = StepsNamed(row, Parted(value));
       break;
     case Option::Store:
       options.store = value;

@@ -20,6 +20,10 @@ struct GivenOption {
 // Throws WrongUsage for a value that it can't have.
 void SetOption(Options& options, const GivenOption& given);
 
+// What --to names, which must be there. Throws WrongUsage for a form that the command doesn't
+// write.
+TargetForm TargetFormOf(const Options& options);
+
 // A number of 1 or more that fits 32 bits and is all of the text, as keys and imports have it.
 std::optional<std::int32_t> PositiveNumber(const std::string& text);
 

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "formats/prepare/PrepareSteps.h"
 #include "pim/stream/TextHead.h"
 
 namespace pim::app {
@@ -14,6 +15,10 @@ namespace pim::app {
 enum class RecordKind : std::uint8_t { Contacts, Calendar, Todo, Memo };
 enum class Action : std::uint8_t {
   Check,
+  Convert,
+  Prepare,
+  Redact,
+  TellCharsets,
   Import,
   Export,
   List,
@@ -37,6 +42,8 @@ enum class Action : std::uint8_t {
 };
 enum class ListForm : std::uint8_t { Table, Json, JsonLines, Csv };
 enum class ListOrder : std::uint8_t { Key, Name, Time };
+// Today's forms, in which records leave.
+enum class TargetForm : std::uint8_t { VCard4, VCard3, ICalendar, JCard, Csv };
 
 // Which stored records a command is about: those that all of it holds for.
 struct Filter {
@@ -56,28 +63,33 @@ struct Options {
   std::vector<std::string> operands;   // files, folders, words or keys, as the command takes them
   std::optional<std::string> store;    // a path or a server's URL, as the next two
   std::optional<std::string> from;     // the store that is copied
-  std::optional<std::string> to;       // where the copy goes
+  std::optional<std::string> to;       // where the copy goes, or the form that is written
   std::optional<std::string> group;    // import: every contact joins it; elsewhere: those in it
   std::optional<std::string> output;   // where an export goes
   std::optional<std::string> rejects;  // import: where rejected records go, the others being taken
   std::optional<std::string> report;   // import: where the account of all lines goes
   std::optional<std::int32_t> import;  // whose originals alone
+  std::optional<std::string> csvColumns;  // a file that says which
   std::optional<TextForm> form;
   std::optional<std::string> language;  // of labels and titles
   std::optional<std::string> labels;    // a file of the user's own
   std::vector<std::string> fields;      // of a list, none for its usual ones
   ListForm listForm = ListForm::Table;
   ListOrder order = ListOrder::Key;
+  PrepareStepMask steps = kAllPrepareSteps;  // of preparing
   bool all = false;
   bool deletes = false;  // what is found
   bool dryRun = false;
   bool force = false;
+  bool groupCards = false;  // groups as objects of their own
   bool keepDuplicates = false;
   bool losses = false;  // tell what becomes of each line, not the records
   bool noGroups = false;
   bool noName = false;
   bool noOriginals = false;
+  bool prepare = false;  // what is read goes through the filters first
   bool quiet = false;
+  bool split = false;        // one file a record
   bool strict = false;       // a loss is a failure
   bool toTheLetter = false;  // what is written need not read back
 

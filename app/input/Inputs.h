@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "app/input/ByteSource.h"
 #include "support/TextFiles.h"
 
 namespace pim::app {
@@ -15,9 +16,6 @@ namespace pim::app {
 // read or has none.
 std::vector<std::string> FilesOf(const std::string& path,
                                  const std::vector<std::string_view>& extensions);
-
-// Whether reading it waits for whoever writes it: standard input or a FIFO.
-bool IsStream(const std::string& path);
 
 // Whether two paths lead to one file, whether it is there or not.
 bool AreOneFile(const std::string& one, const std::string& other);

@@ -100,12 +100,12 @@ int TellOutcome(const std::string& path, const Outcome& outcome, NarrowStringVie
 
 // A message that isn't the rejection, which comes last, says of a rule what a notice says better.
 void TellMessages(const std::string& path, const Outcome& outcome, NarrowStringView text,
-                  std::string_view consequence) {
+                  std::string_view consequence, std::int64_t linesAhead) {
   const std::string file = ShownName(path) + ":";
   for (const TextNotice& notice : outcome.notices)
-    Complain(file + std::to_string(notice.line) + ": " + NoticeText(notice));
+    Complain(file + std::to_string(linesAhead + notice.line) + ": " + NoticeText(notice));
   if (outcome.result.outcome != TextOutcome::Rejected || outcome.messages.empty()) return;
-  Complain(file + std::to_string(outcome.result.line) + ": " +
+  Complain(file + std::to_string(linesAhead + outcome.result.line) + ": " +
            ShownInOneLine(outcome.messages.back()) + std::string(consequence));
   Warn("    " + HeadOfLine(text, outcome.result.line) + "\n");
 }

@@ -34,8 +34,9 @@ int TellOutcome(const std::string& path, const Outcome& outcome, NarrowStringVie
 
 // Tells what was noticed in a text and a rejection, each with its line, the latter with what
 // follows from it and with the head of the line itself.
+// The text may be a stretch of the file's, with so many lines ahead of it.
 void TellMessages(const std::string& path, const Outcome& outcome, NarrowStringView text,
-                  std::string_view consequence);
+                  std::string_view consequence, std::int64_t linesAhead = 0);
 
 // Tells when the text says that it is of another version than the one that is read ("3.0").
 void TellVersion(const std::string& path, NarrowStringView text, TextForm form);

@@ -33,6 +33,8 @@ enum class FormatReason : std::uint8_t {
   NoPicture,
   BadBase64,
   BadCharacter,
+  LineEnd,
+  NoYear,
   DatesCut,
 };
 
@@ -57,7 +59,9 @@ inline constexpr FormatReasonRow kFormatReasons[] = {
     {FormatReason::RuleTooRich, "rule-too-rich", "a repeat that the form's rules can't say"},
     {FormatReason::NoPicture, "no-picture", "the picture isn't there"},
     {FormatReason::BadBase64, "bad-base64", "its base64 is cut, or holds other bytes"},
-    {FormatReason::BadCharacter, "bad-character", "characters that the form has no place for"},
+    {FormatReason::BadCharacter, "bad-character", "characters that the form can't hold"},
+    {FormatReason::LineEnd, "line-end", "the form knows one kind of line end, and it is another"},
+    {FormatReason::NoYear, "no-year", "a day without its year; 1604 stands for it"},
     {FormatReason::DatesCut, "dates-cut",
      "dates without end, of which those of some years are kept"},
 };

@@ -27,7 +27,8 @@ constexpr bool IsPlain(Unit c) {
 // What a run stops at besides characters that aren't plain.
 enum class RunStops {
   Nowhere,
-  AtSeparators,  // backslashes and semicolons, which the components of a value escape
+  AtSeparators,      // backslashes and semicolons, which the components of a value escape
+  AtListSeparators,  // those and commas, which texts of today's forms escape
 };
 
 namespace plain_text {
@@ -37,7 +38,8 @@ inline constexpr std::size_t kStep = 8;
 
 template <RunStops Stops>
 constexpr bool Continues(char16_t unit) {
-  if (Stops == RunStops::AtSeparators && (unit == '\\' || unit == ';')) return false;
+  if (Stops != RunStops::Nowhere && (unit == '\\' || unit == ';')) return false;
+  if (Stops == RunStops::AtListSeparators && unit == ',') return false;
   return IsPlain(unit);
 }
 
@@ -50,8 +52,9 @@ bool NarrowStep(const char16_t* from, char* to) noexcept {
   const __m128i bytes = _mm_packus_epi16(units, units);
   const auto is = [bytes](char c) { return _mm_cmpeq_epi8(bytes, _mm_set1_epi8(c)); };
   __m128i stops = _mm_or_si128(is('='), is('\x7F'));
-  if constexpr (Stops == RunStops::AtSeparators)
+  if constexpr (Stops != RunStops::Nowhere)
     stops = _mm_or_si128(stops, _mm_or_si128(is('\\'), is(';')));
+  if constexpr (Stops == RunStops::AtListSeparators) stops = _mm_or_si128(stops, is(','));
   const __m128i printable = _mm_cmpgt_epi8(bytes, _mm_set1_epi8('\x1F'));
   const __m128i plain = _mm_or_si128(_mm_andnot_si128(stops, printable), is('\t'));
   _mm_storel_epi64(reinterpret_cast<__m128i*>(to), bytes);

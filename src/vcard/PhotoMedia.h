@@ -23,12 +23,4 @@ void AppendPhoto(NarrowString& text, WideStringView photo);
 // behind the last dot.
 NarrowString PhotoParameters(WideStringView name);
 
-// Base64 (RFC 4648) with padding and without line breaks.
-NarrowString Base64Encode(const char* bytes, std::size_t length);
-
-// The base64 text as a property's value: on the property's line up to `width` characters, else on
-// lines of their own of that width behind a blank. Ends in CR LF, which leaves an empty line behind
-// the property and so ends the value for readers.
-NarrowString FoldBase64(NarrowStringView text, std::int32_t width);
-
 }  // namespace pim

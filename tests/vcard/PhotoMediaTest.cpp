@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
 
+#include "support/Base64.h"
 #include "tests/vcard/VCards.h"
 #include "vcard/PhotoMedia.h"
 #include "vcard/VCardWords.h"

@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: 2026 The PimVobjMgr authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "formats/prepare/PrepareNotes.h"
+#include "formats/prepare/UnitDecoder.h"
+
+namespace pim {
+
+// The steps that know bytes alone: Unicode, Nul and LineEnds. A text comes in pieces of any size;
+// what it gives is the same for all ways to cut it.
+class ByteMender {
+ public:
+  ByteMender(PrepareStepMask steps, PrepareNotes& notes) : notes_(notes), steps_(steps) {}
+
+  // Takes the next piece where it comes out as it stands, with nothing held back ahead of it and
+  // nothing of it; else does nothing.
+  bool Passes(std::string_view piece);
+  // Appends what the next piece gives, and for the last one what was held back.
+  void Append(std::string_view piece, bool isLast, std::string& out);
+
+ private:
+  // What ends the lines of the text; a carriage return in another one's lines may be a slip.
+  enum class Ends : std::uint8_t { Undecided, LineFeeds, Returns };
+
+  bool Has(PrepareStep step) const { return (steps_ & BitOf(step)) != 0; }
+  void Decide(std::string_view head);
+  void AppendMended(std::string_view bytes, bool isLast, std::string& out);
+  void AppendWithoutNul(std::string_view bytes, std::string& out);
+  std::size_t AppendReturns(std::string_view bytes, bool isLast, std::string& out);
+
+  PrepareNotes& notes_;
+  std::optional<UnitDecoder> decoder_;
+  std::string held_;     // bytes that wait for what follows them
+  std::string whole_;    // those and the next piece
+  std::string decoded_;  // of a piece
+  std::string plain_;    // of a piece, without NUL characters
+  std::int64_t line_ = 1;
+  PrepareStepMask steps_;
+  Ends ends_ = Ends::Undecided;
+  bool isDecided_ = false;  // whether there is a decoder
+};
+
+}  // namespace pim

@@ -1,0 +1,106 @@
+// SPDX-FileCopyrightText: 2026 The PimVobjMgr authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <string_view>
+
+#include "support/Ascii.h"
+
+namespace pim {
+
+// The head of a property as the tokeniser takes it: the name ends at the first colon or semicolon,
+// the parameters at the first colon, whatever quotes stand around it.
+struct LineHead {
+  std::string_view name;    // without blanks around it
+  std::string_view params;  // from the first semicolon on; empty without one
+  std::size_t colon;  // its place in the line; npos where the head goes on or is no property's
+
+  // Of the text of a line, with or without its line end.
+  static LineHead Of(std::string_view line) {
+    std::size_t end = 0;
+    while (end < line.size() && line[end] != ':' && line[end] != ';') ++end;
+    LineHead head{line.substr(0, end), {}, end};
+    if (end == line.size()) {
+      head.colon = std::string_view::npos;
+    } else if (line[end] == ';') {
+      head.colon = line.find(':', end);
+      head.params =
+          line.substr(end, head.colon == std::string_view::npos ? head.colon : head.colon - end);
+    }
+    if (!head.name.empty() && (IsBlank(head.name.front()) || IsBlank(head.name.back())))
+      head.name = Trim(head.name);
+    return head;
+  }
+
+  bool hasColon() const { return colon != std::string_view::npos; }
+  // Whether a further line belongs to the head.
+  bool GoesOn() const { return !hasColon() && !params.empty(); }
+};
+
+// Calls take(name, value) for each parameter of a head; the value is empty for a word alone.
+template <class Take>
+void ForEachParameter(std::string_view params, Take take) {
+  while (!params.empty()) {
+    params.remove_prefix(1);  // the semicolon
+    const std::size_t end = std::min(params.find(';'), params.size());
+    const std::string_view one = params.substr(0, end);
+    const std::size_t equals = one.find('=');
+    take(Trim(one.substr(0, equals)),
+         equals == std::string_view::npos ? std::string_view() : Trim(one.substr(equals + 1)));
+    params.remove_prefix(end);
+  }
+}
+
+// How the value is put into bytes.
+struct LineCoding {
+  bool isQuotedPrintable = false;
+  bool isBase64 = false;
+  std::string_view charset = {};  // as it is named; empty without one
+
+  static LineCoding Of(std::string_view params) {
+    LineCoding coding;
+    ForEachParameter(params, [&coding](std::string_view name, std::string_view value) {
+      if (EqualsIgnoringCase(name, "CHARSET")) coding.charset = value;
+      const bool isEncoding = EqualsIgnoringCase(name, "ENCODING");
+      const std::string_view word = isEncoding ? value : name;
+      if (EqualsIgnoringCase(word, "QUOTED-PRINTABLE")) {
+        coding.isQuotedPrintable = true;
+        coding.isBase64 = false;
+      } else if (EqualsIgnoringCase(word, "BASE64") ||
+                 (isEncoding && EqualsIgnoringCase(word, "B"))) {
+        coding.isBase64 = true;
+        coding.isQuotedPrintable = false;
+      } else if (EqualsIgnoringCase(word, "8BIT")) {
+        coding.isBase64 = coding.isQuotedPrintable = false;
+      }
+    });
+    return coding;
+  }
+};
+
+// The line without what ends it.
+constexpr std::string_view WithoutLineEnd(std::string_view line) {
+  if (line.ends_with('\n')) line.remove_suffix(1);
+  while (line.ends_with('\r')) line.remove_suffix(1);
+  return line;
+}
+
+// Takes the first line off a text that isn't empty, with its line end.
+inline std::string_view TakeLine(std::string_view& text) {
+  const std::string_view line = text.substr(0, std::min(text.find('\n'), text.size() - 1) + 1);
+  text.remove_prefix(line.size());
+  return line;
+}
+
+// Whether a line is base64 and nothing else, as one that lost the blank at its head.
+constexpr bool IsBase64Line(std::string_view line) {
+  line = WithoutLineEnd(line);
+  if (line.empty()) return false;
+  for (const char c : line)
+    if (!IsLetter(c) && !IsDigit(c) && c != '+' && c != '/' && c != '=') return false;
+  return true;
+}
+
+}  // namespace pim

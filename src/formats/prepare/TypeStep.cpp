@@ -1,0 +1,79 @@
+// SPDX-FileCopyrightText: 2026 The PimVobjMgr authors
+// SPDX-License-Identifier: Apache-2.0
+#include <algorithm>
+#include <iterator>
+#include <string>
+
+#include "formats/prepare/BlockSteps.h"
+#include "formats/prepare/TypeWords.h"
+
+namespace pim {
+namespace {
+
+// Words that would say how the value is written if they stood alone.
+constexpr std::string_view kCodingWords[] = {"BASE64", "QUOTED-PRINTABLE", "8BIT", "ENCODING",
+                                             "CHARSET"};
+
+bool MayStandAlone(std::string_view word) {
+  return word.find_first_of("=\"\\") == std::string_view::npos &&
+         std::ranges::none_of(kCodingWords, [word](std::string_view coding) {
+           return EqualsIgnoringCase(coding, word);
+         });
+}
+
+std::string AsParameter(std::string_view word) {
+  return (MayStandAlone(word) ? ";" : ";TYPE=") + std::string(word);
+}
+
+// The words of a list, each as a parameter.
+std::string Parted(std::string_view list) {
+  std::string parts;
+  while (!list.empty()) {
+    const std::size_t comma = std::min(list.find(','), list.size());
+    std::string word;
+    for (const char c : Trim(list.substr(0, comma)))
+      if (c != '"') word += c;
+    if (!Trim(word).empty()) parts += AsParameter(Trim(word));
+    list.remove_prefix(std::min(comma + 1, list.size()));
+  }
+  return parts;
+}
+
+}  // namespace
+
+bool MayNeedTypesParted(const LineHead& head) {
+  if (head.params.find_first_of(",\"") != std::string_view::npos) return true;
+  const CardTypes* const types = TypesOfProperty(head.name);
+  return types != nullptr && !types->takesTypeEquals &&
+         head.params.find('=') != std::string_view::npos;
+}
+
+void PartTypes(PropertyLine& line, PrepareNotes& notes) {
+  const LineHead head = line.head();
+  if (!head.hasColon() || !MayNeedTypesParted(head)) return;
+  const CardTypes* const types = TypesOfProperty(head.name);
+  std::string params;
+  bool isChanged = false;
+  ForEachParameter(head.params, [&](std::string_view name, std::string_view value) {
+    const auto begin = static_cast<std::size_t>(name.data() - head.params.data());
+    const std::string_view whole = head.params.substr(
+        begin, std::min(head.params.find(';', begin), head.params.size()) - begin);
+    const bool isType = EqualsIgnoringCase(name, "TYPE");
+    const bool isList = isType && value.find_first_of(",\"") != std::string_view::npos;
+    const bool isWord = isType && types != nullptr && !types->takesTypeEquals &&
+                        types->Knows(value) && MayStandAlone(value);
+    if (isList || isWord) {
+      params += Parted(value);
+      isChanged = true;
+    } else {
+      params += ";";
+      params += whole;
+    }
+  });
+  if (!isChanged) return;
+  const auto at = static_cast<std::size_t>(head.params.data() - line.text.data());
+  line.text.replace(at, head.params.size(), params);
+  notes.Add(PrepareStep::Types, line.first, line.last, "types became words of their own");
+}
+
+}  // namespace pim

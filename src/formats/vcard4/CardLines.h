@@ -1,0 +1,76 @@
+// SPDX-FileCopyrightText: 2026 The PimVobjMgr authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "formats/vcard4/ContactForms.h"
+#include "formats/vcard4/VCardRows.h"
+#include "pim/support/Strings.h"
+
+namespace pim {
+
+// What a text lost on its way into a form.
+struct TextLosses {
+  bool characters = false;  // control characters, and halves of surrogate pairs
+  bool lineEnds = false;    // another one than CR LF
+};
+
+// How the parts of a value stand together.
+enum class ValueShape : std::uint8_t {
+  Text,        // one part
+  Uri,         // one part, in which commas and semicolons divide nothing
+  Structured,  // parts of a fixed meaning
+  List,        // any number of the same kind
+};
+
+// Writes the properties of vCard 3.0 or 4.0 line by line: Start, parameters, then a value. Texts go
+// from UTF-16 to escaped UTF-8 in one pass, by runs where they are plain ASCII; a line is put
+// together in memory that is used again, and folded on its way out.
+class CardLines {
+ public:
+  explicit CardLines(VCardVersion version) : isV4_(version == VCardVersion::V4) {}
+
+  // What stands ahead of the first card and behind the last one.
+  static void StartText(NarrowString&) {}
+  static void EndText(NarrowString&) {}
+
+  // A card goes behind `out`, which must live until it has ended.
+  void StartCard(NarrowString& out);
+  void EndCard();
+
+  void Start(CardProperty property);
+  // Whether dates have hyphens.
+  bool HasExtendedDates() const { return !isV4_; }
+  // Parameters: preferred ahead of the types, which follow one another.
+  void Preferred();
+  void Type(const TypeRow& row);
+  void Service(NarrowStringView word);
+  void Derived();
+
+  // A value part by part, each of which tells what it lost.
+  void StartValue(ValueShape shape, std::size_t parts);
+  TextLosses Part(WideStringView text);
+  void EndValue();
+  // Whole values.
+  void Ascii(NarrowStringView value) { Ascii(value, {}); }
+  void Ascii(NarrowStringView start, NarrowStringView value);
+  void Picture(const MediaRow& media, NarrowStringView base64);
+
+ private:
+  void Reserve(std::size_t more);
+  void Copy(NarrowStringView text);
+  void Fold();
+
+  NarrowString* out_ = nullptr;
+  std::vector<char> line_;
+  std::size_t size_ = 0;
+  std::size_t parts_ = 0;
+  ValueShape shape_ = ValueShape::Text;
+  bool hasTypes_ = false;
+  const bool isV4_;
+};
+
+}  // namespace pim

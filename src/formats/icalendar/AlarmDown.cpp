@@ -91,7 +91,7 @@ std::string ParametersOf(const ContentLine* format) {
 // The four parts of an own value.
 std::array<std::string, 4> PartsOfOwn(const ContentLine& own) {
   std::array<std::string, 4> parts;
-  const std::string value = TextOfLine(own).value_or("");
+  const std::string value = TextOfLine(own);
   std::string_view rest = value;
   for (std::size_t i = 0; i < parts.size(); ++i) {
     const std::string_view part = i + 1 == parts.size() ? rest : rest.substr(0, rest.find(';'));
@@ -139,7 +139,7 @@ class AlarmDown {
     const std::string head = UtcText(*moment) + ";" + SnoozeOf(alarm.parts[ALARM_SNOOZE]) + ";" +
                              RepeatsOf(alarm.parts[ALARM_REPEAT]) + ";";
     const ContentLine* const text = alarm.parts[ALARM_TEXT];
-    const std::string shown = text == nullptr ? "" : TextOfLine(*text).value_or("");
+    const std::string shown = text == nullptr ? std::string() : TextOfLine(*text);
     if (!out_.AppendWithText("AALARM", ParametersOf(sources_.format), head, shown))
       tell_({"DESCRIPTION", FormatVerdict::Changed, FormatReason::BadCharacter, text->line});
     return true;

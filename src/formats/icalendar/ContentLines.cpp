@@ -35,6 +35,20 @@ std::size_t FindColon(std::string_view text) {
   return std::string_view::npos;
 }
 
+// Hands each byte of a text on, its escapes undone, and whether it is a comma that parts.
+template <class Take>
+void TakeText(std::string_view value, Take take) {
+  for (std::size_t at = 0; at < value.size(); ++at) {
+    const bool isEscape = value[at] == '\\' && at + 1 < value.size();
+    if (isEscape) ++at;
+    if (isEscape && (value[at] == 'n' || value[at] == 'N')) {
+      take('\n', false);
+    } else {
+      take(value[at], !isEscape && value[at] == ',');
+    }
+  }
+}
+
 }  // namespace
 
 std::string_view ContentLine::Name() const {
@@ -85,19 +99,22 @@ LineProperties::LineProperties(const ContentLine& line) {
   }
 }
 
-std::string TextOfValue(icalproperty* property) {
-  const icalvalue* const value = icalproperty_get_value(property);
-  const char* text = nullptr;
-  if (icalvalue_isa(value) == ICAL_TEXT_VALUE) text = icalvalue_get_text(value);
-  if (icalvalue_isa(value) == ICAL_X_VALUE) text = icalvalue_get_x(value);
-  if (text != nullptr) return text;
-  const IcalOwner<char> spelt(icalproperty_get_value_as_string_r(property));
-  return spelt == nullptr ? std::string() : std::string(spelt.get());
+std::vector<std::string> TextsOf(const ContentLine& line) {
+  std::vector<std::string> texts(1);
+  TakeText(line.Value(), [&texts](char c, bool isComma) {
+    if (isComma) {
+      texts.emplace_back();
+    } else {
+      texts.back().append(1, c);
+    }
+  });
+  return texts;
 }
 
-std::optional<std::string> TextOfLine(const ContentLine& line) {
-  for (icalproperty* const property : LineProperties(line)) return TextOfValue(property);
-  return std::nullopt;
+std::string TextOfLine(const ContentLine& line) {
+  std::string text;
+  TakeText(line.Value(), [&text](char c, bool) { text.append(1, c); });
+  return text;
 }
 
 std::string ZoneNameOf(const ContentLine& line) {

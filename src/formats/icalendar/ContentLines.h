@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstddef>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -29,8 +28,7 @@ struct ContentLine {
 // depth of their component's inside. Ends with the END of the outermost one.
 std::vector<ContentLine> ContentLinesOf(std::string_view component);
 
-// The properties that libical makes of one, such as each word of a list. None for one that it
-// takes for bad.
+// The properties that libical makes of one. None for one that it takes for bad.
 class LineProperties {
  public:
   explicit LineProperties(const ContentLine& line);
@@ -43,11 +41,10 @@ class LineProperties {
   std::vector<icalproperty*> properties_;
 };
 
-// A property's value as a text, its escapes undone, or as it is spelt where it is none.
-std::string TextOfValue(icalproperty* property);
-
-// The same of a line that has one value; nothing for one that libical takes for bad.
-std::optional<std::string> TextOfLine(const ContentLine& line);
+// The texts of a property's value, which commas part, their escapes undone; and the value as one
+// text, commas or not.
+std::vector<std::string> TextsOf(const ContentLine& line);
+std::string TextOfLine(const ContentLine& line);
 // The name in its TZID; empty without one.
 std::string ZoneNameOf(const ContentLine& line);
 

@@ -12,10 +12,8 @@ namespace {
 
 // Quoted-printable of a part of a value that semicolons and the blanks around it would change.
 void EscapePart(std::string& encoded) {
-  const auto escape = [&encoded](std::size_t at, std::string_view code) {
-    encoded.replace(at, 1, code);
-  };
-  if (encoded.ends_with(' ')) escape(encoded.size() - 1, "=20");
+  if (encoded.ends_with(' ') || encoded.ends_with('\t'))
+    encoded.replace(encoded.size() - 1, 1, encoded.back() == ' ' ? "=20" : "=09");
   std::string escaped;
   escaped.reserve(encoded.size());
   for (const char c : encoded) {

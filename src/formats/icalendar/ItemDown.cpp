@@ -93,12 +93,6 @@ class ItemDown {
   void Drop(const ContentLine& line, FormatReason reason) {
     Tell(line, FormatVerdict::Dropped, reason);
   }
-  // The text of the line; nothing, which is told, for one that libical takes for bad.
-  std::optional<std::string> TextOf(const ContentLine& line) {
-    auto text = TextOfLine(line);
-    if (!text) Drop(line, FormatReason::BadValue);
-    return text;
-  }
   std::optional<ItemTime> TimeOf(ItemProperty property) {
     if (!Has(property)) return std::nullopt;
     const auto time = times_.TimeOf(*LineOf(property));
@@ -112,8 +106,7 @@ class ItemDown {
       Tell(line, FormatVerdict::Changed, FormatReason::BadCharacter);
   }
   void AppendText(std::string_view name, ItemProperty property) {
-    if (!Has(property)) return;
-    if (const auto text = TextOf(*LineOf(property))) AppendTextOf(name, *LineOf(property), *text);
+    if (Has(property)) AppendTextOf(name, *LineOf(property), TextOfLine(*LineOf(property)));
   }
   void AppendTime(std::string_view name, ItemProperty property) {
     if (const auto time = TimeOf(property)) out_.AppendUtc(name, time->utc);
@@ -148,10 +141,8 @@ class ItemDown {
 void ItemDown::AppendDescription() {
   std::string all;
   for (const ContentLine* line : lines_.descriptions) {
-    const auto text = TextOf(*line);
-    if (!text) continue;
     if (!all.empty()) all.append(1, '\n');
-    all.append(*text);
+    all.append(TextOfLine(*line));
   }
   if (!all.empty()) AppendTextOf("DESCRIPTION", *lines_.descriptions.front(), all);
 }
@@ -283,8 +274,7 @@ void ItemDown::AppendCategories() {
   std::string words;
   std::uint32_t last = 0;
   for (const ContentLine* line : lines_.categories) {
-    for (icalproperty* const property : LineProperties(*line)) {
-      std::string word = TextOfValue(property);
+    for (std::string& word : TextsOf(*line)) {
       std::ranges::transform(word, word.begin(), ToUpper);
       const std::uint32_t bit = CategoryBitOf(NarrowStringView(Trim(word)));
       // It would make a memo of another item.

@@ -85,12 +85,24 @@ bool HasObservances(icalcomponent* zone) {
   return count > 0;
 }
 
+// The system's zone of that name, which libical takes for a file below the folder of zones: a name
+// that could lead out of it, or to no file of that kind, is none.
+icaltimezone* SystemZone(const std::string& name) {
+  constexpr std::size_t kLongest = 64;
+  const bool isGood =
+      !name.empty() && name.size() <= kLongest && IsLetter(name[0]) &&
+      std::ranges::all_of(name, [](char c) {
+        return IsLetter(c) || IsDigit(c) || c == '/' || c == '_' || c == '-' || c == '+';
+      });
+  return isGood ? icaltimezone_get_builtin_timezone(name.c_str()) : nullptr;
+}
+
 // "Europe/Berlin" of "/example.org/Europe/Berlin".
 icaltimezone* FindBehindMark(const std::string& name) {
   std::size_t parts = 0;
   for (std::size_t at = name.size(); at-- > 0;) {
     if (name[at] != '/') continue;
-    icaltimezone* const zone = icaltimezone_get_builtin_timezone(name.c_str() + at + 1);
+    icaltimezone* const zone = SystemZone(name.substr(at + 1));
     if (zone != nullptr) return zone;
     constexpr std::size_t kMostParts = 3;
     if (++parts == kMostParts) break;
@@ -102,6 +114,7 @@ icaltimezone* FindBehindMark(const std::string& name) {
 
 void ZoneBook::Take(std::string_view component) {
   // Zones have a few dozens of lines; libical's work on one grows faster than their number.
+  constexpr std::size_t kMostZones = 1'000;
   constexpr std::size_t kMostLines = 2'000;
   constexpr std::size_t kLongestLine = 10'000;
   std::string text;
@@ -123,14 +136,14 @@ void ZoneBook::Take(std::string_view component) {
   if (icaltimezone_set_component(zone.get(), parsed.get()) == 0) return;
   parsed.release();  // NOLINT(bugprone-unused-return-value): the zone owns it
   const char* const name = icaltimezone_get_tzid(zone.get());
-  if (name != nullptr) zones_[name] = std::move(zone);
+  if (name != nullptr && zones_.size() < kMostZones) zones_[name] = std::move(zone);
 }
 
 icaltimezone* ZoneBook::Find(const std::string& name) const {
   const auto own = zones_.find(name);
   if (own != zones_.end()) return own->second.get();
   if (name == "UTC") return icaltimezone_get_utc_timezone();
-  icaltimezone* zone = icaltimezone_get_builtin_timezone(name.c_str());
+  icaltimezone* zone = SystemZone(name);
   if (zone == nullptr) zone = FindBehindMark(name);
   if (zone != nullptr) return zone;
   const auto* const windows = std::ranges::find(kWindowsZones, name, &WindowsZone::name);

@@ -2,21 +2,36 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "formats/icalendar/ICalendarDown.h"
 
-#include "formats/icalendar/Ical.h"
+#include <set>
+
+#include "formats/icalendar/ContentLines.h"
+#include "formats/icalendar/ItemDown.h"
+#include "formats/icalendar/ZoneBook.h"
 
 namespace pim {
 
-struct ICalendarDown::State {};
+struct ICalendarDown::State {
+  ZoneBook zones;
+};
 
 ICalendarDown::ICalendarDown() : state_(std::make_unique<State>()) { PrepareIcal(); }
 ICalendarDown::~ICalendarDown() = default;
 
-void ICalendarDown::TakeZone(std::string_view) {}
+void ICalendarDown::TakeZone(std::string_view component) { state_->zones.Take(component); }
 
-std::vector<std::string> ICalendarDown::UnknownZones(std::string_view) const { return {}; }
+std::vector<std::string> ICalendarDown::UnknownZones(std::string_view component) const {
+  std::set<std::string> names;
+  for (const ContentLine& line : ContentLinesOf(component)) {
+    if (line.text.find(';') == std::string::npos) continue;
+    std::string name = ZoneNameOf(line);
+    if (!name.empty() && state_->zones.Find(name) == nullptr) names.insert(std::move(name));
+  }
+  return {names.begin(), names.end()};
+}
 
-void ICalendarDown::Convert(std::string_view, const TellFormatLoss&, std::string& out) {
-  out.clear();
+void ICalendarDown::Convert(std::string_view component, const TellFormatLoss& tell,
+                            std::string& out) {
+  ItemToVCalendar(component, state_->zones, tell, out);
 }
 
 }  // namespace pim

@@ -28,10 +28,8 @@ icaltimetype IcalTime(const CalendarFields& fields, bool isUtc) {
 }
 
 icaltimetype IcalDay(const CalendarFields& fields) {
-  icaltimetype day = icaltime_null_date();
-  day.year = fields.year;
-  day.month = fields.month;
-  day.day = fields.day;
+  icaltimetype day = IcalTime({fields.year, fields.month, fields.day, 0, 0, 0}, false);
+  day.is_date = 1;
   return day;
 }
 

@@ -52,7 +52,7 @@ AlarmParts PartsOf(const CReminder& reminder, const TellFormatLoss& tell) {
     change("reminder.repeatCount", FormatReason::BadValue);
   }
   ItemText text(reminder.displayText);
-  if (text.isChanged) change("reminder.displayText", FormatReason::BadCharacter);
+  if (text.loss) change("reminder.displayText", *text.loss);
   parts.text = std::move(text.text);
   return parts;
 }

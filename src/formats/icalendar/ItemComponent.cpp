@@ -100,7 +100,7 @@ class ItemBuilder {
   // What of a text the form has, which is told.
   std::string Text(const char* field, const WideText& wide) {
     ItemText text(wide);
-    if (text.isChanged) Tell(field, FormatVerdict::Changed, FormatReason::BadCharacter);
+    if (text.loss) Tell(field, FormatVerdict::Changed, *text.loss);
     return std::move(text.text);
   }
   void AddText(icalproperty_kind kind, const char* field, const WideText& wide) {
@@ -232,10 +232,11 @@ void ItemBuilder::AddCategories() {
     }
     ItemText text(name);
     const auto parts = [](char c) { return c == ',' || c == ';'; };
-    if (text.isChanged || std::ranges::any_of(text.text, parts)) {
+    if (std::ranges::any_of(text.text, parts)) {
       std::ranges::replace_if(text.text, parts, ' ');
-      Tell(field, FormatVerdict::Changed, FormatReason::BadCharacter);
+      text.loss = FormatReason::BadCharacter;
     }
+    if (text.loss) Tell(field, FormatVerdict::Changed, *text.loss);
     Add(icalproperty_new_categories(text.text.c_str()));
   }
 }

@@ -28,17 +28,20 @@ std::size_t FindBadUnit(WideStringView wide) {
 
 ItemText::ItemText(WideStringView wide) {
   const std::size_t bad = FindBadUnit(wide);
-  isChanged = bad != wide.size();
-  if (!isChanged) {
+  if (bad == wide.size()) {
     AppendUtf8(wide, text);
     return;
   }
+  loss = FormatReason::LineEnd;
   WideString good(wide);
   for (std::size_t at = bad; at < good.size(); ++at) {
     if (good[at] == u'\r') {
       good[at] = u'\n';
-    } else if (IsControl(good[at])) {
+    } else if (IsPairAt(good, at)) {
+      ++at;
+    } else if (IsControl(good[at]) || IsSurrogate(good[at])) {
       good[at] = kReplacementCharacter;
+      loss = FormatReason::BadCharacter;
     }
   }
   AppendUtf8(good, text);

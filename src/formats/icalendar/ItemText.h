@@ -2,8 +2,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <optional>
 #include <string>
 
+#include "formats/FormatLoss.h"
 #include "pim/support/Strings.h"
 
 namespace pim {
@@ -14,7 +16,7 @@ struct ItemText {
   explicit ItemText(WideStringView wide);
 
   std::string text;
-  bool isChanged = false;
+  std::optional<FormatReason> loss;
 };
 
 }  // namespace pim

@@ -108,7 +108,7 @@ bool IsOneDate(const COleDateTime& a, const COleDateTime& b) {
 
 // A semicolon would end it.
 bool IsNameForValue(const WideText& name) {
-  return name.view().find(u';') == WideStringView::npos && !ItemText(name).isChanged;
+  return name.view().find(u';') == WideStringView::npos && !ItemText(name).loss;
 }
 
 bool IsWholeMinute(const COleDateTime& date) {

@@ -1,0 +1,91 @@
+// SPDX-FileCopyrightText: 2026 The PimVobjMgr authors
+// SPDX-License-Identifier: Apache-2.0
+#include "formats/icalendar/DownTimes.h"
+
+#include <string>
+
+#include "support/Ascii.h"
+#include "support/DateTimeZones.h"
+
+namespace pim {
+namespace {
+
+constexpr std::int64_t kSecondsInDay = 24 * 60 * 60;
+
+// The moment by the text alone: a day, in UTC, or floating.
+icaltimetype SpeltTime(const ContentLine& line) {
+  constexpr std::size_t kLongest = 16;
+  const std::string_view value = Trim(line.Value());
+  if (value.size() > kLongest) return icaltime_null_time();
+  icaltimetype time = icaltime_from_string(std::string(value).c_str());
+  // A leap second has no place in a record's time.
+  if (time.second == 60) time.second = 59;
+  return time;
+}
+
+}  // namespace
+
+COleDateTime UtcOfTime(const icaltimetype& time) {
+  if (time.is_date != 0 || time.zone == nullptr) return ConvertDateTime(DateTimeOf(time));
+  return DateTimeOf(icaltime_convert_to_zone(time, icaltimezone_get_utc_timezone()));
+}
+
+std::optional<ItemTime> DownTimes::TimeOf(const ContentLine& line) const {
+  const std::string name(line.Name());
+  icaltimetype time = SpeltTime(line);
+  if (icaltime_is_null_time(time) != 0 || DateTimeOf(time).status != StatusValid) {
+    tell_({name, FormatVerdict::Dropped, FormatReason::BadValue, line.line});
+    return std::nullopt;
+  }
+  if (time.is_date == 0 && icaltime_is_utc(time) == 0) {
+    const std::string zone = ZoneNameOf(line);
+    if (!zone.empty()) {
+      time.zone = zones_.Find(zone);
+      if (time.zone == nullptr)
+        tell_({name, FormatVerdict::Changed, FormatReason::UnknownZone, line.line});
+    }
+  }
+  const COleDateTime utc = UtcOfTime(time);
+  if (utc.status != StatusValid) {
+    tell_({name, FormatVerdict::Dropped, FormatReason::BadValue, line.line});
+    return std::nullopt;
+  }
+  return ItemTime{time, utc};
+}
+
+std::optional<ItemTime> DownTimes::Behind(const ItemTime& time, const icaldurationtype& length) {
+  const std::int64_t seconds = SecondsOf(length);
+  constexpr std::int64_t kMostDays = 3'000'000;
+  const std::int64_t days = seconds / kSecondsInDay;
+  if (days < -kMostDays || days > kMostDays) return std::nullopt;
+  ItemTime behind = time;
+  icaltime_adjust(&behind.local, static_cast<int>(days), 0, 0, 0);
+  if (DateTimeOf(behind.local).status != StatusValid) return std::nullopt;
+  behind.utc = UtcOfTime(behind.local);
+  const auto rest = static_cast<std::int32_t>(seconds % kSecondsInDay);
+  if (!behind.isDay() && rest != 0) {
+    COleDateTimeSpan span;
+    span.SetDateTimeSpan(0, 0, 0, rest);
+    behind.utc = behind.utc + span;
+  }
+  if (!behind.utc.GetFields()) return std::nullopt;
+  return behind;
+}
+
+std::optional<icaldurationtype> LengthOf(const ContentLine& line) {
+  constexpr std::size_t kLongest = 40;
+  const std::string_view value = Trim(line.Value());
+  if (value.size() > kLongest) return std::nullopt;
+  const icaldurationtype length = icaldurationtype_from_string(std::string(value).c_str());
+  if (icaldurationtype_is_bad_duration(length) != 0) return std::nullopt;
+  return length;
+}
+
+std::int64_t SecondsOf(const icaldurationtype& length) {
+  const std::int64_t days = std::int64_t{length.weeks} * 7 + length.days;
+  const std::int64_t seconds = std::int64_t{length.hours} * 3600 +
+                               std::int64_t{length.minutes} * 60 + std::int64_t{length.seconds};
+  return (days * kSecondsInDay + seconds) * (length.is_neg != 0 ? -1 : 1);
+}
+
+}  // namespace pim

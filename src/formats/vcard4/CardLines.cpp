@@ -12,7 +12,6 @@
 namespace pim {
 namespace {
 
-constexpr std::size_t kLineWidth = 75;  // in bytes, without the line end
 constexpr std::size_t kLongestUnit = 3;
 
 constexpr bool ContinuesCharacter(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
@@ -97,7 +96,7 @@ void CardLines::Ascii(NarrowStringView start, NarrowStringView value) {
   Copy(":");
   Copy(start);
   Copy(value);
-  Fold();
+  EndLine();
 }
 
 void CardLines::Picture(const MediaRow& media, NarrowStringView base64) {
@@ -119,7 +118,7 @@ void CardLines::Picture(const MediaRow& media, NarrowStringView base64) {
 // Never inside of a character. A further line's blank counts as one of its bytes.
 void CardLines::Fold() {
   NarrowStringView rest(line_.data(), size_);
-  for (std::size_t width = kLineWidth; rest.size() > width; width = kLineWidth - 1) {
+  for (std::size_t width = kWidth; rest.size() > width; width = kWidth - 1) {
     std::size_t cut = width;
     while (ContinuesCharacter(rest[cut])) --cut;
     out_->append(rest.substr(0, cut)).append("\r\n ");

@@ -69,13 +69,14 @@ class CardLines {
     Copy(":");
   }
   TextLosses Part(WideStringView text);
-  void EndValue() { Fold(); }
+  void EndValue() { EndLine(); }
   // Whole values.
   void Ascii(NarrowStringView value) { Ascii(value, {}); }
   void Ascii(NarrowStringView start, NarrowStringView value);
   void Picture(const MediaRow& media, NarrowStringView base64);
 
  private:
+  static constexpr std::size_t kWidth = 75;  // of a line, in bytes without its end
   // A property's name and parameters take less.
   static constexpr std::size_t kHeaderRoom = 1024;
 
@@ -87,6 +88,11 @@ class CardLines {
   void Copy(NarrowStringView text) {
     std::memcpy(line_.data() + size_, text.data(), text.size());
     size_ += text.size();
+  }
+  void EndLine() {
+    if (size_ > kWidth) return Fold();
+    std::memcpy(line_.data() + size_, "\r\n", 2);
+    out_->append(line_.data(), size_ + 2);
   }
   void Fold();
 

@@ -12,7 +12,8 @@ import vobject
 
 
 def types(line):
-    return [word.lower() for value in line.params.get("TYPE", []) for word in value.split(",")]
+    words = [word.lower() for value in line.params.get("TYPE", []) for word in value.split(",")]
+    return words + ["pref=" + value for value in line.params.get("PREF", [])]
 
 
 def text(value):

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -86,7 +87,7 @@ class CardLines {
   void Grow(std::size_t more);
   // Where there is room.
   void Copy(NarrowStringView text) {
-    std::memcpy(line_.data() + size_, text.data(), text.size());
+    std::ranges::copy(text, line_.data() + size_);
     size_ += text.size();
   }
   void EndLine() {

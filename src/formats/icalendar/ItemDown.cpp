@@ -228,15 +228,8 @@ RecurrencePointer ItemDown::RuleOf(const std::string& said) {
 void ItemDown::AppendExceptions(const std::string& said) {
   std::vector<ItemTime> dates;
   for (const ContentLine* line : lines_.exceptions) {
-    ContentLine one = *line;
-    const std::string head = line->text.substr(0, line->text.size() - line->Value().size());
-    std::string_view rest = line->Value();
-    while (!rest.empty()) {
-      const std::string_view value = rest.substr(0, rest.find(','));
-      rest.remove_prefix(std::min(value.size() + 1, rest.size()));
-      one.text = head + std::string(value);
-      if (const auto date = times_.TimeOf(one)) dates.push_back(*date);
-    }
+    const std::vector<ItemTime> times = times_.TimesOf(*line);
+    dates.insert(dates.end(), times.begin(), times.end());
   }
   if (Has(ITEM_OWN_EXCEPTION)) {
     CRecurrence exception;
@@ -274,12 +267,13 @@ void ItemDown::AppendCategories() {
   std::string words;
   std::uint32_t last = 0;
   for (const ContentLine* line : lines_.categories) {
+    bool isWhole = true;
     for (std::string& word : TextsOf(*line)) {
       std::ranges::transform(word, word.begin(), ToUpper);
       const std::uint32_t bit = CategoryBitOf(NarrowStringView(Trim(word)));
       // It would make a memo of another item.
       if (bit == 0 || (bit == CATEGORY_MEMO && kind_.kind != ICAL_VJOURNAL_COMPONENT)) {
-        Tell(*line, FormatVerdict::Changed, FormatReason::OtherParts);
+        isWhole = false;
         continue;
       }
       if ((bit & kKept) != 0 && bit <= last) {
@@ -289,6 +283,7 @@ void ItemDown::AppendCategories() {
       if ((bit & kKept) != 0) last = bit;
       words.append(words.empty() ? "" : ";").append(Trim(word));
     }
+    if (!isWhole) Tell(*line, FormatVerdict::Changed, FormatReason::OtherParts);
   }
   if (!words.empty()) out_.AppendWord("CATEGORIES", words);
 }

@@ -104,6 +104,9 @@ class ItemDown {
   void AppendTextOf(std::string_view name, const ContentLine& line, const std::string& text) {
     if (!out_.AppendText(name, text))
       Tell(line, FormatVerdict::Changed, FormatReason::BadCharacter);
+    // A language, or where the text stands in another form.
+    if (line.text[line.text.find_first_of(":;")] == ';')
+      Tell(line, FormatVerdict::Changed, FormatReason::TypeIgnored);
   }
   void AppendText(std::string_view name, ItemProperty property) {
     if (Has(property)) AppendTextOf(name, *LineOf(property), TextOfLine(*LineOf(property)));

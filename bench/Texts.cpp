@@ -3,7 +3,7 @@
 #include "bench/Texts.h"
 
 #include "support/TextCodec.h"
-#include "vcard/PhotoMedia.h"
+#include "support/Base64.h"
 
 namespace pim::bench {
 namespace {

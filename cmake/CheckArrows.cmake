@@ -10,7 +10,8 @@ cmake_minimum_required(VERSION 3.25)
 set(folders
   src/platform src/support src/stream src/records src/vcard src/vcalendar src/manager src/store
   src/store/sqlite src/store/postgres
-  src/formats src/formats/vcard4 src/formats/icalendar src/formats/prepare
+  src/formats src/formats/vcard4 src/formats/icalendar src/formats/prepare src/formats/redact
+  src/formats/charsets
   app app/commands app/input app/output app/labels)
 set(may_src/platform)
 set(may_src/support src/platform)
@@ -23,14 +24,17 @@ set(may_src/store src/records src/support src/platform)
 set(may_src/store/sqlite src/store src/records src/support src/platform)
 set(may_src/store/postgres src/store src/records src/support src/platform)
 set(may_src/formats src/manager src/records src/stream src/support src/platform)
-foreach(folder vcard4 icalendar prepare)
+foreach(folder vcard4 icalendar prepare redact charsets)
   set(may_src/formats/${folder} src/formats ${may_src/formats})
 endforeach()
 list(APPEND may_src/formats/prepare src/formats/vcard4 src/formats/icalendar)
+list(APPEND may_src/formats/redact src/formats/prepare)
+list(APPEND may_src/formats/charsets src/formats/prepare)
 set(may_app app/commands app/input app/output)
 set(may_app/commands app/input app/output app/labels
-  src/formats src/formats/vcard4 src/formats/icalendar src/formats/prepare src/support src/platform)
-set(may_app/input app/output src/support src/platform)
+  src/formats src/formats/vcard4 src/formats/icalendar src/formats/prepare
+  src/formats/redact src/formats/charsets src/support src/platform)
+set(may_app/input app/output src/formats src/formats/prepare src/support src/platform)
 set(may_app/output app/labels src/support src/platform)
 set(may_app/labels src/support src/platform)
 

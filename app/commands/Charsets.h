@@ -6,8 +6,8 @@
 
 namespace pim::app {
 
-// Shows the lines of files that are no text in their charset as they would be in others and gives the exit
-// status. Throws Failure, WrongUsage or Interrupted.
+// Shows the lines of files that are no text in their charset as they would be in others and gives
+// the exit status. Throws Failure, WrongUsage or Interrupted.
 int TellCharsets(const Options& options);
 
 }  // namespace pim::app

@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <utility>
 
+#include "app/commands/FormOutput.h"
 #include "app/commands/Kinds.h"
 #include "app/commands/StoredRecords.h"
 #include "app/input/Interrupt.h"
@@ -160,6 +161,19 @@ int ExportToFile(StoredContacts& contacts, const Target& target, const Options& 
   return missing.Status();
 }
 
+int ExportInForm(StoredContacts& contacts, const Target& target, const Options& options) {
+  FormOutput<CContact> output(options, target.path);
+  MissingPictures missing;
+  Progress progress(options.quiet, contacts.CountAll());
+  contacts.Visit([&](CContact& contact) {
+    missing.Look(contact);
+    output.Add(contact);
+    progress.Show(output.count(), [&] { return Counted(output.count(), "contact"); });
+  });
+  progress.Clear();
+  return Worse(missing.Status(), output.End());
+}
+
 // A file's name tells it from a folder that is to be made.
 bool NamesFile(const std::string& path) {
   std::error_code error;
@@ -172,7 +186,7 @@ int ExportContacts(const Options& options) {
   Target target = TargetOf(options, "a folder, a file.vcf, or - for standard output");
   Session session(options, StoreAccess::ReadOnly);
   StoredContacts contacts(session, std::move(target.filter));
-  const int status = options.output || NamesFile(target.path)
+  const int status = options.to ? ExportInForm(contacts, target, options) : options.output || NamesFile(target.path)
                          ? ExportToFile(contacts, target, options)
                          : ExportToFolder(contacts, target.path, options);
   return Worse(status, TellPicturesNotMade(session));
@@ -182,7 +196,7 @@ int ExportItems(const Options& options) {
   const Target target = TargetOf(options, "a file, or - for standard output");
   const CalendarType own = CalendarKindOf(options.kind);
   const std::string noun(options.all ? "item" : NounOf(own));
-  CheckFile(target.path, options.force);
+  if (!options.to) CheckFile(target.path, options.force);
   Session session(options, StoreAccess::ReadOnly);
   const StoreReading reading(session.store());
   if (!reading.IsOpen()) session.Fail();
@@ -201,6 +215,11 @@ int ExportItems(const Options& options) {
         [&chosen](const CCalendar& item) { return !std::ranges::binary_search(chosen, item.tag); });
   }
   CheckInterrupt();
+  if (options.to) {
+    FormOutput<CCalendar> output(options, target.path);
+    for (std::int32_t i = 0; i < items.GetCount(); ++i) output.Add(items[i]);
+    return output.End();
+  }
   if (items.GetCount() == 0) {
     target.Tell("no " + noun + " is chosen; nothing is written to " + target.Shown());
     return kDone;
@@ -216,6 +235,12 @@ int ExportItems(const Options& options) {
 }  // namespace
 
 int ExportRecords(const Options& options) {
+  for (const auto& [isGiven, name] : {std::pair(options.split, "--split"),
+                                      std::pair(options.groupCards, "--groups"),
+                                      std::pair(options.csvColumns.has_value(), "--csv-columns"),
+                                      std::pair(options.report.has_value(), "--report")}) {
+    if (isGiven && !options.to) throw WrongUsage(std::string(name) + " goes with --to");
+  }
   return options.kind == RecordKind::Contacts ? ExportContacts(options) : ExportItems(options);
 }
 

@@ -16,7 +16,8 @@ namespace {
 constexpr TopicRow kTopics[] = {
     {"formats", "The files that are read and written"},  {"store", "Where records are kept"},
     {"environment", "The variables that are looked at"}, {"labels", "What --labels takes"},
-    {"exit-statuses", "What commands end with"},
+    {"exit-statuses", "What commands end with"},         {"steps", "What 'pimvobj prepare' does"},
+    {"columns", "What --csv-columns takes"},
 };
 
 struct Block {

@@ -16,7 +16,8 @@
 namespace pim::app {
 
 NarrowStringView Importer::text() const {
-  return mark_ == ByteOrderMark::Skipped ? WithoutMark(bytes_.view()) : bytes_.view();
+  const NarrowStringView whole = prepared_ ? prepared_->text() : bytes_.view();
+  return mark_ == ByteOrderMark::Skipped ? WithoutMark(whole) : whole;
 }
 
 void Importer::ImportFile(const std::string& path) {
@@ -44,7 +45,7 @@ bool Importer::Store(const std::string& path, NarrowStringView text,
                    [&] { return Counted(files, "file") + ", " + Counted(records, "record"); });
   };
   const std::int64_t before = now_.bytesDone;
-  const LineMap lines(rejected.parts);
+  const LineMap lines(rejected.parts, prepared_ ? &*prepared_ : nullptr);
   const auto noteLine = [&](const TextNotice& notice) {
     outcome.notices.push_back(notice);
     outcome.notices.back().line = lines.Original(notice.line);

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "app/commands/ImportPreview.h"
+#include "app/commands/Prepare.h"
 #include "app/input/Inputs.h"
 #include "app/input/Interrupt.h"
 #include "app/output/Output.h"
@@ -181,6 +182,10 @@ bool Importer::ReadFile(const std::string& path, bool isStream) {
   try {
     ReadInput(path, ByteOrderMark::Kept, bytes_);
     if (isStream) stream_ = now_.next;
+    if (options_.prepare) {
+      progress_.Clear();
+      prepared_.emplace(bytes_.view(), options_.steps, TellPreparing(path, preparing_));
+    }
     return true;
   } catch (const Failure& failure) {
     FailFile(failure.what(), 0);

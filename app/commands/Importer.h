@@ -7,12 +7,14 @@
 #include <string_view>
 #include <vector>
 
+#include "app/commands/FormatAccount.h"
 #include "app/commands/ImportAccount.h"
 #include "app/commands/ImportDiary.h"
 #include "app/commands/RejectsFile.h"
 #include "app/commands/Retries.h"
 #include "app/commands/Session.h"
 #include "app/input/PictureStaging.h"
+#include "app/input/PreparedText.h"
 #include "app/input/TextReading.h"
 #include "app/output/Messages.h"
 #include "app/output/Progress.h"
@@ -144,6 +146,9 @@ class Importer {
   std::unique_ptr<ImportDiary> diary_;
   std::vector<std::string> files_;
   ByteBuffer bytes_;  // of the file; one piece of memory for all of them
+  // What is read of it, where it was prepared, and what was lost of files by that.
+  std::optional<PreparedText> prepared_;
+  FormatAccount preparing_{"record", "prepared", std::nullopt, false};
   // The file whose bytes these are, where they can't be read again.
   std::optional<std::size_t> stream_;
   std::optional<StoreTransaction> transaction_;

@@ -7,14 +7,18 @@
 #include <iterator>
 #include <vector>
 
+#include "app/input/PreparedText.h"
 #include "pim/stream/TextRejects.h"
 
 namespace pim::app {
 
-// The lines of a text by those of the text without its rejected parts.
+// The lines of a file by those of what is read of it: of the text without its rejected parts, which
+// may have been prepared.
 class LineMap {
  public:
-  explicit LineMap(const std::vector<RejectedPart>& parts) {
+  // `prepared` is null for a text that is the file's own, and must outlive this.
+  explicit LineMap(const std::vector<RejectedPart>& parts, const PreparedText* prepared = nullptr)
+      : prepared_(prepared) {
     std::int64_t left = 0;
     for (const RejectedPart& part : parts) {
       left += part.lastLine - part.firstLine + 1;
@@ -23,7 +27,8 @@ class LineMap {
   }
   std::int64_t Original(std::int64_t line) const {
     const auto next = std::ranges::upper_bound(rows_, line, {}, &Row::first);
-    return next == rows_.begin() ? line : line + std::prev(next)->left;
+    if (next != rows_.begin()) line += std::prev(next)->left;
+    return prepared_ == nullptr ? line : prepared_->Original(line);
   }
   // The same for the last one of lines that begin with `first`: those up to the next part.
   std::int64_t OriginalLast(std::int64_t first, std::int64_t last) const {
@@ -37,6 +42,7 @@ class LineMap {
     std::int64_t first;  // line behind a part
     std::int64_t left;   // lines that are left out ahead of it
   };
+  const PreparedText* prepared_;
   std::vector<Row> rows_;
 };
 

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "formats/prepare/BlockSteps.h"
+#include "formats/prepare/ValueBytes.h"
 #include "platform/Iconv.h"
 
 namespace pim {
@@ -14,56 +15,6 @@ namespace {
 
 // Those that the readers know (VCardReader.h, VCalendarReader.h).
 constexpr std::string_view kKnownCharsets[] = {"UTF-8", "SHIFT_JIS"};
-
-// A byte of a value, and whether it was written as an escape.
-struct ValueByte {
-  char byte;
-  bool wasEscaped;
-};
-
-int HexDigit(char c) {
-  if (IsDigit(c)) return c - '0';
-  const char upper = ToUpper(c);
-  return upper >= 'A' && upper <= 'F' ? upper - 'A' + 10 : -1;
-}
-
-// The value unfolded, soft breaks and escapes undone; nothing for an escape that isn't one.
-std::optional<std::vector<ValueByte>> BytesOf(std::string_view value, bool isQuotedPrintable) {
-  std::vector<ValueByte> bytes;
-  bytes.reserve(value.size());
-  bool isAtStart = false;
-  while (!value.empty()) {
-    const char c = value.front();
-    if (c == '\r' || c == '\n') {
-      value.remove_prefix(1);
-      isAtStart = isAtStart || c == '\n';
-      continue;
-    }
-    const bool isFold = isAtStart && IsBlank(c);
-    isAtStart = false;
-    if (isFold) {
-      value.remove_prefix(1);
-      continue;
-    }
-    if (!isQuotedPrintable || c != '=') {
-      bytes.push_back({c, false});
-      value.remove_prefix(1);
-      continue;
-    }
-    const std::string_view rest = value.substr(1);
-    if (rest.empty() || rest.front() == '\n' || rest.starts_with("\r\n")) {
-      value = rest;
-      continue;
-    }
-    if (rest.size() < 2) return std::nullopt;
-    const int high = HexDigit(rest[0]);
-    const int low = HexDigit(rest[1]);
-    if (high < 0 || low < 0) return std::nullopt;
-    bytes.push_back({static_cast<char>(high * 16 + low), true});
-    value = rest.substr(2);
-  }
-  return bytes;
-}
 
 // Writes a value in UTF-8 with the escapes that it needs, and breaks its lines.
 class ValueWriter {
@@ -107,17 +58,17 @@ class ValueWriter {
 };
 
 // The text of the bytes, character by character; nothing where some are no text.
-std::optional<ValueWriter> Converted(const std::vector<ValueByte>& bytes,
-                                     const std::string& charset, bool escapes,
-                                     std::string_view lineEnd) {
+std::optional<ValueWriter> Converted(const ValueBytes& value, const std::string& charset,
+                                     bool escapes, std::string_view lineEnd) {
   constexpr std::size_t kLongest = 8;  // bytes of a character, with a change of its state
   Iconv converter("UTF-8", charset.c_str());
   ValueWriter writer(escapes, lineEnd);
-  for (std::size_t at = 0; at < bytes.size();) {
+  for (std::size_t at = 0; at < value.bytes.size();) {
     std::array<char, kLongest> source;
     bool isDone = false;
-    for (std::size_t size = 1; !isDone && size <= kLongest && at + size <= bytes.size(); ++size) {
-      source[size - 1] = bytes[at + size - 1].byte;
+    for (std::size_t size = 1; !isDone && size <= kLongest && at + size <= value.bytes.size();
+         ++size) {
+      source[size - 1] = value.bytes[at + size - 1];
       std::array<char, 32> target;
       const char* from = source.data();
       std::size_t fromSize = size;
@@ -126,7 +77,7 @@ std::optional<ValueWriter> Converted(const std::vector<ValueByte>& bytes,
       if (converter.Convert(from, fromSize, to, room) != Iconv::Outcome::Done) continue;
       if (to != target.data()) {
         writer.Add({target.data(), static_cast<std::size_t>(to - target.data())},
-                   size == 1 && bytes[at].wasEscaped);
+                   size == 1 && value.IsEscape(at));
       }
       at += size;
       isDone = true;
@@ -163,11 +114,11 @@ void MendCharset(PropertyLine& line, PrepareNotes& notes) {
   std::string_view value = line.value();
   // Blanks there are no part of it.
   value.remove_prefix(std::min(value.find_first_not_of(" \t"), value.size()));
-  const auto bytes = BytesOf(value, coding.isQuotedPrintable);
-  if (!bytes) return;
-  const auto converted = Converted(*bytes, charset, coding.isQuotedPrintable, line.lineEnd());
+  const ValueBytes bytes(value, coding.isQuotedPrintable);
+  if (bytes.isDamaged()) return;
+  const auto converted = Converted(bytes, charset, coding.isQuotedPrintable, line.lineEnd());
   // What is the same in both reads well under any name.
-  if (!converted || std::ranges::equal(*bytes, converted->plain, {}, &ValueByte::byte)) return;
+  if (!converted || converted->plain == bytes.bytes) return;
   const std::string end(line.lineEnd());
   line.text = std::string(head.name) + WithCharset(head.params, coding.charset) + ":" +
               converted->text + end;

@@ -26,15 +26,24 @@ bool AreEmpty(const std::vector<NarrowString>& parts) {
   return std::ranges::all_of(parts, &NarrowString::empty);
 }
 
-// The word of a media, an extension or a TYPE; another one than those known is `isWhole` no more.
-NarrowStringView MediaWord(NarrowStringView media, bool& isWhole) {
+const MediaRow* FindMedia(NarrowStringView media) {
   for (const MediaRow& row : kMediaRows) {
     if (EqualsIgnoringCase(media, row.media) || EqualsIgnoringCase(media, row.word) ||
         EqualsIgnoringCase(media, row.extension))
-      return row.word;
+      return &row;
   }
-  isWhole = isWhole && (media.empty() || EqualsIgnoringCase(media, kOtherMedia.word));
-  return kOtherMedia.word;
+  return EqualsIgnoringCase(media, kOtherMedia.word) ? &kOtherMedia : nullptr;
+}
+
+// The media that a picture's parameters name, in TYPE or as bare words.
+NarrowStringView NamedMedia(const CardLine& line) {
+  NarrowStringView media;
+  for (const CardParameter& parameter : line.parameters) {
+    if (!parameter.hasValue && FindMedia(parameter.name) != nullptr) media = parameter.name;
+    if (EqualsIgnoringCase(parameter.name, kTypeName))
+      ForEachWord(parameter.value, [&media](NarrowStringView word) { media = word; });
+  }
+  return media;
 }
 
 // The digits of base64 with their padding made right; whatever else stands there is left out, and
@@ -63,7 +72,7 @@ NarrowString CleanBase64(NarrowStringView text, bool& isWhole) {
 
 }  // namespace
 
-NarrowString WordParameters(NarrowStringView words) {
+NarrowString OldParameters(NarrowStringView words) {
   NarrowString parameters;
   if (!words.empty()) parameters.append(1, ';').append(words);
   std::ranges::replace(parameters, ' ', ';');
@@ -149,7 +158,7 @@ void CardDown::ConvertName(const CardLine& line) {
   if (IsTaken(line, CardProperty::Name)) return;
   Types(line, kNoTypes);
   Parts(line, ';');
-  AppendParts(line, CardProperty::Name, {}, kNameParts.size());
+  AppendParts(line, CardProperty::Name, {}, kPersonNameParts.size());
 }
 
 void CardDown::ConvertTelephone(const CardLine& line) {
@@ -161,29 +170,28 @@ void CardDown::ConvertTelephone(const CardLine& line) {
   const NarrowString number =
       isUri ? ReadUriPart(value.substr(kTelephoneScheme.size())) : NarrowString(Text(line));
   const std::uint32_t mask = types.code | (types.isPreferred ? TEL_PREFERRED : 0U);
-  if (!lines_.AppendNumber(WordParameters(TelephoneWords(mask)), number))
+  if (!lines_.AppendNumber(OldParameters(TelephoneWords(mask)), number))
     Change(line, FormatReason::BadCharacter);
 }
 
 void CardDown::ConvertCoded(const CardLine& line, const TypeWords& words, CardProperty property,
                             WordOf wordOf) {
   const std::uint32_t code = Types(line, words).code;
-  AppendText(line, property, code == 0 ? NarrowString() : WordParameters(wordOf(code)), Text(line));
+  AppendText(line, property, code == 0 ? NarrowString() : OldParameters(wordOf(code)), Text(line));
 }
 
 void CardDown::ConvertAddress(const CardLine& line) {
   const TypesRead types = Types(line, kAddressTypes);
   if (AreEmpty(Parts(line, ';'))) return;
   const std::uint32_t mask = types.code | (types.isPreferred ? ADR_PREFERRED : 0U);
-  AppendParts(line, CardProperty::Address, WordParameters(AddressWords(mask)),
-              kAddressParts.size());
+  AppendParts(line, CardProperty::Address, OldParameters(AddressWords(mask)), kPostalParts.size());
 }
 
 void CardDown::ConvertOrganization(const CardLine& line) {
   const std::uint32_t code = Types(line, kOrganizationTypes).code;
   if (AreEmpty(Parts(line, ';'))) return;
   AppendParts(line, CardProperty::Organization,
-              code == 0 ? NarrowString() : WordParameters(OrganizationWord(code)),
+              code == 0 ? NarrowString() : OldParameters(OrganizationWord(code)),
               std::max<std::size_t>(parts_.size(), 2));
 }
 
@@ -194,7 +202,7 @@ void CardDown::ConvertMessenger(const CardLine& line) {
   const MessengerRead messenger = ReadMessenger(line, Text(line));
   if (!messenger.isWhole) Change(line, FormatReason::TypeIgnored);
   AppendText(line, CardProperty::Messenger,
-             messenger.type == 0 ? NarrowString() : WordParameters(MessengerWord(messenger.type)),
+             messenger.type == 0 ? NarrowString() : OldParameters(MessengerWord(messenger.type)),
              messenger.address);
 }
 
@@ -224,32 +232,28 @@ void CardDown::ConvertPhoto(const CardLine& line) {
     media = header.substr(0, header.find(';'));
     base64.remove_prefix(comma + 1);
   } else if (line.IsBase64()) {
-    const CardParameter* type = line.Find(kTypeName);
-    if (type != nullptr)
-      ForEachWord(type->value, [&media](NarrowStringView word) { media = word; });
-    for (const CardParameter& parameter : line.parameters)
-      if (!parameter.hasValue && media.empty()) media = parameter.name;
+    media = NamedMedia(line);
   } else {
     return Drop(line, FormatReason::NoPicture);
   }
   if (IsTaken(line, CardProperty::Photo)) return;
-  bool isKnown = true;
   bool isWhole = true;
-  NarrowString parameters;
-  AppendParameter(parameters, kTypeName, MediaWord(media, isKnown));
-  AppendParameter(parameters, kEncodingName, kBase64Word.text);
   const NarrowString digits = CleanBase64(base64, isWhole);
   if (digits.empty()) return Drop(line, FormatReason::BadBase64);
-  if (!isKnown) Change(line, FormatReason::TypeIgnored);
   if (!isWhole) Change(line, FormatReason::BadBase64);
+  const MediaRow* row = FindMedia(media);
+  if (row == nullptr && !media.empty()) Change(line, FormatReason::TypeIgnored);
+  NarrowString parameters;
+  AppendParameter(parameters, kTypeName, row == nullptr ? kOtherMedia.word : row->word);
+  AppendParameter(parameters, kEncodingName, kBase64Word.text);
   lines_.Append(RowOf(CardProperty::Photo).v21, parameters, FoldBase64(digits, kBase64LineWidth));
 }
 
 void CardDown::ConvertPronunciation(const CardLine& line, CardProperty property) {
   if (IsTaken(line, property)) return;
   Types(line, kNoTypes);
-  for (std::size_t i = 0; i < kNameParts.size(); ++i)
-    if (kNameParts[i].phonetic == property) pronunciation_[i] = Text(line);
+  for (std::size_t i = 0; i < kPersonNameParts.size(); ++i)
+    if (kPersonNameParts[i].phonetic == property) pronunciation_[i] = Text(line);
 }
 
 void CardDown::AppendPronunciation() {

@@ -16,7 +16,7 @@
 namespace pim {
 
 // Words of types as 2.1 has them among its parameters: ";PREF;CELL" of "PREF CELL".
-NarrowString WordParameters(NarrowStringView words);
+NarrowString OldParameters(NarrowStringView words);
 
 // Makes vCard 2.1 of one card. The card's text and `out` must outlive it.
 class CardDown {
@@ -91,7 +91,7 @@ class CardDown {
   NarrowString text_;
   std::vector<NarrowString> parts_;
   std::unordered_map<NarrowStringView, Label> labels_;  // by their groups
-  std::array<NarrowString, kNameParts.size()> pronunciation_;
+  std::array<NarrowString, kPersonNameParts.size()> pronunciation_;
   std::uint64_t taken_ = 0;  // by the numbers of properties
 };
 

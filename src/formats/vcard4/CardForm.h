@@ -45,7 +45,7 @@ class CardForm final : public ContactForm {
     GiveAscii(CardProperty::Kind, {}, kGroupKind);
     for (const CardProperty property : {CardProperty::FormattedName, CardProperty::Name}) {
       sink_.Start(property);
-      const std::size_t parts = property == CardProperty::Name ? kNameParts.size() : 1;
+      const std::size_t parts = property == CardProperty::Name ? kPersonNameParts.size() : 1;
       sink_.StartValue(parts == 1 ? ValueShape::Text : ValueShape::Structured, parts);
       sink_.Part(group.name);
       for (std::size_t i = 1; i < parts; ++i) sink_.Part({});

@@ -24,7 +24,7 @@ void AddTexts(UuidMaker& uuid, const List& texts) {
 void AddName(UuidMaker& uuid, const CName& name) {
   uuid.Add(std::uint64_t{name.IsEmpty()});
   if (name.IsEmpty()) return;
-  for (const NamePart& part : kNameParts) uuid.Add((name.*part.text).view());
+  for (const NamePart& part : kPersonNameParts) uuid.Add((name.*part.text).view());
 }
 
 template <class List, class AddEntry>
@@ -48,7 +48,7 @@ void AddLists(UuidMaker& uuid, const CContact& contact) {
              [&](const CURL& entry) { add(entry.url_type, entry.url_address); });
   AddEntries(uuid, contact.addresses(), [&](const CPostalAddress& address) {
     uuid.Add(address.address_type);
-    for (const AddressPart& part : kAddressParts) uuid.Add((address.*part.text).view());
+    for (const AddressPart& part : kPostalParts) uuid.Add((address.*part.text).view());
   });
   AddEntries(uuid, contact.organizations(), [&](const COrganization& organization) {
     add(organization.org_type, organization.org_name);

@@ -17,7 +17,7 @@ struct NamePart {
   WideText CName::*text;
   CardProperty phonetic;
 };
-inline constexpr std::array<NamePart, 5> kNameParts = {{
+inline constexpr std::array<NamePart, 5> kPersonNameParts = {{
     {"family_name", &CName::family_name, CardProperty::PhoneticFamily},
     {"given_name", &CName::given_name, CardProperty::PhoneticGiven},
     {"additional_name", &CName::additional_name, CardProperty::PhoneticMiddle},
@@ -30,7 +30,7 @@ struct AddressPart {
   NarrowStringView member;
   WideText CPostalAddress::*text;
 };
-inline constexpr std::array<AddressPart, 7> kAddressParts = {{
+inline constexpr std::array<AddressPart, 7> kPostalParts = {{
     {"post_office", &CPostalAddress::post_office},
     {"extended_address", &CPostalAddress::extended_address},
     {"street", &CPostalAddress::street},

@@ -94,11 +94,11 @@ class ContactProperties {
       Text({"formatted_name"}, contact.formatted_name);
     }
     sink_.Start(CardProperty::Name);
-    sink_.StartValue(ValueShape::Structured, kNameParts.size());
-    for (const NamePart& part : kNameParts)
+    sink_.StartValue(ValueShape::Structured, kPersonNameParts.size());
+    for (const NamePart& part : kPersonNameParts)
       Part({"name", FieldName::kNoIndex, part.member}, contact.name.*part.text);
     sink_.EndValue();
-    for (const NamePart& part : kNameParts) {
+    for (const NamePart& part : kPersonNameParts) {
       GiveText(part.phonetic, {"phonetic", FieldName::kNoIndex, part.member},
                contact.phonetic.*part.text);
     }
@@ -127,12 +127,8 @@ class ContactProperties {
   }
   bool GiveDay(CardProperty property, const COleDateTimeNull& date, const FieldName& field) {
     const auto day = date.GetFields();
-    if (!day) {
-      losses_.Tell(field, FormatVerdict::Dropped, FormatReason::BadValue);
-      return false;
-    }
-    if (day->hour != 0 || day->minute != 0 || day->second != 0)
-      losses_.Tell(field, FormatVerdict::Changed, FormatReason::TimeDropped);
+    losses_.TellDay(field, day);
+    if (!day) return false;
     sink_.Start(property);
     sink_.Ascii(DayText(*day, sink_.HasExtendedDates()).AddDay().view());
     return true;
@@ -206,8 +202,8 @@ class ContactProperties {
       sink_.Start(CardProperty::Address);
       GiveTypes(kAddressRows, address.address_type, ADR_PREFERRED,
                 {"addresses", i, "address_type"});
-      sink_.StartValue(ValueShape::Structured, kAddressParts.size());
-      for (const AddressPart& part : kAddressParts)
+      sink_.StartValue(ValueShape::Structured, kPostalParts.size());
+      for (const AddressPart& part : kPostalParts)
         Part({"addresses", i, part.member}, address.*part.text);
       sink_.EndValue();
     }

@@ -2,13 +2,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <rapidjson/writer.h>
 
-#include <algorithm>
 #include <array>
 
 #include "formats/vcard4/CardForm.h"
 #include "formats/vcard4/ContactForms.h"
+#include "formats/vcard4/UriText.h"
 #include "platform/CodePages.h"
-#include "platform/Utf16.h"
 #include "stream/ObjectWords.h"
 
 namespace pim {
@@ -33,11 +32,7 @@ TextLosses MakeText(WideStringView text, NarrowString& bytes) {
   for (;;) {
     const std::size_t end = text.find_first_of(u"\r\n");
     AppendUtf8(text.substr(0, end), bytes);
-    for (std::size_t at = 0; at < std::min(end, text.size()); ++at) {
-      if (!IsSurrogate(text[at])) continue;
-      losses.characters = losses.characters || !IsPairAt(text, at);
-      ++at;
-    }
+    losses.characters = losses.characters || HasLoneSurrogate(text.substr(0, end));
     if (end == WideStringView::npos) return losses;
     text.remove_prefix(end);
     const bool isUsual = text.starts_with(u"\r\n");

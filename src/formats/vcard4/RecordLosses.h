@@ -3,10 +3,12 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 
 #include "formats/FormatLoss.h"
 #include "formats/vcard4/CardLines.h"
+#include "pim/support/DateTime.h"
 #include "pim/support/Strings.h"
 
 namespace pim {
@@ -38,6 +40,12 @@ class RecordLosses {
   void Tell(const FieldName& field, TextLosses losses) const {
     if (losses.characters) Tell(field, FormatVerdict::Changed, FormatReason::BadCharacter);
     if (losses.lineEnds) Tell(field, FormatVerdict::Changed, FormatReason::LineEnd);
+  }
+  // Of a day: that it's none, or has a time.
+  void TellDay(const FieldName& field, const std::optional<CalendarFields>& day) const {
+    if (!day) return Tell(field, FormatVerdict::Dropped, FormatReason::BadValue);
+    if (day->hour != 0 || day->minute != 0 || day->second != 0)
+      Tell(field, FormatVerdict::Changed, FormatReason::TimeDropped);
   }
 
  private:

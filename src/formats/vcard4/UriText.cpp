@@ -23,6 +23,8 @@ std::optional<unsigned> HexDigit(char c) {
   return std::nullopt;
 }
 
+}  // namespace
+
 bool HasLoneSurrogate(WideStringView text) {
   for (std::size_t at = 0; at < text.size(); ++at) {
     if (!IsSurrogate(text[at])) continue;
@@ -31,8 +33,6 @@ bool HasLoneSurrogate(WideStringView text) {
   }
   return false;
 }
-
-}  // namespace
 
 TextLosses MakeUriPart(WideStringView text, NarrowString& part) {
   constexpr NarrowStringView kDigits = "0123456789ABCDEF";

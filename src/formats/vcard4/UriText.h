@@ -7,6 +7,8 @@
 
 namespace pim {
 
+bool HasLoneSurrogate(WideStringView text);
+
 // Replaces `part` by the text as what stands behind the scheme of a URI: what has a meaning there,
 // or may not stand there, becomes %XX of its UTF-8.
 TextLosses MakeUriPart(WideStringView text, NarrowString& part);

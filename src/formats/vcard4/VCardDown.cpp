@@ -169,8 +169,7 @@ void CardDown::ConvertKnown(const CardLine& line, CardProperty property) {
 
 void CardDown::ConvertOther(const CardLine& line) {
   if (const auto messenger = MessengerOf(line.name)) {
-    AppendText(line, CardProperty::Messenger, WordParameters(MessengerWord(*messenger)),
-               Text(line));
+    AppendText(line, CardProperty::Messenger, OldParameters(MessengerWord(*messenger)), Text(line));
   } else if (EqualsIgnoringCase(line.name, kSound)) {
     if (line.Find(kDeviceName) == nullptr) return Drop(line, FormatReason::NoProperty);
     const std::vector<NarrowString>& parts = Parts(line, ';');

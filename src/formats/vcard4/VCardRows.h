@@ -198,9 +198,10 @@ inline constexpr NarrowStringView kServiceParameter = "X-SERVICE-TYPE";
 inline constexpr MessengerRow kMessengerRows[] = {
     {MESSENGER_UNKNOWN, "", "im:"},        {MESSENGER_AIM, "AIM", "aim:"},
     {MESSENGER_WINDOW, "MSN", "msnim:"},   {MESSENGER_YAHOO, "Yahoo", "ymsgr:"},
-    {MESSENGER_JABBER, "Jabber", "xmpp:"}, {MESSENGER_SKYPE, "Skype", "skype:"},
-    {MESSENGER_QQ, "QQ", "qq:"},           {MESSENGER_ICQ, "ICQ", "icq:"},
-    {MESSENGER_OTHER, "Other", "im:"},     {MESSENGER_CUSTOM, "Custom", "im:"},
+    {MESSENGER_JABBER, "Jabber", "xmpp:"}, {MESSENGER_GOOGLE_TALK, "GoogleTalk", "xmpp:"},
+    {MESSENGER_SKYPE, "Skype", "skype:"},  {MESSENGER_QQ, "QQ", "qq:"},
+    {MESSENGER_ICQ, "ICQ", "icq:"},        {MESSENGER_OTHER, "Other", "im:"},
+    {MESSENGER_CUSTOM, "Custom", "im:"},
 };
 
 constexpr const MessengerRow* FindMessenger(std::uint32_t code) {

@@ -1,0 +1,43 @@
+// SPDX-FileCopyrightText: 2026 The PimVobjMgr authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace pim {
+
+// The bytes that a value means, unfolded and without the escapes and soft breaks of
+// quoted-printable, each with its place. Other bytes may be put in theirs.
+class ValueBytes {
+ public:
+  // The value must outlive this.
+  ValueBytes(std::string_view value, bool isQuotedPrintable);
+
+  std::string bytes;
+
+  bool IsEscape(std::size_t i) const { return places_[i].isEscape; }
+  // Whether an equals sign begins no escape; it and two characters behind it, which readers may
+  // take for one, are no bytes of the value.
+  bool isDamaged() const { return isDamaged_; }
+  // The value with `bytes`, which must be as many as before, in the same form.
+  std::string Text() const;
+
+ private:
+  struct Place {
+    std::size_t at;
+    bool isEscape;
+  };
+
+  void Add(std::size_t at, char byte, bool isEscape);
+  std::size_t PastLineEnd(std::size_t at) const;
+  std::size_t PastEscape(std::size_t at);
+
+  std::string_view value_;
+  std::vector<Place> places_;
+  bool isDamaged_ = false;
+};
+
+}  // namespace pim

@@ -209,6 +209,31 @@ TEST(ICalendarForm, Zones) {
   EXPECT_NE(parts[5].find(":20200102T010000\r\n"), std::string::npos) << parts[5];
 }
 
+// A text without zones has rules by the machine's clock, whose days are others in UTC.
+TEST(ICalendarForm, LocalRules) {
+  static constexpr struct {
+    const char* zone;
+    const char* lines;
+    const char* start;
+  } kRows[] = {
+      {"JST-9", "DTSTART:20200106T080000\nRRULE:W1 MO #0",
+       "DTSTART;TZID=\"UTC+09:00\":20200106T080000\r\n"},
+      {"JST-9", "DTSTART:20200106T120000\nRRULE:W1 MO #0", "DTSTART:20200106T030000Z\r\n"},
+      {"JST-9", "DTSTART:20200106T080000\nRRULE:W1 FR #0", "DTSTART:20200105T230000Z\r\n"},
+      {"JST-9", "DTSTART:20200106T080000", "DTSTART:20200105T230000Z\r\n"},
+      {"UTC", "DTSTART:20200106T080000\nRRULE:W1 MO #0", "DTSTART:20200106T080000Z\r\n"},
+      {"EST5EDT,M3.2.0,M11.1.0", "DTSTART:20200706T220000\nRRULE:MD1 6 #0",
+       "DTSTART;TZID=\"UTC-05:00-04:00\":20200706T220000\r\n"},
+  };
+  for (const auto& row : kRows) {
+    SCOPED_TRACE(row.lines);
+    const ScopedZone zone(row.zone);
+    Told told;
+    EXPECT_NE(ICalendarOf(ReadItem(row.lines), told).find(row.start), std::string::npos)
+        << ICalendarOf(ReadItem(row.lines), told);
+  }
+}
+
 // libical finds no fault with any text, no line is too long, and the same items give it again.
 TEST(ICalendarForm, IsGoodText) {
   const ScopedZone zone("EST5EDT,M3.2.0,M11.1.0");

@@ -65,6 +65,7 @@ class ItemBuilder {
         tell_(tell),
         kind_(KindOf(item)),
         component_(Made(icalcomponent_new(kind_))),
+        zone_(zone),
         span_(item, zone, component_.get(), tell) {}
 
   IcalOwner<icalcomponent> Build() {
@@ -144,6 +145,7 @@ class ItemBuilder {
   const TellFormatLoss& tell_;
   icalcomponent_kind kind_;
   IcalOwner<icalcomponent> component_;
+  const ItemZone* zone_;
   ItemSpan span_;
 };
 
@@ -303,7 +305,8 @@ void ItemBuilder::AddZone() {
     Tell("zone", FormatVerdict::Changed, FormatReason::BadValue);
     return;
   }
-  const std::string offset = OffsetValueOf(item_.zone);
+  const bool isMachines = zone_ != nullptr && zone_->isMachines();
+  const std::string offset = isMachines ? kOwnOffsetOfMachine : OffsetValueOf(item_.zone);
   const std::string daylight = DaylightValueOf(item_.zone);
   if (!offset.empty()) AddOwnText(kOwnOffset, offset);
   if (!daylight.empty()) AddOwnText(kOwnDaylight, daylight);

@@ -8,6 +8,8 @@
 #include "formats/icalendar/DownLines.h"
 #include "formats/icalendar/DownTimes.h"
 #include "formats/icalendar/ItemLines.h"
+#include "formats/icalendar/ItemZone.h"
+#include "formats/icalendar/OwnWords.h"
 #include "formats/icalendar/RuleDates.h"
 #include "formats/icalendar/RuleDown.h"
 #include "formats/icalendar/RuleText.h"
@@ -352,9 +354,23 @@ void ItemDown::AppendStatus() {
   Drop(line, FormatReason::BadValue);
 }
 
+// Records keep the moments alone; the days of a rule are those of the zone.
 void ItemDown::AppendZone() {
-  AppendText("TZ", ITEM_OWN_OFFSET);
-  AppendText("DAYLIGHT", ITEM_OWN_DAYLIGHT);
+  if (Has(ITEM_OWN_OFFSET) || Has(ITEM_OWN_DAYLIGHT)) {
+    const bool isMachines =
+        Has(ITEM_OWN_OFFSET) && Trim(LineOf(ITEM_OWN_OFFSET)->Value()) == kOwnOffsetOfMachine;
+    if (!isMachines) AppendText("TZ", ITEM_OWN_OFFSET);
+    AppendText("DAYLIGHT", ITEM_OWN_DAYLIGHT);
+    return;
+  }
+  if (!start_ || start_->local.zone == nullptr || icaltime_is_utc(start_->local) != 0) return;
+  const CCalendarZone zone =
+      ZoneAround(const_cast<icaltimezone*>(start_->local.zone), *IcalUtc(start_->utc));
+  const std::string offset = OffsetValueOf(zone);
+  const std::string daylight = DaylightValueOf(zone);
+  if (!HasZoneValues(zone)) return;
+  if (!offset.empty()) out_.AppendWord("TZ", offset);
+  if (!daylight.empty()) out_.AppendWord("DAYLIGHT", daylight);
 }
 
 }  // namespace

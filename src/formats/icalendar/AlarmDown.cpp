@@ -54,14 +54,6 @@ bool IsShown(const AlarmProperties& alarm) {
                                EqualsIgnoringCase(Trim(action->Value()), "DISPLAY"));
 }
 
-bool CountsFromEnd(const ContentLine& trigger) {
-  for (icalproperty* const property : LineProperties(trigger)) {
-    icalparameter* const end = icalproperty_get_first_parameter(property, ICAL_RELATED_PARAMETER);
-    return end != nullptr && icalparameter_get_related(end) == ICAL_RELATED_END;
-  }
-  return false;
-}
-
 // When the alarm runs, by a time or by what lies between it and the item's start or end.
 std::optional<COleDateTime> MomentOf(const ContentLine& trigger, const AlarmSources& sources,
                                      const DownTimes& times) {

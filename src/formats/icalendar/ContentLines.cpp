@@ -80,25 +80,6 @@ std::vector<ContentLine> ContentLinesOf(std::string_view component) {
   return lines;
 }
 
-LineProperties::LineProperties(const ContentLine& line) {
-  // Between a frame of its own libical reads any property alike.
-  constexpr std::string_view kHead = "BEGIN:VEVENT\r\n";
-  constexpr std::string_view kTail = "\r\nEND:VEVENT\r\n";
-  std::string text;
-  text.reserve(kHead.size() + line.text.size() + kTail.size());
-  text.append(kHead).append(line.text).append(kTail);
-  component_.reset(icalcomponent_new_from_string(text.c_str()));
-  if (component_ == nullptr) return;
-  for (icalproperty* property =
-           icalcomponent_get_first_property(component_.get(), ICAL_ANY_PROPERTY);
-       property != nullptr;
-       property = icalcomponent_get_next_property(component_.get(), ICAL_ANY_PROPERTY)) {
-    const bool isGood = icalproperty_isa(property) != ICAL_XLICERROR_PROPERTY &&
-                        icalproperty_get_value(property) != nullptr;
-    if (isGood) properties_.push_back(property);
-  }
-}
-
 std::vector<std::string> TextsOf(const ContentLine& line) {
   std::vector<std::string> texts(1);
   TakeText(line.Value(), [&texts](char c, bool isComma) {
@@ -117,13 +98,33 @@ std::string TextOfLine(const ContentLine& line) {
   return text;
 }
 
+namespace {
+
+// The property with the first value of a list, or null for one that libical takes for bad.
+IcalOwner<icalproperty> FirstOf(const ContentLine& line) {
+  // libical's time grows faster than the parameters.
+  constexpr std::size_t kLongest = 4'000;
+  const std::size_t size = line.text.size() - line.Value().size();
+  const std::size_t end = std::min(line.text.find(',', size), line.text.size());
+  if (end > kLongest) return nullptr;
+  return IcalOwner<icalproperty>(icalproperty_new_from_string(line.text.substr(0, end).c_str()));
+}
+
+}  // namespace
+
 std::string ZoneNameOf(const ContentLine& line) {
-  for (icalproperty* const property : LineProperties(line)) {
-    icalparameter* const zone = icalproperty_get_first_parameter(property, ICAL_TZID_PARAMETER);
-    const char* const name = zone == nullptr ? nullptr : icalparameter_get_tzid(zone);
-    if (name != nullptr) return name;
-  }
-  return {};
+  const IcalOwner<icalproperty> first = FirstOf(line);
+  if (first == nullptr) return {};
+  icalparameter* const zone = icalproperty_get_first_parameter(first.get(), ICAL_TZID_PARAMETER);
+  const char* const name = zone == nullptr ? nullptr : icalparameter_get_tzid(zone);
+  return name == nullptr ? std::string() : std::string(name);
+}
+
+bool CountsFromEnd(const ContentLine& line) {
+  const IcalOwner<icalproperty> first = FirstOf(line);
+  if (first == nullptr) return false;
+  icalparameter* const end = icalproperty_get_first_parameter(first.get(), ICAL_RELATED_PARAMETER);
+  return end != nullptr && icalparameter_get_related(end) == ICAL_RELATED_END;
 }
 
 }  // namespace pim

@@ -28,24 +28,13 @@ struct ContentLine {
 // depth of their component's inside. Ends with the END of the outermost one.
 std::vector<ContentLine> ContentLinesOf(std::string_view component);
 
-// The properties that libical makes of one. None for one that it takes for bad.
-class LineProperties {
- public:
-  explicit LineProperties(const ContentLine& line);
-
-  auto begin() const { return properties_.begin(); }
-  auto end() const { return properties_.end(); }
-
- private:
-  IcalOwner<icalcomponent> component_;
-  std::vector<icalproperty*> properties_;
-};
-
 // The texts of a property's value, which commas part, their escapes undone; and the value as one
 // text, commas or not.
 std::vector<std::string> TextsOf(const ContentLine& line);
 std::string TextOfLine(const ContentLine& line);
 // The name in its TZID; empty without one.
 std::string ZoneNameOf(const ContentLine& line);
+// Whether its RELATED names the item's end.
+bool CountsFromEnd(const ContentLine& line);
 
 }  // namespace pim

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "formats/icalendar/DownTimes.h"
 
+#include <algorithm>
 #include <string>
 
 #include "support/Ascii.h"
@@ -13,9 +14,9 @@ namespace {
 constexpr std::int64_t kSecondsInDay = 24 * 60 * 60;
 
 // The moment by the text alone: a day, in UTC, or floating.
-icaltimetype SpeltTime(const ContentLine& line) {
+icaltimetype SpeltTime(std::string_view value) {
   constexpr std::size_t kLongest = 16;
-  const std::string_view value = Trim(line.Value());
+  value = Trim(value);
   if (value.size() > kLongest) return icaltime_null_time();
   icaltimetype time = icaltime_from_string(std::string(value).c_str());
   // A leap second has no place in a record's time.
@@ -30,27 +31,44 @@ COleDateTime UtcOfTime(const icaltimetype& time) {
   return DateTimeOf(icaltime_convert_to_zone(time, icaltimezone_get_utc_timezone()));
 }
 
+std::optional<ItemTime> DownTimes::Read(const ContentLine& line, std::string_view value,
+                                        icaltimezone* zone) const {
+  icaltimetype time = SpeltTime(value);
+  const bool isTime = icaltime_is_null_time(time) == 0 && DateTimeOf(time).status == StatusValid;
+  if (isTime && time.is_date == 0 && icaltime_is_utc(time) == 0) time.zone = zone;
+  COleDateTime utc;
+  if (isTime) utc = UtcOfTime(time);
+  if (isTime && utc.status == StatusValid) return ItemTime{time, utc};
+  tell_({std::string(line.Name()), FormatVerdict::Dropped, FormatReason::BadValue, line.line});
+  return std::nullopt;
+}
+
+// Null, which is told, for a name that nothing says more of; null for floating times and days.
+icaltimezone* DownTimes::ZoneOf(const ContentLine& line) const {
+  const std::string name = ZoneNameOf(line);
+  if (name.empty()) return nullptr;
+  icaltimezone* const zone = zones_.Find(name);
+  const bool isTime = line.Value().find('T') != std::string_view::npos;
+  if (zone == nullptr && isTime) {
+    tell_({std::string(line.Name()), FormatVerdict::Changed, FormatReason::UnknownZone, line.line});
+  }
+  return zone;
+}
+
 std::optional<ItemTime> DownTimes::TimeOf(const ContentLine& line) const {
-  const std::string name(line.Name());
-  icaltimetype time = SpeltTime(line);
-  if (icaltime_is_null_time(time) != 0 || DateTimeOf(time).status != StatusValid) {
-    tell_({name, FormatVerdict::Dropped, FormatReason::BadValue, line.line});
-    return std::nullopt;
+  return Read(line, line.Value(), ZoneOf(line));
+}
+
+std::vector<ItemTime> DownTimes::TimesOf(const ContentLine& line) const {
+  std::vector<ItemTime> times;
+  icaltimezone* const zone = ZoneOf(line);
+  std::string_view rest = line.Value();
+  while (!rest.empty()) {
+    const std::string_view value = rest.substr(0, rest.find(','));
+    rest.remove_prefix(std::min(value.size() + 1, rest.size()));
+    if (const auto time = Read(line, value, zone)) times.push_back(*time);
   }
-  if (time.is_date == 0 && icaltime_is_utc(time) == 0) {
-    const std::string zone = ZoneNameOf(line);
-    if (!zone.empty()) {
-      time.zone = zones_.Find(zone);
-      if (time.zone == nullptr)
-        tell_({name, FormatVerdict::Changed, FormatReason::UnknownZone, line.line});
-    }
-  }
-  const COleDateTime utc = UtcOfTime(time);
-  if (utc.status != StatusValid) {
-    tell_({name, FormatVerdict::Dropped, FormatReason::BadValue, line.line});
-    return std::nullopt;
-  }
-  return ItemTime{time, utc};
+  return times;
 }
 
 std::optional<ItemTime> DownTimes::Behind(const ItemTime& time, const icaldurationtype& length) {

@@ -4,6 +4,8 @@
 
 #include <cstdint>
 #include <optional>
+#include <string_view>
+#include <vector>
 
 #include "formats/FormatLoss.h"
 #include "formats/icalendar/ContentLines.h"
@@ -28,10 +30,16 @@ class DownTimes {
 
   // Nothing, which is told, for a value that is no moment of the years 100 to 9999.
   std::optional<ItemTime> TimeOf(const ContentLine& line) const;
+  // The same for each time of a list.
+  std::vector<ItemTime> TimesOf(const ContentLine& line) const;
   // The time behind a length of time; days count by the calendar of the zone.
   static std::optional<ItemTime> Behind(const ItemTime& time, const icaldurationtype& length);
 
  private:
+  std::optional<ItemTime> Read(const ContentLine& line, std::string_view value,
+                               icaltimezone* zone) const;
+  icaltimezone* ZoneOf(const ContentLine& line) const;
+
   const ZoneBook& zones_;
   const TellFormatLoss& tell_;
 };

@@ -65,6 +65,7 @@ class ItemBuilder {
         tell_(tell),
         kind_(KindOf(item)),
         component_(Made(icalcomponent_new(kind_))),
+        zone_(zone),
         span_(item, zone, component_.get(), tell) {}
 
   IcalOwner<icalcomponent> Build() {
@@ -97,17 +98,20 @@ class ItemBuilder {
   void AddOwnText(const char* name, const std::string& text) {
     AddOwn(component_.get(), name, text);
   }
-  // What of a text the form has, which is told.
+  // A text as the form has it; what it hasn't is told.
   std::string Text(const char* field, const WideText& wide) {
     ItemText text(wide);
-    if (text.loss) Tell(field, FormatVerdict::Changed, *text.loss);
+    if (text.loss) {
+      Tell(field, text.text.empty() ? FormatVerdict::Dropped : FormatVerdict::Changed, *text.loss);
+    }
     return std::move(text.text);
   }
   void AddText(icalproperty_kind kind, const char* field, const WideText& wide) {
-    if (wide.empty()) return;
+    const std::string text = Text(field, wide);
+    if (text.empty()) return;
     icalproperty* const property = Made(icalproperty_new(kind));
     Add(property);
-    icalproperty_set_value(property, Made(icalvalue_new_text(Text(field, wide).c_str())));
+    icalproperty_set_value(property, Made(icalvalue_new_text(text.c_str())));
   }
   // A stamp in UTC; nothing for null, and what is no date is told.
   std::optional<icaltimetype> StampOf(const char* field, const COleDateTimeNull& value) {
@@ -141,6 +145,7 @@ class ItemBuilder {
   const TellFormatLoss& tell_;
   icalcomponent_kind kind_;
   IcalOwner<icalcomponent> component_;
+  const ItemZone* zone_;
   ItemSpan span_;
 };
 
@@ -215,9 +220,10 @@ void ItemBuilder::AddExceptions(const RecurrenceData& rule, const std::string& r
 void ItemBuilder::AddLocation() {
   if (!isJournal()) {
     AddText(ICAL_LOCATION_PROPERTY, "location", item_.location);
-  } else if (!item_.location.empty()) {
-    AddOwnText(kOwnLocation, Text("location", item_.location));
+    return;
   }
+  const std::string location = Text("location", item_.location);
+  if (!location.empty()) AddOwnText(kOwnLocation, location);
 }
 
 // One property for each, since the library can't part them otherwise.
@@ -236,7 +242,10 @@ void ItemBuilder::AddCategories() {
       std::ranges::replace_if(text.text, parts, ' ');
       text.loss = FormatReason::BadCharacter;
     }
-    if (text.loss) Tell(field, FormatVerdict::Changed, *text.loss);
+    if (text.loss) {
+      Tell(field, text.text.empty() ? FormatVerdict::Dropped : FormatVerdict::Changed, *text.loss);
+    }
+    if (text.text.empty()) continue;
     Add(icalproperty_new_categories(text.text.c_str()));
   }
 }
@@ -277,8 +286,8 @@ void ItemBuilder::AddPriority() {
 }
 
 void ItemBuilder::AddColor() {
-  if (item_.color.empty()) return;
   const std::string color = Text("color", item_.color);
+  if (color.empty()) return;
   if (IsColorName(color)) {
     Add(icalproperty_new_color(color.c_str()));
   } else {
@@ -296,7 +305,8 @@ void ItemBuilder::AddZone() {
     Tell("zone", FormatVerdict::Changed, FormatReason::BadValue);
     return;
   }
-  const std::string offset = OffsetValueOf(item_.zone);
+  const bool isMachines = zone_ != nullptr && zone_->isMachines();
+  const std::string offset = isMachines ? kOwnOffsetOfMachine : OffsetValueOf(item_.zone);
   const std::string daylight = DaylightValueOf(item_.zone);
   if (!offset.empty()) AddOwnText(kOwnOffset, offset);
   if (!daylight.empty()) AddOwnText(kOwnDaylight, daylight);

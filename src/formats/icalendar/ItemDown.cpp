@@ -8,6 +8,8 @@
 #include "formats/icalendar/DownLines.h"
 #include "formats/icalendar/DownTimes.h"
 #include "formats/icalendar/ItemLines.h"
+#include "formats/icalendar/ItemZone.h"
+#include "formats/icalendar/OwnWords.h"
 #include "formats/icalendar/RuleDates.h"
 #include "formats/icalendar/RuleDown.h"
 #include "formats/icalendar/RuleText.h"
@@ -104,6 +106,9 @@ class ItemDown {
   void AppendTextOf(std::string_view name, const ContentLine& line, const std::string& text) {
     if (!out_.AppendText(name, text))
       Tell(line, FormatVerdict::Changed, FormatReason::BadCharacter);
+    // A language, or where the text stands in another form.
+    if (line.text[line.text.find_first_of(":;")] == ';')
+      Tell(line, FormatVerdict::Changed, FormatReason::TypeIgnored);
   }
   void AppendText(std::string_view name, ItemProperty property) {
     if (Has(property)) AppendTextOf(name, *LineOf(property), TextOfLine(*LineOf(property)));
@@ -228,15 +233,8 @@ RecurrencePointer ItemDown::RuleOf(const std::string& said) {
 void ItemDown::AppendExceptions(const std::string& said) {
   std::vector<ItemTime> dates;
   for (const ContentLine* line : lines_.exceptions) {
-    ContentLine one = *line;
-    const std::string head = line->text.substr(0, line->text.size() - line->Value().size());
-    std::string_view rest = line->Value();
-    while (!rest.empty()) {
-      const std::string_view value = rest.substr(0, rest.find(','));
-      rest.remove_prefix(std::min(value.size() + 1, rest.size()));
-      one.text = head + std::string(value);
-      if (const auto date = times_.TimeOf(one)) dates.push_back(*date);
-    }
+    const std::vector<ItemTime> times = times_.TimesOf(*line);
+    dates.insert(dates.end(), times.begin(), times.end());
   }
   if (Has(ITEM_OWN_EXCEPTION)) {
     CRecurrence exception;
@@ -274,12 +272,13 @@ void ItemDown::AppendCategories() {
   std::string words;
   std::uint32_t last = 0;
   for (const ContentLine* line : lines_.categories) {
+    bool isWhole = true;
     for (std::string& word : TextsOf(*line)) {
       std::ranges::transform(word, word.begin(), ToUpper);
       const std::uint32_t bit = CategoryBitOf(NarrowStringView(Trim(word)));
       // It would make a memo of another item.
       if (bit == 0 || (bit == CATEGORY_MEMO && kind_.kind != ICAL_VJOURNAL_COMPONENT)) {
-        Tell(*line, FormatVerdict::Changed, FormatReason::OtherParts);
+        isWhole = false;
         continue;
       }
       if ((bit & kKept) != 0 && bit <= last) {
@@ -289,6 +288,7 @@ void ItemDown::AppendCategories() {
       if ((bit & kKept) != 0) last = bit;
       words.append(words.empty() ? "" : ";").append(Trim(word));
     }
+    if (!isWhole) Tell(*line, FormatVerdict::Changed, FormatReason::OtherParts);
   }
   if (!words.empty()) out_.AppendWord("CATEGORIES", words);
 }
@@ -354,9 +354,23 @@ void ItemDown::AppendStatus() {
   Drop(line, FormatReason::BadValue);
 }
 
+// Records keep the moments alone; the days of a rule are those of the zone.
 void ItemDown::AppendZone() {
-  AppendText("TZ", ITEM_OWN_OFFSET);
-  AppendText("DAYLIGHT", ITEM_OWN_DAYLIGHT);
+  if (Has(ITEM_OWN_OFFSET) || Has(ITEM_OWN_DAYLIGHT)) {
+    const bool isMachines =
+        Has(ITEM_OWN_OFFSET) && Trim(LineOf(ITEM_OWN_OFFSET)->Value()) == kOwnOffsetOfMachine;
+    if (!isMachines) AppendText("TZ", ITEM_OWN_OFFSET);
+    AppendText("DAYLIGHT", ITEM_OWN_DAYLIGHT);
+    return;
+  }
+  if (!start_ || start_->local.zone == nullptr || icaltime_is_utc(start_->local) != 0) return;
+  const CCalendarZone zone =
+      ZoneAround(const_cast<icaltimezone*>(start_->local.zone), *IcalUtc(start_->utc));
+  const std::string offset = OffsetValueOf(zone);
+  const std::string daylight = DaylightValueOf(zone);
+  if (!HasZoneValues(zone)) return;
+  if (!offset.empty()) out_.AppendWord("TZ", offset);
+  if (!daylight.empty()) out_.AppendWord("DAYLIGHT", daylight);
 }
 
 }  // namespace

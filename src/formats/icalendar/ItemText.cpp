@@ -27,6 +27,10 @@ std::size_t FindBadUnit(WideStringView wide) {
 }  // namespace
 
 ItemText::ItemText(WideStringView wide) {
+  if (!wide.empty() && wide.find_first_not_of(u" \t") == WideStringView::npos) {
+    loss = FormatReason::BadCharacter;
+    return;
+  }
   const std::size_t bad = FindBadUnit(wide);
   if (bad == wide.size()) {
     AppendUtf8(wide, text);

@@ -8,6 +8,8 @@
 #include "formats/Uuid.h"
 #include "formats/icalendar/ItemText.h"
 #include "pim/manager/TypeWords.h"
+#include "platform/ZoneChanges.h"
+#include "platform/ZoneRecord.h"
 #include "support/DateTimeText.h"
 
 namespace pim {
@@ -16,6 +18,7 @@ namespace {
 constexpr int kMinute = 60;
 constexpr int kHour = 60 * kMinute;
 constexpr int kDay = 24 * kHour;
+constexpr int kWeek = 7;
 
 // In seconds; nothing where it is no offset of whole minutes and less than a day.
 std::optional<int> OffsetOf(const COleDateTimeSpan& span) {
@@ -41,7 +44,6 @@ bool HasDaylight(const CCalendarZone& zone) {
 // The weekday of the month on which a change comes back each year: the last one, or one from the
 // month's start.
 std::string YearlyRuleOf(const icaltimetype& change) {
-  constexpr int kWeek = 7;
   const bool isLast = change.day + kWeek > icaltime_days_in_month(change.month, change.year);
   const int position = isLast ? -1 : (change.day - 1) / kWeek + 1;
   return "FREQ=YEARLY;BYMONTH=" + std::to_string(change.month) +
@@ -53,31 +55,56 @@ void Add(icalcomponent* component, icalproperty* property) {
   icalcomponent_add_property(component, Made(property));
 }
 
-// What begins at a moment, given in the local time that ends then, or has held ever since without
-// one.
+// What begins at a local time, by the clock as it is then, and comes back by the rule; or has held
+// ever since, without one.
 struct Observance {
   icalcomponent_kind kind;
   int from;
   int to;
-  const WideText& name;
-  std::optional<icaltimetype> utc;
+  std::string name;
+  icaltimetype begin = icaltime_from_string("16010101T000000");
+  std::string rule = {};
 };
 
 void AddObservance(icalcomponent* zone, const Observance& observance) {
   icalcomponent* const part = Made(icalcomponent_new(observance.kind));
   icalcomponent_add_component(zone, part);
-  icaltimetype begin = icaltime_from_string("16010101T000000");
-  if (observance.utc) {
-    begin = *observance.utc;
-    begin.zone = nullptr;
-    icaltime_adjust(&begin, 0, 0, 0, observance.from);
-    Add(part, icalproperty_new_rrule(icalrecurrencetype_from_string(YearlyRuleOf(begin).c_str())));
-  }
-  Add(part, icalproperty_new_dtstart(begin));
+  if (!observance.rule.empty())
+    Add(part, icalproperty_new_rrule(icalrecurrencetype_from_string(observance.rule.c_str())));
+  Add(part, icalproperty_new_dtstart(observance.begin));
   Add(part, icalproperty_new_tzoffsetfrom(observance.from));
   Add(part, icalproperty_new_tzoffsetto(observance.to));
-  if (!observance.name.empty())
-    Add(part, icalproperty_new_tzname(ItemText(observance.name).text.c_str()));
+  if (!observance.name.empty()) Add(part, icalproperty_new_tzname(observance.name.c_str()));
+}
+
+// A change that comes back each year.
+Observance ChangeAt(const COleDateTime& utc, icalcomponent_kind kind, int from, int to,
+                    const WideText& name) {
+  icaltimetype begin = *IcalUtc(utc);
+  begin.zone = nullptr;
+  icaltime_adjust(&begin, 0, 0, 0, from);
+  return {kind, from, to, ItemText(name).text, begin, YearlyRuleOf(begin)};
+}
+
+// The same of the machine's zone.
+Observance ChangeOf(const SYSTEMTIME& date, icalcomponent_kind kind, int from, int to) {
+  constexpr std::uint16_t kFirstYear = 1970;
+  constexpr std::uint16_t kLast = 5;
+  Observance change{kind, from, to, {}};
+  SYSTEMTIME time;
+  const auto seconds = ZoneChangeInYear(date, kFirstYear);
+  if (!seconds || !SystemTimeFromSeconds(*seconds, time)) return change;
+  change.begin = IcalTime({time.wYear, time.wMonth, time.wDay, time.wHour, time.wMinute, 0}, false);
+  change.rule = "FREQ=YEARLY;BYMONTH=" + std::to_string(date.wMonth) +
+                ";BYDAY=" + (date.wDay == kLast ? "-1" : std::to_string(date.wDay)) +
+                std::string(WeekdayWord(date.wDayOfWeek));
+  return change;
+}
+
+IcalOwner<icalcomponent> NewZone(const std::string& name) {
+  IcalOwner<icalcomponent> component(Made(icalcomponent_new(ICAL_VTIMEZONE_COMPONENT)));
+  Add(component.get(), icalproperty_new_tzid(name.c_str()));
+  return component;
 }
 
 // Unlike zones have unlike names, whatever the machine.
@@ -90,6 +117,23 @@ std::string ZoneName(const CCalendarZone& zone, int offset) {
   mark.Add(zone.standardName.view());
   mark.Add(zone.daylightName.view());
   return name + "/" + mark.Text().substr(0, kMark);
+}
+
+// The first second of the week behind `from` at which the clock isn't any more as it is there.
+icaltimetype ChangeBetween(icaltimezone* zone, const icaltimetype& from, int isDaylight) {
+  int low = 0;
+  int high = kWeek * kDay;
+  while (high - low > 1) {
+    const int middle = (low + high) / 2;
+    icaltimetype time = from;
+    icaltime_adjust(&time, 0, 0, 0, middle);
+    int now = 0;
+    icaltimezone_get_utc_offset_of_utc_time(zone, &time, &now);
+    (now == isDaylight ? low : high) = middle;
+  }
+  icaltimetype change = from;
+  icaltime_adjust(&change, 0, 0, 0, high);
+  return change;
 }
 
 bool IsDaylightSaid(const CCalendarZone& zone) {
@@ -118,26 +162,51 @@ bool IsWholeMinute(const COleDateTime& date) {
 
 }  // namespace
 
+std::optional<ItemZone> ItemZone::Made(std::string name, IcalOwner<icalcomponent> component) {
+  IcalOwner<icaltimezone> zone(pim::Made(icaltimezone_new()));
+  if (icaltimezone_set_component(zone.get(), component.get()) == 0) return std::nullopt;
+  component.release();  // NOLINT(bugprone-unused-return-value): the zone owns it
+  return ItemZone(std::move(name), std::move(zone));
+}
+
 std::optional<ItemZone> ItemZone::Of(const CCalendarZone& zone) {
   const auto offset = OffsetOf(zone.tzOffset);
   const bool hasDaylight = HasDaylight(zone);
   if (!offset || (*offset == 0 && !hasDaylight)) return std::nullopt;
   std::string name = ZoneName(zone, *offset);
-  IcalOwner<icalcomponent> component(Made(icalcomponent_new(ICAL_VTIMEZONE_COMPONENT)));
-  Add(component.get(), icalproperty_new_tzid(name.c_str()));
+  IcalOwner<icalcomponent> component = NewZone(name);
   AddObservance(component.get(),
-                {ICAL_XSTANDARD_COMPONENT, *offset, *offset, zone.standardName, {}});
+                {ICAL_XSTANDARD_COMPONENT, *offset, *offset, ItemText(zone.standardName).text});
   if (hasDaylight) {
     const int daylight = *OffsetOf(zone.daylightOffset);
-    AddObservance(component.get(), {ICAL_XDAYLIGHT_COMPONENT, *offset, daylight, zone.daylightName,
-                                    IcalUtc(zone.daylightStart)});
-    AddObservance(component.get(), {ICAL_XSTANDARD_COMPONENT, daylight, *offset, zone.standardName,
-                                    IcalUtc(zone.daylightEnd)});
+    AddObservance(component.get(), ChangeAt(zone.daylightStart, ICAL_XDAYLIGHT_COMPONENT, *offset,
+                                            daylight, zone.daylightName));
+    AddObservance(component.get(), ChangeAt(zone.daylightEnd, ICAL_XSTANDARD_COMPONENT, daylight,
+                                            *offset, zone.standardName));
   }
-  IcalOwner<icaltimezone> made(Made(icaltimezone_new()));
-  if (icaltimezone_set_component(made.get(), component.get()) == 0) return std::nullopt;
-  component.release();  // NOLINT(bugprone-unused-return-value): the zone owns it
-  return ItemZone(std::move(name), std::move(made));
+  return Made(std::move(name), std::move(component));
+}
+
+std::optional<ItemZone> ItemZone::OfMachine() {
+  TIME_ZONE_INFORMATION machine;
+  GetTimeZoneInformation(machine);
+  const bool hasDaylight = machine.StandardDate.wMonth != 0 && machine.DaylightDate.wMonth != 0;
+  const int standard = -(machine.Bias + (hasDaylight ? machine.StandardBias : 0)) * kMinute;
+  const int daylight = -(machine.Bias + machine.DaylightBias) * kMinute;
+  if (standard == 0 && !hasDaylight) return std::nullopt;
+  std::string name = "UTC" + OffsetText(standard);
+  if (hasDaylight) name += OffsetText(daylight);
+  IcalOwner<icalcomponent> component = NewZone(name);
+  AddObservance(component.get(), {ICAL_XSTANDARD_COMPONENT, standard, standard, {}});
+  if (hasDaylight) {
+    AddObservance(component.get(),
+                  ChangeOf(machine.DaylightDate, ICAL_XDAYLIGHT_COMPONENT, standard, daylight));
+    AddObservance(component.get(),
+                  ChangeOf(machine.StandardDate, ICAL_XSTANDARD_COMPONENT, daylight, standard));
+  }
+  auto zone = Made(std::move(name), std::move(component));
+  if (zone) zone->isMachines_ = true;
+  return zone;
 }
 
 bool AreOneZone(const CCalendarZone& a, const CCalendarZone& b) {
@@ -180,6 +249,39 @@ bool HasZoneValues(const CCalendarZone& zone) {
          isGood(zone.daylightEnd) && IsNameForValue(zone.standardName) &&
          IsNameForValue(zone.daylightName) &&
          !(zone.standardName.empty() && !zone.daylightName.empty());
+}
+
+CCalendarZone ZoneAround(icaltimezone* zone, const icaltimetype& moment) {
+  constexpr int kDays = 366;
+  CCalendarZone around;
+  icaltimetype time = moment;
+  icaltime_adjust(&time, -kDays, 0, 0, 0);
+  int isDaylight = 0;
+  int offset = icaltimezone_get_utc_offset_of_utc_time(zone, &time, &isDaylight);
+  if (isDaylight == 0) around.tzOffset.SetDateTimeSpan(0, 0, 0, offset);
+  for (int day = -kDays; day < kDays; day += kWeek) {
+    const int before = isDaylight;
+    const icaltimetype from = time;
+    icaltime_adjust(&time, kWeek, 0, 0, 0);
+    offset = icaltimezone_get_utc_offset_of_utc_time(zone, &time, &isDaylight);
+    if (isDaylight == before) continue;
+    const icaltimetype change = ChangeBetween(zone, from, before);
+    if (isDaylight == 0) {
+      around.tzOffset.SetDateTimeSpan(0, 0, 0, offset);
+      if (around.daylightStart.status == StatusValid) around.daylightEnd = DateTimeOf(change);
+      // Of two summers the one that holds the moment, or comes next.
+      if (around.daylightEnd.status == StatusValid && icaltime_compare(change, moment) > 0) break;
+    } else {
+      around.daylightOffset.SetDateTimeSpan(0, 0, 0, offset);
+      around.daylightStart = DateTimeOf(change);
+      around.daylightEnd = {};
+    }
+  }
+  if (around.daylightEnd.status == StatusValid) return around;
+  // No summer, or one without an end.
+  around.daylightOffset = {};
+  around.daylightStart = {};
+  return around;
 }
 
 }  // namespace pim

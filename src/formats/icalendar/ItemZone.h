@@ -10,23 +10,29 @@
 
 namespace pim {
 
-// A zone of records as a VTIMEZONE: its daylight time comes back each year by the weekdays of the
-// months in which it begins and ends.
+// A zone as a VTIMEZONE.
 class ItemZone {
  public:
-  // Nothing for a zone that says no more than UTC, or whose offset is none of a day's.
+  // A record's, whose daylight time comes back each year by the weekdays of the months in which it
+  // begins and ends. Nothing for one that says no more than UTC, or whose offset is none of a
+  // day's.
   static std::optional<ItemZone> Of(const CCalendarZone& zone);
+  // The machine's; nothing where that is UTC.
+  static std::optional<ItemZone> OfMachine();
 
   const std::string& name() const { return name_; }  // TZID
   const icaltimezone* zone() const { return zone_.get(); }
+  bool isMachines() const { return isMachines_; }
   std::string Text() const { return IcalTextOf(icaltimezone_get_component(zone_.get())); }
 
  private:
   ItemZone(std::string name, IcalOwner<icaltimezone> zone)
       : name_(std::move(name)), zone_(std::move(zone)) {}
+  static std::optional<ItemZone> Made(std::string name, IcalOwner<icalcomponent> component);
 
   std::string name_;
   IcalOwner<icaltimezone> zone_;
+  bool isMachines_ = false;
 };
 
 // Whether the two are one zone, names included.
@@ -38,5 +44,8 @@ std::string OffsetValueOf(const CCalendarZone& zone);
 std::string DaylightValueOf(const CCalendarZone& zone);
 // Whether the two values give the zone again.
 bool HasZoneValues(const CCalendarZone& zone);
+
+// What a record has of a zone for the time around a moment, which is in UTC; without names.
+CCalendarZone ZoneAround(icaltimezone* zone, const icaltimetype& moment);
 
 }  // namespace pim

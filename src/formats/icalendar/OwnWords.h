@@ -34,8 +34,9 @@ inline constexpr const char* kOwnException = "X-PIMVOBJ-XRULE";
 inline constexpr const char* kOwnAlarm = "X-PIMVOBJ-AALARM";
 inline constexpr const char* kOwnAlarmFormat = "X-PIMVOBJ-AALARM-FORMAT";
 
-// The zone: vCalendar 1.0's values.
+// The zone: vCalendar 1.0's values, or that its times are local ones of a machine.
 inline constexpr const char* kOwnOffset = "X-PIMVOBJ-TZ";
 inline constexpr const char* kOwnDaylight = "X-PIMVOBJ-DAYLIGHT";
+inline constexpr const char* kOwnOffsetOfMachine = "LOCAL";
 
 }  // namespace pim

@@ -31,6 +31,11 @@ std::optional<bool> CountEndsFirst(const std::string& rule, const icaltimetype& 
   return true;
 }
 
+bool IsFirstDate(const std::string& rule, const icaltimetype& start) {
+  const auto first = RuleDates(rule, start).Next();
+  return first && icaltime_compare(*first, start) == 0;
+}
+
 ExceptionDates ExceptionDatesOf(const std::string& rule, const std::string& exception,
                                 const icaltimetype& start) {
   constexpr int kLastYear = 2049;

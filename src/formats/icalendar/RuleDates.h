@@ -32,6 +32,9 @@ class RuleDates {
 std::optional<bool> CountEndsFirst(const std::string& rule, const icaltimetype& start,
                                    const icaltimetype& until);
 
+// Whether the item's start is the first date of its rule.
+bool IsFirstDate(const std::string& rule, const icaltimetype& start);
+
 // The dates of an item that its exception rule takes away.
 struct ExceptionDates {
   std::vector<icaltimetype> dates;

@@ -51,19 +51,29 @@ constexpr WindowsZone kWindowsZones[] = {
     {"W. Europe Standard Time", "Europe/Berlin"},
 };
 
-// Whether a line may stand in a zone that is worked out. A rule that isn't yearly would give more
-// changes than anybody has time for.
+template <std::size_t Size>
+std::size_t CountOf(const short (&list)[Size]) {
+  return static_cast<std::size_t>(
+      std::find(std::begin(list), std::end(list), ICAL_RECURRENCE_ARRAY_MAX) - std::begin(list));
+}
+
+// Whether a rule has one change a year, by a day of a month or one of its weekdays; any other one
+// would give more changes than anybody has time for.
+bool IsZoneRule(const std::string& text) {
+  constexpr std::size_t kDaysOfAWeek = 7;
+  const icalrecurrencetype rule = icalrecurrencetype_from_string(text.c_str());
+  return rule.freq == ICAL_YEARLY_RECURRENCE && CountOf(rule.by_month) <= 1 &&
+         CountOf(rule.by_day) <= CountOf(rule.by_month) &&
+         CountOf(rule.by_month_day) <= kDaysOfAWeek && CountOf(rule.by_year_day) == 0 &&
+         CountOf(rule.by_week_no) == 0 && CountOf(rule.by_hour) == 0 &&
+         CountOf(rule.by_minute) == 0 && CountOf(rule.by_second) == 0;
+}
+
 bool IsZoneLine(const ContentLine& line) {
   constexpr std::string_view kNames[] = {"BEGIN", "END",    "DTSTART",      "TZID",
                                          "RDATE", "TZNAME", "TZOFFSETFROM", "TZOFFSETTO"};
-  const std::string_view name = line.Name();
-  if (std::ranges::any_of(kNames, [name](auto known) { return EqualsIgnoringCase(known, name); }))
-    return true;
-  if (!EqualsIgnoringCase(name, "RRULE")) return false;
-  const icalrecurrencetype rule = icalrecurrencetype_from_string(std::string(line.Value()).c_str());
-  return rule.freq == ICAL_YEARLY_RECURRENCE && rule.by_hour[0] == ICAL_RECURRENCE_ARRAY_MAX &&
-         rule.by_minute[0] == ICAL_RECURRENCE_ARRAY_MAX &&
-         rule.by_second[0] == ICAL_RECURRENCE_ARRAY_MAX;
+  return std::ranges::any_of(
+      kNames, [&line](std::string_view name) { return EqualsIgnoringCase(name, line.Name()); });
 }
 
 // A part says when it begins and by how much the clock is off then.
@@ -117,16 +127,16 @@ void ZoneBook::Take(std::string_view component) {
   constexpr std::size_t kMostZones = 1'000;
   constexpr std::size_t kMostLines = 2'000;
   constexpr std::size_t kLongestLine = 10'000;
+  constexpr std::size_t kMostRules = 40;
+  std::size_t rules = 0;
   std::string text;
   const std::vector<ContentLine> lines = ContentLinesOf(component);
   if (lines.size() > kMostLines) return;
   for (const ContentLine& line : lines) {
     if (line.depth > 2 || line.text.size() > kLongestLine) return;
-    if (IsZoneLine(line)) {
-      text.append(line.text).append("\r\n");
-    } else if (EqualsIgnoringCase(line.Name(), "RRULE")) {
-      return;
-    }
+    const bool isRule = EqualsIgnoringCase(line.Name(), "RRULE");
+    if (isRule && (++rules > kMostRules || !IsZoneRule(std::string(line.Value())))) return;
+    if (isRule || IsZoneLine(line)) text.append(line.text).append("\r\n");
   }
   IcalOwner<icalcomponent> parsed(icalcomponent_new_from_string(text.c_str()));
   if (parsed == nullptr || icalcomponent_isa(parsed.get()) != ICAL_VTIMEZONE_COMPONENT ||

@@ -16,7 +16,7 @@ for candidate in python3 /usr/bin/python3; do
 done
 if [ -z "$python" ] || ! command -v javac >/dev/null || [ ! -e /usr/share/java/vinnie.jar ]; then
   echo "needs python3-vobject, libez-vcard-java, libvinnie-java and a JDK"
-  exit 77
+  exit 1
 fi
 
 work=$(mktemp -d)

@@ -13,6 +13,9 @@ int HexValue(char c) {
   return upper >= 'A' && upper <= 'F' ? upper - 'A' + 10 : -1;
 }
 
+// What the tokeniser passes over ahead of each of the two digits.
+constexpr std::string_view kPassedOver[] = {{"\r\0", 2}, "\r"};
+
 // In the letter case of the digit that stood there.
 char HexDigit(unsigned value, char before) {
   const char digit = "0123456789ABCDEF"[value];
@@ -68,12 +71,11 @@ std::size_t ValueBytes::PastLineEnd(std::size_t at) const {
 // character ahead of it or none.
 std::size_t ValueBytes::PastEscape(std::size_t at) {
   std::size_t digits[2] = {};
-  for (std::size_t& digit : digits) {
-    do {
-      ++at;
-    } while (at < value_.size() && value_[at] == '\r');
-    if (at >= value_.size() || value_[at] == '\n') return at;
-    digit = at;
+  for (std::size_t i = 0; i < 2; ++i) {
+    at = value_.find_first_not_of(kPassedOver[i], at + 1);
+    if (at >= value_.size()) return value_.size();
+    if (value_[at] == '\n') return at;
+    digits[i] = at;
   }
   const int high = HexValue(value_[digits[0]]);
   const int low = HexValue(value_[digits[1]]);
@@ -87,8 +89,8 @@ std::size_t ValueBytes::PastEscape(std::size_t at) {
 
 bool BreaksSoftly(std::string_view line) {
   for (std::size_t at = line.find('='); at < line.size(); at = line.find('=', at)) {
-    for (int i = 0; i < 2; ++i) {
-      at = line.find_first_not_of('\r', at + 1);
+    for (const std::string_view passed : kPassedOver) {
+      at = line.find_first_not_of(passed, at + 1);
       if (at >= line.size() || line[at] == '\n') return true;
     }
     ++at;

@@ -4,6 +4,8 @@
 
 #include <chrono>
 
+#include "support/DateTimeText.h"
+
 namespace pim {
 
 void PrepareIcal() {
@@ -47,6 +49,10 @@ COleDateTime DateTimeOf(const icaltimetype& time) {
     value.SetDateTime(time.year, time.month, time.day, time.hour, time.minute, time.second);
   }
   return value;
+}
+
+std::string UtcText(const COleDateTime& utc) {
+  return std::string(DateTimeText(utc).AddDate().AddMinutes().AddSeconds().Add("Z").view());
 }
 
 std::int32_t DaysBetween(const icaltimetype& from, const icaltimetype& to) {

@@ -28,6 +28,9 @@ struct FreeIcal {
 template <class Object>
 using IcalOwner = std::unique_ptr<Object, FreeIcal>;
 
+inline constexpr std::int32_t kDaysOfWeek = 7;
+inline constexpr std::int64_t kSecondsOfDay = 86'400;
+
 // What libical made; it gives null when memory runs out.
 template <class Object>
 Object* Made(Object* object) {
@@ -46,10 +49,13 @@ std::optional<icaltimetype> IcalUtc(const COleDateTime& value);
 // The other way, zones aside; invalid for what is no moment of the years 100 to 9999.
 COleDateTime DateTimeOf(const icaltimetype& time);
 
+// YYYYMMDDTHHMMSSZ
+std::string UtcText(const COleDateTime& utc);
+
 // The days between two times' days.
 std::int32_t DaysBetween(const icaltimetype& from, const icaltimetype& to);
 
-// A component or value as text.
+// As text, lines ending in CR LF.
 std::string IcalTextOf(icalcomponent* component);
 
 }  // namespace pim

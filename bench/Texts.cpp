@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "bench/Texts.h"
 
-#include "support/TextCodec.h"
 #include "support/Base64.h"
+#include "support/TextCodec.h"
 
 namespace pim::bench {
 namespace {

@@ -16,7 +16,7 @@ case ${1:-} in package | all) packages+=(dpkg-dev) ;; esac
   tzdata sqlite3 jq abigail-tools doxygen lintian mmdebstrap reuse
   mandoc bash-completion zsh fish
   postgresql-15 pgbouncer
-  python3-vobject python3-icalendar libez-vcard-java openjdk-17-jdk-headless
+  python3-vobject python3-icalendar libez-vcard-java libvinnie-java openjdk-17-jdk-headless
 )
 
 missing=()

@@ -186,7 +186,8 @@ int ExportContacts(const Options& options) {
   Target target = TargetOf(options, "a folder, a file.vcf, or - for standard output");
   Session session(options, StoreAccess::ReadOnly);
   StoredContacts contacts(session, std::move(target.filter));
-  const int status = options.to ? ExportInForm(contacts, target, options) : options.output || NamesFile(target.path)
+  const int status = options.to ? ExportInForm(contacts, target, options)
+                     : options.output || NamesFile(target.path)
                          ? ExportToFile(contacts, target, options)
                          : ExportToFolder(contacts, target.path, options);
   return Worse(status, TellPicturesNotMade(session));
@@ -235,10 +236,10 @@ int ExportItems(const Options& options) {
 }  // namespace
 
 int ExportRecords(const Options& options) {
-  for (const auto& [isGiven, name] : {std::pair(options.split, "--split"),
-                                      std::pair(options.groupCards, "--groups"),
-                                      std::pair(options.csvColumns.has_value(), "--csv-columns"),
-                                      std::pair(options.report.has_value(), "--report")}) {
+  for (const auto& [isGiven, name] :
+       {std::pair(options.split, "--split"), std::pair(options.groupCards, "--groups"),
+        std::pair(options.csvColumns.has_value(), "--csv-columns"),
+        std::pair(options.report.has_value(), "--report")}) {
     if (isGiven && !options.to) throw WrongUsage(std::string(name) + " goes with --to");
   }
   return options.kind == RecordKind::Contacts ? ExportContacts(options) : ExportItems(options);

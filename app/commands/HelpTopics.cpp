@@ -8,15 +8,19 @@
 #include "app/commands/ExitStatuses.h"
 #include "app/commands/HelpLayout.h"
 #include "app/labels/Labels.h"
+#include "formats/prepare/PrepareSteps.h"
 #include "platform/CodePages.h"
 
 namespace pim::app {
 namespace {
 
 constexpr TopicRow kTopics[] = {
-    {"formats", "The files that are read and written"},  {"store", "Where records are kept"},
-    {"environment", "The variables that are looked at"}, {"labels", "What --labels takes"},
-    {"exit-statuses", "What commands end with"},         {"steps", "What 'pimvobj prepare' does"},
+    {"formats", "The files that are read and written"},
+    {"store", "Where records are kept"},
+    {"environment", "The variables that are looked at"},
+    {"labels", "What --labels takes"},
+    {"exit-statuses", "What commands end with"},
+    {"steps", "What 'pimvobj prepare' does"},
     {"columns", "What --csv-columns takes"},
 };
 
@@ -29,7 +33,12 @@ constexpr Block kFormats[] = {
     {"",
      "Contacts are read and written as vCard 2.1 (.vcf), events, to-dos and memos as vCalendar 1.0 "
      "(.vcs, and .ics where a folder is read). Other versions are read as far as they are like "
-     "these, and a message says so."},
+     "these, and a message says so; 'pimvobj prepare', and imports with --prepare, make these of "
+     "them first."},
+    {"",
+     "'pimvobj convert', and exports with --to, write what programs of today take: vCard 4.0 (RFC "
+     "6350) and 3.0 (RFC 2426), iCalendar 2.0 (RFC 5545), jCard (RFC 7095) and tables of contacts "
+     "(CSV, RFC 4180). What such a form has no place for is told, record by record."},
     {"",
      "A text is UTF-8 unless a line names its charset; --code-page names that of the other lines. "
      "A file has 2 GiB at most."},
@@ -106,6 +115,35 @@ constexpr Block kEnvironment[] = {
      "They say what its URL doesn't."},
 };
 
+constexpr Block kColumns[] = {
+    {"",
+     "A file of columns has one of them a line, as \"Column name = FIELD\"; blank lines and those "
+     "that begin with # say nothing. A FIELD is one of those that 'pimvobj inspect --json' prints, "
+     "with its list and number:"},
+    {"name.given_name", "A part of the name"},
+    {"hobby", "A text by its name alone"},
+    {"telephones[0].number", "Of one entry of a list, counted from 0"},
+    {"telephones[4..].number", "Of that entry and all behind it"},
+    {"telephones.number", "Of all entries"},
+    {"telephones.work.number", "Of those whose type has the word"},
+    {"telephones.work[0].number", "Of the first one of those"},
+    {"nicknames[0]", "Of a list of texts"},
+    {"",
+     "Several FIELDs with + between them go into one column, and a text in quotes ahead of a FIELD "
+     "stands there where that isn't empty: \"Hobby\" hobby. What comes of several is parted by "
+     "\" ::: \"."},
+};
+
+std::vector<TopicBlock> StepBlocks() {
+  std::vector<TopicBlock> blocks = {
+      {"",
+       "All of these are done to a text, in this order, unless --steps names some; each leaves "
+       "alone what needs nothing."}};
+  for (const PrepareStepRow& row : PrepareSteps())
+    blocks.push_back({std::string(row.name), std::string(row.help)});
+  return blocks;
+}
+
 // The words of previews: all that a file of labels may change.
 std::vector<TopicBlock> LabelBlocks() {
   std::vector<TopicBlock> blocks = {
@@ -142,9 +180,11 @@ std::vector<TopicBlock> BlocksOf(const TopicRow& topic) {
   const std::string_view word = topic.word;
   if (word == "exit-statuses") return ExitStatusBlocks();
   if (word == "labels") return LabelBlocks();
-  const std::span<const Block> texts = word == "formats" ? std::span<const Block>(kFormats)
-                                       : word == "store" ? std::span<const Block>(kStore)
-                                                         : std::span<const Block>(kEnvironment);
+  if (word == "steps") return StepBlocks();
+  const std::span<const Block> texts = word == "formats"   ? std::span<const Block>(kFormats)
+                                       : word == "store"   ? std::span<const Block>(kStore)
+                                       : word == "columns" ? std::span<const Block>(kColumns)
+                                                           : std::span<const Block>(kEnvironment);
   std::vector<TopicBlock> blocks;
   for (const Block& block : texts) blocks.push_back({block.term, block.text});
   return blocks;

@@ -158,17 +158,28 @@ TEST(VCardForm, Folds) {
   }
 }
 
+// A picture's media comes of its name or, where that says none, of its bytes.
 TEST(VCardForm, Pictures) {
+  const struct {
+    std::string name;
+    std::string bytes;
+    std::string v4;
+    std::string v3;
+  } kRows[] = {
+      {"a.JPG", "ABCD", "image/jpeg;base64,QUJDRA==", "JPEG:QUJDRA=="},
+      {"b.", "GIF8", "image/gif;base64,R0lGOA==", "GIF:R0lGOA=="},
+      {"c", "x", "application/octet-stream;base64,eA==", "UNKNOWN:eA=="},
+  };
   const PicturesFolder folder;
-  std::ofstream(PicturesFolder::path() + "/a.JPG") << "ABCD";
-  CContact contact;
-  contact.photo = u"a.JPG";
-  EXPECT_NE(Form(MakeVCardForm(VCardVersion::V4, false), contact)
-                .text.find("\r\nPHOTO:data:image/jpeg;base64,QUJDRA==\r\n"),
-            std::string::npos);
-  EXPECT_NE(Form(MakeVCardForm(VCardVersion::V3, false), contact)
-                .text.find("\r\nPHOTO;ENCODING=b;TYPE=JPEG:QUJDRA==\r\n"),
-            std::string::npos);
+  for (const auto& row : kRows) {
+    std::ofstream(PicturesFolder::path() + "/" + row.name) << row.bytes;
+    CContact contact;
+    contact.photo = WideFromUtf8(row.name);
+    EXPECT_TRUE(BehindUid(Form(MakeVCardForm(VCardVersion::V4, false), contact).text)
+                    .ends_with("\r\nPHOTO:data:" + row.v4 + "\r\n"));
+    EXPECT_TRUE(BehindUid(Form(MakeVCardForm(VCardVersion::V3, false), contact).text)
+                    .ends_with("\r\nPHOTO;ENCODING=b;TYPE=" + row.v3 + "\r\n"));
+  }
 }
 
 // A contact is the same one in each form, and with other groups, stamps or a star too.

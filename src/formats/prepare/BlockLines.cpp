@@ -4,24 +4,27 @@
 
 #include <algorithm>
 
+#include "formats/prepare/ValueBytes.h"
+
 namespace pim {
 
 LineJoints::Kind LineJoints::Take(std::string_view line, bool joins64) {
   const std::string_view bare = WithoutLineEnd(line);
   // A line feed alone is passed over by the tokeniser; behind a carriage return, the line is over.
   if (bare.empty()) {
+    if (isOpenHead_) return Kind::GoesOn;
     const bool isOver = !line.starts_with('\n');
     isPicture_ = isPicture_ && !isOver;
     isSoftBreak_ = isSoftBreak_ && !isOver;
     return Kind::Blank;
   }
   if (IsBlank(bare.front()) && bare.front() != '\r') {
-    if (isSoftBreak_ || coding_.isQuotedPrintable) isSoftBreak_ = bare.ends_with('=');
+    if (isSoftBreak_ || coding_.isQuotedPrintable) isSoftBreak_ = BreaksSoftly(bare);
     if (isOpenHead_) Look(line);
     return Kind::GoesOn;
   }
   if (isSoftBreak_) {
-    isSoftBreak_ = bare.ends_with('=');
+    isSoftBreak_ = BreaksSoftly(bare);
     return Kind::GoesOn;
   }
   if (isOpenHead_) {
@@ -32,7 +35,8 @@ LineJoints::Kind LineJoints::Take(std::string_view line, bool joins64) {
   head_ = LineHead::Of(line);
   coding_ = head_.params.empty() ? LineCoding() : LineCoding::Of(head_.params);
   isOpenHead_ = head_.GoesOn();
-  isSoftBreak_ = coding_.isQuotedPrintable && head_.hasColon() && bare.ends_with('=');
+  isSoftBreak_ =
+      coding_.isQuotedPrintable && head_.hasColon() && BreaksSoftly(bare.substr(head_.colon + 1));
   isPicture_ = coding_.isBase64;
   return Kind::Begins;
 }
@@ -48,7 +52,7 @@ void LineJoints::Look(std::string_view line) {
     coding_.isBase64 = more.isBase64;
   }
   isOpenHead_ = colon == std::string_view::npos;
-  isSoftBreak_ = !isOpenHead_ && coding_.isQuotedPrintable && WithoutLineEnd(line).ends_with('=');
+  isSoftBreak_ = !isOpenHead_ && coding_.isQuotedPrintable && BreaksSoftly(line.substr(colon + 1));
   isPicture_ = !isOpenHead_ && coding_.isBase64;
 }
 

@@ -17,6 +17,13 @@ namespace pim {
 bool MayNeedCharset(const LineCoding& coding);
 void MendCharset(PropertyLine& line, PrepareNotes& notes);
 
+// Whether a line is the VERSION of a card of today.
+inline bool SaysModernVersion(const LineHead& head, std::string_view value) {
+  return EqualsIgnoringCase(head.name, "VERSION") && (value == "3.0" || value == "4.0");
+}
+// Whether the last VERSION of a card, inner ones left out, is such a one.
+bool IsModernCard(const std::vector<PropertyLine>& lines);
+
 // Prefixes, of cards.
 bool MayNeedPrefixOff(const LineHead& head);
 void TakePrefixesOff(std::vector<PropertyLine>& lines, PrepareNotes& notes);

@@ -6,19 +6,18 @@
 #include <cstring>
 #include <utility>
 
-#include "support/Ascii.h"
+#include "formats/prepare/LineHead.h"
 
 namespace pim {
 namespace {
 
 constexpr std::size_t kNone = std::string_view::npos;
-constexpr std::size_t kHead = 4;  // bytes by which units are told
+constexpr std::size_t kHead = 8;  // bytes by which units are told
 
 // Whether a property begins here, as far as it is there.
 enum class Begins : std::uint8_t { No, Yes, Perhaps };
 
 Begins BeginsProperty(std::string_view text) {
-  constexpr std::size_t kLongestName = 64;  // none of those in use is longer
   for (std::size_t i = 0; i < text.size(); ++i) {
     const char c = text[i];
     if (i > 0 && (c == ':' || c == ';')) return Begins::Yes;
@@ -63,7 +62,7 @@ void ByteMender::Append(std::string_view piece, bool isLast, std::string& out) {
     decoder_->Append(piece, isLast, decoded_);
     piece = decoded_;
   }
-  if (Has(PrepareStep::Nul) && std::memchr(piece.data(), 0, piece.size()) != nullptr) {
+  if (Has(PrepareStep::Nul) && piece.find('\0') != std::string_view::npos) {
     plain_.clear();
     AppendWithoutNul(piece, plain_);
     piece = plain_;

@@ -4,11 +4,34 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <string>
 #include <string_view>
 
 #include "support/Ascii.h"
 
 namespace pim {
+
+// No property in use has a longer name. What is longer is none that stands behind a slipped line
+// end, nor one with a prefix.
+inline constexpr std::size_t kLongestName = 64;
+
+// A name as the tokeniser hands it on: without blanks, and up to a NUL.
+inline std::string AsTokenised(std::string_view text) {
+  std::string token;
+  for (const char c : text.substr(0, text.find('\0')))
+    if (!IsWhiteSpace(c)) token += c;
+  return token;
+}
+// Whether that is the word, in any letter case.
+constexpr bool IsWordInText(std::string_view text, std::string_view word) {
+  for (const char c : text) {
+    if (c == '\0') break;
+    if (IsWhiteSpace(c)) continue;
+    if (word.empty() || ToUpper(c) != ToUpper(word.front())) return false;
+    word.remove_prefix(1);
+  }
+  return word.empty();
+}
 
 // The head of a property as the tokeniser takes it: the name ends at the first colon or semicolon,
 // the parameters at the first colon, whatever quotes stand around it.
@@ -57,22 +80,23 @@ void ForEachParameter(std::string_view params, Take take) {
 struct LineCoding {
   bool isQuotedPrintable = false;
   bool isBase64 = false;
+  bool isB = false;               // as 3.0 says base64, which the readers don't know
   std::string_view charset = {};  // as it is named; empty without one
 
   static LineCoding Of(std::string_view params) {
     LineCoding coding;
     ForEachParameter(params, [&coding](std::string_view name, std::string_view value) {
-      if (EqualsIgnoringCase(name, "CHARSET")) coding.charset = value;
-      const bool isEncoding = EqualsIgnoringCase(name, "ENCODING");
+      if (IsWordInText(name, "CHARSET")) coding.charset = value;
+      const bool isEncoding = IsWordInText(name, "ENCODING");
       const std::string_view word = isEncoding ? value : name;
-      if (EqualsIgnoringCase(word, "QUOTED-PRINTABLE")) {
+      if (IsWordInText(word, "QUOTED-PRINTABLE")) {
         coding.isQuotedPrintable = true;
         coding.isBase64 = false;
-      } else if (EqualsIgnoringCase(word, "BASE64") ||
-                 (isEncoding && EqualsIgnoringCase(word, "B"))) {
+      } else if (IsWordInText(word, "BASE64") || (isEncoding && IsWordInText(word, "B"))) {
         coding.isBase64 = true;
+        coding.isB = IsWordInText(word, "B");
         coding.isQuotedPrintable = false;
-      } else if (EqualsIgnoringCase(word, "8BIT")) {
+      } else if (IsWordInText(word, "8BIT")) {
         coding.isBase64 = coding.isQuotedPrintable = false;
       }
     });

@@ -15,7 +15,10 @@ namespace {
 // The prefix of a name that is known without it, its dot included; empty for any other name.
 std::string_view PrefixOf(std::string_view name) {
   const std::size_t dot = name.find('.');
-  if (dot == 0 || dot == std::string_view::npos) return {};
+  if (dot == 0 || dot == std::string_view::npos || name.size() > kLongestName ||
+      !std::ranges::all_of(name.substr(0, dot),
+                           [](char c) { return IsLetter(c) || IsDigit(c) || c == '-'; }))
+    return {};
   const std::string_view rest = name.substr(dot + 1);
   const bool isKnown = PropertyOf(rest).has_value() || EqualsIgnoringCase(rest, kLabelProperty) ||
                        EqualsIgnoringCase(rest, "X-ABADR");
@@ -73,7 +76,8 @@ void TakePrefixesOff(std::vector<PropertyLine>& lines, PrepareNotes& notes) {
       notes.AddLoss(line.first, {std::string(kLabelProperty), FormatVerdict::Dropped,
                                  FormatReason::TypeIgnored, 0});
     }
-    line.text.erase(line.text.find(prefix), prefix.size());
+    // With a carriage return ahead of it, which the readers pass over.
+    line.text.erase(0, line.text.find(prefix) + prefix.size());
     notes.Add(PrepareStep::Prefixes, line.first, line.last, "\"" + prefix + "\" taken off");
   }
 }

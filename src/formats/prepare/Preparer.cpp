@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "formats/prepare/BlockSteps.h"
+#include "support/ByteOrderMark.h"
 
 namespace pim {
 namespace {
@@ -76,13 +77,23 @@ void Preparer::Finish() {
 }
 
 void Preparer::Scan(bool isLast) {
+  if (!isBegun_) {
+    if (size_ < kUtf8Mark.size() && !isLast) return;
+    isBegun_ = true;
+    if (Bytes(0, size_).starts_with(kUtf8Mark)) {
+      at_ = kUtf8Mark.size();
+      EmitAsItIs(at_, line_);
+    }
+  }
   while (at_ < size_) {
     const char* const begin = text_.get() + at_;
     const auto* const feed = static_cast<const char*>(std::memchr(begin, '\n', size_ - at_));
     if (feed == nullptr && !isLast) break;
     const std::size_t end =
         feed == nullptr ? size_ : static_cast<std::size_t>(feed + 1 - text_.get());
-    TakeLine(Bytes(at_, end));
+    const std::string_view line = Bytes(at_, end);
+    TakeLine(line);
+    isFeedAlone_ = line.ends_with('\n') && !line.ends_with("\r\n");
     at_ = end;
     ++line_;
   }
@@ -222,11 +233,7 @@ void Preparer::LookAt(std::string_view line, const LineHead& head) {
   if (block_.kind == BlockKind::Card) {
     needs = needs || (Has(PrepareStep::Prefixes) && MayNeedPrefixOff(head));
     isBehindAgent_ = EqualsIgnoringCase(head.name, "AGENT") && ValueOf(line, head).empty();
-    if (block_.depth == 0 && Has(PrepareStep::VCard) && EqualsIgnoringCase(head.name, "VERSION")) {
-      const std::string_view version = ValueOf(line, head);
-      block_.isModern = version == "3.0" || version == "4.0";
-      needs = needs || block_.isModern;
-    }
+    needs = needs || (Has(PrepareStep::VCard) && SaysModernVersion(head, ValueOf(line, head)));
   } else if (block_.kind == BlockKind::Item && !frame_.down) {
     block_.hasDisplayAlarm = block_.hasDisplayAlarm || EqualsIgnoringCase(head.name, "DALARM");
     block_.hasAudioAlarm = block_.hasAudioAlarm || EqualsIgnoringCase(head.name, "AALARM");
@@ -249,7 +256,9 @@ void Preparer::CloseUnended(const std::string& word) {
   if (block_.kind == BlockKind::None) return;
   const bool isMended = block_.word == word && Has(PrepareStep::MissingEnd);
   if (isMended) notes_.Add(PrepareStep::MissingEnd, line_, line_, "END:" + word + " put in ahead");
-  CloseBlock(at_, line_, isMended ? MissingEnd(word) : std::string());
+  std::string missing;
+  for (int depth = 0; isMended && depth <= block_.depth; ++depth) missing += MissingEnd(word);
+  CloseBlock(at_, line_, missing);
 }
 
 void Preparer::CloseBlock(std::size_t end, std::int64_t endLine, std::string_view missing) {

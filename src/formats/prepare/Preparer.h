@@ -54,7 +54,6 @@ class Preparer {
     int depth = 0;     // of cards inside the card
     BlockKind kind = BlockKind::None;
     bool needsWork = false;
-    bool isModern = false;  // a card of version 3.0 or 4.0
     bool hasDisplayAlarm = false;
     bool hasAudioAlarm = false;
   };
@@ -105,7 +104,9 @@ class Preparer {
   std::int64_t line_ = 1;
   std::string mended_;  // bytes that don't pass as they are
   PrepareStepMask steps_;
+  bool isBegun_ = false;  // what a byte order mark may be is here
   bool isFrameOpen_ = false;
+  bool isFeedAlone_ = false;    // what ends the line ahead
   bool isBehindAgent_ = false;  // a card may begin inside the card
 };
 

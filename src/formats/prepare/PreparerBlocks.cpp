@@ -31,7 +31,7 @@ std::string Preparer::PreparedCard(std::string_view text) {
       notes_.Add(PrepareStep::Base64, line.first, line.last, "lines of base64 indented");
     if (Has(PrepareStep::Charsets)) MendCharset(line, notes_);
   }
-  if (block_.isModern) return OlderCard(lines);
+  if (Has(PrepareStep::VCard) && IsModernCard(lines)) return OlderCard(lines);
   if (Has(PrepareStep::Prefixes)) TakePrefixesOff(lines, notes_);
   if (Has(PrepareStep::Types))
     for (PropertyLine& line : lines) PartTypes(line, notes_);
@@ -130,9 +130,7 @@ void Preparer::Emit(std::string_view text, std::int64_t firstLine, std::int64_t 
 
 // Ends like the line ahead.
 std::string Preparer::MissingEnd(std::string_view word) const {
-  const bool isFeedAlone =
-      at_ > 0 && text_[at_ - 1] == '\n' && !(at_ > 1 && text_[at_ - 2] == '\r');
-  return "END:" + std::string(word) + (isFeedAlone ? "\n" : "\r\n");
+  return "END:" + std::string(word) + (isFeedAlone_ ? "\n" : "\r\n");
 }
 
 }  // namespace pim

@@ -31,9 +31,9 @@ std::string Parted(std::string_view list) {
   while (!list.empty()) {
     const std::size_t comma = std::min(list.find(','), list.size());
     std::string word;
-    for (const char c : Trim(list.substr(0, comma)))
-      if (c != '"') word += c;
-    if (!Trim(word).empty()) parts += AsParameter(Trim(word));
+    for (const char c : list.substr(0, comma))
+      if (c != '"' && !IsWhiteSpace(c)) word += c;
+    if (!word.empty()) parts += AsParameter(word);
     list.remove_prefix(std::min(comma + 1, list.size()));
   }
   return parts;

@@ -19,24 +19,30 @@ constexpr bool IsLowSurrogate(std::uint32_t unit) { return (unit & ~0x3FFU) == 0
 
 }  // namespace
 
+// Behind a mark, too, an ASCII character must follow, since all texts begin with one: so no text
+// without NUL characters is taken for one of these.
 TextUnits TextUnits::Of(std::string_view head) {
   static constexpr struct {
     std::string_view mark;
+    std::string_view shape;  // of what follows: letters or blanks, and zeros
     TextUnits units;
-  } kMarks[] = {
-      {{"\xFF\xFE\0\0", 4}, {4, false}},
-      {{"\0\0\xFE\xFF", 4}, {4, true}},
-      {{"\xFF\xFE", 2}, {2, false}},
-      {{"\xFE\xFF", 2}, {2, true}},
+  } kRows[] = {
+      {{"\xFF\xFE\0\0", 4}, "x000", {4, false}},
+      {{"\0\0\xFE\xFF", 4}, "000x", {4, true}},
+      {"\xFF\xFE", "x0", {2, false}},
+      {"\xFE\xFF", "0x", {2, true}},
+      {"", "x000", {4, false}},
+      {"", "000x", {4, true}},
+      {"", "x0x0", {2, false}},
+      {"", "0x0x", {2, true}},
   };
-  for (const auto& row : kMarks)
-    if (head.starts_with(row.mark)) return row.units;
-  std::string shape;  // of letters and zeros
-  for (const char c : head.substr(0, 4)) shape += IsLetter(c) ? 'x' : c == '\0' ? '0' : ' ';
-  if (shape == "x0x0") return {2, false};
-  if (shape == "0x0x") return {2, true};
-  if (shape == "x000") return {4, false};
-  if (shape == "000x") return {4, true};
+  std::string shape;
+  for (const char c : head) shape += IsLetter(c) || IsWhiteSpace(c) ? 'x' : c == '\0' ? '0' : ' ';
+  for (const auto& row : kRows) {
+    if (head.starts_with(row.mark) &&
+        std::string_view(shape).substr(row.mark.size()).starts_with(row.shape))
+      return row.units;
+  }
   return {};
 }
 

@@ -14,8 +14,8 @@ struct TextUnits {
   std::size_t size = 1;  // bytes of a unit: 1 for any charset of bytes, 2 for UTF-16, 4 for UTF-32
   bool isBig = false;    // the highest byte of a unit stands first
 
-  // By a byte order mark, else by where the zeros of the first two or one ASCII letters stand; four
-  // bytes are enough to tell.
+  // By a byte order mark, else by where the zeros of the first two or one ASCII letters stand;
+  // eight bytes are enough to tell.
   static TextUnits Of(std::string_view head);
 };
 

@@ -13,6 +13,9 @@ int HexValue(char c) {
   return upper >= 'A' && upper <= 'F' ? upper - 'A' + 10 : -1;
 }
 
+// What the tokeniser passes over ahead of each of the two digits.
+constexpr std::string_view kPassedOver[] = {{"\r\0", 2}, "\r"};
+
 // In the letter case of the digit that stood there.
 char HexDigit(unsigned value, char before) {
   const char digit = "0123456789ABCDEF"[value];
@@ -31,7 +34,7 @@ ValueBytes::ValueBytes(std::string_view value, bool isQuotedPrintable) : value_(
     } else if (isQuotedPrintable && c == '=') {
       at = PastEscape(at);
     } else {
-      Add(at, c, false);
+      Add({at, 0}, c);
       ++at;
     }
   }
@@ -40,20 +43,20 @@ ValueBytes::ValueBytes(std::string_view value, bool isQuotedPrintable) : value_(
 std::string ValueBytes::Text() const {
   std::string text(value_);
   for (std::size_t i = 0; i < places_.size(); ++i) {
-    const auto [at, isEscape] = places_[i];
+    const auto [first, second] = places_[i];
     const auto byte = static_cast<unsigned char>(bytes[i]);
-    if (isEscape) {
-      text[at + 1] = HexDigit(byte >> 4, value_[at + 1]);
-      text[at + 2] = HexDigit(byte & 15, value_[at + 2]);
+    if (second != 0) {
+      text[first] = HexDigit(byte >> 4, value_[first]);
+      text[second] = HexDigit(byte & 15, value_[second]);
     } else {
-      text[at] = bytes[i];
+      text[first] = bytes[i];
     }
   }
   return text;
 }
 
-void ValueBytes::Add(std::size_t at, char byte, bool isEscape) {
-  places_.push_back({at, isEscape});
+void ValueBytes::Add(Place place, char byte) {
+  places_.push_back(place);
   bytes += byte;
 }
 
@@ -64,21 +67,35 @@ std::size_t ValueBytes::PastLineEnd(std::size_t at) const {
   return isFeed && at < value_.size() && (value_[at] == ' ' || value_[at] == '\t') ? at + 1 : at;
 }
 
-// An escape, a soft break, or two characters that the readers take for an escape.
+// Two characters are an escape, or taken for one; at a line end there is a soft break, with one
+// character ahead of it or none.
 std::size_t ValueBytes::PastEscape(std::size_t at) {
-  const std::string_view rest = value_.substr(at + 1);
-  if (rest.empty() || rest.front() == '\n' || rest.starts_with("\r\n")) return at + 1;
-  if (rest.size() >= 2) {
-    const int high = HexValue(rest[0]);
-    const int low = HexValue(rest[1]);
-    if (high >= 0 && low >= 0) {
-      Add(at, static_cast<char>(high * 16 + low), true);
-      return at + 3;
-    }
+  std::size_t digits[2] = {};
+  for (std::size_t i = 0; i < 2; ++i) {
+    at = value_.find_first_not_of(kPassedOver[i], at + 1);
+    if (at >= value_.size()) return value_.size();
+    if (value_[at] == '\n') return at;
+    digits[i] = at;
   }
-  isDamaged_ = true;
-  const bool isLineEnd = rest.front() == '\r' || (rest.size() > 1 && IsBlank(rest[1]));
-  return isLineEnd ? at + 1 : at + 1 + (rest.size() < 2 ? rest.size() : 2);
+  const int high = HexValue(value_[digits[0]]);
+  const int low = HexValue(value_[digits[1]]);
+  if (high >= 0 && low >= 0) {
+    Add({digits[0], digits[1]}, static_cast<char>(high * 16 + low));
+  } else {
+    isDamaged_ = true;
+  }
+  return at + 1;
+}
+
+bool BreaksSoftly(std::string_view line) {
+  for (std::size_t at = line.find('='); at < line.size(); at = line.find('=', at)) {
+    for (const std::string_view passed : kPassedOver) {
+      at = line.find_first_not_of(passed, at + 1);
+      if (at >= line.size() || line[at] == '\n') return true;
+    }
+    ++at;
+  }
+  return false;
 }
 
 }  // namespace pim

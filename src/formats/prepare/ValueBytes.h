@@ -18,7 +18,7 @@ class ValueBytes {
 
   std::string bytes;
 
-  bool IsEscape(std::size_t i) const { return places_[i].isEscape; }
+  bool IsEscape(std::size_t i) const { return places_[i].second != 0; }
   // Whether an equals sign begins no escape; it and two characters behind it, which readers may
   // take for one, are no bytes of the value.
   bool isDamaged() const { return isDamaged_; }
@@ -26,12 +26,13 @@ class ValueBytes {
   std::string Text() const;
 
  private:
+  // Of the byte itself, or of its two digits.
   struct Place {
-    std::size_t at;
-    bool isEscape;
+    std::size_t first;
+    std::size_t second;  // 0 for none
   };
 
-  void Add(std::size_t at, char byte, bool isEscape);
+  void Add(Place place, char byte);
   std::size_t PastLineEnd(std::size_t at) const;
   std::size_t PastEscape(std::size_t at);
 
@@ -39,5 +40,9 @@ class ValueBytes {
   std::vector<Place> places_;
   bool isDamaged_ = false;
 };
+
+// Whether a line of a value in quoted-printable ends in a soft break, so that the value goes on in
+// the next one.
+bool BreaksSoftly(std::string_view line);
 
 }  // namespace pim

@@ -3,10 +3,12 @@
 #include "formats/redact/Redactor.h"
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 #include "formats/prepare/ValueBytes.h"
 #include "support/Base64.h"
+#include "support/ByteOrderMark.h"
 
 namespace pim {
 namespace {
@@ -18,12 +20,14 @@ constexpr std::string_view kKept[] = {
     "DAYLIGHT", "RRULE",    "XRULE",   "EXRULE",       "TRANSP",    "SEQUENCE", "KIND",
     "TZID",     "ACTION",   "TRIGGER", "TZOFFSETFROM", "TZOFFSETTO"};
 
-// Those that begin with a date.
-constexpr std::string_view kDates[] = {
-    "BDAY",          "X-ANNI",     "X-EVENTDAY", "ANNIVERSARY", "X-ANNIVERSARY", "REV",
-    "DTSTART",       "DTEND",      "DUE",        "COMPLETED",   "DTCREATE",      "DCREATED",
-    "LAST-MODIFIED", "X-MODIFIED", "AALARM",     "DALARM",      "DTSTAMP",       "CREATED",
-    "EXDATE",        "RDATE",      "MALARM",     "PALARM"};
+// Days of cards, and times of items with what stands behind them.
+constexpr std::string_view kDays[] = {"BDAY", "X-ANNI", "X-EVENTDAY", "ANNIVERSARY",
+                                      "X-ANNIVERSARY"};
+constexpr std::string_view kTimes[] = {"REV",       "DTSTART",       "DTEND",     "DUE",
+                                       "COMPLETED", "DTCREATE",      "DCREATED",  "DTSTAMP",
+                                       "CREATED",   "LAST-MODIFIED", "X-MODIFIED"};
+constexpr std::string_view kTimeLists[] = {"AALARM", "DALARM", "MALARM",
+                                           "PALARM", "EXDATE", "RDATE"};
 
 // Those whose words in capitals are the formats' own.
 constexpr std::string_view kWords[] = {"CATEGORIES"};
@@ -38,39 +42,78 @@ bool IsOneOf(const std::string_view (&names)[Count], std::string_view name) {
       names, [bare](std::string_view one) { return EqualsIgnoringCase(one, bare); });
 }
 
-TextMask::Charset CharsetOf(const LineHead& head) {
-  const std::string_view charset = LineCoding::Of(head.params).charset;
-  // A number is read as any other text, whatever its line says.
-  if (charset.empty() || EqualsIgnoringCase(charset, "UTF-8") ||
-      EqualsIgnoringCase(head.name, "TEL"))
-    return TextMask::Charset::Utf8;
-  return EqualsIgnoringCase(charset, "SHIFT_JIS") ? TextMask::Charset::ShiftJis
-                                                  : TextMask::Charset::Other;
+Redactor::Coding CodingOf(std::string_view params) {
+  const LineCoding coding = LineCoding::Of(params);
+  Redactor::Coding own;
+  own.isQuotedPrintable = coding.isQuotedPrintable;
+  own.isBase64 = coding.isBase64 && !coding.isB;
+  if (IsWordInText(coding.charset, "SHIFT_JIS")) {
+    own.charset = TextMask::Charset::ShiftJis;
+  } else if (!coding.charset.empty() && !IsWordInText(coding.charset, "UTF-8")) {
+    own.charset = TextMask::Charset::Other;
+  }
+  return own;
 }
 
+// A number is read as any other text, whatever its line says.
+TextMask::Charset CharsetOf(const Redactor::Property& property) {
+  return EqualsIgnoringCase(property.name, "TEL") ? TextMask::Charset::Utf8
+                                                  : property.coding.charset;
+}
+
+enum class PartKind : std::uint8_t { Word, Day, Time };
+
 // Whether a part of a value is one that the formats know: a word of theirs, a duration, a number.
-bool IsFormal(std::string_view part, bool isDate) {
+bool IsFormal(std::string_view part, PartKind kind) {
   constexpr std::size_t kLongest = 18;  // "SPECIAL OCCASION" is the longest word
   part = Trim(part);
-  return part.size() <= kLongest && std::ranges::all_of(part, [isDate](char c) {
+  return part.size() <= kLongest && std::ranges::all_of(part, [kind](char c) {
            return (c >= 'A' && c <= 'Z') || c == ' ' || c == '-' || c == '+' ||
-                  (isDate && IsDigit(c));
+                  (kind == PartKind::Time && IsDigit(c));
          });
 }
 
+// What is no date stays none, and of the same kind to the readers, who take its first digits, those
+// behind a T, and any Z.
+void MaskNoDate(const TextMask& mask, TextMask::Charset charset, PartKind kind, std::string& part) {
+  const std::string before = part;
+  mask.MaskFields(part, charset);
+  if (kind == PartKind::Day) {
+    // Nothing but zeros says that there is no day.
+    for (std::size_t i = 0; i < part.size(); ++i)
+      if (before[i] == '0' || part[i] == '0') part[i] = before[i];
+    std::string date = part;
+    if (mask.MoveDate(date)) part = before;
+    return;
+  }
+  for (std::size_t i = 0; i < part.size(); ++i)
+    if (IsDigit(before[i]) || (before[i] >= 'A' && before[i] <= 'Z')) part[i] = before[i];
+}
+
+// A time with all that stands behind it.
+void MaskTime(const TextMask& mask, TextMask::Charset charset, std::string& bytes) {
+  constexpr std::size_t kDate = 8;
+  const std::size_t first = std::min(bytes.find_first_not_of(" \t"), bytes.size());
+  std::string time = bytes.substr(first);
+  const std::size_t tail = mask.MoveDate(time) ? kDate : 0;
+  std::string rest = time.substr(tail);
+  if (!IsFormal(rest, PartKind::Time)) MaskNoDate(mask, charset, PartKind::Time, rest);
+  bytes.replace(first, std::string::npos, time.substr(0, tail) + rest);
+}
+
 // A value of dates or words with semicolons or commas between: each by itself.
-void MaskParts(const TextMask& mask, TextMask::Charset charset, bool isDate, std::string& bytes) {
+void MaskParts(const TextMask& mask, TextMask::Charset charset, PartKind kind, std::string& bytes) {
   for (std::size_t begin = 0; begin < bytes.size();) {
     const std::size_t end = std::min(bytes.find_first_of(";,", begin), bytes.size());
     const std::size_t first = std::min(bytes.find_first_not_of(" \t", begin), end);
     std::string part = bytes.substr(first, end - first);
-    const bool isMoved = isDate && mask.MoveDate(part);
-    if (!isMoved && !IsFormal(part, isDate)) {
-      const std::string before = part;
-      mask.MaskFields(part, charset);
-      // What is no date stays none.
-      std::string date = part;
-      if (isDate && mask.MoveDate(date)) part = before;
+    const bool isMoved = kind != PartKind::Word && mask.MoveDate(part);
+    if (!isMoved && !IsFormal(part, kind)) {
+      if (kind == PartKind::Word || (kind == PartKind::Time && begin != 0)) {
+        mask.MaskFields(part, charset);
+      } else {
+        MaskNoDate(mask, charset, kind, part);
+      }
     }
     bytes.replace(first, end - first, part);
     begin = end + 1;
@@ -117,46 +160,55 @@ bool MaskBase64Text(const TextMask& mask, TextMask::Charset charset, std::string
 }  // namespace
 
 void Redactor::TakeProperty(std::string_view property) {
-  const LineHead head = LineHead::Of(property);
   out_.clear();
+  if (std::exchange(isFirst_, false) && property.starts_with(kUtf8Mark)) {
+    out_ = kUtf8Mark;
+    property.remove_prefix(kUtf8Mark.size());
+  }
+  const LineHead head = LineHead::Of(property);
   if (head.hasColon()) {
-    out_ = property.substr(0, head.colon + 1);
-    MaskValue(head, property.substr(head.colon + 1), out_);
+    out_ += property.substr(0, head.colon + 1);
+    MaskValue({AsTokenised(head.name), CodingOf(head.params)}, property.substr(head.colon + 1));
   } else if (head.params.empty()) {
     // A line that is no property, which may have been a part of one.
-    MaskText(LineHead(), property, out_);
+    MaskText({}, property);
   } else {
-    out_ = property;
+    out_ += property;
   }
   take_(out_);
 }
 
-void Redactor::MaskValue(const LineHead& head, std::string_view value, std::string& out) {
-  const LineCoding coding = LineCoding::Of(head.params);
-  if (IsOneOf(kKept, head.name)) {
-    out += value;
-  } else if (coding.isBase64) {
+void Redactor::MaskValue(const Property& property, std::string_view value) {
+  if (IsOneOf(kKept, property.name)) {
+    out_ += value;
+  } else if (property.coding.isBase64) {
     std::string base64(value);
-    if (IsOneOf(kBinary, head.name) || !MaskBase64Text(mask_, CharsetOf(head), base64))
+    if (IsOneOf(kBinary, property.name) || !MaskBase64Text(mask_, CharsetOf(property), base64))
       mask_.MaskBase64(base64);
-    out += base64;
+    out_ += base64;
   } else {
-    MaskText(head, value, out);
+    MaskText(property, value);
   }
 }
 
-void Redactor::MaskText(const LineHead& head, std::string_view value, std::string& out) {
-  ValueBytes masked(value, LineCoding::Of(head.params).isQuotedPrintable);
-  const bool isDate = IsOneOf(kDates, head.name);
-  if (isDate || IsOneOf(kWords, head.name)) {
-    MaskParts(mask_, CharsetOf(head), isDate, masked.bytes);
+void Redactor::MaskText(const Property& property, std::string_view value) {
+  ValueBytes masked(value, property.coding.isQuotedPrintable);
+  const TextMask::Charset charset = CharsetOf(property);
+  if (IsOneOf(kDays, property.name)) {
+    MaskParts(mask_, charset, PartKind::Day, masked.bytes);
+  } else if (IsOneOf(kTimes, property.name)) {
+    MaskTime(mask_, charset, masked.bytes);
+  } else if (IsOneOf(kTimeLists, property.name)) {
+    MaskParts(mask_, charset, PartKind::Time, masked.bytes);
+  } else if (IsOneOf(kWords, property.name)) {
+    MaskParts(mask_, charset, PartKind::Word, masked.bytes);
   } else {
     const std::size_t begin = std::min(masked.bytes.find_first_not_of(" \t"), masked.bytes.size());
     std::string rest = masked.bytes.substr(begin);
-    mask_.MaskFields(rest, CharsetOf(head));
+    mask_.MaskFields(rest, charset);
     masked.bytes.replace(begin, std::string::npos, rest);
   }
-  out += masked.Text();
+  out_ += masked.Text();
 }
 
 }  // namespace pim

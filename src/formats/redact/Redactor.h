@@ -8,7 +8,6 @@
 #include <string_view>
 #include <utility>
 
-#include "formats/prepare/LineHead.h"
 #include "formats/prepare/PropertyStream.h"
 #include "formats/redact/TextMask.h"
 
@@ -23,6 +22,17 @@ namespace pim {
 class Redactor {
  public:
   using Take = std::function<void(std::string_view text)>;
+
+  // How a property's value is read.
+  struct Coding {
+    bool isQuotedPrintable = false;
+    bool isBase64 = false;
+    TextMask::Charset charset = TextMask::Charset::Utf8;
+  };
+  struct Property {
+    std::string name = {};
+    Coding coding = {};
+  };
 
   // Equal texts become equal under one key; who has it can undo the work in part.
   Redactor(std::uint64_t key, Take take)
@@ -39,13 +49,14 @@ class Redactor {
 
  private:
   void TakeProperty(std::string_view property);
-  void MaskValue(const LineHead& head, std::string_view value, std::string& out);
-  void MaskText(const LineHead& head, std::string_view value, std::string& out);
+  void MaskValue(const Property& property, std::string_view value);
+  void MaskText(const Property& property, std::string_view value);
 
   TextMask mask_;
   Take take_;
   PropertyStream properties_;
   std::string out_;
+  bool isFirst_ = true;
 };
 
 }  // namespace pim

@@ -21,8 +21,12 @@ class Shifts {
   explicit Shifts(std::uint64_t key) : state_(key) {}
 
   std::uint32_t Of(std::uint32_t character, const LetterRange& range) {
-    const auto shift = static_cast<std::uint32_t>(Next() % range.size());
+    const std::uint32_t other = WithoutTaking(character, range);
     Take(character);
+    return other;
+  }
+  std::uint32_t WithoutTaking(std::uint32_t character, const LetterRange& range) const {
+    const auto shift = static_cast<std::uint32_t>(Next() % range.size());
     return range.first + (character - range.first + shift) % range.size();
   }
   void Take(std::uint32_t character) { state_ = (state_ ^ character) * 0x9E3779B97F4A7C15; }
@@ -152,11 +156,11 @@ void TextMask::MaskField(std::string& bytes, std::size_t begin, std::size_t end,
       at += size;
       continue;
     }
+    // To the readers, all damaged bytes are one character.
     if (charset == Charset::Other) {
       for (const LetterRange& range : kOtherBytes)
-        if (Contains(range, byte)) bytes[at] = static_cast<char>(shifts.Of(byte, range));
-    } else {
-      shifts.Take(byte);
+        if (Contains(range, byte))
+          bytes[at] = static_cast<char>(shifts.WithoutTaking(byte, range));
     }
     ++at;
   }

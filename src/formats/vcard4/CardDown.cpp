@@ -131,7 +131,7 @@ TypesRead CardDown::Types(const CardLine& line, const TypeWords& words) {
   Label* label = LabelOf(line);
   const TypesRead types =
       ReadTypes(words, line, label == nullptr ? NarrowStringView() : label->text);
-  if (types.isLabelUsed) label->isUsed = true;
+  if (label != nullptr && types.isLabelUsed) label->isUsed = true;
   if (!types.isWhole) Change(line, FormatReason::TypeIgnored);
   return types;
 }

@@ -22,7 +22,7 @@ NarrowString OldParameters(NarrowStringView words);
 class CardDown {
  public:
   CardDown(NarrowStringView card, const TellFormatLoss& tell, NarrowString& out)
-      : card_(card), tell_(tell), lines_(out), out_(out) {}
+      : card_(card), tell_(tell), lines_(out) {}
   CardDown(const CardDown&) = delete;
   CardDown& operator=(const CardDown&) = delete;
 
@@ -86,7 +86,6 @@ class CardDown {
   const CardText card_;
   const TellFormatLoss& tell_;
   OldLines lines_;
-  NarrowString& out_;
   NarrowString decoded_;
   NarrowString text_;
   std::vector<NarrowString> parts_;

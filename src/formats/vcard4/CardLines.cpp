@@ -12,7 +12,6 @@
 namespace pim {
 namespace {
 
-constexpr std::size_t kLineWidth = 75;  // in bytes, without the line end
 constexpr std::size_t kLongestUnit = 3;
 
 constexpr bool ContinuesCharacter(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
@@ -54,35 +53,11 @@ void CardLines::EndCard() {
   out_->append(kEndWord).append(1, ':').append(kContactObject.text).append("\r\n");
 }
 
-void CardLines::Reserve(std::size_t more) {
-  constexpr std::size_t kLeast = 1024;
-  if (line_.size() - size_ < more) line_.resize(std::max(2 * line_.size(), size_ + more + kLeast));
-}
-
-void CardLines::Copy(NarrowStringView text) {
-  Reserve(text.size());
-  std::ranges::copy(text, line_.data() + size_);
-  size_ += text.size();
-}
-
-void CardLines::Start(CardProperty property) {
-  const PropertyRow& row = RowOf(property);
-  size_ = 0;
-  hasTypes_ = false;
-  Copy(isV4_ ? row.v4 : row.v3);
-}
+void CardLines::Grow(std::size_t more) { line_.resize(std::max(2 * line_.size(), size_ + more)); }
 
 void CardLines::Preferred() {
   if (!isV4_) return Type({0, "", "PREF"});
   Copy(";PREF=1");
-}
-
-void CardLines::Type(const TypeRow& row) {
-  const NarrowStringView word = isV4_ ? row.v4 : row.v3;
-  if (word.empty()) return;
-  Copy(hasTypes_ ? "," : ";TYPE=");
-  Copy(word);
-  hasTypes_ = true;
 }
 
 void CardLines::Service(NarrowStringView word) {
@@ -99,16 +74,11 @@ void CardLines::Derived() {
   Copy(kDerivedWord);
 }
 
-void CardLines::StartValue(ValueShape shape, std::size_t) {
-  shape_ = shape;
-  parts_ = 0;
-  Copy(":");
-}
-
 TextLosses CardLines::Part(WideStringView text) {
-  if (parts_++ != 0) Copy(shape_ == ValueShape::List ? "," : ";");
   TextLosses losses;
-  Reserve(kLongestUnit * text.size());
+  Reserve(1 + kLongestUnit * text.size());
+  if (!isFirst_) Copy(shape_ == ValueShape::List ? "," : ";");
+  isFirst_ = false;
   char* to = line_.data() + size_;
   for (;;) {
     const std::size_t run = NarrowPlain<RunStops::AtListSeparators>(text, to);
@@ -121,13 +91,12 @@ TextLosses CardLines::Part(WideStringView text) {
   return losses;
 }
 
-void CardLines::EndValue() { Fold(); }
-
 void CardLines::Ascii(NarrowStringView start, NarrowStringView value) {
+  Reserve(1 + start.size() + value.size());
   Copy(":");
   Copy(start);
   Copy(value);
-  Fold();
+  EndLine();
 }
 
 void CardLines::Picture(const MediaRow& media, NarrowStringView base64) {
@@ -141,6 +110,7 @@ void CardLines::Picture(const MediaRow& media, NarrowStringView base64) {
     Copy(media.word);
     Copy(":");
   }
+  Reserve(base64.size());
   Copy(base64);
   Fold();
 }
@@ -148,7 +118,7 @@ void CardLines::Picture(const MediaRow& media, NarrowStringView base64) {
 // Never inside of a character. A further line's blank counts as one of its bytes.
 void CardLines::Fold() {
   NarrowStringView rest(line_.data(), size_);
-  for (std::size_t width = kLineWidth; rest.size() > width; width = kLineWidth - 1) {
+  for (std::size_t width = kWidth; rest.size() > width; width = kWidth - 1) {
     std::size_t cut = width;
     while (ContinuesCharacter(rest[cut])) --cut;
     out_->append(rest.substr(0, cut)).append("\r\n ");

@@ -2,8 +2,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <vector>
 
 #include "formats/vcard4/ContactForms.h"
@@ -41,34 +43,65 @@ class CardLines {
   void StartCard(NarrowString& out);
   void EndCard();
 
-  void Start(CardProperty property);
+  void Start(CardProperty property) {
+    const PropertyRow& row = RowOf(property);
+    size_ = 0;
+    hasTypes_ = false;
+    Copy(isV4_ ? row.v4 : row.v3);
+  }
   // Whether dates have hyphens.
   bool HasExtendedDates() const { return !isV4_; }
   // Parameters: preferred ahead of the types, which follow one another.
   void Preferred();
-  void Type(const TypeRow& row);
+  void Type(const TypeRow& row) {
+    const NarrowStringView word = isV4_ ? row.v4 : row.v3;
+    if (word.empty()) return;
+    Copy(hasTypes_ ? "," : ";TYPE=");
+    Copy(word);
+    hasTypes_ = true;
+  }
   void Service(NarrowStringView word);
   void Derived();
 
   // A value part by part, each of which tells what it lost.
-  void StartValue(ValueShape shape, std::size_t parts);
+  void StartValue(ValueShape shape, std::size_t) {
+    shape_ = shape;
+    isFirst_ = true;
+    Copy(":");
+  }
   TextLosses Part(WideStringView text);
-  void EndValue();
+  void EndValue() { EndLine(); }
   // Whole values.
   void Ascii(NarrowStringView value) { Ascii(value, {}); }
   void Ascii(NarrowStringView start, NarrowStringView value);
   void Picture(const MediaRow& media, NarrowStringView base64);
 
  private:
-  void Reserve(std::size_t more);
-  void Copy(NarrowStringView text);
+  static constexpr std::size_t kWidth = 75;  // of a line, in bytes without its end
+  // A property's name and parameters take less.
+  static constexpr std::size_t kHeaderRoom = 1024;
+
+  void Reserve(std::size_t more) {
+    if (line_.size() - size_ < more) Grow(more);
+  }
+  void Grow(std::size_t more);
+  // Where there is room.
+  void Copy(NarrowStringView text) {
+    std::ranges::copy(text, line_.data() + size_);
+    size_ += text.size();
+  }
+  void EndLine() {
+    if (size_ > kWidth) return Fold();
+    std::memcpy(line_.data() + size_, "\r\n", 2);
+    out_->append(line_.data(), size_ + 2);
+  }
   void Fold();
 
   NarrowString* out_ = nullptr;
-  std::vector<char> line_;
+  std::vector<char> line_ = std::vector<char>(kHeaderRoom);
   std::size_t size_ = 0;
-  std::size_t parts_ = 0;
   ValueShape shape_ = ValueShape::Text;
+  bool isFirst_ = true;
   bool hasTypes_ = false;
   const bool isV4_;
 };

@@ -83,9 +83,10 @@ class CsvForm final : public ContactForm {
       if (!isFirst) value_.append(kJoin);
       isFirst = false;
       const std::size_t start = value_.size();
-      if (!list.members[term.member].append(contact, i, value_))
+      if (!list.members[term.member].append(contact, i, value_)) {
         losses.Tell(Field(term.list, i, term.member), FormatVerdict::Changed,
                     FormatReason::BadCharacter);
+      }
       isEmpty = isEmpty && value_.size() == start;
       told_[term.list][i] |= 1U << term.member;
       if (!term.word.empty()) TakeTypeAsTold(contact, term, i);

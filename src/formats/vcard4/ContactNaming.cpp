@@ -17,20 +17,28 @@ void AddWord(WideString& name, WideStringView word) {
 
 template <class List>
 void AddTexts(UuidMaker& uuid, const List& texts) {
-  uuid.Add(texts.size());
   for (const WideText& text : texts) uuid.Add(text.view());
 }
 
 void AddName(UuidMaker& uuid, const CName& name) {
-  uuid.Add(std::uint64_t{name.IsEmpty()});
   if (name.IsEmpty()) return;
   for (const NamePart& part : kPersonNameParts) uuid.Add((name.*part.text).view());
 }
 
-template <class List, class AddEntry>
-void AddEntries(UuidMaker& uuid, const List& entries, AddEntry addEntry) {
-  uuid.Add(entries.size());
-  for (const auto& entry : entries) addEntry(entry);
+// Two numbers of 32 bits at once.
+void AddPair(UuidMaker& uuid, std::size_t a, std::size_t b) {
+  uuid.Add(std::uint64_t{a} << 32 | std::uint64_t{b});
+}
+
+// What there is of all that may be missing, so that the rest needs no mark for it.
+void AddCounts(UuidMaker& uuid, const CContact& contact) {
+  uuid.Add(std::uint64_t{static_cast<std::uint32_t>(contact.blood_type)} << 2 |
+           (contact.name.IsEmpty() ? 2U : 0U) | (contact.phonetic.IsEmpty() ? 1U : 0U));
+  AddPair(uuid, contact.nicknames().size(), contact.comments().size());
+  AddPair(uuid, contact.telephones().size(), contact.emails().size());
+  AddPair(uuid, contact.messengers().size(), contact.urls().size());
+  AddPair(uuid, contact.addresses().size(), contact.organizations().size());
+  uuid.Add(contact.contactEvents().size());
 }
 
 void AddLists(UuidMaker& uuid, const CContact& contact) {
@@ -38,27 +46,25 @@ void AddLists(UuidMaker& uuid, const CContact& contact) {
     uuid.Add(type);
     uuid.Add(text.view());
   };
-  AddEntries(uuid, contact.telephones(),
-             [&](const CTelephoneNumber& entry) { add(entry.number_type, entry.number); });
-  AddEntries(uuid, contact.emails(),
-             [&](const CEmail& entry) { add(entry.email_type, entry.email_address); });
-  AddEntries(uuid, contact.messengers(),
-             [&](const CMessenger& entry) { add(entry.messenger_type, entry.messenger_address); });
-  AddEntries(uuid, contact.urls(),
-             [&](const CURL& entry) { add(entry.url_type, entry.url_address); });
-  AddEntries(uuid, contact.addresses(), [&](const CPostalAddress& address) {
+  for (const CTelephoneNumber& entry : contact.telephones()) add(entry.number_type, entry.number);
+  for (const CEmail& entry : contact.emails()) add(entry.email_type, entry.email_address);
+  for (const CMessenger& entry : contact.messengers())
+    add(entry.messenger_type, entry.messenger_address);
+  for (const CURL& entry : contact.urls()) add(entry.url_type, entry.url_address);
+  for (const CPostalAddress& address : contact.addresses()) {
     uuid.Add(address.address_type);
     for (const AddressPart& part : kPostalParts) uuid.Add((address.*part.text).view());
-  });
-  AddEntries(uuid, contact.organizations(), [&](const COrganization& organization) {
+  }
+  for (const COrganization& organization : contact.organizations()) {
     add(organization.org_type, organization.org_name);
     uuid.Add(organization.org_position.view());
+    uuid.Add(organization.org_additional.size());
     AddTexts(uuid, organization.org_additional);
-  });
-  AddEntries(uuid, contact.contactEvents(), [&](const CContactEvent& event) {
+  }
+  for (const CContactEvent& event : contact.contactEvents()) {
     uuid.Add(event.event_type);
     uuid.Add(std::bit_cast<std::uint64_t>(event.event_date.value));
-  });
+  }
 }
 
 }  // namespace
@@ -86,10 +92,10 @@ WideStringView NameOf(const CContact& contact, WideString& work) {
 
 std::string UuidOf(const CContact& contact) {
   UuidMaker uuid;
+  AddCounts(uuid, contact);
   AddName(uuid, contact.name);
   AddName(uuid, contact.phonetic);
   uuid.Add(contact.formatted_name.view());
-  uuid.Add(static_cast<std::uint32_t>(contact.blood_type));
   for (const WideText* text : {&contact.hobby, &contact.org_title, &contact.org_role})
     uuid.Add(text->view());
   AddTexts(uuid, contact.nicknames());

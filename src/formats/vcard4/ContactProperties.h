@@ -241,7 +241,7 @@ class ContactProperties {
     if (picture.empty())
       return losses_.Tell({"photo"}, FormatVerdict::Dropped, FormatReason::NoPicture);
     sink_.Start(CardProperty::Photo);
-    sink_.Picture(MediaOf(photo), Base64Encode(picture.data(), picture.size()));
+    sink_.Picture(MediaOf(photo, picture), Base64Encode(picture.data(), picture.size()));
   }
 
   Sink& sink_;

@@ -70,12 +70,14 @@ NarrowString ReadUriPart(NarrowStringView part) {
   return bytes;
 }
 
-const MediaRow& MediaOf(WideStringView fileName) {
+const MediaRow& MediaOf(WideStringView fileName, NarrowStringView bytes) {
   const WideStringView extension = fileName.substr(fileName.rfind(u'.') + 1);
   NarrowString ascii;
   for (const char16_t unit : extension) ascii += unit < 0x80 ? static_cast<char>(unit) : '?';
   for (const MediaRow& row : kMediaRows)
     if (EqualsIgnoringCase(row.extension, ascii)) return row;
+  for (const MediaRow& row : kMediaRows)
+    if (!row.start.empty() && bytes.starts_with(row.start)) return row;
   return kOtherMedia;
 }
 

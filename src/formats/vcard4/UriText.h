@@ -16,7 +16,8 @@ TextLosses MakeUriPart(WideStringView text, NarrowString& part);
 // The bytes behind the %XX of `part`; a percent sign without two digits stays.
 NarrowString ReadUriPart(NarrowStringView part);
 
-// The media of a picture's file, by its extension.
-const MediaRow& MediaOf(WideStringView fileName);
+// The media of a picture's file: by its extension, or, where that is none of those known, by its
+// bytes.
+const MediaRow& MediaOf(WideStringView fileName, NarrowStringView bytes);
 
 }  // namespace pim

@@ -209,21 +209,25 @@ constexpr const MessengerRow* FindMessenger(std::uint32_t code) {
   return row == std::end(kMessengerRows) ? nullptr : row;
 }
 
-// A picture's media: as a file's extension, in a data URI, and as a word of TYPE, which 2.1 has
-// too.
+// A picture's media: as a file's extension, in a data URI, as a word of TYPE, which 2.1 has too,
+// and what its bytes begin with.
 struct MediaRow {
   NarrowStringView extension;
   NarrowStringView media;
   NarrowStringView word;
+  NarrowStringView start;  // empty where that says nothing
 };
 
 inline constexpr MediaRow kMediaRows[] = {
-    {"jpg", "image/jpeg", "JPEG"}, {"jpeg", "image/jpeg", "JPEG"},
-    {"png", "image/png", "PNG"},   {"gif", "image/gif", "GIF"},
-    {"bmp", "image/bmp", "BMP"},   {"bin", "application/octet-stream", "BIN"},
+    {"jpg", "image/jpeg", "JPEG", "\xFF\xD8\xFF"},
+    {"jpeg", "image/jpeg", "JPEG", "\xFF\xD8\xFF"},
+    {"png", "image/png", "PNG", "\x89PNG"},
+    {"gif", "image/gif", "GIF", "GIF8"},
+    {"bmp", "image/bmp", "BMP", "BM"},
+    {"bin", "application/octet-stream", "BIN", ""},
 };
 // Of any other file.
-inline constexpr MediaRow kOtherMedia = {"", "application/octet-stream", "UNKNOWN"};
+inline constexpr MediaRow kOtherMedia = {"", "application/octet-stream", "UNKNOWN", ""};
 
 // A formatted name that was made of other fields, since the forms want one: it says nothing of its
 // own and goes when the card is read (RFC 9554).

@@ -8,6 +8,11 @@
 
 namespace pim {
 
+const TellFormatLoss& Heard(const TellFormatLoss& tell) {
+  static const TellFormatLoss kNobody = [](const FormatLoss&) {};
+  return tell ? tell : kNobody;
+}
+
 void PrepareIcal() {
   // Both are libical's for the whole process; setting them again changes nothing.
   [[maybe_unused]] static const bool isPrepared = [] {

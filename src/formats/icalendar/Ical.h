@@ -12,6 +12,7 @@
 #include <string>
 #include <string_view>
 
+#include "formats/FormatLoss.h"
 #include "pim/support/DateTime.h"
 
 namespace pim {
@@ -30,6 +31,9 @@ using IcalOwner = std::unique_ptr<Object, FreeIcal>;
 
 inline constexpr std::int32_t kDaysOfWeek = 7;
 inline constexpr std::int64_t kSecondsOfDay = 86'400;
+
+// Who wants to be told of no losses gives an empty function; what works inside may call this one.
+const TellFormatLoss& Heard(const TellFormatLoss& tell);
 
 // What libical made; it gives null when memory runs out.
 template <class Object>

@@ -24,10 +24,10 @@ void ExpectSame(const CCalendar& item, const CCalendar& back, const std::set<std
   rapidjson::Document b;
   a.Parse(DumpOf(item).c_str());
   b.Parse(DumpOf(back).c_str());
-  for (const auto& member : a.GetObject()) {
-    const std::string name = member.name.GetString();
+  for (auto member = a.MemberBegin(); member < a.MemberEnd(); ++member) {
+    const std::string name = member->name.GetString();
     if (told.contains(name)) continue;
-    EXPECT_EQ(TextOfJson(member.value), TextOfJson(b[name.c_str()])) << name;
+    EXPECT_EQ(TextOfJson(member->value), TextOfJson(b[name.c_str()])) << name;
   }
 }
 

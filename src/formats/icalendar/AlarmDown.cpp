@@ -122,9 +122,10 @@ class AlarmDown {
       tell_({"VALARM", FormatVerdict::Dropped, FormatReason::BadValue, line});
       return false;
     }
-    for (const ContentLine* other : alarm.others)
+    for (const ContentLine* other : alarm.others) {
       tell_({std::string(other->Name()), FormatVerdict::Dropped, FormatReason::NoProperty,
              other->line});
+    }
     if (moment->GetSecond() != 0)
       tell_({"TRIGGER", FormatVerdict::Changed, FormatReason::SecondsDropped, trigger->line});
     if (sources_.own != nullptr && AppendOwn(UtcText(*moment))) return true;
@@ -144,6 +145,10 @@ class AlarmDown {
     const std::string head = parts[0] + ";" + parts[1] + ";" + parts[2] + ";";
     const bool isGood =
         std::ranges::all_of(head, [](char c) { return IsDigit(c) || IsLetter(c) || c == ';'; });
+    if (moment.empty() && !parts[0].empty() && !parts[0].ends_with("00Z")) {
+      tell_({std::string(sources_.own->Name()), FormatVerdict::Changed,
+             FormatReason::SecondsDropped, sources_.own->line});
+    }
     if (!isGood || !out_.AppendWithText("AALARM", ParametersOf(sources_.format), head, parts[3])) {
       tell_({std::string(sources_.own->Name()), FormatVerdict::Changed, FormatReason::BadValue,
              sources_.own->line});

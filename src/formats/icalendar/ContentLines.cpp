@@ -106,7 +106,8 @@ IcalOwner<icalproperty> FirstOf(const ContentLine& line) {
   constexpr std::size_t kLongest = 4'000;
   const std::size_t size = line.text.size() - line.Value().size();
   const std::size_t end = std::min(line.text.find(',', size), line.text.size());
-  if (end > kLongest) return nullptr;
+  // Of an END without a BEGIN it tells the terminal.
+  if (end > kLongest || EqualsIgnoringCase(line.Name(), "END")) return nullptr;
   return IcalOwner<icalproperty>(icalproperty_new_from_string(line.text.substr(0, end).c_str()));
 }
 

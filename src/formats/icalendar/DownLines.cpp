@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "formats/icalendar/DownLines.h"
 
+#include "formats/icalendar/Ical.h"
 #include "platform/CodePages.h"
-#include "support/DateTimeText.h"
 #include "support/QuotedPrintable.h"
 #include "support/TextCodec.h"
 
@@ -53,10 +53,6 @@ bool DownLines::AppendWithText(std::string_view name, std::string_view parameter
 
 void DownLines::AppendUtc(std::string_view name, const COleDateTime& utc) {
   AppendWord(name, UtcText(utc));
-}
-
-std::string UtcText(const COleDateTime& utc) {
-  return std::string(DateTimeText(utc).AddDate().AddMinutes().AddSeconds().Add("Z").view());
 }
 
 }  // namespace pim

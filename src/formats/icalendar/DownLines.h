@@ -31,7 +31,4 @@ class DownLines {
   std::string encoded_;
 };
 
-// YYYYMMDDTHHMMSSZ
-std::string UtcText(const COleDateTime& utc);
-
 }  // namespace pim

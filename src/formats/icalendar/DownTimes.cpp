@@ -11,8 +11,6 @@
 namespace pim {
 namespace {
 
-constexpr std::int64_t kSecondsInDay = 24 * 60 * 60;
-
 // The moment by the text alone: a day, in UTC, or floating.
 icaltimetype SpeltTime(std::string_view value) {
   constexpr std::size_t kLongest = 16;
@@ -74,13 +72,13 @@ std::vector<ItemTime> DownTimes::TimesOf(const ContentLine& line) const {
 std::optional<ItemTime> DownTimes::Behind(const ItemTime& time, const icaldurationtype& length) {
   const std::int64_t seconds = SecondsOf(length);
   constexpr std::int64_t kMostDays = 3'000'000;
-  const std::int64_t days = seconds / kSecondsInDay;
+  const std::int64_t days = seconds / kSecondsOfDay;
   if (days < -kMostDays || days > kMostDays) return std::nullopt;
   ItemTime behind = time;
   icaltime_adjust(&behind.local, static_cast<int>(days), 0, 0, 0);
   if (DateTimeOf(behind.local).status != StatusValid) return std::nullopt;
   behind.utc = UtcOfTime(behind.local);
-  const auto rest = static_cast<std::int32_t>(seconds % kSecondsInDay);
+  const auto rest = static_cast<std::int32_t>(seconds % kSecondsOfDay);
   if (!behind.isDay() && rest != 0) {
     COleDateTimeSpan span;
     span.SetDateTimeSpan(0, 0, 0, rest);
@@ -103,7 +101,7 @@ std::int64_t SecondsOf(const icaldurationtype& length) {
   const std::int64_t days = std::int64_t{length.weeks} * 7 + length.days;
   const std::int64_t seconds = std::int64_t{length.hours} * 3600 +
                                std::int64_t{length.minutes} * 60 + std::int64_t{length.seconds};
-  return (days * kSecondsInDay + seconds) * (length.is_neg != 0 ? -1 : 1);
+  return (days * kSecondsOfDay + seconds) * (length.is_neg != 0 ? -1 : 1);
 }
 
 }  // namespace pim

@@ -31,7 +31,7 @@ std::vector<std::string> ICalendarDown::UnknownZones(std::string_view component)
 
 void ICalendarDown::Convert(std::string_view component, const TellFormatLoss& tell,
                             std::string& out) {
-  ItemToVCalendar(component, state_->zones, tell, out);
+  ItemToVCalendar(component, state_->zones, Heard(tell), out);
 }
 
 }  // namespace pim

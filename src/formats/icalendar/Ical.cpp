@@ -4,7 +4,14 @@
 
 #include <chrono>
 
+#include "support/DateTimeText.h"
+
 namespace pim {
+
+const TellFormatLoss& Heard(const TellFormatLoss& tell) {
+  static const TellFormatLoss kNobody = [](const FormatLoss&) {};
+  return tell ? tell : kNobody;
+}
 
 void PrepareIcal() {
   // Both are libical's for the whole process; setting them again changes nothing.
@@ -47,6 +54,10 @@ COleDateTime DateTimeOf(const icaltimetype& time) {
     value.SetDateTime(time.year, time.month, time.day, time.hour, time.minute, time.second);
   }
   return value;
+}
+
+std::string UtcText(const COleDateTime& utc) {
+  return std::string(DateTimeText(utc).AddDate().AddMinutes().AddSeconds().Add("Z").view());
 }
 
 std::int32_t DaysBetween(const icaltimetype& from, const icaltimetype& to) {

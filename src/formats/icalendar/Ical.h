@@ -12,6 +12,7 @@
 #include <string>
 #include <string_view>
 
+#include "formats/FormatLoss.h"
 #include "pim/support/DateTime.h"
 
 namespace pim {
@@ -27,6 +28,12 @@ struct FreeIcal {
 };
 template <class Object>
 using IcalOwner = std::unique_ptr<Object, FreeIcal>;
+
+inline constexpr std::int32_t kDaysOfWeek = 7;
+inline constexpr std::int64_t kSecondsOfDay = 86'400;
+
+// Who wants to be told of no losses gives an empty function; what works inside may call this one.
+const TellFormatLoss& Heard(const TellFormatLoss& tell);
 
 // What libical made; it gives null when memory runs out.
 template <class Object>
@@ -46,10 +53,13 @@ std::optional<icaltimetype> IcalUtc(const COleDateTime& value);
 // The other way, zones aside; invalid for what is no moment of the years 100 to 9999.
 COleDateTime DateTimeOf(const icaltimetype& time);
 
+// YYYYMMDDTHHMMSSZ
+std::string UtcText(const COleDateTime& utc);
+
 // The days between two times' days.
 std::int32_t DaysBetween(const icaltimetype& from, const icaltimetype& to);
 
-// A component or value as text.
+// As text, lines ending in CR LF.
 std::string IcalTextOf(icalcomponent* component);
 
 }  // namespace pim

@@ -7,12 +7,9 @@
 #include "formats/icalendar/AlarmWords.h"
 #include "formats/icalendar/ItemText.h"
 #include "formats/icalendar/OwnWords.h"
-#include "support/DateTimeText.h"
 
 namespace pim {
 namespace {
-
-constexpr std::int64_t kSecondsOfDay = 24 * 60 * 60;
 
 std::int64_t SecondsBetween(const icaltimetype& from, const icaltimetype& to) {
   const auto second = [](const icaltimetype& time) {
@@ -95,9 +92,7 @@ void AddAlarmPart(const AlarmParts& parts, const AlarmAnchors& anchors, icalcomp
 // As vCalendar 1.0 has it, empty fields at its end too.
 std::string AlarmValue(const AlarmParts& parts) {
   std::string value;
-  if (parts.date)
-    value.append(
-        DateTimeText(DateTimeOf(*parts.date)).AddDate().AddMinutes().AddSeconds().Add("Z"));
+  if (parts.date) value.append(UtcText(DateTimeOf(*parts.date)));
   value.append(1, ';');
   if (parts.snooze > 0) value.append(SpanText(parts.snooze));
   value.append(1, ';');
@@ -138,7 +133,7 @@ std::string SpanText(std::int64_t seconds) {
     std::int64_t seconds;
     char letter;
   };
-  constexpr Unit kUnits[] = {{60 * 60, 'H'}, {60, 'M'}, {1, 'S'}};
+  constexpr Unit kUnits[] = {{3'600, 'H'}, {60, 'M'}, {1, 'S'}};
   std::string text = "P";
   if (seconds >= kSecondsOfDay) text.append(std::to_string(seconds / kSecondsOfDay)).append(1, 'D');
   seconds %= kSecondsOfDay;

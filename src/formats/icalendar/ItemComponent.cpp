@@ -17,7 +17,6 @@
 #include "formats/icalendar/StatusWords.h"
 #include "pim/manager/TypeWords.h"
 #include "records/CategoryWords.h"
-#include "support/DateTimeText.h"
 
 namespace pim {
 namespace {
@@ -121,10 +120,7 @@ class ItemBuilder {
     return stamp;
   }
   void AddOwnStamp(const char* name, const icaltimetype& stamp) {
-    AddOwnText(
-        name,
-        std::string(
-            DateTimeText(DateTimeOf(stamp)).AddDate().AddMinutes().AddSeconds().Add("Z").view()));
+    AddOwnText(name, UtcText(DateTimeOf(stamp)));
   }
 
   void AddStamps();

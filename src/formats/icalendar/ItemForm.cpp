@@ -36,7 +36,7 @@ class ICalendarForm final : public ItemForm {
   void Append(const CCalendar& item, const TellFormatLoss& tell, std::string& out) override {
     const ItemZone* const zone = ZoneOf(item);
     if (zone != nullptr && written_.insert(zone->name()).second) out.append(zone->Text());
-    out.append(IcalTextOf(MakeItemComponent(item, zone, tell).get()));
+    out.append(IcalTextOf(MakeItemComponent(item, zone, Heard(tell)).get()));
   }
   void End(std::string& out) override { out.append(kTail); }
 

@@ -86,10 +86,9 @@ void ItemSpan::AddDue(const icaltimetype& time, const icaltimetype& utc) {
 }
 
 void ItemSpan::AddDateOwn(const char* name, const icaltimetype& time) {
-  DateTimeText text(DateTimeOf(time));
-  text.AddDate();
-  if (time.is_date == 0) text.AddMinutes().AddSeconds().Add("Z");
-  AddOwn(component_, name, std::string(text.view()));
+  const COleDateTime value = DateTimeOf(time);
+  AddOwn(component_, name,
+         time.is_date != 0 ? std::string(DateTimeText(value).AddDate().view()) : UtcText(value));
 }
 
 void ItemSpan::AddDays(const icaltimetype& day) {

@@ -18,7 +18,6 @@ namespace {
 constexpr int kMinute = 60;
 constexpr int kHour = 60 * kMinute;
 constexpr int kDay = 24 * kHour;
-constexpr int kWeek = 7;
 
 // In seconds; nothing where it is no offset of whole minutes and less than a day.
 std::optional<int> OffsetOf(const COleDateTimeSpan& span) {
@@ -44,8 +43,8 @@ bool HasDaylight(const CCalendarZone& zone) {
 // The weekday of the month on which a change comes back each year: the last one, or one from the
 // month's start.
 std::string YearlyRuleOf(const icaltimetype& change) {
-  const bool isLast = change.day + kWeek > icaltime_days_in_month(change.month, change.year);
-  const int position = isLast ? -1 : (change.day - 1) / kWeek + 1;
+  const bool isLast = change.day + kDaysOfWeek > icaltime_days_in_month(change.month, change.year);
+  const int position = isLast ? -1 : (change.day - 1) / kDaysOfWeek + 1;
   return "FREQ=YEARLY;BYMONTH=" + std::to_string(change.month) +
          ";BYDAY=" + std::to_string(position) +
          std::string(WeekdayWord(icaltime_day_of_week(change) - 1));
@@ -110,7 +109,7 @@ IcalOwner<icalcomponent> NewZone(const std::string& name) {
 // Unlike zones have unlike names, whatever the machine.
 std::string ZoneName(const CCalendarZone& zone, int offset) {
   constexpr std::size_t kMark = 8;
-  const std::string name = "UTC" + OffsetText(offset);
+  std::string name = "UTC" + OffsetText(offset);
   if (!HasDaylight(zone) && zone.standardName.empty()) return name;
   UuidMaker mark;
   mark.Add(DaylightValueOf(zone));
@@ -122,7 +121,7 @@ std::string ZoneName(const CCalendarZone& zone, int offset) {
 // The first second of the week behind `from` at which the clock isn't any more as it is there.
 icaltimetype ChangeBetween(icaltimezone* zone, const icaltimetype& from, int isDaylight) {
   int low = 0;
-  int high = kWeek * kDay;
+  int high = kDaysOfWeek * kDay;
   while (high - low > 1) {
     const int middle = (low + high) / 2;
     icaltimetype time = from;
@@ -259,10 +258,10 @@ CCalendarZone ZoneAround(icaltimezone* zone, const icaltimetype& moment) {
   int isDaylight = 0;
   int offset = icaltimezone_get_utc_offset_of_utc_time(zone, &time, &isDaylight);
   if (isDaylight == 0) around.tzOffset.SetDateTimeSpan(0, 0, 0, offset);
-  for (int day = -kDays; day < kDays; day += kWeek) {
+  for (int day = -kDays; day < kDays; day += kDaysOfWeek) {
     const int before = isDaylight;
     const icaltimetype from = time;
-    icaltime_adjust(&time, kWeek, 0, 0, 0);
+    icaltime_adjust(&time, kDaysOfWeek, 0, 0, 0);
     offset = icaltimezone_get_utc_offset_of_utc_time(zone, &time, &isDaylight);
     if (isDaylight == before) continue;
     const icaltimetype change = ChangeBetween(zone, from, before);

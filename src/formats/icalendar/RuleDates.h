@@ -21,7 +21,7 @@ class RuleDates {
   bool isCut() const { return taken_ == kMost; }
 
  private:
-  static constexpr std::int32_t kMost = 50'000;
+  static constexpr std::int32_t kMost = 20'000;  // more than fifty years of days
 
   IcalOwner<icalrecur_iterator> dates_;
   std::int32_t taken_ = 0;

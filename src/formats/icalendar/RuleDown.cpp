@@ -12,7 +12,6 @@
 namespace pim {
 namespace {
 
-constexpr std::int32_t kWeekLength = 7;
 constexpr std::int32_t kMonths = 12;
 constexpr std::int32_t kWeeksOfMonth = 5;
 
@@ -104,7 +103,7 @@ bool IsWeekAsOurs(const icalrecurrencetype& rule, const RuleLists& lists,
   const int first = icaltime_day_of_week(start) - 1;
   const auto weekOf = [first](std::int32_t weekday, int weekStart) {
     const auto place = [weekStart](int day) {
-      return (day - weekStart + kWeekLength) % kWeekLength;
+      return (day - weekStart + kDaysOfWeek) % kDaysOfWeek;
     };
     return place(weekday) >= place(first);
   };
@@ -174,7 +173,7 @@ bool TakeEntry(RecurrenceData& rule, std::string_view word) {
     list.push_back(number);
     return true;
   };
-  for (std::int32_t weekday = 0; weekday < kWeekLength; ++weekday) {
+  for (std::int32_t weekday = 0; weekday < kDaysOfWeek; ++weekday) {
     if (word != WeekdayWord(weekday)) continue;
     if (rule.type == RECUR_WEEKLY) return take(static_cast<DaysData&>(rule).days, weekday);
     return rule.type == RECUR_MONTHLY_BY_POS &&

@@ -41,8 +41,6 @@ class RulePart {
   bool isEmpty_ = true;
 };
 
-constexpr std::int32_t kDaysOfWeek = 7;
-
 // By its number from 0, as `day + 1` counts from 1.
 std::string WeekdayOf(const icaltimetype& day) {
   return std::string(WeekdayWord(icaltime_day_of_week(day) - 1));

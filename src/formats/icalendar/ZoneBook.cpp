@@ -131,7 +131,9 @@ void ZoneBook::Take(std::string_view component) {
   std::size_t rules = 0;
   std::string text;
   const std::vector<ContentLine> lines = ContentLinesOf(component);
-  if (lines.size() > kMostLines) return;
+  const bool isZone = !lines.empty() && EqualsIgnoringCase(lines[0].Name(), "BEGIN") &&
+                      EqualsIgnoringCase(Trim(lines[0].Value()), "VTIMEZONE");
+  if (!isZone || lines.size() > kMostLines) return;
   for (const ContentLine& line : lines) {
     if (line.depth > 2 || line.text.size() > kLongestLine) return;
     const bool isRule = EqualsIgnoringCase(line.Name(), "RRULE");

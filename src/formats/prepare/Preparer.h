@@ -98,8 +98,9 @@ class Preparer {
   std::unique_ptr<char[]> text_;  // what hasn't gone on yet, and room behind it
   std::size_t capacity_ = 0;
   std::size_t size_ = 0;
-  std::size_t begin_ = 0;  // of what hasn't gone on
-  std::size_t at_ = 0;     // of the line that is next
+  std::size_t begin_ = 0;     // of what hasn't gone on
+  std::size_t at_ = 0;        // of the line that is next
+  std::size_t searched_ = 0;  // no line feed stands between there and here
   std::int64_t beginLine_ = 1;
   std::int64_t line_ = 1;
   std::string mended_;  // bytes that don't pass as they are

@@ -239,7 +239,9 @@ void Preparer::LookAt(std::string_view line, const LineHead& head) {
     needs = needs || (Has(PrepareStep::VCard) && SaysModernVersion(head, ValueOf(line, head)));
   } else if (block_.kind == BlockKind::Item && !frame_.down) {
     block_.hasDisplayAlarm = block_.hasDisplayAlarm || EqualsIgnoringCase(head.name, "DALARM");
-    block_.hasAudioAlarm = block_.hasAudioAlarm || EqualsIgnoringCase(head.name, "AALARM");
+    // An empty one is none.
+    block_.hasAudioAlarm = block_.hasAudioAlarm || (EqualsIgnoringCase(head.name, "AALARM") &&
+                                                    !ValueOf(line, head).empty());
     needs = needs || (frame_.zone.isKnown() && Has(PrepareStep::Times) && TellsTime(head.name));
   }
   block_.needsWork = block_.needsWork || needs;
@@ -258,7 +260,6 @@ void Preparer::OpenBlock(BlockKind kind, const std::string& word) {
 void Preparer::CloseUnended(const std::string& word) {
   if (block_.kind == BlockKind::None) return;
   const bool isMended = block_.word == word && Has(PrepareStep::MissingEnd);
-  if (isMended) notes_.Add(PrepareStep::MissingEnd, line_, line_, "END:" + word + " put in ahead");
   std::string missing;
   for (int depth = 0; isMended && depth <= block_.depth; ++depth) missing += MissingEnd(word);
   CloseBlock(at_, line_, missing);

@@ -87,7 +87,7 @@ class Preparer {
   void EmitComponent(const FrameState::Waiting& component);
   void EmitAsItIs(std::size_t end, std::int64_t endLine);
   void Emit(std::string_view text, std::int64_t firstLine, std::int64_t lines, bool isSame = false);
-  std::string MissingEnd(std::string_view word) const;
+  std::string MissingEnd(const std::string& word);
 
   PrepareNotes notes_;
   ByteMender bytes_;

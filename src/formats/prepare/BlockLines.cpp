@@ -3,6 +3,7 @@
 #include "formats/prepare/BlockLines.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "formats/prepare/ValueBytes.h"
 
@@ -10,17 +11,21 @@ namespace pim {
 
 LineJoints::Kind LineJoints::Take(std::string_view line, bool joins64) {
   const std::string_view bare = WithoutLineEnd(line);
-  // A line feed alone is passed over by the tokeniser; behind a carriage return, the line is over.
   if (bare.empty()) {
-    if (isOpenHead_) return Kind::GoesOn;
-    const bool isOver = !line.starts_with('\n');
-    isPicture_ = isPicture_ && !isOver;
-    isSoftBreak_ = isSoftBreak_ && !isOver;
+    // A line feed alone is passed over by the tokeniser; behind a carriage return, the line is
+    // over.
+    if (isOpenHead_ || line.front() == '\n' || std::exchange(isFoldOpen_, false))
+      return Kind::GoesOn;
+    isPicture_ = false;
+    isSoftBreak_ = false;
     return Kind::Blank;
   }
-  if (IsBlank(bare.front()) && bare.front() != '\r') {
-    if (isSoftBreak_ || coding_.isQuotedPrintable) isSoftBreak_ = BreaksSoftly(bare);
-    if (isOpenHead_) Look(line);
+  const bool isFold = IsBlank(bare.front()) && bare.front() != '\r';
+  if (std::exchange(isFoldOpen_, false) || isFold) {
+    // A blank that the line feed follows at once leaves the fold open for the next line.
+    isFoldOpen_ = isFold && line.size() == 2 && line.back() == '\n';
+    if (coding_.isQuotedPrintable) isSoftBreak_ = BreaksSoftly(bare);
+    if (isOpenHead_) TakeHeadLine(line);
     return Kind::GoesOn;
   }
   if (isSoftBreak_) {
@@ -28,32 +33,29 @@ LineJoints::Kind LineJoints::Take(std::string_view line, bool joins64) {
     return Kind::GoesOn;
   }
   if (isOpenHead_) {
-    Look(line);
+    TakeHeadLine(line);
     return Kind::GoesOn;
   }
   if (isPicture_ && joins64 && IsBase64Line(bare)) return Kind::Base64;
   head_ = LineHead::Of(line);
   coding_ = head_.params.empty() ? LineCoding() : LineCoding::Of(head_.params);
   isOpenHead_ = head_.GoesOn();
+  if (isOpenHead_) openParams_ = head_.params;
   isSoftBreak_ =
       coding_.isQuotedPrintable && head_.hasColon() && BreaksSoftly(bare.substr(head_.colon + 1));
   isPicture_ = coding_.isBase64;
   return Kind::Begins;
 }
 
-// A further line of an open head: what it brings counts, to the colon.
-void LineJoints::Look(std::string_view line) {
+// A further line of an open head: all of it counts, up to its colon.
+void LineJoints::TakeHeadLine(std::string_view line) {
   const std::size_t colon = line.find(':');
-  std::string params = ";";
-  params += line.substr(0, colon);
-  const LineCoding more = LineCoding::Of(params);
-  if (more.isQuotedPrintable || more.isBase64) {
-    coding_.isQuotedPrintable = more.isQuotedPrintable;
-    coding_.isBase64 = more.isBase64;
-  }
-  isOpenHead_ = colon == std::string_view::npos;
-  isSoftBreak_ = !isOpenHead_ && coding_.isQuotedPrintable && BreaksSoftly(line.substr(colon + 1));
-  isPicture_ = !isOpenHead_ && coding_.isBase64;
+  openParams_ += line.substr(0, colon);
+  if (colon == std::string_view::npos) return;
+  isOpenHead_ = false;
+  coding_ = LineCoding::Of(openParams_);
+  isSoftBreak_ = coding_.isQuotedPrintable && BreaksSoftly(line.substr(colon + 1));
+  isPicture_ = coding_.isBase64;
 }
 
 std::vector<PropertyLine> PropertyLinesOf(std::string_view text, std::int64_t firstLine,

@@ -42,20 +42,23 @@ class LineJoints {
     Base64,  // the same, without the blank that should say so
   };
 
-  // Of the next line, with its line end. `joins64` tells whether lines of base64 are joined.
+  // Of the next line, with its line end, which isn't empty. `joins64` tells whether lines of base64
+  // are joined.
   Kind Take(std::string_view line, bool joins64);
   // Of the property that Begins gave last.
   const LineHead& head() const { return head_; }
   const LineCoding& coding() const { return coding_; }
 
  private:
-  void Look(std::string_view line);
+  void TakeHeadLine(std::string_view line);
 
   LineHead head_{};
   LineCoding coding_;
+  std::string openParams_;    // of a head that goes on, so far
   bool isOpenHead_ = false;   // no colon yet
   bool isSoftBreak_ = false;  // quoted-printable that goes on
   bool isPicture_ = false;    // base64 may go on
+  bool isFoldOpen_ = false;   // a fold of nothing, which the next line ends
 };
 
 // The properties of a text whose first physical line has that number. With `mends64`, lines of

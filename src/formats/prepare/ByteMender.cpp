@@ -30,7 +30,7 @@ Begins BeginsProperty(std::string_view text) {
 }  // namespace
 
 bool ByteMender::Passes(std::string_view piece) {
-  if (!held_.empty() || (!isDecided_ && piece.size() < kHead)) return false;
+  if (!held_.empty() || returns_ != 0 || (!isDecided_ && piece.size() < kHead)) return false;
   Decide(piece);
   if (decoder_) return false;
   if (Has(PrepareStep::Nul) && std::memchr(piece.data(), 0, piece.size()) != nullptr) return false;
@@ -50,11 +50,12 @@ bool ByteMender::Passes(std::string_view piece) {
 }
 
 void ByteMender::Append(std::string_view piece, bool isLast, std::string& out) {
+  std::string head;
   if (!isDecided_) {
     held_ += piece;
     if (held_.size() < kHead && !isLast) return;
-    whole_ = std::exchange(held_, {});
-    piece = whole_;
+    head = std::exchange(held_, {});
+    piece = head;
     Decide(piece);
   }
   if (decoder_) {
@@ -62,10 +63,12 @@ void ByteMender::Append(std::string_view piece, bool isLast, std::string& out) {
     decoder_->Append(piece, isLast, decoded_);
     piece = decoded_;
   }
-  if (Has(PrepareStep::Nul) && piece.find('\0') != std::string_view::npos) {
-    plain_.clear();
-    AppendWithoutNul(piece, plain_);
-    piece = plain_;
+  std::size_t nul = 0;
+  while (Has(PrepareStep::Nul) && (nul = piece.find('\0')) != kNone) {
+    AppendMended(piece.substr(0, nul), false, out);
+    const std::int64_t line = line_ + (ends_ == Ends::LineFeeds ? 0 : returns_);
+    notes_.Add(PrepareStep::Nul, line, line, "NUL characters taken out");
+    piece.remove_prefix(std::min(piece.find_first_not_of('\0', nul), piece.size()));
   }
   AppendMended(piece, isLast, out);
 }
@@ -79,19 +82,6 @@ void ByteMender::Decide(std::string_view head) {
              units.size == 2 ? "the text was UTF-16" : "the text was UTF-32");
 }
 
-void ByteMender::AppendWithoutNul(std::string_view bytes, std::string& out) {
-  std::int64_t line = line_ + std::ranges::count(held_, '\n');
-  while (!bytes.empty()) {
-    const std::size_t nul = std::min(bytes.find('\0'), bytes.size());
-    line += std::ranges::count(bytes.substr(0, nul), '\n');
-    out.append(bytes.substr(0, nul));
-    bytes.remove_prefix(nul);
-    if (bytes.empty()) break;
-    notes_.Add(PrepareStep::Nul, line, line, "NUL characters taken out");
-    bytes.remove_prefix(std::min(bytes.find_first_not_of('\0'), bytes.size()));
-  }
-}
-
 void ByteMender::AppendMended(std::string_view bytes, bool isLast, std::string& out) {
   if (!held_.empty()) {
     whole_ = std::exchange(held_, {});
@@ -99,49 +89,46 @@ void ByteMender::AppendMended(std::string_view bytes, bool isLast, std::string& 
     bytes = whole_;
   }
   const bool mends = Has(PrepareStep::LineEnds);
-  while (!bytes.empty()) {
-    const std::size_t at = mends ? std::min(bytes.find('\r'), bytes.size()) : bytes.size();
-    const std::int64_t feeds = std::ranges::count(bytes.substr(0, at), '\n');
-    if (feeds != 0 && ends_ == Ends::Undecided) ends_ = Ends::LineFeeds;
-    line_ += feeds;
-    out.append(bytes.substr(0, at));
-    bytes.remove_prefix(at);
-    if (bytes.empty()) break;
-    const std::size_t taken = AppendReturns(bytes, isLast, out);
-    if (taken == 0) {
+  while (!bytes.empty() || returns_ != 0) {
+    if (returns_ == 0) {
+      const std::size_t at = mends ? std::min(bytes.find('\r'), bytes.size()) : bytes.size();
+      const std::int64_t feeds = std::ranges::count(bytes.substr(0, at), '\n');
+      if (feeds != 0 && ends_ == Ends::Undecided) ends_ = Ends::LineFeeds;
+      line_ += feeds;
+      out.append(bytes.substr(0, at));
+      bytes.remove_prefix(at);
+    }
+    const std::size_t returns = std::min(bytes.find_first_not_of('\r'), bytes.size());
+    returns_ += static_cast<std::int64_t>(returns);
+    bytes.remove_prefix(returns);
+    if (bytes.empty() && !isLast) break;
+    if (returns_ != 0 && !AppendReturns(bytes, isLast, out)) {
       held_ = bytes;
       break;
     }
-    bytes.remove_prefix(taken);
   }
 }
 
-// Takes the carriage returns at the head. Those ahead of a line feed belong to one line end,
-// however many there are. Where line feeds end the lines, another one ends a line only if a
-// property follows it: the readers join what it parts, and a line without a colon would be lost.
-// Gives 0 where what follows must be known.
-std::size_t ByteMender::AppendReturns(std::string_view bytes, bool isLast, std::string& out) {
-  const std::size_t count = bytes.find_first_not_of('\r');
-  if (count == kNone && !isLast) return 0;
-  const std::string_view rest = bytes.substr(std::min(count, bytes.size()));
-  if (rest.starts_with('\n')) {
-    out.append(bytes.substr(0, count));
-    return count;
+// Gives the carriage returns that stand ahead of the rest. Those ahead of a line feed belong to one
+// line end, however many there are. Where line feeds end the lines, another one ends a line only if
+// a property follows it: the readers join what it parts, and a line without a colon would be lost.
+// False where more of the rest must be known.
+bool ByteMender::AppendReturns(std::string_view rest, bool isLast, std::string& out) {
+  bool areEnds = false;
+  if (!rest.starts_with('\n')) {
+    if (ends_ == Ends::Undecided) ends_ = Ends::Returns;
+    const Begins begins = BeginsProperty(rest);
+    if (ends_ == Ends::LineFeeds && begins == Begins::Perhaps && !isLast) return false;
+    areEnds = ends_ == Ends::Returns || begins == Begins::Yes;
   }
-  if (ends_ == Ends::Undecided) ends_ = Ends::Returns;
-  const std::size_t returns = bytes.size() - rest.size();
-  const Begins begins = BeginsProperty(rest);
-  if (ends_ == Ends::LineFeeds && begins == Begins::Perhaps && !isLast) return 0;
-  if (ends_ == Ends::LineFeeds && begins != Begins::Yes) {
-    out.append(bytes.substr(0, returns));
-    return returns;
-  }
-  for (std::size_t i = 0; i < returns; ++i) {
+  if (!areEnds) out.append(static_cast<std::size_t>(returns_), '\r');
+  for (; returns_ != 0 && areEnds; --returns_) {
     notes_.Add(PrepareStep::LineEnds, line_, line_, "a carriage return alone became a line end");
     out.append("\r\n");
     ++line_;
   }
-  return returns;
+  returns_ = 0;
+  return true;
 }
 
 }  // namespace pim

@@ -32,15 +32,14 @@ class ByteMender {
   bool Has(PrepareStep step) const { return (steps_ & BitOf(step)) != 0; }
   void Decide(std::string_view head);
   void AppendMended(std::string_view bytes, bool isLast, std::string& out);
-  void AppendWithoutNul(std::string_view bytes, std::string& out);
-  std::size_t AppendReturns(std::string_view bytes, bool isLast, std::string& out);
+  bool AppendReturns(std::string_view rest, bool isLast, std::string& out);
 
   PrepareNotes& notes_;
   std::optional<UnitDecoder> decoder_;
-  std::string held_;     // bytes that wait for what follows them
-  std::string whole_;    // those and the next piece
-  std::string decoded_;  // of a piece
-  std::string plain_;    // of a piece, without NUL characters
+  std::string held_;          // bytes that wait for what follows them, behind the returns
+  std::string whole_;         // those and the next piece
+  std::string decoded_;       // of a piece
+  std::int64_t returns_ = 0;  // that wait for it, too
   std::int64_t line_ = 1;
   PrepareStepMask steps_;
   Ends ends_ = Ends::Undecided;

@@ -84,6 +84,13 @@ std::optional<ValueWriter> Converted(const ValueBytes& value, const std::string&
     }
     if (!isDone) return std::nullopt;
   }
+  // A letter that an accent might have followed.
+  std::array<char, 32> rest;
+  char* to = rest.data();
+  std::size_t room = rest.size();
+  if (converter.Finish(to, room) != Iconv::Outcome::Done) return std::nullopt;
+  if (to != rest.data())
+    writer.Add({rest.data(), static_cast<std::size_t>(to - rest.data())}, false);
   return writer;
 }
 

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "support/Ascii.h"
 
@@ -62,17 +63,30 @@ struct LineHead {
   bool GoesOn() const { return !hasColon() && !params.empty(); }
 };
 
-// Calls take(name, value) for each parameter of a head; the value is empty for a word alone.
+// Calls take(name, value, whole) for each parameter of a head, as the tokeniser parts them: what
+// stands first behind a semicolon or an equals sign is a part of the name or value, whatever it is,
+// and a semicolon behind a backslash is one of the value. The value is empty for a word alone.
 template <class Take>
 void ForEachParameter(std::string_view params, Take take) {
-  while (!params.empty()) {
-    params.remove_prefix(1);  // the semicolon
-    const std::size_t end = std::min(params.find(';'), params.size());
-    const std::string_view one = params.substr(0, end);
-    const std::size_t equals = one.find('=');
-    take(Trim(one.substr(0, equals)),
-         equals == std::string_view::npos ? std::string_view() : Trim(one.substr(equals + 1)));
-    params.remove_prefix(end);
+  const auto pastBlanks = [params](std::size_t at) {
+    while (at < params.size() && IsWhiteSpace(params[at])) ++at;
+    return at;
+  };
+  for (std::size_t at = pastBlanks(1); at < params.size(); at = pastBlanks(at + 1)) {
+    const std::size_t begin = at;
+    at = std::min(params.find_first_of(";=", begin + 1), params.size());
+    const std::string_view name = params.substr(begin, at - begin);
+    std::string_view value;
+    if (at < params.size() && params[at] == '=') {
+      const std::size_t first = pastBlanks(at + 1);
+      bool isEscaped = false;
+      for (at = std::min(first + 1, params.size()); at < params.size(); ++at) {
+        if (params[at] == ';' && !std::exchange(isEscaped, false)) break;
+        if (params[at] == '\\') isEscaped = !isEscaped;
+      }
+      value = params.substr(std::min(first, at), at - std::min(first, at));
+    }
+    take(Trim(name), Trim(value), params.substr(begin, at - begin));
   }
 }
 
@@ -85,21 +99,22 @@ struct LineCoding {
 
   static LineCoding Of(std::string_view params) {
     LineCoding coding;
-    ForEachParameter(params, [&coding](std::string_view name, std::string_view value) {
-      if (IsWordInText(name, "CHARSET")) coding.charset = value;
-      const bool isEncoding = IsWordInText(name, "ENCODING");
-      const std::string_view word = isEncoding ? value : name;
-      if (IsWordInText(word, "QUOTED-PRINTABLE")) {
-        coding.isQuotedPrintable = true;
-        coding.isBase64 = false;
-      } else if (IsWordInText(word, "BASE64") || (isEncoding && IsWordInText(word, "B"))) {
-        coding.isBase64 = true;
-        coding.isB = IsWordInText(word, "B");
-        coding.isQuotedPrintable = false;
-      } else if (IsWordInText(word, "8BIT")) {
-        coding.isBase64 = coding.isQuotedPrintable = false;
-      }
-    });
+    ForEachParameter(
+        params, [&coding](std::string_view name, std::string_view value, std::string_view) {
+          if (IsWordInText(name, "CHARSET")) coding.charset = value;
+          const bool isEncoding = IsWordInText(name, "ENCODING");
+          const std::string_view word = isEncoding ? value : name;
+          if (IsWordInText(word, "QUOTED-PRINTABLE")) {
+            coding.isQuotedPrintable = true;
+            coding.isBase64 = false;
+          } else if (IsWordInText(word, "BASE64") || (isEncoding && IsWordInText(word, "B"))) {
+            coding.isBase64 = true;
+            coding.isB = IsWordInText(word, "B");
+            coding.isQuotedPrintable = false;
+          } else if (IsWordInText(word, "8BIT")) {
+            coding.isBase64 = coding.isQuotedPrintable = false;
+          }
+        });
     return coding;
   }
 };

@@ -86,8 +86,9 @@ void Preparer::Scan(bool isLast) {
     }
   }
   while (at_ < size_) {
-    const char* const begin = text_.get() + at_;
-    const auto* const feed = static_cast<const char*>(std::memchr(begin, '\n', size_ - at_));
+    const std::size_t from = std::max(at_, searched_);
+    const auto* const feed =
+        static_cast<const char*>(std::memchr(text_.get() + from, '\n', size_ - from));
     if (feed == nullptr && !isLast) break;
     const std::size_t end =
         feed == nullptr ? size_ : static_cast<std::size_t>(feed + 1 - text_.get());
@@ -99,8 +100,10 @@ void Preparer::Scan(bool isLast) {
   }
   const bool isInBlock = block_.kind != BlockKind::None;
   EmitAsItIs(isInBlock ? block_.begin : at_, isInBlock ? block_.line : line_);
-  std::memmove(text_.get(), text_.get() + begin_, size_ - begin_);
+  // What a long record or line has is looked at once, and stays where it is.
+  if (begin_ != 0) std::memmove(text_.get(), text_.get() + begin_, size_ - begin_);
   size_ -= begin_;
+  searched_ = size_;
   at_ -= begin_;
   if (isInBlock) block_.begin -= begin_;
   begin_ = 0;
@@ -236,7 +239,9 @@ void Preparer::LookAt(std::string_view line, const LineHead& head) {
     needs = needs || (Has(PrepareStep::VCard) && SaysModernVersion(head, ValueOf(line, head)));
   } else if (block_.kind == BlockKind::Item && !frame_.down) {
     block_.hasDisplayAlarm = block_.hasDisplayAlarm || EqualsIgnoringCase(head.name, "DALARM");
-    block_.hasAudioAlarm = block_.hasAudioAlarm || EqualsIgnoringCase(head.name, "AALARM");
+    // An empty one is none.
+    block_.hasAudioAlarm = block_.hasAudioAlarm || (EqualsIgnoringCase(head.name, "AALARM") &&
+                                                    !ValueOf(line, head).empty());
     needs = needs || (frame_.zone.isKnown() && Has(PrepareStep::Times) && TellsTime(head.name));
   }
   block_.needsWork = block_.needsWork || needs;
@@ -255,7 +260,6 @@ void Preparer::OpenBlock(BlockKind kind, const std::string& word) {
 void Preparer::CloseUnended(const std::string& word) {
   if (block_.kind == BlockKind::None) return;
   const bool isMended = block_.word == word && Has(PrepareStep::MissingEnd);
-  if (isMended) notes_.Add(PrepareStep::MissingEnd, line_, line_, "END:" + word + " put in ahead");
   std::string missing;
   for (int depth = 0; isMended && depth <= block_.depth; ++depth) missing += MissingEnd(word);
   CloseBlock(at_, line_, missing);

@@ -87,7 +87,7 @@ class Preparer {
   void EmitComponent(const FrameState::Waiting& component);
   void EmitAsItIs(std::size_t end, std::int64_t endLine);
   void Emit(std::string_view text, std::int64_t firstLine, std::int64_t lines, bool isSame = false);
-  std::string MissingEnd(std::string_view word) const;
+  std::string MissingEnd(const std::string& word);
 
   PrepareNotes notes_;
   ByteMender bytes_;
@@ -98,8 +98,9 @@ class Preparer {
   std::unique_ptr<char[]> text_;  // what hasn't gone on yet, and room behind it
   std::size_t capacity_ = 0;
   std::size_t size_ = 0;
-  std::size_t begin_ = 0;  // of what hasn't gone on
-  std::size_t at_ = 0;     // of the line that is next
+  std::size_t begin_ = 0;     // of what hasn't gone on
+  std::size_t at_ = 0;        // of the line that is next
+  std::size_t searched_ = 0;  // no line feed stands between there and here
   std::int64_t beginLine_ = 1;
   std::int64_t line_ = 1;
   std::string mended_;  // bytes that don't pass as they are

@@ -129,8 +129,9 @@ void Preparer::Emit(std::string_view text, std::int64_t firstLine, std::int64_t 
 }
 
 // Ends like the line ahead.
-std::string Preparer::MissingEnd(std::string_view word) const {
-  return "END:" + std::string(word) + (isFeedAlone_ ? "\n" : "\r\n");
+std::string Preparer::MissingEnd(const std::string& word) {
+  notes_.Add(PrepareStep::MissingEnd, line_, line_, "END:" + word + " put in ahead");
+  return "END:" + word + (isFeedAlone_ ? "\n" : "\r\n");
 }
 
 }  // namespace pim

@@ -36,7 +36,7 @@ class PropertyStream {
 
  private:
   void EndLine() {
-    const LineJoints::Kind kind = joints_.Take(line_, true);
+    const LineJoints::Kind kind = joints_.Take(line_, false);
     if (kind == LineJoints::Kind::Begins || kind == LineJoints::Kind::Blank) EndProperty();
     property_ += line_;
     line_.clear();

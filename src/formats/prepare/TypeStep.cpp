@@ -54,22 +54,20 @@ void PartTypes(PropertyLine& line, PrepareNotes& notes) {
   const CardTypes* const types = TypesOfProperty(head.name);
   std::string params;
   bool isChanged = false;
-  ForEachParameter(head.params, [&](std::string_view name, std::string_view value) {
-    const auto begin = static_cast<std::size_t>(name.data() - head.params.data());
-    const std::string_view whole = head.params.substr(
-        begin, std::min(head.params.find(';', begin), head.params.size()) - begin);
-    const bool isType = EqualsIgnoringCase(name, "TYPE");
-    const bool isList = isType && value.find_first_of(",\"") != std::string_view::npos;
-    const bool isWord = isType && types != nullptr && !types->takesTypeEquals &&
-                        types->Knows(value) && MayStandAlone(value);
-    if (isList || isWord) {
-      params += Parted(value);
-      isChanged = true;
-    } else {
-      params += ";";
-      params += whole;
-    }
-  });
+  ForEachParameter(
+      head.params, [&](std::string_view name, std::string_view value, std::string_view whole) {
+        const bool isType = EqualsIgnoringCase(name, "TYPE");
+        const bool isList = isType && value.find_first_of(",\"") != std::string_view::npos;
+        const bool isWord = isType && types != nullptr && !types->takesTypeEquals &&
+                            types->Knows(value) && MayStandAlone(value);
+        if (isList || isWord) {
+          params += Parted(value);
+          isChanged = true;
+        } else {
+          params += ";";
+          params += whole;
+        }
+      });
   if (!isChanged) return;
   const auto at = static_cast<std::size_t>(head.params.data() - line.text.data());
   line.text.replace(at, head.params.size(), params);

@@ -32,8 +32,8 @@ constexpr std::string_view kTimeLists[] = {"AALARM", "DALARM", "MALARM",
 // Those whose words in capitals are the formats' own.
 constexpr std::string_view kWords[] = {"CATEGORIES"};
 
-// Whose base64 is a picture, a sound or a key, and no text.
-constexpr std::string_view kBinary[] = {"PHOTO", "LOGO", "SOUND", "KEY", "ATTACH"};
+// Whose base64 is a picture or a key, and no text.
+constexpr std::string_view kBinary[] = {"PHOTO", "LOGO", "KEY", "ATTACH"};
 
 template <std::size_t Count>
 bool IsOneOf(const std::string_view (&names)[Count], std::string_view name) {
@@ -103,13 +103,15 @@ void MaskTime(const TextMask& mask, TextMask::Charset charset, std::string& byte
 
 // A value of dates or words with semicolons or commas between: each by itself.
 void MaskParts(const TextMask& mask, TextMask::Charset charset, PartKind kind, std::string& bytes) {
-  for (std::size_t begin = 0; begin < bytes.size();) {
+  constexpr int kFormalParts = 3;  // of an alarm: its time, its snooze, its count
+  int number = 0;
+  for (std::size_t begin = 0; begin < bytes.size(); ++number) {
     const std::size_t end = std::min(bytes.find_first_of(";,", begin), bytes.size());
     const std::size_t first = std::min(bytes.find_first_not_of(" \t", begin), end);
     std::string part = bytes.substr(first, end - first);
     const bool isMoved = kind != PartKind::Word && mask.MoveDate(part);
     if (!isMoved && !IsFormal(part, kind)) {
-      if (kind == PartKind::Word || (kind == PartKind::Time && begin != 0)) {
+      if (kind == PartKind::Word || (kind == PartKind::Time && number >= kFormalParts)) {
         mask.MaskFields(part, charset);
       } else {
         MaskNoDate(mask, charset, kind, part);
@@ -122,8 +124,8 @@ void MaskParts(const TextMask& mask, TextMask::Charset charset, PartKind kind, s
 
 std::uint32_t DigitValue(char c) { return static_cast<std::uint32_t>(kBase64Alphabet.find(c)); }
 
-// Base64 of a text: masks the text. False where it isn't whole.
-bool MaskBase64Text(const TextMask& mask, TextMask::Charset charset, std::string& base64) {
+// Base64 of a text: masks the text, where it is whole.
+void MaskBase64Text(const TextMask& mask, TextMask::Charset charset, std::string& base64) {
   std::vector<std::size_t> places;
   std::size_t padding = 0;
   for (std::size_t i = 0; i < base64.size(); ++i) {
@@ -133,10 +135,10 @@ bool MaskBase64Text(const TextMask& mask, TextMask::Charset charset, std::string
     } else if (base64[i] == '=') {
       ++padding;
     } else if (!IsBlank(base64[i])) {
-      return false;
+      return;
     }
   }
-  if ((places.size() + padding) % 4 != 0 || padding > 2) return false;
+  if ((places.size() + padding) % 4 != 0 || padding > 2) return;
   std::string bytes;
   std::uint32_t bits = 0;
   for (std::size_t i = 0; i < places.size(); ++i) {
@@ -154,7 +156,6 @@ bool MaskBase64Text(const TextMask& mask, TextMask::Charset charset, std::string
     const std::uint32_t shift = 2 + 2 * static_cast<std::uint32_t>(i % 4);
     base64[places[i]] = kBase64Alphabet[(pair >> shift) & 63];
   }
-  return true;
 }
 
 }  // namespace
@@ -183,8 +184,9 @@ void Redactor::MaskValue(const Property& property, std::string_view value) {
     out_ += value;
   } else if (property.coding.isBase64) {
     std::string base64(value);
-    if (IsOneOf(kBinary, property.name) || !MaskBase64Text(mask_, CharsetOf(property), base64))
-      mask_.MaskBase64(base64);
+    // Base64 of a text that isn't whole would say something else to the readers; it stays.
+    IsOneOf(kBinary, property.name) ? mask_.MaskBase64(base64)
+                                    : MaskBase64Text(mask_, CharsetOf(property), base64);
     out_ += base64;
   } else {
     MaskText(property, value);

@@ -159,8 +159,7 @@ void TextMask::MaskField(std::string& bytes, std::size_t begin, std::size_t end,
     // To the readers, all damaged bytes are one character.
     if (charset == Charset::Other) {
       for (const LetterRange& range : kOtherBytes)
-        if (Contains(range, byte))
-          bytes[at] = static_cast<char>(shifts.WithoutTaking(byte, range));
+        if (Contains(range, byte)) bytes[at] = static_cast<char>(shifts.WithoutTaking(byte, range));
     }
     ++at;
   }

@@ -80,6 +80,10 @@ TEST(ICalendarDown, Times) {
        "DTSTART;TZID=../../passwd:20200101T100000\n",
        "DTSTART:20200101T010000Z\n",
        {"1: DTSTART changed unknown-zone"}},
+      {"VEVENT",
+       "DTSTART:20200101T100000\nRRULE:FREQ=DAILY;UNTIL=20200103T100000\n",
+       "DTSTART:20200101T010000Z\nRRULE:D1 20200103T010000Z\n",
+       {}},
       // Days end with their last one.
       {"VEVENT",
        "DTSTART;VALUE=DATE:20200228\nDTEND;VALUE=DATE:20200301\n",

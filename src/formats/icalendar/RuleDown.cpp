@@ -6,6 +6,7 @@
 #include <set>
 #include <utility>
 
+#include "formats/icalendar/DownTimes.h"
 #include "pim/manager/TypeWords.h"
 #include "support/Numbers.h"
 
@@ -163,7 +164,7 @@ COleDateTimeNull EndOf(icaltimetype until, const icaltimetype& start) {
   }
   if (until.is_date != 0) return DateTimeOf(until);
   if (until.zone == nullptr) until.zone = start.zone;
-  return DateTimeOf(icaltime_convert_to_zone(until, icaltimezone_get_utc_timezone()));
+  return UtcOfTime(until);
 }
 
 // Reads one word of a rule's list into the list that it belongs to.

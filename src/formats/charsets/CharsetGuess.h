@@ -11,13 +11,11 @@
 #include <string_view>
 #include <vector>
 
+#include "formats/charsets/CharsetWeights.h"
 #include "platform/Iconv.h"
 
 namespace pim {
 
-// The charsets that old files are most likely in, as iconv names them.
-inline constexpr const char* kLikelyCharsets[] = {
-    "CP1252", "ISO-8859-2", "CP1251", "KOI8-R", "CP932", "EUC-JP", "EUC-KR", "GB18030", "BIG5"};
 inline constexpr std::size_t kLikelyCount = std::size(kLikelyCharsets);
 
 // Weighs in which of them texts are, by what people write: letters of one script together, small

@@ -19,10 +19,10 @@ namespace pim {
 class ParameterCache {
  public:
   enum Trait : std::uint8_t {
-    IsQuotedPrintable = 1,
-    IsBase64 = 2,
-    MayNeedCharset = 4,
-    MayNeedTypes = 8,
+    Coded = 1,
+    Base64 = 2,
+    OtherCharset = 4,
+    Typed = 8,
   };
 
   // Trait bits, joined.
@@ -55,10 +55,10 @@ class ParameterCache {
   static std::uint8_t Look(std::string_view params) {
     const LineCoding coding = LineCoding::Of(params);
     unsigned traits = 0;
-    if (coding.isQuotedPrintable) traits |= IsQuotedPrintable;
-    if (coding.isBase64) traits |= IsBase64;
-    if (pim::MayNeedCharset(coding)) traits |= MayNeedCharset;
-    if (HasTypeParameter(params)) traits |= MayNeedTypes;
+    if (coding.isQuotedPrintable) traits |= Coded;
+    if (coding.isBase64) traits |= Base64;
+    if (MayNeedCharset(coding)) traits |= OtherCharset;
+    if (HasTypeParameter(params)) traits |= Typed;
     return static_cast<std::uint8_t>(traits);
   }
 

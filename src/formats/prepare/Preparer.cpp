@@ -195,8 +195,8 @@ bool Preparer::PassesByParameters(const char* params, const char* feed, LineJoin
       static_cast<const char*>(std::memchr(params, ':', static_cast<std::size_t>(feed - params)));
   if (colon == nullptr) return false;
   const std::uint8_t traits = parameters_.Of({params, colon});
-  if ((traits & ~ParameterCache::IsQuotedPrintable) != 0) return false;
-  tail.isQuotedPrintable = (traits & ParameterCache::IsQuotedPrintable) != 0;
+  if ((traits & ~ParameterCache::Coded) != 0) return false;
+  tail.isQuotedPrintable = (traits & ParameterCache::Coded) != 0;
   tail.isSoftBreak = tail.isQuotedPrintable && EndsSoftly(colon + 1, feed);
   return true;
 }

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "app/output/ExportLimits.h"
+#include "formats/FormatLoss.h"
 #include "pim/manager/TextReading.h"
 #include "pim/manager/TextWriting.h"
 #include "pim/platform/Host.h"
@@ -240,6 +241,7 @@ class Page {
     AppendWords();
     AppendLosses();
     AppendLimits();
+    AppendFormatReasons();
     return std::move(text_);
   }
 
@@ -352,6 +354,15 @@ class Page {
         "|\n|---|---|\n";
     for (const LossRow& loss : kLosses)
       text_.append("| `").append(loss.name).append("` | ").append(loss.text).append(" |\n");
+  }
+
+  void AppendFormatReasons() {
+    text_ +=
+        "\n## What other forms can't hold\n\n`pimvobj convert`, exports with `--to` and `pimvobj "
+        "prepare` tell it of each record or line; [formats.md](formats.md) has more.\n\n| Code | "
+        "Why |\n|---|---|\n";
+    for (const FormatReasonRow& row : kFormatReasons)
+      text_.append("| `").append(row.name).append("` | ").append(row.text).append(" |\n");
   }
 
   void AppendLimits() {

@@ -9,35 +9,35 @@
 _pimvobj_place() {
   options='--store --code-page --lang -q --quiet --to-the-letter -h --help -V --version' first='' rest=''
   case $1 in
-    '') first='contacts calendar todo memo original store history undo check inspect show help' ;;
+    '') first='contacts calendar todo memo original store history undo check convert prepare charsets redact inspect show help' ;;
     'contacts') first='import export list count show delete' ;;
     'help contacts') first='import export list count show delete' ;;
-    'contacts import') options+=' --group --no-groups --keep-duplicates --skip-duplicates -n --dry-run --json --rejects --report -f --force --no-originals' first='@vcf' rest=$first ;;
-    'contacts export') options+=' --group --no-name -o --output -f --force' first='@vcf' ;;
+    'contacts import') options+=' --group --no-groups --keep-duplicates --skip-duplicates -n --dry-run --json --rejects --report -f --force --no-originals --prepare --steps' first='@vcf' rest=$first ;;
+    'contacts export') options+=' --group --no-name -o --output -f --force --to --split --groups --csv-columns --report' first='@vcf' ;;
     'contacts list') options+=' --group --no-name --sort --fields --json --jsonl --csv' ;;
     'contacts count') options+=' --group --no-name' first='@vcf' rest=$first ;;
     'contacts show') options+=' --labels' ;;
     'contacts delete') options+=' --group -n --dry-run' ;;
     'calendar') first='import export list count show delete' ;;
     'help calendar') first='import export list count show delete' ;;
-    'calendar import') options+=' --keep-duplicates --skip-duplicates -n --dry-run --json --rejects --report -f --force --no-originals' first='@vcs ics' rest=$first ;;
-    'calendar export') options+=' --all --no-name -o --output -f --force' first='@vcs ics' ;;
+    'calendar import') options+=' --keep-duplicates --skip-duplicates -n --dry-run --json --rejects --report -f --force --no-originals --prepare --steps' first='@vcs ics' rest=$first ;;
+    'calendar export') options+=' --all --no-name -o --output -f --force --to --split --report' first='@vcs ics' ;;
     'calendar list') options+=' --no-name --sort --fields --json --jsonl --csv' ;;
     'calendar count') options+=' --no-name' first='@vcs ics' rest=$first ;;
     'calendar show') options+=' --labels' ;;
     'calendar delete') options+=' -n --dry-run' ;;
     'todo') first='import export list count show delete' ;;
     'help todo') first='import export list count show delete' ;;
-    'todo import') options+=' --keep-duplicates --skip-duplicates -n --dry-run --json --rejects --report -f --force --no-originals' first='@vcs ics' rest=$first ;;
-    'todo export') options+=' --all --no-name -o --output -f --force' first='@vcs ics' ;;
+    'todo import') options+=' --keep-duplicates --skip-duplicates -n --dry-run --json --rejects --report -f --force --no-originals --prepare --steps' first='@vcs ics' rest=$first ;;
+    'todo export') options+=' --all --no-name -o --output -f --force --to --split --report' first='@vcs ics' ;;
     'todo list') options+=' --no-name --sort --fields --json --jsonl --csv' ;;
     'todo count') options+=' --no-name' first='@vcs ics' rest=$first ;;
     'todo show') options+=' --labels' ;;
     'todo delete') options+=' -n --dry-run' ;;
     'memo') first='import export list count show delete' ;;
     'help memo') first='import export list count show delete' ;;
-    'memo import') options+=' --keep-duplicates --skip-duplicates -n --dry-run --json --rejects --report -f --force --no-originals' first='@vcs ics' rest=$first ;;
-    'memo export') options+=' --all --no-name -o --output -f --force' first='@vcs ics' ;;
+    'memo import') options+=' --keep-duplicates --skip-duplicates -n --dry-run --json --rejects --report -f --force --no-originals --prepare --steps' first='@vcs ics' rest=$first ;;
+    'memo export') options+=' --all --no-name -o --output -f --force --to --split --report' first='@vcs ics' ;;
     'memo list') options+=' --no-name --sort --fields --json --jsonl --csv' ;;
     'memo count') options+=' --no-name' first='@vcs ics' rest=$first ;;
     'memo show') options+=' --labels' ;;
@@ -58,9 +58,13 @@ _pimvobj_place() {
     'history') options+=' --json' ;;
     'undo') options+=' -n --dry-run -f --force --json' ;;
     'check') options+=' --json --as' first='@vcf vcs ics' rest=$first ;;
+    'convert') options+=' --to -o --output --split --groups --csv-columns --prepare --steps -f --force --report --strict' first='@vcf vcs ics' rest=$first ;;
+    'prepare') options+=' -o --output --steps -f --force --report --strict' first='@vcf vcs ics' ;;
+    'charsets') options+=' --json' first='@vcf vcs ics' rest=$first ;;
+    'redact') options+=' -o --output -f --force' first='@vcf vcs ics' ;;
     'inspect') options+=' --json --as --losses --strict' first='@vcf vcs ics' rest=$first ;;
     'show') options+=' --all --labels' first='@vcf vcs ics' rest=$first ;;
-    'help') first='contacts calendar todo memo original store history undo check inspect show help formats environment labels exit-statuses' ;;
+    'help') first='contacts calendar todo memo original store history undo check convert prepare charsets redact inspect show help formats environment labels exit-statuses steps columns' ;;
   esac
 }
 
@@ -71,6 +75,7 @@ _pimvobj_values() {
   case "$1 $2" in
     '--as '*) values='vcard vcalendar' ;;
     '--code-page '*) values='UTF-8 CP1250 CP1251 CP1252 CP1253 CP1254 ISO-8859-1 ISO-8859-15 KOI8-R Shift_JIS EUC-JP EUC-KR BIG5 GBK' ;;
+    '--csv-columns '*) values='@' ;;
     '--fields 'contacts) values=',key name full-name family-name given-name additional-name prefix suffix phonetic-name nickname number mail messenger url address organisation unit title role birthday anniversary event-day blood-type hobby picture note groups favourite created modified help' ;;
     '--fields '*) values=',key subject summary description location start end all-day due completed alarm repeats exceptions category class priority status colour holiday created modified help' ;;
     '--from '*) values='@' ;;
@@ -81,8 +86,10 @@ _pimvobj_values() {
     '--report '*) values='@' ;;
     '--sort 'contacts) values='name key' ;;
     '--sort '*) values='name key time' ;;
+    '--steps '*) values=',unicode nul line-ends joined missing-end base64 charsets prefixes types vcard icalendar alarms times' ;;
     '--store '*) values='@' ;;
-    '--to '*) values='@' ;;
+    '--to 'contacts) values='vcard4 vcard3 jcard csv' ;;
+    '--to '*) values='icalendar' ;;
   esac
 }
 
@@ -144,7 +151,7 @@ _pimvobj_join() {
 _pimvobj_full() {
   local known
   full=''
-  for known in --all --as --code-page --csv --delete -n --dry-run --fields -f --force --from --group -h --help --import --json --jsonl --keep-duplicates --labels --lang --losses --no-groups --no-name --no-originals -o --output -q --quiet --rejects --report --skip-duplicates --sort --store --strict --to --to-the-letter -V --version; do
+  for known in --all --as --code-page --csv --csv-columns --delete -n --dry-run --fields -f --force --from --group --groups -h --help --import --json --jsonl --keep-duplicates --labels --lang --losses --no-groups --no-name --no-originals -o --output --prepare -q --quiet --rejects --report --skip-duplicates --sort --split --steps --store --strict --to --to-the-letter -V --version; do
     [[ $known == "$1" ]] && full=$1 && return
     [[ $1 == --* && $known == "$1"* ]] && full+=${full:+ }$known
   done
@@ -166,7 +173,7 @@ _pimvobj() {
       ended=1
     else
       _pimvobj_full "$word"
-      [[ ' --as --code-page --fields --from --group --import --labels --lang -o --output --rejects --report --sort --store --to ' == *" $full "* ]] && option=$full
+      [[ ' --as --code-page --csv-columns --fields --from --group --import --labels --lang -o --output --rejects --report --sort --steps --store --to ' == *" $full "* ]] && option=$full
     fi
   done
   [[ $option && $cur == = ]] && cur=''

@@ -5,7 +5,7 @@
 
 # The option that the word is, which may be cut short where that leaves one alone.
 function __pimvobj_full
-    set -l known --all --as --code-page --csv --delete -n --dry-run --fields -f --force --from --group -h --help --import --json --jsonl --keep-duplicates --labels --lang --losses --no-groups --no-name --no-originals -o --output -q --quiet --rejects --report --skip-duplicates --sort --store --strict --to --to-the-letter -V --version
+    set -l known --all --as --code-page --csv --csv-columns --delete -n --dry-run --fields -f --force --from --group --groups -h --help --import --json --jsonl --keep-duplicates --labels --lang --losses --no-groups --no-name --no-originals -o --output --prepare -q --quiet --rejects --report --skip-duplicates --sort --split --steps --store --strict --to --to-the-letter -V --version
     set -l begun (string match -- $argv[1]'*' $known)
     if contains -- $argv[1] $known
         echo $argv[1]
@@ -34,7 +34,7 @@ function __pimvobj_words
             printf '%s\n' $word
         else if test $word = --
             set ended 1
-        else if contains -- (__pimvobj_full $word) --as --code-page --fields --from --group --import --labels --lang -o --output --rejects --report --sort --store --to
+        else if contains -- (__pimvobj_full $word) --as --code-page --csv-columns --fields --from --group --import --labels --lang -o --output --rejects --report --sort --steps --store --to
             set option $word
         end
     end
@@ -70,6 +70,10 @@ complete -c pimvobj -n '__pimvobj_at first ""' -a store -d 'The store and what b
 complete -c pimvobj -n '__pimvobj_at first ""' -a history -d 'Tell what was imported, and what was taken back'
 complete -c pimvobj -n '__pimvobj_at first ""' -a undo -d 'Take an import back: the last one that stands, or that with the number N'
 complete -c pimvobj -n '__pimvobj_at first ""' -a check -d 'Tell what in files would not come back from an export'
+complete -c pimvobj -n '__pimvobj_at first ""' -a convert -d 'Write what files hold in a form of today\'s programs'
+complete -c pimvobj -n '__pimvobj_at first ""' -a prepare -d 'Write a broken or modern file as one that is read well'
+complete -c pimvobj -n '__pimvobj_at first ""' -a charsets -d 'Show the lines that are no text in their charset as they would be in others'
+complete -c pimvobj -n '__pimvobj_at first ""' -a redact -d 'Write a file without what is private in it, to show it to others'
 complete -c pimvobj -n '__pimvobj_at first ""' -a inspect -d 'Show what files hold, record by record'
 complete -c pimvobj -n '__pimvobj_at first ""' -a show -d 'Show the first record of a file in a few lines'
 complete -c pimvobj -n '__pimvobj_at first ""' -a help -d 'Tell more of a command, or of a topic'
@@ -157,6 +161,10 @@ complete -c pimvobj -n '__pimvobj_at first "help store"' -a tidy -d 'Name pictur
 complete -c pimvobj -n '__pimvobj_at first "help store"' -a copy -d 'Copy all that a store holds into another one that is empty'
 complete -c pimvobj -n '__pimvobj_at first "help store"' -a schema -d 'Print the SQL that makes the tables of a store in a PostgreSQL server'
 complete -c pimvobj -n '__pimvobj_at any "check"' -a '(__fish_complete_suffix .vcf; __fish_complete_suffix .vcs; __fish_complete_suffix .ics)'
+complete -c pimvobj -n '__pimvobj_at any "convert"' -a '(__fish_complete_suffix .vcf; __fish_complete_suffix .vcs; __fish_complete_suffix .ics)'
+complete -c pimvobj -n '__pimvobj_at first "prepare"' -a '(__fish_complete_suffix .vcf; __fish_complete_suffix .vcs; __fish_complete_suffix .ics)'
+complete -c pimvobj -n '__pimvobj_at any "charsets"' -a '(__fish_complete_suffix .vcf; __fish_complete_suffix .vcs; __fish_complete_suffix .ics)'
+complete -c pimvobj -n '__pimvobj_at first "redact"' -a '(__fish_complete_suffix .vcf; __fish_complete_suffix .vcs; __fish_complete_suffix .ics)'
 complete -c pimvobj -n '__pimvobj_at any "inspect"' -a '(__fish_complete_suffix .vcf; __fish_complete_suffix .vcs; __fish_complete_suffix .ics)'
 complete -c pimvobj -n '__pimvobj_at any "show"' -a '(__fish_complete_suffix .vcf; __fish_complete_suffix .vcs; __fish_complete_suffix .ics)'
 complete -c pimvobj -n '__pimvobj_at first "help"' -a contacts -d 'Contacts, as vCard 2.1'
@@ -168,6 +176,10 @@ complete -c pimvobj -n '__pimvobj_at first "help"' -a store -d 'The store and wh
 complete -c pimvobj -n '__pimvobj_at first "help"' -a history -d 'Tell what was imported, and what was taken back'
 complete -c pimvobj -n '__pimvobj_at first "help"' -a undo -d 'Take an import back: the last one that stands, or that with the number N'
 complete -c pimvobj -n '__pimvobj_at first "help"' -a check -d 'Tell what in files would not come back from an export'
+complete -c pimvobj -n '__pimvobj_at first "help"' -a convert -d 'Write what files hold in a form of today\'s programs'
+complete -c pimvobj -n '__pimvobj_at first "help"' -a prepare -d 'Write a broken or modern file as one that is read well'
+complete -c pimvobj -n '__pimvobj_at first "help"' -a charsets -d 'Show the lines that are no text in their charset as they would be in others'
+complete -c pimvobj -n '__pimvobj_at first "help"' -a redact -d 'Write a file without what is private in it, to show it to others'
 complete -c pimvobj -n '__pimvobj_at first "help"' -a inspect -d 'Show what files hold, record by record'
 complete -c pimvobj -n '__pimvobj_at first "help"' -a show -d 'Show the first record of a file in a few lines'
 complete -c pimvobj -n '__pimvobj_at first "help"' -a help -d 'Tell more of a command, or of a topic'
@@ -175,6 +187,8 @@ complete -c pimvobj -n '__pimvobj_at first "help"' -a formats -d 'The files that
 complete -c pimvobj -n '__pimvobj_at first "help"' -a environment -d 'The variables that are looked at'
 complete -c pimvobj -n '__pimvobj_at first "help"' -a labels -d 'What --labels takes'
 complete -c pimvobj -n '__pimvobj_at first "help"' -a exit-statuses -d 'What commands end with'
+complete -c pimvobj -n '__pimvobj_at first "help"' -a steps -d 'What \'pimvobj prepare\' does'
+complete -c pimvobj -n '__pimvobj_at first "help"' -a columns -d 'What --csv-columns takes'
 complete -c pimvobj -n '__pimvobj_at any "contacts import"' -l group -x -d 'Put all of them into this group, not into the file\'s own; not with --no-groups'
 complete -c pimvobj -n '__pimvobj_at any "contacts import"' -l no-groups -d 'Leave the cards\' group names out; not with --group'
 complete -c pimvobj -n '__pimvobj_at any "contacts import" "calendar import" "todo import" "memo import"' -l keep-duplicates -d 'Store also what equals a stored record (default: it is left out); not with --skip-duplicates'
@@ -185,10 +199,17 @@ complete -c pimvobj -n '__pimvobj_at any "contacts import" "calendar import" "to
 complete -c pimvobj -n '__pimvobj_at any "contacts import" "calendar import" "todo import" "memo import"' -l report -r -F -d 'Write into this file what became of each line, as JSON, one text a line; not with --dry-run'
 complete -c pimvobj -n '__pimvobj_at any "contacts import" "calendar import" "todo import" "memo import"' -s f -l force -d 'Replace the files of --rejects and --report'
 complete -c pimvobj -n '__pimvobj_at any "contacts import" "calendar import" "todo import" "memo import"' -l no-originals -d 'Keep no copy of the files\' bytes'
+complete -c pimvobj -n '__pimvobj_at any "contacts import" "calendar import" "todo import" "memo import" "convert"' -l prepare -d 'Take broken or modern files as \'pimvobj prepare\' mends them'
+complete -c pimvobj -n '__pimvobj_at any "contacts import" "calendar import" "todo import" "memo import" "convert" "prepare"' -l steps -x -a '(__pimvobj_list unicode nul line-ends joined missing-end base64 charsets prefixes types vcard icalendar alarms times)' -d 'These alone: unicode, nul, line-ends, joined, missing-end, base64, charsets, prefixes, types, vcard, icalendar, alarms or times (default: all)'
 complete -c pimvobj -n '__pimvobj_at any "contacts export" "contacts list" "contacts count" "contacts delete"' -l group -x -d 'Those in this group'
 complete -c pimvobj -n '__pimvobj_at any "contacts export" "contacts list" "contacts count"' -l no-name -d 'Those that have no name'
-complete -c pimvobj -n '__pimvobj_at any "contacts export" "calendar export" "todo export" "memo export"' -s o -l output -r -F -d 'Write into this file (- for standard output)'
-complete -c pimvobj -n '__pimvobj_at any "contacts export"' -s f -l force -d 'Replace a file, or add to a folder that isn\'t empty'
+complete -c pimvobj -n '__pimvobj_at any "contacts export" "calendar export" "todo export" "memo export" "convert" "prepare" "redact"' -s o -l output -r -F -d 'Write into this file (- for standard output)'
+complete -c pimvobj -n '__pimvobj_at any "contacts export" "prepare" "redact"' -s f -l force -d 'Replace a file, or add to a folder that isn\'t empty'
+complete -c pimvobj -n '__pimvobj_at any "contacts export"' -l to -x -a 'vcard4 vcard3 jcard csv' -d 'Write vcard4, vcard3, jcard or csv, not the old form'
+complete -c pimvobj -n '__pimvobj_at any "contacts export" "convert"' -l split -d 'With -o DIR: one file for each record; not with --groups'
+complete -c pimvobj -n '__pimvobj_at any "contacts export" "convert"' -l groups -d 'With --to vcard4, vcard3 or jcard: write each group too, with its members; not with --split'
+complete -c pimvobj -n '__pimvobj_at any "contacts export" "convert"' -l csv-columns -r -F -d 'With --to csv: its columns, as lines "name = field"; \'pimvobj help columns\' tells more'
+complete -c pimvobj -n '__pimvobj_at any "contacts export" "calendar export" "todo export" "memo export"' -l report -r -F -d 'Write into this file what became of each line, as JSON, one text a line'
 complete -c pimvobj -n '__pimvobj_at any "contacts list"' -l sort -x -a 'name key' -d 'By name or key (default: key)'
 complete -c pimvobj -n '__pimvobj_at any "contacts list"' -l fields -x -a '(__pimvobj_list key name full-name family-name given-name additional-name prefix suffix phonetic-name nickname number mail messenger url address organisation unit title role birthday anniversary event-day blood-type hobby picture note groups favourite created modified help)' -d 'Which fields, in this order; "help" names them; not with --json or --jsonl'
 complete -c pimvobj -n '__pimvobj_at any "contacts list" "calendar list" "todo list" "memo list"' -l json -d 'Print all there is as one JSON object; not with --csv, --jsonl or --fields'
@@ -199,16 +220,24 @@ complete -c pimvobj -n '__pimvobj_at any "contacts delete" "calendar delete" "to
 complete -c pimvobj -n '__pimvobj_at any "calendar export" "todo export" "memo export"' -l all -d 'All three kinds'
 complete -c pimvobj -n '__pimvobj_at any "calendar export" "calendar list" "calendar count" "todo export" "todo list" "todo count" "memo export" "memo list" "memo count"' -l no-name -d 'Those that have neither summary nor description'
 complete -c pimvobj -n '__pimvobj_at any "calendar export" "todo export" "memo export"' -s f -l force -d 'Replace a file'
+complete -c pimvobj -n '__pimvobj_at any "calendar export" "todo export" "memo export"' -l to -x -a 'icalendar' -d 'Write icalendar, not the old form'
+complete -c pimvobj -n '__pimvobj_at any "calendar export" "todo export" "memo export"' -l split -d 'With -o DIR: one file for each record'
 complete -c pimvobj -n '__pimvobj_at any "calendar list" "todo list" "memo list"' -l sort -x -a 'name key time' -d 'By name, key or time (default: key)'
 complete -c pimvobj -n '__pimvobj_at any "calendar list" "todo list" "memo list"' -l fields -x -a '(__pimvobj_list key subject summary description location start end all-day due completed alarm repeats exceptions category class priority status colour holiday created modified help)' -d 'Which fields, in this order; "help" names them; not with --json or --jsonl'
 complete -c pimvobj -n '__pimvobj_at any "original list" "store tidy" "history" "undo"' -l json -d 'Print all there is as one JSON object'
 complete -c pimvobj -n '__pimvobj_at any "original export" "original drop"' -l import -x -d 'Those of that import alone, by its number in the history'
 complete -c pimvobj -n '__pimvobj_at any "store tidy"' -l delete -d 'Remove them'
 complete -c pimvobj -n '__pimvobj_at any "store copy"' -l from -r -F -d 'The store to copy'
-complete -c pimvobj -n '__pimvobj_at any "store copy"' -l to -r -F -d 'Where the copy goes: a store without any records, or a new one'
+complete -c pimvobj -n '__pimvobj_at any "store copy"' -l to -x -d 'Where the copy goes: a store without any records, or a new one'
 complete -c pimvobj -n '__pimvobj_at any "undo"' -s f -l force -d 'Take what was changed since, too'
-complete -c pimvobj -n '__pimvobj_at any "check" "inspect"' -l json -d 'Print one JSON object for each FILE'
+complete -c pimvobj -n '__pimvobj_at any "check" "charsets" "inspect"' -l json -d 'Print one JSON object for each FILE'
 complete -c pimvobj -n '__pimvobj_at any "check" "inspect"' -l as -x -a 'vcard vcalendar' -d 'Read it as vcard or vcalendar, whatever it looks like'
+complete -c pimvobj -n '__pimvobj_at any "convert"' -l to -x -a 'vcard4 vcard3 jcard csv icalendar' -d 'Write vcard4, vcard3, jcard, csv or icalendar'
+complete -c pimvobj -n '__pimvobj_at any "convert"' -s f -l force -d 'Replace files'
+complete -c pimvobj -n '__pimvobj_at any "convert"' -l report -r -F -d 'Write into this file what the form can\'t hold, as JSON'
+complete -c pimvobj -n '__pimvobj_at any "convert"' -l strict -d 'Exit status 4 when there is something that it can\'t'
+complete -c pimvobj -n '__pimvobj_at any "prepare"' -l report -r -F -d 'Write into this file what can\'t be carried, as JSON'
+complete -c pimvobj -n '__pimvobj_at any "prepare"' -l strict -d 'Exit status 4 when something can\'t be carried'
 complete -c pimvobj -n '__pimvobj_at any "inspect"' -l losses -d 'Tell each line that isn\'t kept, or not as it is'
 complete -c pimvobj -n '__pimvobj_at any "inspect"' -l strict -d 'With --losses: exit status 4 when there are any'
 complete -c pimvobj -n '__pimvobj_at any "show"' -l all -d 'All of them, not only the first'

@@ -40,9 +40,9 @@ offers_fish() {
 
 # What follows "SHELLS|", with a letter for each shell, is a line; behind it the words that are wanted.
 cat >../cases <<'END'
-bzf|pimvobj con|contacts
-bzf|pimvobj --store my.db --lang de con|contacts
-bzf|pimvobj |calendar check contacts help history inspect memo original show store todo undo
+bzf|pimvobj con|contacts convert
+bzf|pimvobj --store my.db --lang de con|contacts convert
+bzf|pimvobj |calendar charsets check contacts convert help history inspect memo original prepare redact show store todo undo
 bzf|pimvobj contacts |count delete export import list show
 bzf|pimvobj contacts --quiet ex|export
 bzf|pimvobj store |copy schema tidy
@@ -54,10 +54,13 @@ bzf|pimvobj todo list --g|
 bzf|pimvobj contacts list --sort |key name
 bzf|pimvobj todo list --sort |key name time
 bzf|pimvobj contacts list --sort=n|name
-bzf|pimvobj --sto my.db con|contacts
+bzf|pimvobj --sto my.db con|contacts convert
 bzf|pimvobj -- contacts li|list
 bzf|pimvobj contacts -- li|list
 bzf|pimvobj inspect --as v|vcalendar vcard
+bzf|pimvobj convert --to v|vcard3 vcard4
+bzf|pimvobj calendar export --to |icalendar
+bzf|pimvobj prepare a.vcf --st|--steps --store --strict
 bzf|pimvobj inspect a.vcf --lang |de en es fr ja ko
 bzf|pimvobj inspect --code-page ISO|ISO-8859-1 ISO-8859-15
 bzf|pimvobj contacts list --group |

@@ -45,6 +45,20 @@ class LineJoints {
   // Of the next line, with its line end, which isn't empty. `joins64` tells whether lines of base64
   // are joined.
   Kind Take(std::string_view line, bool joins64);
+  // What may follow a property that isn't base64 and whose head is whole.
+  struct Tail {
+    bool isQuotedPrintable = false;
+    bool isSoftBreak = false;  // the next line is a part of it
+  };
+  bool IsAtEnd() const { return !isOpenHead_ && !isPicture_ && !isFoldOpen_; }
+  Tail tail() const { return {coding_.isQuotedPrintable, isSoftBreak_}; }
+  // Lines were passed over; the last one ended so.
+  void Pass(Tail tail) {
+    coding_ = LineCoding();
+    coding_.isQuotedPrintable = tail.isQuotedPrintable;
+    isSoftBreak_ = tail.isSoftBreak;
+  }
+
   // Of the property that Begins gave last.
   const LineHead& head() const { return head_; }
   const LineCoding& coding() const { return coding_; }

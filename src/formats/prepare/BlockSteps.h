@@ -29,6 +29,7 @@ bool MayNeedPrefixOff(const LineHead& head);
 void TakePrefixesOff(std::vector<PropertyLine>& lines, PrepareNotes& notes);
 
 // Types, of cards.
+bool HasTypeParameter(std::string_view params);
 bool MayNeedTypesParted(const LineHead& head);
 void PartTypes(PropertyLine& line, PrepareNotes& notes);
 

@@ -22,8 +22,9 @@ class ByteMender {
   // Takes the next piece where it comes out as it stands, with nothing held back ahead of it and
   // nothing of it; else does nothing.
   bool Passes(std::string_view piece);
-  // Appends what the next piece gives, and for the last one what was held back.
-  void Append(std::string_view piece, bool isLast, std::string& out);
+  // Appends what the next piece gives, and for the last one what was held back. `line` is the
+  // number of the line that all of it so far, but for what is held back, ends in.
+  void Append(std::string_view piece, bool isLast, std::int64_t line, std::string& out);
 
  private:
   // What ends the lines of the text; a carriage return in another one's lines may be a slip.
@@ -40,7 +41,7 @@ class ByteMender {
   std::string whole_;         // those and the next piece
   std::string decoded_;       // of a piece
   std::int64_t returns_ = 0;  // that wait for it, too
-  std::int64_t line_ = 1;
+  std::int64_t line_ = 1;     // of what is appended next
   PrepareStepMask steps_;
   Ends ends_ = Ends::Undecided;
   bool isDecided_ = false;  // whether there is a decoder

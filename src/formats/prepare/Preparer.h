@@ -12,6 +12,7 @@
 #include "formats/prepare/BlockLines.h"
 #include "formats/prepare/ByteMender.h"
 #include "formats/prepare/FrameState.h"
+#include "formats/prepare/ParameterCache.h"
 #include "formats/prepare/PrepareNotes.h"
 
 namespace pim {
@@ -65,6 +66,10 @@ class Preparer {
 
   // By lines (Preparer.cpp).
   void Scan(bool isLast);
+  void PassPlainLines();
+  bool PassesByParameters(const char* params, const char* feed, LineJoints::Tail& tail);
+  class NameShapes;
+  const NameShapes* SpecialNames() const;
   void TakeLine(std::string_view line);
   void TakeProperty(std::string_view line);
   void TakeBegin(const std::string& word, bool isInAgent);
@@ -93,6 +98,7 @@ class Preparer {
   ByteMender bytes_;
   TakePrepared take_;
   LineJoints joints_;
+  ParameterCache parameters_;
   FrameState frame_;
   Block block_;
   std::unique_ptr<char[]> text_;  // what hasn't gone on yet, and room behind it

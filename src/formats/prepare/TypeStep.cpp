@@ -41,11 +41,20 @@ std::string Parted(std::string_view list) {
 
 }  // namespace
 
+bool HasTypeParameter(std::string_view params) {
+  if (params.find('=') == std::string_view::npos) return false;
+  bool hasType = false;
+  ForEachParameter(params, [&hasType](std::string_view name, std::string_view, std::string_view) {
+    hasType = hasType || EqualsIgnoringCase(name, "TYPE");
+  });
+  return hasType;
+}
+
 bool MayNeedTypesParted(const LineHead& head) {
-  if (head.params.find_first_of(",\"") != std::string_view::npos) return true;
+  if (!HasTypeParameter(head.params)) return false;
   const CardTypes* const types = TypesOfProperty(head.name);
-  return types != nullptr && !types->takesTypeEquals &&
-         head.params.find('=') != std::string_view::npos;
+  return head.params.find_first_of(",\"") != std::string_view::npos ||
+         (types != nullptr && !types->takesTypeEquals);
 }
 
 void PartTypes(PropertyLine& line, PrepareNotes& notes) {

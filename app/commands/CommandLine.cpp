@@ -151,8 +151,13 @@ void CheckOptions(const Parts& parts, const CommandPlace& place) {
     if (place.command->action == Action::CopyStore && !parts.Has(needed))
       throw WrongUsage("'" + place.Words() + "' needs " + DashedName(RowOf(needed)));
   }
-  if (parts.Has(Option::Strict) && !parts.Has(Option::Losses))
-    throw WrongUsage("--strict goes with --losses");
+  const std::span<const Option> own = place.command->options;
+  for (const auto& [one, with] :
+       {std::pair(Option::Strict, Option::Losses), std::pair(Option::Steps, Option::Prepare)}) {
+    const bool isWith = std::ranges::find(own, with) != own.end();
+    if (isWith && parts.Has(one) && !parts.Has(with))
+      throw WrongUsage(DashedName(RowOf(one)) + " goes with " + DashedName(RowOf(with)));
+  }
   if (place.command->action == Action::Import && parts.Has(Option::Json) &&
       !parts.Has(Option::DryRun))
     throw WrongUsage("--json goes with --dry-run");

@@ -117,7 +117,6 @@ constexpr std::pair<Option, Option> kEitherOr[] = {{Option::Group, Option::NoGro
                                                    {Option::JsonLines, Option::Fields},
                                                    {Option::KeepDuplicates, Option::SkipDuplicates},
                                                    {Option::Store, Option::From},
-                                                   {Option::Store, Option::To},
                                                    {Option::DryRun, Option::Report},
                                                    {Option::Split, Option::Groups}};
 

@@ -12,6 +12,7 @@
 
 #include "app/commands/FormOutput.h"
 #include "app/commands/Kinds.h"
+#include "app/commands/OptionValues.h"
 #include "app/commands/StoredRecords.h"
 #include "app/input/Interrupt.h"
 #include "app/output/ItemText.h"
@@ -242,6 +243,7 @@ int ExportRecords(const Options& options) {
         std::pair(options.report.has_value(), "--report")}) {
     if (isGiven && !options.to) throw WrongUsage(std::string(name) + " goes with --to");
   }
+  if (options.to) TargetFormOf(options);  // must be one for them, before a store is looked for
   return options.kind == RecordKind::Contacts ? ExportContacts(options) : ExportItems(options);
 }
 

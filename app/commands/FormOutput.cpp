@@ -97,11 +97,11 @@ FormOutput<Record>::FormOutput(const Options& options, std::string path)
     : options_(options),
       target_(TargetFormOf(options)),
       path_(std::move(path)),
-      columns_(TextOfColumns(options)),
       account_(NounOfOne(static_cast<const Record*>(nullptr)), *options.to, options.report,
                options.force) {
   CheckUse(options_, target_);
   if (options_.split && path_ == "-") throw WrongUsage("--split needs a folder");
+  columns_ = TextOfColumns(options_);
   form_ = NewForm();
   if (options_.split) {
     MakeTargetFolder(path_, options_.force);

@@ -90,7 +90,8 @@ void Print(std::string_view text) {
 void FlushOutput() { CheckOutput(std::fflush(stdout) == 0); }
 
 std::string Counted(long long count, std::string_view noun) {
-  return std::to_string(count).append(" ").append(noun).append(count == 1 ? "" : "s");
+  const std::string_view ending = count == 1 ? "" : noun.ends_with('s') ? "es" : "s";
+  return std::to_string(count).append(" ").append(noun).append(ending);
 }
 
 }  // namespace pim::app

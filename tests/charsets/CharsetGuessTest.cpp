@@ -88,7 +88,7 @@ TEST(CharsetLines, FindsThem) {
       {"NOTE:a\r\n \xFC\r\n b\r\nN:c\r\n",
        "1-3 NOTE a\xFC"
        "b\n"},
-      {"N;ENCODING=QUOTED-PRINTABLE:=FC=\n=FC=\n\n", "1-2 N \xFC\xFC\n"},
+      {"N;ENCODING=QUOTED-PRINTABLE:=FC=\n=FC=\n", "1-2 N \xFC\xFC\n"},
       {"NOTE;QUOTED-PRINTABLE:=C3=\r\n=BC\r\n", ""},
       {"N;CHARSET=utf-8:\xFC\nN;CHARSET=SHIFT_JIS:\xFF\nN;CHARSET=SHIFT_JIS:\x8E\x52\n",
        "1-1 N! \xFC\n2-2 N! \xFF\n"},

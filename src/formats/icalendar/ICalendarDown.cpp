@@ -24,9 +24,13 @@ std::vector<std::string> ICalendarDown::UnknownZones(std::string_view component)
   for (const ContentLine& line : ContentLinesOf(component)) {
     if (line.text.find(';') == std::string::npos) continue;
     std::string name = ZoneNameOf(line);
-    if (!name.empty() && state_->zones.Find(name) == nullptr) names.insert(std::move(name));
+    if (!name.empty() && !Knows(name)) names.insert(std::move(name));
   }
   return {names.begin(), names.end()};
+}
+
+bool ICalendarDown::Knows(const std::string& zone) const {
+  return state_->zones.Find(zone) != nullptr;
 }
 
 void ICalendarDown::Convert(std::string_view component, const TellFormatLoss& tell,

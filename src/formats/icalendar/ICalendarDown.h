@@ -26,6 +26,8 @@ class ICalendarDown {
   // The names of zones that a component uses and that neither a VTIMEZONE nor the system's own
   // zones tell: whoever still expects a VTIMEZONE keeps the component until then.
   std::vector<std::string> UnknownZones(std::string_view component) const;
+  // Whether one of them is told now.
+  bool Knows(const std::string& zone) const;
 
   // Replaces `out` by a VEVENT, VTODO or VJOURNAL as VEVENT, VTODO or VMEMO, lines ending in CR LF.
   // What 1.0 has no place for is told, with its line. Any other component gives an empty text.

@@ -6,6 +6,7 @@
 #include <deque>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "formats/icalendar/ICalendarDown.h"
 #include "formats/prepare/TextZone.h"
@@ -26,6 +27,7 @@ struct FrameState {
   TextZone zone;
   std::unique_ptr<ICalendarDown> down;  // where it is iCalendar 2.0
   std::deque<Waiting> waiting;
+  std::vector<std::string> missing;  // the zones that the first of them waits for
 };
 
 }  // namespace pim

@@ -63,8 +63,9 @@ void TakePrefixesOff(std::vector<PropertyLine>& lines, PrepareNotes& notes) {
   for (PropertyLine& label : lines) {
     const std::string_view prefix = PrefixOf(label.head().name);
     if (prefix.empty() || !IsLabel(label)) continue;
-    const auto found = labelled.find(std::string(prefix));
-    if (found == labelled.end() || !PutIntoType(*found->second, Trim(label.value()))) continue;
+    // The first label of a prefix alone counts.
+    const auto own = labelled.extract(std::string(prefix));
+    if (own.empty() || !PutIntoType(*own.mapped(), Trim(label.value()))) continue;
     notes.Add(PrepareStep::Prefixes, label.first, label.last, "the label became a type");
     label.text.clear();
   }

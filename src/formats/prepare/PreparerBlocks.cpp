@@ -78,16 +78,25 @@ void Preparer::TakeComponent(std::string text, std::int64_t lines) {
     frame_.down->TakeZone(component.text);
     return ReleaseWaiting(false);
   }
-  if (frame_.waiting.empty() && frame_.down->UnknownZones(component.text).empty())
-    return EmitComponent(component);
+  if (frame_.waiting.empty()) {
+    frame_.missing = frame_.down->UnknownZones(component.text);
+    if (frame_.missing.empty()) return EmitComponent(component);
+  }
   frame_.waiting.push_back(component);
 }
 
+// A zone may be one of many, and what waits long: each is looked at once.
 void Preparer::ReleaseWaiting(bool all) {
+  std::vector<std::string>& missing = frame_.missing;
+  while (!missing.empty() && frame_.down->Knows(missing.back())) missing.pop_back();
+  if (!all && !missing.empty()) return;
   std::deque<FrameState::Waiting> waiting = std::exchange(frame_.waiting, {});
-  while (!waiting.empty()) {
+  for (bool isFirst = true; !waiting.empty(); isFirst = false) {
     const FrameState::Waiting& next = waiting.front();
-    if (!all && next.isComponent && !frame_.down->UnknownZones(next.text).empty()) break;
+    if (!all && !isFirst && next.isComponent) {
+      missing = frame_.down->UnknownZones(next.text);
+      if (!missing.empty()) break;
+    }
     if (next.isComponent) {
       EmitComponent(next);
     } else {

@@ -138,7 +138,10 @@ void TextZone::TakeDaylight(std::string_view value) {
   if (!offset) return;
   const auto start = timeOf(fields[2], offset_.value_or(minutes(0)));
   const auto end = timeOf(fields[3], *offset);
-  if (start && end && *start < *end) daylight_.push_back({*start, *end, *offset});
+  // Each time is held against all of them.
+  constexpr std::size_t kMostYears = 200;
+  if (start && end && *start < *end && daylight_.size() < kMostYears)
+    daylight_.push_back({*start, *end, *offset});
 }
 
 minutes TextZone::OffsetAt(Time local) const {

@@ -256,13 +256,15 @@ bool HasZoneValues(const CCalendarZone& zone) {
 
 CCalendarZone ZoneAround(icaltimezone* zone, const icaltimetype& moment) {
   constexpr int kDays = 366;
+  // The summer that comes next may end later in its year than this one.
+  constexpr int kDaysAhead = kDays + 31;
   CCalendarZone around;
   icaltimetype time = moment;
   icaltime_adjust(&time, -kDays, 0, 0, 0);
   int isDaylight = 0;
   int offset = icaltimezone_get_utc_offset_of_utc_time(zone, &time, &isDaylight);
   if (isDaylight == 0) around.tzOffset.SetDateTimeSpan(0, 0, 0, offset);
-  for (int day = -kDays; day < kDays; day += kDaysOfWeek) {
+  for (int day = -kDays; day < kDaysAhead; day += kDaysOfWeek) {
     const int before = isDaylight;
     const icaltimetype from = time;
     icaltime_adjust(&time, kDaysOfWeek, 0, 0, 0);

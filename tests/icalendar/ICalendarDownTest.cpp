@@ -162,6 +162,19 @@ TEST(ICalendarDown, TimesWithoutZone) {
   EXPECT_EQ(told.lines, std::vector<std::string>());
 }
 
+TEST(ICalendarDown, OtherComponents) {
+  ICalendarDown down;
+  Told told;
+  std::string out;
+  for (const char* const component :
+       {"BEGIN:VFREEBUSY\nFREEBUSY:x\nEND:VFREEBUSY\n", "BEGIN: X-any \n", kBerlin, "no\n"}) {
+    down.Convert(component, told.Tell(), out);
+    EXPECT_EQ(out, "");
+  }
+  EXPECT_EQ(told.lines, (std::vector<std::string>{"0: VFREEBUSY dropped no-property",
+                                                  "0: X-any dropped no-property"}));
+}
+
 TEST(ICalendarDown, OtherProperties) {
   const DownRow kRows[] = {
       {"VEVENT",

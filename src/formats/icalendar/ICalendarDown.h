@@ -37,7 +37,8 @@ class ICalendarDown {
   void KeepNoLocalTimes();
 
   // Replaces `out` by a VEVENT, VTODO or VJOURNAL as VEVENT, VTODO or VMEMO, lines ending in CR LF.
-  // What 1.0 has no place for is told, with its line. Any other component gives an empty text.
+  // What 1.0 has no place for is told, with its line. Any other component gives an empty text and
+  // is told by its name, but for a VTIMEZONE.
   void Convert(std::string_view component, const TellFormatLoss& tell, std::string& out);
 
  private:

@@ -417,6 +417,9 @@ void ItemToVCalendar(std::string_view component, ZoneBook& zones, const TellForm
     if (EqualsIgnoringCase(name, kind.name))
       return ItemDown(kind, lines, zones, tell, out).Append();
   }
+  // A zone is in the times of those that name it.
+  if (!EqualsIgnoringCase(name, "VTIMEZONE"))
+    tell({std::string(name), FormatVerdict::Dropped, FormatReason::NoProperty, lines[0].line});
 }
 
 }  // namespace pim

@@ -41,7 +41,7 @@ class Converter {
     for (const std::string& path : options_.operands)
       status = Worse(status, ForInput([&] { return Convert(path); }));
     progress_.Clear();
-    const std::string lost = account_.Summary();
+    const std::string lost = account_.Summary(options_.prepare);
     if (!lost.empty()) Warn(lost);
     return Worse(status, output_.End());
   }

@@ -74,16 +74,33 @@ TEST(ICalendarDown, Times) {
        "DTSTART:20200701T140000Z\n"
        "TZ:-05:00\nDAYLIGHT:TRUE;-04:00;20200308T070000Z;20201101T060000Z\n",
        {}},
-      // By the machine's where nothing tells more.
-      {"VEVENT", "DTSTART:20200101T100000\n", "DTSTART:20200101T010000Z\n", {}},
+      // Right behind the end of a summer, which is earlier than that of the next.
+      {"VEVENT",
+       "DTSTART;TZID=America/New_York:20151102T230000\n",
+       "DTSTART:20151103T040000Z\n"
+       "TZ:-05:00\nDAYLIGHT:TRUE;-04:00;20160313T070000Z;20161106T060000Z\n",
+       {}},
+      // Local where nothing tells more, with all that goes by them.
+      {"VEVENT",
+       "DTSTART:20200101T100000\nDURATION:P1DT90M\nBEGIN:VALARM\nACTION:AUDIO\n"
+       "TRIGGER:-PT15M\nEND:VALARM\n",
+       "DTSTART:20200101T100000\nDTEND:20200102T113000\nAALARM:20200101T094500;;;\n",
+       {}},
       {"VEVENT",
        "DTSTART;TZID=../../passwd:20200101T100000\n",
-       "DTSTART:20200101T010000Z\n",
+       "DTSTART:20200101T100000\n",
+       {"1: DTSTART changed unknown-zone"}},
+      // A repeat needs a clock, and the day's first minute would make a day of it.
+      {"VEVENT",
+       "DTSTART:20200101T030000\nDTEND:20200101T040000\n"
+       "RRULE:FREQ=WEEKLY;BYDAY=WE,TH;UNTIL=20200109T030000\n",
+       "DTSTART:20191231T180000Z\nDTEND:20191231T190000Z\nRRULE:W1 WE TH  20200108T180000Z\n"
+       "TZ:+09:00\n",
        {"1: DTSTART changed unknown-zone"}},
       {"VEVENT",
-       "DTSTART:20200101T100000\nRRULE:FREQ=DAILY;UNTIL=20200103T100000\n",
-       "DTSTART:20200101T010000Z\nRRULE:D1 20200103T010000Z\n",
-       {}},
+       "DTSTART:20200101T000000\nDTEND:20200102T000000\n",
+       "DTSTART:20191231T150000Z\nDTEND:20200101T150000Z\n",
+       {"1: DTSTART changed unknown-zone"}},
       // Days end with their last one.
       {"VEVENT",
        "DTSTART;VALUE=DATE:20200228\nDTEND;VALUE=DATE:20200301\n",
@@ -110,7 +127,7 @@ TEST(ICalendarDown, Times) {
        {}},
       {"VTODO",
        "DTSTART:20200101T100000Z\nDUE;VALUE=DATE:20200103\nDURATION:PT1H\n",
-       "DTSTART:20200101T100000Z\nDUE:20200102T150000Z\n",
+       "DTSTART:20200101T100000Z\nDUE:20200103T000000\n",
        {"3: DURATION dropped replaced"}},
       {"VTODO",
        "DTSTART:20200101T100000Z\nDURATION:PT1H\n",
@@ -124,6 +141,38 @@ TEST(ICalendarDown, Times) {
   };
   const ScopedZone zone("JST-9");
   for (const DownRow& row : kRows) ExpectDown(row);
+}
+
+// Their zone may be told for the whole text.
+TEST(ICalendarDown, TimesWithoutZone) {
+  const ScopedZone zone("JST-9");
+  const std::string event = "BEGIN:VEVENT\nDTSTART:20200101T000000\nEND:VEVENT\n";
+  ICalendarDown down;
+  EXPECT_FALSE(down.TakeFloatingZone("Europe/Nowhere"));
+  std::string out;
+  down.Convert("BEGIN:VTODO\nDUE:20200101T100000\nEND:VTODO\n", {}, out);
+  EXPECT_EQ(out, "BEGIN:VTODO\r\nDUE:20200101T100000\r\nEND:VTODO\r\n");
+  down.KeepNoLocalTimes();
+  down.Convert("BEGIN:VTODO\nDUE:20200101T100000\nEND:VTODO\n", {}, out);
+  EXPECT_EQ(out, "BEGIN:VTODO\r\nDUE:20200101T010000Z\r\nEND:VTODO\r\n");
+  EXPECT_TRUE(down.TakeFloatingZone("Asia/Karachi"));
+  Told told;
+  down.Convert(event, told.Tell(), out);
+  EXPECT_EQ(out, "BEGIN:VEVENT\r\nDTSTART:20191231T190000Z\r\nTZ:+05:00\r\nEND:VEVENT\r\n");
+  EXPECT_EQ(told.lines, std::vector<std::string>());
+}
+
+TEST(ICalendarDown, OtherComponents) {
+  ICalendarDown down;
+  Told told;
+  std::string out;
+  for (const char* const component :
+       {"BEGIN:VFREEBUSY\nFREEBUSY:x\nEND:VFREEBUSY\n", "BEGIN: X-any \n", kBerlin, "no\n"}) {
+    down.Convert(component, told.Tell(), out);
+    EXPECT_EQ(out, "");
+  }
+  EXPECT_EQ(told.lines, (std::vector<std::string>{"0: VFREEBUSY dropped no-property",
+                                                  "0: X-any dropped no-property"}));
 }
 
 TEST(ICalendarDown, OtherProperties) {

@@ -195,8 +195,8 @@ TEST(ICalendarForm, Zones) {
   EXPECT_EQ(told.lines, std::vector<std::string>());
   const std::vector<std::string> parts = ComponentsOf(text);
   ASSERT_EQ(parts.size(), 6U);
-  EXPECT_NE(parts[0].find("TZID:UTC+09:00\r\n"), std::string::npos) << parts[0];
-  EXPECT_NE(parts[1].find("DTSTART;TZID=\"UTC+09:00\":20200101T190000\r\n"), std::string::npos)
+  EXPECT_NE(parts[0].find("TZID:UTC+0900\r\n"), std::string::npos) << parts[0];
+  EXPECT_NE(parts[1].find("DTSTART;TZID=UTC+0900:20200101T190000\r\n"), std::string::npos)
       << parts[1];
   EXPECT_NE(parts[2].find("DTSTART:20200101T100000Z\r\n"), std::string::npos) << parts[2];
   EXPECT_NE(parts[3].find("BEGIN:DAYLIGHT\r\nRRULE:FREQ=YEARLY;BYDAY=2SU;BYMONTH=3\r\n"
@@ -217,13 +217,13 @@ TEST(ICalendarForm, LocalRules) {
     const char* start;
   } kRows[] = {
       {"JST-9", "DTSTART:20200106T080000\nRRULE:W1 MO #0",
-       "DTSTART;TZID=\"UTC+09:00\":20200106T080000\r\n"},
+       "DTSTART;TZID=UTC+0900:20200106T080000\r\n"},
       {"JST-9", "DTSTART:20200106T120000\nRRULE:W1 MO #0", "DTSTART:20200106T030000Z\r\n"},
       {"JST-9", "DTSTART:20200106T080000\nRRULE:W1 FR #0", "DTSTART:20200105T230000Z\r\n"},
       {"JST-9", "DTSTART:20200106T080000", "DTSTART:20200105T230000Z\r\n"},
       {"UTC", "DTSTART:20200106T080000\nRRULE:W1 MO #0", "DTSTART:20200106T080000Z\r\n"},
       {"EST5EDT,M3.2.0,M11.1.0", "DTSTART:20200706T220000\nRRULE:MD1 6 #0",
-       "DTSTART;TZID=\"UTC-05:00-04:00\":20200706T220000\r\n"},
+       "DTSTART;TZID=UTC-0500-0400:20200706T220000\r\n"},
   };
   for (const auto& row : kRows) {
     SCOPED_TRACE(row.lines);

@@ -31,6 +31,7 @@ TEST(VCardDown, Lines) {
       {"TEL;TYPE=cell,voice;PREF=1:1\n", "TEL;PREF;VOICE;CELL:1\r\n"},
       {"TEL;type=\"CELL,FAX\";TYPE=pref:1\n", "TEL;PREF;FAX;CELL:1\r\n"},
       {"TEL;HOME;X-Mobile:1\n", "TEL;HOME;CELL:1\r\n"},
+      {"TEL;type=IPHONE;type=CELL:1\n", "TEL;CELL:1\r\n", "2 TEL changed type-ignored\n"},
       {"TEL;TYPE=text;PREF=2:1\n", "TEL:1\r\n", "2 TEL changed type-ignored\n"},
       {"TEL;VALUE=uri:tel:+1-555%2D0;ext=5\n", "TEL:+1-555-0;ext=5\r\n"},
       {"TEL:12\\,34\\;5\n", "TEL:12,34;5\r\n"},
@@ -44,6 +45,7 @@ TEST(VCardDown, Lines) {
       {"ORG:Acme\n", "ORG:Acme;\r\n"},
       // Groups and their labels, wherever they stand.
       {"item1.X-ABLabel:_$!<HomeFAX>!$_\nitem1.TEL:1\n", "TEL;HOME;FAX:1\r\n"},
+      {"a.TEL:1\na.X-ABLabel:iPhone\n", "TEL;CELL:1\r\n", "2 TEL changed type-ignored\n"},
       {"a.URL:u\na.X-ABLabel:Blog\n", "URL:u\r\n", "3 X-ABLabel dropped type-ignored\n"},
       {"a.X-ABDATE:2001-02-03\na.X-ABLabel:_$!<Anniversary>!$_\n", "X-ANNI:20010203\r\n"},
       // Texts.

@@ -40,6 +40,12 @@ TEST(VCardForm, Lines) {
        "TEL;PREF=1;TYPE=cell,x-mms:1\r\n", "TEL;TYPE=PREF,CELL,X-MMS:1\r\n"},
       {[](CContact& contact) { contact.NewTelephone(u"1", 0x40000000, false, -1); }, "TEL:1\r\n",
        "TEL:1\r\n", "0 telephones[0].number_type changed type-ignored\n"},
+      {[](CContact& contact) {
+         contact.NewOrganization(ORG_WORK);
+         contact.NewAddress(nullptr, ADR_POSTAL, -1);
+         contact.NewURL(u"", URL_UNKNOWN, -1);
+       },
+       "", "", "0 addresses[0] dropped no-property\n0 organizations[0] dropped no-property\n"},
       {[](CContact& contact) { contact.NewEmail(u"1", 99, -1); }, "EMAIL:1\r\n", "EMAIL:1\r\n",
        "0 emails[0].email_type changed type-ignored\n"},
       {[](CContact& contact) { contact.NewComment(u"a,b;c\\d\r\ne\n\u0001\x7F"); },

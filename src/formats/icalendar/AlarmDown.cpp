@@ -9,6 +9,7 @@
 #include "formats/icalendar/AlarmWords.h"
 #include "formats/icalendar/ItemAlarm.h"
 #include "support/Ascii.h"
+#include "support/DateTimeZones.h"
 #include "support/Numbers.h"
 
 namespace pim {
@@ -54,18 +55,28 @@ bool IsShown(const AlarmProperties& alarm) {
                                EqualsIgnoringCase(Trim(action->Value()), "DISPLAY"));
 }
 
+struct AlarmMoment {
+  COleDateTime utc;
+  std::string text;  // as vCalendar 1.0 has it
+};
+
 // When the alarm runs, by a time or by what lies between it and the item's start or end.
-std::optional<COleDateTime> MomentOf(const ContentLine& trigger, const AlarmSources& sources,
-                                     const DownTimes& times) {
+std::optional<AlarmMoment> MomentOf(const ContentLine& trigger, const AlarmSources& sources,
+                                    const DownTimes& times) {
   const auto length = LengthOf(trigger);
   if (!length) {
     const auto time = times.TimeOf(trigger);
-    return time ? std::optional(time->utc) : std::nullopt;
+    if (!time) return std::nullopt;
+    return AlarmMoment{time->utc, times.TextOf(*time)};
   }
   const auto& anchor = CountsFromEnd(trigger) && sources.end ? sources.end : sources.start;
   if (!anchor) return std::nullopt;
   const auto moment = DownTimes::Behind({*IcalUtc(anchor->utc), anchor->utc}, *length);
-  return moment ? std::optional(moment->utc) : std::nullopt;
+  if (!moment) return std::nullopt;
+  // Local like what it stands by.
+  const auto local = anchor->isFloating() ? UtcToLocal(moment->utc).GetFields() : std::nullopt;
+  const ItemTime time = {local ? IcalTime(*local, false) : moment->local, moment->utc};
+  return AlarmMoment{time.utc, times.TextOf(time)};
 }
 
 // The parameters that this program wrote, if they are such.
@@ -126,10 +137,10 @@ class AlarmDown {
       tell_({std::string(other->Name()), FormatVerdict::Dropped, FormatReason::NoProperty,
              other->line});
     }
-    if (moment->GetSecond() != 0)
+    if (moment->utc.GetSecond() != 0)
       tell_({"TRIGGER", FormatVerdict::Changed, FormatReason::SecondsDropped, trigger->line});
-    if (sources_.own != nullptr && AppendOwn(UtcText(*moment))) return true;
-    const std::string head = UtcText(*moment) + ";" + SnoozeOf(alarm.parts[ALARM_SNOOZE]) + ";" +
+    if (sources_.own != nullptr && AppendOwn(UtcText(moment->utc))) return true;
+    const std::string head = moment->text + ";" + SnoozeOf(alarm.parts[ALARM_SNOOZE]) + ";" +
                              RepeatsOf(alarm.parts[ALARM_REPEAT]) + ";";
     const ContentLine* const text = alarm.parts[ALARM_TEXT];
     const std::string shown = text == nullptr ? std::string() : TextOfLine(*text);

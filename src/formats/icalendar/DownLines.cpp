@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "formats/icalendar/DownLines.h"
 
-#include "formats/icalendar/Ical.h"
 #include "platform/CodePages.h"
 #include "support/QuotedPrintable.h"
 #include "support/TextCodec.h"
@@ -49,10 +48,6 @@ bool DownLines::AppendWithText(std::string_view name, std::string_view parameter
   if (NeedsTextParameters(encoded_)) all.append(TextParameters());
   AppendProperty(out_, name, all, std::string(head).append(encoded_));
   return isGood;
-}
-
-void DownLines::AppendUtc(std::string_view name, const COleDateTime& utc) {
-  AppendWord(name, UtcText(utc));
 }
 
 }  // namespace pim

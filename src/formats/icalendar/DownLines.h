@@ -5,8 +5,6 @@
 #include <string>
 #include <string_view>
 
-#include "pim/support/DateTime.h"
-
 namespace pim {
 
 // Writes the lines of vCalendar 1.0 of an item, as this library's reading takes them.
@@ -22,8 +20,6 @@ class DownLines {
   // What stands as it is, and a text that ends with the property, so that semicolons in it don't.
   [[nodiscard]] bool AppendWithText(std::string_view name, std::string_view parameters,
                                     std::string_view head, std::string_view text);
-  // YYYYMMDDTHHMMSSZ
-  void AppendUtc(std::string_view name, const COleDateTime& utc);
 
  private:
   std::string& out_;

@@ -33,7 +33,8 @@ std::optional<ItemTime> DownTimes::Read(const ContentLine& line, std::string_vie
                                         icaltimezone* zone) const {
   icaltimetype time = SpeltTime(value);
   const bool isTime = icaltime_is_null_time(time) == 0 && DateTimeOf(time).status == StatusValid;
-  if (isTime && time.is_date == 0 && icaltime_is_utc(time) == 0) time.zone = zone;
+  if (isTime && time.is_date == 0 && icaltime_is_utc(time) == 0)
+    time.zone = zone == nullptr ? floating_ : zone;
   COleDateTime utc;
   if (isTime) utc = UtcOfTime(time);
   if (isTime && utc.status == StatusValid) return ItemTime{time, utc};
@@ -51,6 +52,17 @@ icaltimezone* DownTimes::ZoneOf(const ContentLine& line) const {
     tell_({std::string(line.Name()), FormatVerdict::Changed, FormatReason::UnknownZone, line.line});
   }
   return zone;
+}
+
+bool DownTimes::IsFloating(const ContentLine& line) const {
+  const icaltimetype time = SpeltTime(line.Value());
+  return floating_ == nullptr && icaltime_is_null_time(time) == 0 && time.is_date == 0 &&
+         icaltime_is_utc(time) == 0 && zones_.Find(ZoneNameOf(line)) == nullptr;
+}
+
+std::string DownTimes::TextOf(const ItemTime& time) const {
+  return time.isFloating() && zones_.keepsLocal() ? LocalText(DateTimeOf(time.local))
+                                                  : UtcText(time.utc);
 }
 
 std::optional<ItemTime> DownTimes::TimeOf(const ContentLine& line) const {
@@ -79,7 +91,12 @@ std::optional<ItemTime> DownTimes::Behind(const ItemTime& time, const icaldurati
   if (DateTimeOf(behind.local).status != StatusValid) return std::nullopt;
   behind.utc = UtcOfTime(behind.local);
   const auto rest = static_cast<std::int32_t>(seconds % kSecondsOfDay);
-  if (!behind.isDay() && rest != 0) {
+  if (behind.isDay() || rest == 0) {
+    // Nothing more.
+  } else if (behind.isFloating()) {
+    icaltime_adjust(&behind.local, 0, 0, 0, rest);
+    behind.utc = UtcOfTime(behind.local);
+  } else {
     COleDateTimeSpan span;
     span.SetDateTimeSpan(0, 0, 0, rest);
     behind.utc = behind.utc + span;

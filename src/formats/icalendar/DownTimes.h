@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -20,13 +21,24 @@ struct ItemTime {
   COleDateTime utc;    // the moment; of a day and of a floating time by the machine's zone
 
   bool isDay() const { return local.is_date != 0; }
+  // A day, or a time that names no zone.
+  bool isFloating() const { return local.zone == nullptr; }
 };
 
 // Reads the times of items.
 class DownTimes {
  public:
   // Both must outlive this.
-  DownTimes(const ZoneBook& zones, const TellFormatLoss& tell) : zones_(zones), tell_(tell) {}
+  DownTimes(const ZoneBook& zones, const TellFormatLoss& tell)
+      : zones_(zones), tell_(tell), floating_(zones.floating()) {}
+
+  // Whether the line has a time that names no zone, or none that is known, in a text that tells
+  // none either.
+  bool IsFloating(const ContentLine& line) const;
+  // Such times are of this zone from now on.
+  void SetFloating(icaltimezone* zone) { floating_ = zone; }
+  // The time as vCalendar 1.0 has it: local where it is anybody's, else in UTC.
+  std::string TextOf(const ItemTime& time) const;
 
   // Nothing, which is told, for a value that is no moment of the years 100 to 9999.
   std::optional<ItemTime> TimeOf(const ContentLine& line) const;
@@ -42,6 +54,7 @@ class DownTimes {
 
   const ZoneBook& zones_;
   const TellFormatLoss& tell_;
+  icaltimezone* floating_;
 };
 
 // The moment of a time, whatever its zone.

@@ -33,6 +33,14 @@ bool ICalendarDown::Knows(const std::string& zone) const {
   return state_->zones.Find(zone) != nullptr;
 }
 
+bool ICalendarDown::TakeFloatingZone(const std::string& zone) {
+  icaltimezone* const known = state_->zones.Find(zone);
+  if (known != nullptr) state_->zones.SetFloating(known);
+  return known != nullptr;
+}
+
+void ICalendarDown::KeepNoLocalTimes() { state_->zones.SetKeepsLocal(false); }
+
 void ICalendarDown::Convert(std::string_view component, const TellFormatLoss& tell,
                             std::string& out) {
   ItemToVCalendar(component, state_->zones, Heard(tell), out);

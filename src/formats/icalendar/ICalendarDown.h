@@ -29,8 +29,16 @@ class ICalendarDown {
   // Whether one of them is told now.
   bool Knows(const std::string& zone) const;
 
+  // The zone of times that name none, for the items behind. False for one that isn't known, which
+  // changes nothing. Without one such times stay local, but for those of repeats, which go out by
+  // the machine's zone together with it.
+  bool TakeFloatingZone(const std::string& zone);
+  // No time stays local, as where readers would take those for others; the machine's zone counts.
+  void KeepNoLocalTimes();
+
   // Replaces `out` by a VEVENT, VTODO or VJOURNAL as VEVENT, VTODO or VMEMO, lines ending in CR LF.
-  // What 1.0 has no place for is told, with its line. Any other component gives an empty text.
+  // What 1.0 has no place for is told, with its line. Any other component gives an empty text and
+  // is told by its name, but for a VTIMEZONE.
   void Convert(std::string_view component, const TellFormatLoss& tell, std::string& out);
 
  private:

@@ -56,8 +56,10 @@ COleDateTime DateTimeOf(const icaltimetype& time) {
   return value;
 }
 
-std::string UtcText(const COleDateTime& utc) {
-  return std::string(DateTimeText(utc).AddDate().AddMinutes().AddSeconds().Add("Z").view());
+std::string UtcText(const COleDateTime& utc) { return LocalText(utc) + "Z"; }
+
+std::string LocalText(const COleDateTime& local) {
+  return std::string(DateTimeText(local).AddDate().AddMinutes().AddSeconds().view());
 }
 
 std::int32_t DaysBetween(const icaltimetype& from, const icaltimetype& to) {

@@ -53,8 +53,9 @@ std::optional<icaltimetype> IcalUtc(const COleDateTime& value);
 // The other way, zones aside; invalid for what is no moment of the years 100 to 9999.
 COleDateTime DateTimeOf(const icaltimetype& time);
 
-// YYYYMMDDTHHMMSSZ
+// YYYYMMDDTHHMMSSZ, and the same without the Z.
 std::string UtcText(const COleDateTime& utc);
+std::string LocalText(const COleDateTime& local);
 
 // The days between two times' days.
 std::int32_t DaysBetween(const icaltimetype& from, const icaltimetype& to);

@@ -58,11 +58,17 @@ std::string SpeltRule(const std::string& text) {
 
 class ItemDown {
  public:
-  ItemDown(const ItemKind& kind, const std::vector<ContentLine>& lines, const ZoneBook& zones,
+  ItemDown(const ItemKind& kind, const std::vector<ContentLine>& lines, ZoneBook& zones,
            const TellFormatLoss& tell, std::string& out)
-      : kind_(kind), lines_(lines, tell), times_(zones, tell), tell_(tell), out_(out) {}
+      : kind_(kind),
+        lines_(lines, tell),
+        zones_(zones),
+        times_(zones, tell),
+        tell_(tell),
+        out_(out) {}
 
   void Append() {
+    KeepRuleDays();
     out_.AppendWord("BEGIN", kind_.inVCalendar);
     AppendText("SUMMARY", ITEM_SUMMARY);
     AppendDescription();
@@ -114,11 +120,13 @@ class ItemDown {
     if (Has(property)) AppendTextOf(name, *LineOf(property), TextOfLine(*LineOf(property)));
   }
   void AppendTime(std::string_view name, ItemProperty property) {
-    if (const auto time = TimeOf(property)) out_.AppendUtc(name, time->utc);
+    if (const auto time = TimeOf(property)) out_.AppendWord(name, times_.TextOf(*time));
   }
 
+  void KeepRuleDays();
   void AppendDescription();
   void AppendSpan();
+  void KeepFromDays(std::optional<ItemTime>& last);
   void AppendDays(const std::optional<ItemTime>& end);
   void AppendAlarms();
   void AppendRules();
@@ -136,12 +144,22 @@ class ItemDown {
 
   const ItemKind& kind_;
   ItemLines lines_;
+  ZoneBook& zones_;
   DownTimes times_;
   const TellFormatLoss& tell_;
   DownLines out_;
   std::optional<ItemTime> start_;
   std::optional<ItemTime> end_;  // or when a to-do is due
 };
+
+// A rule's days and hours are those of a clock, and records keep moments: where the text tells no
+// zone, the machine's has to go with them.
+void ItemDown::KeepRuleDays() {
+  const ContentLine* const start = LineOf(ITEM_START);
+  if (!Has(ITEM_RULE) || start == nullptr || !times_.IsFloating(*start)) return;
+  times_.SetFloating(zones_.MachineZone());
+  if (ZoneNameOf(*start).empty()) Tell(*start, FormatVerdict::Changed, FormatReason::UnknownZone);
+}
 
 void ItemDown::AppendDescription() {
   std::string all;
@@ -172,10 +190,24 @@ void ItemDown::AppendSpan() {
   if (start_ && start_->isDay()) {
     AppendDays(last);
   } else {
-    if (start_) out_.AppendUtc("DTSTART", start_->utc);
-    if (last) out_.AppendUtc("DTEND", last->utc);
+    KeepFromDays(last);
+    if (start_) out_.AppendWord("DTSTART", times_.TextOf(*start_));
+    if (last) out_.AppendWord("DTEND", times_.TextOf(*last));
   }
-  if (due) out_.AppendUtc("DUE", due->utc);
+  if (due) out_.AppendWord("DUE", times_.TextOf(*due));
+}
+
+// A local time of the day's first minute would make an all-day item of this one.
+void ItemDown::KeepFromDays(std::optional<ItemTime>& last) {
+  const auto isDayForm = [](const std::optional<ItemTime>& time) {
+    return time && time->isFloating() && time->local.hour == 0 && time->local.minute == 0;
+  };
+  if (!isDayForm(start_) && !isDayForm(last)) return;
+  const bool isEnd = kind_.kind != ICAL_VTODO_COMPONENT;
+  for (auto* const time : {&start_, &last, isEnd ? &end_ : &last})
+    if (*time) (*time)->local = *IcalUtc((*time)->utc);
+  const ItemProperty property = Has(ITEM_START) ? ITEM_START : ITEM_END;
+  if (Has(property)) Tell(*LineOf(property), FormatVerdict::Changed, FormatReason::UnknownZone);
 }
 
 // Both are local days, and the last one stands with its end.
@@ -375,15 +407,19 @@ void ItemDown::AppendZone() {
 
 }  // namespace
 
-void ItemToVCalendar(std::string_view component, const ZoneBook& zones, const TellFormatLoss& tell,
+void ItemToVCalendar(std::string_view component, ZoneBook& zones, const TellFormatLoss& tell,
                      std::string& out) {
   out.clear();
   const std::vector<ContentLine> lines = ContentLinesOf(component);
   if (lines.empty() || !EqualsIgnoringCase(lines[0].Name(), "BEGIN")) return;
+  const std::string_view name = Trim(lines[0].Value());
   for (const ItemKind& kind : kItemKinds) {
-    if (EqualsIgnoringCase(Trim(lines[0].Value()), kind.name))
-      ItemDown(kind, lines, zones, tell, out).Append();
+    if (EqualsIgnoringCase(name, kind.name))
+      return ItemDown(kind, lines, zones, tell, out).Append();
   }
+  // A zone is in the times of those that name it.
+  if (!EqualsIgnoringCase(name, "VTIMEZONE"))
+    tell({std::string(name), FormatVerdict::Dropped, FormatReason::NoProperty, lines[0].line});
 }
 
 }  // namespace pim

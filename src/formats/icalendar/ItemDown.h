@@ -10,8 +10,9 @@
 
 namespace pim {
 
-// Replaces `out` by a VEVENT, VTODO or VJOURNAL as one of vCalendar 1.0; empty for anything else.
-void ItemToVCalendar(std::string_view component, const ZoneBook& zones, const TellFormatLoss& tell,
+// Replaces `out` by a VEVENT, VTODO or VJOURNAL as one of vCalendar 1.0; empty for anything else,
+// which is told unless it is a zone.
+void ItemToVCalendar(std::string_view component, ZoneBook& zones, const TellFormatLoss& tell,
                      std::string& out);
 
 }  // namespace pim

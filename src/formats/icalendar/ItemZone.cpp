@@ -27,13 +27,17 @@ std::optional<int> OffsetOf(const COleDateTimeSpan& span) {
   return seconds;
 }
 
-// +HH:MM
-std::string OffsetText(int seconds) {
+// +HH:MM, or with another mark than the colon.
+std::string OffsetText(int seconds, const char* mark = ":") {
   char text[8];
-  const int size = std::snprintf(text, sizeof text, "%c%02d:%02d", seconds < 0 ? '-' : '+',
-                                 std::abs(seconds) / kHour % 24, std::abs(seconds) / kMinute % 60);
+  const int size =
+      std::snprintf(text, sizeof text, "%c%02d%s%02d", seconds < 0 ? '-' : '+',
+                    std::abs(seconds) / kHour % 24, mark, std::abs(seconds) / kMinute % 60);
   return {text, static_cast<std::size_t>(size)};
 }
+
+// Of a zone's name, which may hold no colon (RFC 5545, 3.2.19).
+std::string NameOfOffset(int seconds) { return "UTC" + OffsetText(seconds, ""); }
 
 bool HasDaylight(const CCalendarZone& zone) {
   return OffsetOf(zone.daylightOffset) && zone.daylightStart.GetFields() &&
@@ -109,7 +113,7 @@ IcalOwner<icalcomponent> NewZone(const std::string& name) {
 // Unlike zones have unlike names, whatever the machine.
 std::string ZoneName(const CCalendarZone& zone, int offset) {
   constexpr std::size_t kMark = 8;
-  std::string name = "UTC" + OffsetText(offset);
+  std::string name = NameOfOffset(offset);
   if (!HasDaylight(zone) && zone.standardName.empty()) return name;
   UuidMaker mark;
   mark.Add(DaylightValueOf(zone));
@@ -193,8 +197,8 @@ std::optional<ItemZone> ItemZone::OfMachine() {
   const int standard = -(machine.Bias + (hasDaylight ? machine.StandardBias : 0)) * kMinute;
   const int daylight = -(machine.Bias + machine.DaylightBias) * kMinute;
   if (standard == 0 && !hasDaylight) return std::nullopt;
-  std::string name = "UTC" + OffsetText(standard);
-  if (hasDaylight) name += OffsetText(daylight);
+  std::string name = NameOfOffset(standard);
+  if (hasDaylight) name += OffsetText(daylight, "");
   IcalOwner<icalcomponent> component = NewZone(name);
   AddObservance(component.get(), {ICAL_XSTANDARD_COMPONENT, standard, standard, {}});
   if (hasDaylight) {
@@ -252,13 +256,15 @@ bool HasZoneValues(const CCalendarZone& zone) {
 
 CCalendarZone ZoneAround(icaltimezone* zone, const icaltimetype& moment) {
   constexpr int kDays = 366;
+  // The summer that comes next may end later in its year than this one.
+  constexpr int kDaysAhead = kDays + 31;
   CCalendarZone around;
   icaltimetype time = moment;
   icaltime_adjust(&time, -kDays, 0, 0, 0);
   int isDaylight = 0;
   int offset = icaltimezone_get_utc_offset_of_utc_time(zone, &time, &isDaylight);
   if (isDaylight == 0) around.tzOffset.SetDateTimeSpan(0, 0, 0, offset);
-  for (int day = -kDays; day < kDays; day += kDaysOfWeek) {
+  for (int day = -kDays; day < kDaysAhead; day += kDaysOfWeek) {
     const int before = isDaylight;
     const icaltimetype from = time;
     icaltime_adjust(&time, kDaysOfWeek, 0, 0, 0);

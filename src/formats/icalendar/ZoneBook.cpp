@@ -148,7 +148,10 @@ void ZoneBook::Take(std::string_view component) {
   if (icaltimezone_set_component(zone.get(), parsed.get()) == 0) return;
   parsed.release();  // NOLINT(bugprone-unused-return-value): the zone owns it
   const char* const name = icaltimezone_get_tzid(zone.get());
-  if (name != nullptr && zones_.size() < kMostZones) zones_[name] = std::move(zone);
+  // What stands in use stays where it is.
+  if (name == nullptr || zones_.size() >= kMostZones) return;
+  IcalOwner<icaltimezone>& place = zones_[name];
+  if (place == nullptr || place.get() != floating_) place = std::move(zone);
 }
 
 icaltimezone* ZoneBook::Find(const std::string& name) const {
@@ -161,6 +164,11 @@ icaltimezone* ZoneBook::Find(const std::string& name) const {
   const auto* const windows = std::ranges::find(kWindowsZones, name, &WindowsZone::name);
   if (windows == std::end(kWindowsZones)) return nullptr;
   return icaltimezone_get_builtin_timezone(windows->location);
+}
+
+icaltimezone* ZoneBook::MachineZone() {
+  if (!machine_) machine_ = ItemZone::OfMachine();
+  return machine_ ? const_cast<icaltimezone*>(machine_->zone()) : icaltimezone_get_utc_timezone();
 }
 
 }  // namespace pim

@@ -3,10 +3,12 @@
 #pragma once
 
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "formats/icalendar/Ical.h"
+#include "formats/icalendar/ItemZone.h"
 
 namespace pim {
 
@@ -18,9 +20,20 @@ class ZoneBook {
   // Null for an unknown one. Names that begin with another program's mark, and those that Windows
   // has for the largest zones, are known too.
   icaltimezone* Find(const std::string& name) const;
+  icaltimezone* MachineZone();
+
+  // The zone of times that name none; null where the text tells none, so that these are anybody's.
+  icaltimezone* floating() const { return floating_; }
+  // Whether they may stay local where it is null.
+  bool keepsLocal() const { return keepsLocal_; }
+  void SetFloating(icaltimezone* zone) { floating_ = zone; }
+  void SetKeepsLocal(bool keepsLocal) { keepsLocal_ = keepsLocal; }
 
  private:
   std::map<std::string, IcalOwner<icaltimezone>, std::less<>> zones_;
+  std::optional<ItemZone> machine_;
+  icaltimezone* floating_ = nullptr;
+  bool keepsLocal_ = true;
 };
 
 }  // namespace pim

@@ -330,6 +330,9 @@ void Preparer::TakeFrameLine(std::string_view line, std::string_view name) {
     begin_ = at_ + line.size();
     beginLine_ = line_ + 1;
     notes_.Add(PrepareStep::ICalendar, line_, line_, "iCalendar 2.0 becomes vCalendar 1.0");
+  } else if (frame_.down && EqualsIgnoringCase(name, "X-WR-TIMEZONE") &&
+             frame_.down->TakeFloatingZone(std::string(value))) {
+    notes_.Add(PrepareStep::ICalendar, line_, line_, "times without a zone are of this one");
   } else if (frame_.down && std::ranges::none_of(kIdle, [name](std::string_view idle) {
                return EqualsIgnoringCase(idle, name);
              })) {

@@ -127,6 +127,8 @@ void Preparer::ReleaseWaiting(bool all) {
 
 void Preparer::EmitComponent(const FrameState::Waiting& component) {
   std::string older;
+  // Another preparing would bring them to that zone.
+  if (frame_.zone.isKnown()) frame_.down->KeepNoLocalTimes();
   frame_.down->Convert(
       component.text,
       [&](const FormatLoss& loss) {

@@ -78,7 +78,9 @@ class TypeReader {
   explicit TypeReader(const TypeWords& words) : words_(words) {}
 
   bool Take(NarrowStringView word) {
-    if (const auto code = CodeOfType(words_, word)) {
+    const auto near = CodeOf(words_.near, Trim(word));
+    if (near) types_.isWhole = false;
+    if (const auto code = near ? near : CodeOfType(words_, word)) {
       // One place holds one code: the first.
       if (words_.isMask || types_.code == 0) {
         types_.code |= *code;

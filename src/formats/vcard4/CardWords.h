@@ -14,14 +14,15 @@ namespace pim {
 
 inline constexpr Word kTelephoneAliases[] = {
     {"mobile", TEL_CELL},
-    {"iphone", TEL_CELL},
-    {"pcs", TEL_CELL},
     {"homefax", TEL_HOME | TEL_FAX},
     {"home fax", TEL_HOME | TEL_FAX},
     {"workfax", TEL_WORK | TEL_FAX},
     {"work fax", TEL_WORK | TEL_FAX},
     {"otherfax", TEL_OTHER | TEL_FAX},
 };
+// Words that say more than what they are taken for.
+inline constexpr Word kNearTelephoneWords[] = {
+    {"iphone", TEL_CELL}, {"apple watch", TEL_CELL}, {"pcs", TEL_CELL}};
 inline constexpr Word kEmailAliases[] = {
     {"private", EMAIL_PRIVATE}, {"personal", EMAIL_PRIVATE}, {"cell", EMAIL_MOBILE}};
 inline constexpr Word kUrlAliases[] = {{"homepage", URL_PRIVATE}, {"private", URL_PRIVATE}};
@@ -46,8 +47,10 @@ struct TypeWords {
   std::span<const Word> aliases;
   NarrowStringView idle;
   bool isMask;
+  std::span<const Word> near = {};  // words whose codes are less than they say
 };
-inline constexpr TypeWords kTelephoneTypes = {kTelephoneRows, kTelephoneAliases, "", true};
+inline constexpr TypeWords kTelephoneTypes = {kTelephoneRows, kTelephoneAliases, "", true,
+                                              kNearTelephoneWords};
 inline constexpr TypeWords kAddressTypes = {kAddressRows, {}, "", true};
 inline constexpr TypeWords kEmailTypes = {kEmailRows, kEmailAliases, "internet", false};
 inline constexpr TypeWords kUrlTypes = {kUrlRows, kUrlAliases, "", false};

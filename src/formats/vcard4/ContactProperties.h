@@ -154,10 +154,18 @@ class ContactProperties {
     }
   }
 
+  // Whether the entry says nothing but its type, for which there is no property then.
+  template <class Entry>
+  bool IsLeftOut(const Entry& entry, std::uint32_t type, const FieldName& field) {
+    if (!entry.IsEmpty()) return false;
+    if (type != 0) losses_.Tell(field, FormatVerdict::Dropped, FormatReason::NoProperty);
+    return true;
+  }
+
   void GiveNumbers(const CContact& contact) {
     for (std::size_t i = 0; i < contact.telephones().size(); ++i) {
       const CTelephoneNumber& telephone = contact.telephones()[i];
-      if (telephone.IsEmpty()) continue;
+      if (IsLeftOut(telephone, telephone.number_type, {"telephones", i})) continue;
       sink_.Start(CardProperty::Telephone);
       GiveTypes(kTelephoneRows, telephone.number_type, TEL_PREFERRED,
                 {"telephones", i, "number_type"});
@@ -165,7 +173,7 @@ class ContactProperties {
     }
     for (std::size_t i = 0; i < contact.emails().size(); ++i) {
       const CEmail& email = contact.emails()[i];
-      if (email.IsEmpty()) continue;
+      if (IsLeftOut(email, email.email_type, {"emails", i})) continue;
       sink_.Start(CardProperty::Email);
       GiveType(kEmailRows, email.email_type, {"emails", i, "email_type"});
       Text({"emails", i, "email_address"}, email.email_address);
@@ -174,14 +182,14 @@ class ContactProperties {
       GiveMessenger(contact.messengers()[i], i);
     for (std::size_t i = 0; i < contact.urls().size(); ++i) {
       const CURL& url = contact.urls()[i];
-      if (url.IsEmpty()) continue;
+      if (IsLeftOut(url, url.url_type, {"urls", i})) continue;
       sink_.Start(CardProperty::Url);
       GiveType(kUrlRows, url.url_type, {"urls", i, "url_type"});
       Text({"urls", i, "url_address"}, url.url_address, ValueShape::Uri);
     }
   }
   void GiveMessenger(const CMessenger& messenger, std::size_t i) {
-    if (messenger.IsEmpty()) return;
+    if (IsLeftOut(messenger, messenger.messenger_type, {"messengers", i})) return;
     const MessengerRow* row = FindMessenger(messenger.messenger_type);
     if (row == nullptr) {
       losses_.Tell({"messengers", i, "messenger_type"}, FormatVerdict::Changed,
@@ -198,7 +206,7 @@ class ContactProperties {
   void GiveAddresses(const CContact& contact) {
     for (std::size_t i = 0; i < contact.addresses().size(); ++i) {
       const CPostalAddress& address = contact.addresses()[i];
-      if (address.IsEmpty()) continue;
+      if (IsLeftOut(address, address.address_type, {"addresses", i})) continue;
       sink_.Start(CardProperty::Address);
       GiveTypes(kAddressRows, address.address_type, ADR_PREFERRED,
                 {"addresses", i, "address_type"});
@@ -211,7 +219,7 @@ class ContactProperties {
   void GiveOrganizations(const CContact& contact) {
     for (std::size_t i = 0; i < contact.organizations().size(); ++i) {
       const COrganization& organization = contact.organizations()[i];
-      if (organization.IsEmpty()) continue;
+      if (IsLeftOut(organization, organization.org_type, {"organizations", i})) continue;
       const auto units = static_cast<std::size_t>(std::ranges::count_if(
           organization.org_additional, [](const WideText& unit) { return !unit.empty(); }));
       const bool isNameAlone = units == 0 && organization.org_position.empty();

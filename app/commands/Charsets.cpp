@@ -25,6 +25,16 @@ struct ShownDamage {
   CharsetGuess::Readings readings;
 };
 
+// A file's name as a shell takes it.
+std::string ForShell(const std::string& path) {
+  constexpr std::string_view kPlain =
+      "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_-+=.,/:@%";
+  if (path.find_first_not_of(kPlain) == std::string::npos) return path;
+  std::string quoted = "'";
+  for (const char c : path) quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
+  return quoted + "'";
+}
+
 class CharsetReport {
  public:
   explicit CharsetReport(const std::string& path) : path_(path) {
@@ -105,8 +115,8 @@ class CharsetReport {
 
   std::string Command() const {
     const char* const noun = form_ == TextForm::VCard ? "contacts" : "calendar";
-    return std::string("pimvobj ") + noun + " import " + ShownName(path_) + " --code-page " +
-           kLikelyCharsets[ranks_.front()];
+    return std::string("pimvobj ") + noun + " import --code-page " +
+           kLikelyCharsets[ranks_.front()] + " -- " + ForShell(path_);
   }
 
   std::string path_;

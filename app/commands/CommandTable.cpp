@@ -86,6 +86,10 @@ constexpr struct {
      "Where the copy goes: a store without any records, or a new one",
      "FILE|URL"},
     {Action::Export, {}, Option::All, "All three kinds"},
+    {Action::Export,
+     {},
+     Option::Report,
+     "With --to: write into this file what the form can't hold"},
     {Action::Export, {}, Option::To, "Write {choices}, not the old form"},
     {Action::Export, Family::Items, Option::Force, "Replace a file"},
     {Action::Import, {}, Option::Force, "Replace the files of --rejects and --report"},
@@ -173,6 +177,9 @@ constexpr const char* kWords =
 constexpr const char* kCounting =
     "WORDs choose as those of list do. Operands that are files (or -) are counted themselves; no "
     "store is looked at.";
+constexpr const char* kContactExporting =
+    "Nothing is replaced unless --force is given. WORDs choose as those of list do. With --to, all "
+    "go into one file, whatever its name; --split makes one each in a folder.";
 constexpr const char* kExporting =
     "Nothing is replaced unless --force is given. WORDs choose as those of list do.";
 
@@ -191,8 +198,9 @@ constexpr CommandRow kCommands[] = {
      "Write contacts as vCard: one file each into DIR, or all into one file", kContactExport,
      "pimvobj contacts export cards/\n"
      "pimvobj contacts export all.vcf\n"
-     "pimvobj contacts export - --group Family > family.vcf",
-     kExporting},
+     "pimvobj contacts export - --group Family > family.vcf\n"
+     "pimvobj contacts export new.vcf --to vcard4",
+     kContactExporting},
     {Family::Contacts, Action::List, "list", "[WORD...]", 0, kAnyNumber, "List stored contacts",
      kContactList,
      "pimvobj contacts list müller berlin\n"
@@ -222,7 +230,8 @@ constexpr CommandRow kCommands[] = {
     {Family::Items, Action::Export, "export", "FILE|- [WORD...]", 0, kAnyNumber,
      "Write {one}s into one vCalendar file", kItemExport,
      "pimvobj {noun} export all.vcs\n"
-     "pimvobj {noun} export - --all > everything.vcs",
+     "pimvobj {noun} export - --all > everything.vcs\n"
+     "pimvobj {noun} export all.ics --to icalendar",
      kExporting},
     {Family::Items, Action::List, "list", "[WORD...]", 0, kAnyNumber, "List stored {one}s",
      kItemList,

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/commands/Convert.h"
 
+#include "app/commands/FileTarget.h"
 #include "app/commands/FormOutput.h"
 #include "app/commands/ImportAccount.h"
 #include "app/commands/OptionValues.h"
@@ -40,7 +41,7 @@ class Converter {
     for (const std::string& path : options_.operands)
       status = Worse(status, ForInput([&] { return Convert(path); }));
     progress_.Clear();
-    const std::string lost = account_.Summary();
+    const std::string lost = account_.Summary(options_.prepare);
     if (!lost.empty()) Warn(lost);
     return Worse(status, output_.End());
   }
@@ -97,6 +98,7 @@ class Converter {
 int ConvertFiles(const Options& options) {
   if (!options.to) throw WrongUsage("'convert' needs --to FORM");
   const TextForm form = RecordsOf(TargetFormOf(options));
+  CheckTargets(options, options.operands);
   return form == TextForm::VCard ? Converter<CContact>(options, form).Run()
                                  : Converter<CCalendar>(options, form).Run();
 }

@@ -124,7 +124,7 @@ void ImportAccount::GoBackTo(const Mark& mark) {
   done_ = mark.done;
 }
 
-std::string ImportAccount::Summary() const {
+std::string ImportAccount::Summary(bool isPrepared) const {
   const std::int64_t lost = done_.totals.changed + done_.totals.dropped;
   if (lost == 0) return {};
   std::string line =
@@ -139,9 +139,10 @@ std::string ImportAccount::Summary() const {
   line += "); ";
   // An inspection ends with the first line that is rejected.
   const bool isOneFile = done_.files == 1 && done_.lastPath != "-";
+  const std::string file = isOneFile ? ShownName(done_.lastPath) : "FILE";
   line += done_.hasParts ? "--report FILE"
-                         : "pimvobj inspect --losses " +
-                               (isOneFile ? ShownName(done_.lastPath) : std::string("FILE"));
+          : isPrepared   ? "pimvobj prepare " + file + " | pimvobj inspect --losses -"
+                         : "pimvobj inspect --losses " + file;
   line += " tells each";
   if (done_.hasInvalidBytes) line += "; --code-page NAME reads texts of another charset than UTF-8";
   return line += '\n';

@@ -52,8 +52,8 @@ class ImportAccount {
   void GoBackTo(const Mark& mark);
 
   // "12 of 340 lines not kept (3 unknown properties, 9 types ignored); ..." with a line end; empty
-  // when all were kept.
-  std::string Summary() const;
+  // when all were kept. `isPrepared` says that the lines are those of files that were prepared.
+  std::string Summary(bool isPrepared = false) const;
   // Puts the report in its place. Throws Failure, also when it couldn't be written on the way: an
   // import goes on without it.
   void Publish();

@@ -78,7 +78,7 @@ int Importer::Run() {
   if (!isWhole && now_.next == 0) return now_.status;
   if (options_.listForm != ListForm::Json) {
     Print(Summary());
-    Print(account_.Summary());
+    Print(account_.Summary(options_.prepare));
   }
   account_.Publish();
   return now_.status;

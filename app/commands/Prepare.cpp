@@ -3,12 +3,10 @@
 #include "app/commands/Prepare.h"
 
 #include <algorithm>
-#include <optional>
 #include <utility>
 
-#include "app/input/Inputs.h"
+#include "app/commands/FileTarget.h"
 #include "app/output/Output.h"
-#include "app/output/ReportFile.h"
 #include "formats/prepare/TextGroups.h"
 #include "pim/platform/Encoding.h"
 
@@ -88,22 +86,17 @@ std::unique_ptr<ByteSource> SourceOf(const std::string& path, const Options& opt
 
 int PrepareFile(const Options& options) {
   const std::string& path = options.operands.front();
-  const std::string target = options.output.value_or("-");
   FileSource source(path);
-  std::optional<ReportFile> file;
-  if (target != "-") {
-    if (AreOneFile(path, target)) throw Failure(ShownName(target) + ": is the file that is read");
-    file.emplace(target, options.force);
-  }
+  FileTarget target(options, {path});
   FormatAccount account("record", "prepared", options.report, options.force);
   Preparer preparer(
       options.steps, TellPreparing(path, account),
-      [&](const PreparedPiece& piece) { file ? file->Append(piece.text) : Print(piece.text); },
+      [&](const PreparedPiece& piece) { target.Append(piece.text); },
       GroupsOfFile(path, options.steps));
   while (const std::size_t count = source.Read(preparer.Room(kReadSize), kReadSize))
     preparer.Took(count);
   preparer.Finish();
-  if (file) file->Publish();
+  target.Publish();
   account.Publish();
   if (!account.isEmpty()) Complain(account.Summary());
   return options.strict && !account.isEmpty() ? kLossy : kDone;

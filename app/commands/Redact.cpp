@@ -2,36 +2,45 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/commands/Redact.h"
 
-#include <optional>
 #include <random>
+#include <utility>
 #include <vector>
 
-#include "app/input/Inputs.h"
+#include "app/commands/FileTarget.h"
+#include "app/input/ByteSource.h"
 #include "app/output/Output.h"
-#include "app/output/ReportFile.h"
+#include "formats/prepare/UnitDecoder.h"
 #include "formats/redact/Redactor.h"
 
 namespace pim::app {
 
 int RedactFile(const Options& options) {
   const std::string& path = options.operands.front();
-  const std::string target = options.output.value_or("-");
   FileSource source(path);
-  std::optional<ReportFile> file;
-  if (target != "-") {
-    if (AreOneFile(path, target)) throw Failure(ShownName(target) + ": is the file that is read");
-    file.emplace(target, options.force);
-  }
+  FileTarget target(options, {path});
   // Nobody is to know it.
   std::random_device random;
   const std::uint64_t key = std::uint64_t{random()} << 32 | random();
-  Redactor redactor(key,
-                    [&file](std::string_view text) { file ? file->Append(text) : Print(text); });
+  Redactor redactor(key, [&target](std::string_view text) { target.Append(text); });
   std::vector<char> piece(std::size_t{256} * 1024);
-  while (const std::size_t count = source.Read(piece.data(), piece.size()))
-    redactor.Append({piece.data(), count});
+  bool isFirst = true;
+  while (const std::size_t count = source.Read(piece.data(), piece.size())) {
+    const std::string_view bytes(piece.data(), count);
+    if (std::exchange(isFirst, false) && TextUnits::Of(bytes).size != 1) {
+      throw Failure(ShownName(path) +
+                    ": is UTF-16 or UTF-32; make UTF-8 of it with 'pimvobj prepare --steps "
+                    "unicode', and redact that");
+    }
+    redactor.Append(bytes);
+  }
   redactor.Finish();
-  if (file) file->Publish();
+  target.Publish();
+  if (redactor.damagedLines() != 0) {
+    Complain(ShownName(path) + ":" + std::to_string(redactor.firstDamaged()) + ": " +
+             Counted(redactor.damagedLines(), "line") +
+             " from here on with bytes that are no text, which stay as they are; --code-page NAME "
+             "says what they are in, and masks them");
+  }
   return kDone;
 }
 

@@ -209,7 +209,7 @@ complete -c pimvobj -n '__pimvobj_at any "contacts export"' -l to -x -a 'vcard4 
 complete -c pimvobj -n '__pimvobj_at any "contacts export" "convert"' -l split -d 'With -o DIR: one file for each record; not with --groups'
 complete -c pimvobj -n '__pimvobj_at any "contacts export" "convert"' -l groups -d 'With --to vcard4, vcard3 or jcard: write each group too, with its members; not with --split'
 complete -c pimvobj -n '__pimvobj_at any "contacts export" "convert"' -l csv-columns -r -F -d 'With --to csv: its columns, as lines "name = field"; \'pimvobj help columns\' tells more'
-complete -c pimvobj -n '__pimvobj_at any "contacts export" "calendar export" "todo export" "memo export"' -l report -r -F -d 'Write into this file what became of each line, as JSON, one text a line'
+complete -c pimvobj -n '__pimvobj_at any "contacts export" "calendar export" "todo export" "memo export"' -l report -r -F -d 'With --to: write into this file what the form can\'t hold'
 complete -c pimvobj -n '__pimvobj_at any "contacts list"' -l sort -x -a 'name key' -d 'By name or key (default: key)'
 complete -c pimvobj -n '__pimvobj_at any "contacts list"' -l fields -x -a '(__pimvobj_list key name full-name family-name given-name additional-name prefix suffix phonetic-name nickname number mail messenger url address organisation unit title role birthday anniversary event-day blood-type hobby picture note groups favourite created modified help)' -d 'Which fields, in this order; "help" names them; not with --json or --jsonl'
 complete -c pimvobj -n '__pimvobj_at any "contacts list" "calendar list" "todo list" "memo list"' -l json -d 'Print all there is as one JSON object; not with --csv, --jsonl or --fields'

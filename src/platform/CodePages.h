@@ -22,6 +22,9 @@ inline constexpr std::uint32_t kCodePageUtf8 = 65001;
 // calls. Gives whether all of it was valid.
 bool MultiByteToWide(std::uint32_t codePage, std::string_view bytes, std::u16string& wide);
 
+// The default page, as iconv names it. Good until another one is set.
+std::string_view DefaultCodePageName();
+
 // Whether each ASCII character stands for itself in the page, so that a text of them needs no
 // conversion.
 bool HasAsciiRuns(std::uint32_t codePage);

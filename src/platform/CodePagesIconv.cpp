@@ -251,6 +251,10 @@ void WideToMultiByte(std::uint32_t codePage, std::u16string_view wide, std::stri
   }
 }
 
+std::string_view DefaultCodePageName() {
+  return defaultIsUtf8 ? std::string_view("UTF-8") : std::string_view(DefaultPageName());
+}
+
 bool HasAsciiRuns(std::uint32_t codePage) {
   if (IsUtf8Page(codePage)) return true;
   const Page* page = PageOf(codePage);

@@ -247,6 +247,11 @@ std::vector<Row> ItemRows() {
       times("AALARM:20100105T120000;PT5M;2;20100105T120000\r\nRRULE:D1 20100110T235959\r\n",
             "AALARM:20100105T170000Z;PT5M;2;20100105T120000\r\nRRULE:D1 20100111T045959Z\r\n",
             one(6, "AALARM") + one(7, "RRULE")),
+      // Repeats keep their hour by the zone in the item.
+      times("DTSTART:20110705T120000\r\nRRULE:D1 #0\r\n",
+            "TZ:-05:00\r\nDAYLIGHT:TRUE;-04:00;20100404T070000Z;20101031T060000Z\r\n"
+            "DTSTART:20110705T160000Z\r\nRRULE:D1 #0\r\n",
+            one(6, "DTSTART") + "5 times: the zone put into the item\n"),
       Same(kTimes, Calendar(zone, "DTSTART:20100105\r\nDTEND:20100105T240000\r\n")),
       Same(kTimes, Calendar(zone, "DTSTART:20100105T000000\r\nDTEND:20100107T000000\r\n")),
       Same(kTimes, Calendar(zone,

@@ -123,7 +123,9 @@ constexpr bool IsCyrillicLetter(char16_t unit) { return unit >= 0x400 && unit < 
 constexpr bool IsLarge(char16_t unit) {
   if (unit < 0x80) return unit >= 'A' && unit <= 'Z';
   if (unit < 0x100) return unit < 0xDF;
-  if (unit < 0x250) return unit < 0x139 || unit > 0x148 ? unit % 2 == 0 : unit % 2 == 1;
+  const bool isOdd = unit % 2 != 0;
+  const bool areOddLarge = (unit >= 0x139 && unit <= 0x148) || (unit >= 0x179 && unit <= 0x17E);
+  if (unit < 0x250) return isOdd == areOddLarge;
   return unit < 0x430;
 }
 // Of the letters that stand in the lists above.
@@ -165,7 +167,7 @@ std::int64_t WeightOfLatin(std::u16string_view text, const Letters& letters) {
     const char16_t before = i == 0 ? u' ' : text[i - 1];
     const char16_t behind = i + 1 == text.size() ? u' ' : text[i + 1];
     weight += WeightOfLetter(unit, letters);
-    if (IsLatinLetter(before)) weight -= 4;
+    if (IsLatinLetter(before)) weight -= 2;
     if (!IsAsciiLetter(before) && !IsAsciiLetter(behind)) weight -= 4;
     weight += WeightOfCase(before, unit, IsAsciiLetter(before) || IsLatinLetter(before));
   }

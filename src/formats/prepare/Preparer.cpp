@@ -35,12 +35,17 @@ constexpr std::array<bool, 256> kNameBytes = [] {
   return bytes;
 }();
 
-// BreaksSoftly, of a line that ends at its line feed: mostly its last bytes tell.
+// BreaksSoftly, of a line that ends at its line feed: mostly its last bytes tell. An equals sign of
+// the last two leaves the line open, unless it is a digit of another one ahead of it.
 bool EndsSoftly(const char* line, const char* feed) {
+  constexpr std::size_t kEnd = 4;
   const std::string_view text = WithoutLineEnd({line, feed});
-  if (text.size() < 2) return BreaksSoftly(text);
-  const std::string_view last = text.substr(text.size() - 2);
-  return last.find_first_of("=\r") != std::string_view::npos && BreaksSoftly(text);
+  if (text.size() < kEnd) return BreaksSoftly(text);
+  const std::string_view end = text.substr(text.size() - kEnd);
+  if (end.find('\r') != std::string_view::npos) return BreaksSoftly(text);
+  if (end[2] != '=' && end[3] != '=') return false;
+  const std::size_t first = end[2] == '=' ? 2 : 3;
+  return (end[first - 1] != '=' && end[first - 2] != '=') || BreaksSoftly(text);
 }
 
 // "VERSION:2.1", as all cards have it.

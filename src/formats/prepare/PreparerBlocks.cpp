@@ -8,8 +8,20 @@
 #include "formats/prepare/BlockSteps.h"
 #include "formats/prepare/Preparer.h"
 #include "formats/vcard4/VCardDown.h"
+#include "platform/CodePages.h"
 
 namespace pim {
+namespace {
+
+// A text that names no charset is in the default page, and becomes UTF-8.
+std::string FromDefaultPage(std::string text) {
+  if (DefaultCodePageName() == "UTF-8") return text;
+  std::u16string wide;
+  MultiByteToWide(kCodePageDefault, text, wide);
+  return Utf8FromWide(wide);
+}
+
+}  // namespace
 
 void Preparer::EmitBlock(std::size_t end, std::int64_t endLine, std::string_view missing) {
   EmitAsItIs(block_.begin, block_.line);
@@ -18,7 +30,8 @@ void Preparer::EmitBlock(std::size_t end, std::int64_t endLine, std::string_view
   const std::int64_t lines = endLine - block_.line;
   begin_ = end;
   beginLine_ = endLine;
-  if (frame_.down && block_.kind != BlockKind::Card) return TakeComponent(std::move(text), lines);
+  if (frame_.down && block_.kind != BlockKind::Card)
+    return TakeComponent(FromDefaultPage(std::move(text)), lines);
   const std::string prepared =
       block_.kind == BlockKind::Card ? PreparedCard(text) : PreparedItem(text);
   Emit(prepared, block_.line, lines, prepared == text && missing.empty());
@@ -31,7 +44,12 @@ std::string Preparer::PreparedCard(std::string_view text) {
       notes_.Add(PrepareStep::Base64, line.first, line.last, "lines of base64 indented");
     if (Has(PrepareStep::Charsets)) MendCharset(line, notes_);
   }
-  if (Has(PrepareStep::VCard) && IsModernCard(lines)) return OlderCard(lines);
+  if (Has(PrepareStep::VCard) && IsModernCard(lines)) {
+    for (PropertyLine& line : lines)
+      if (LineCoding::Of(line.head().params).charset.empty())
+        line.text = FromDefaultPage(std::move(line.text));
+    return OlderCard(lines);
+  }
   if (Has(PrepareStep::Prefixes)) TakePrefixesOff(lines, notes_);
   if (Has(PrepareStep::Types))
     for (PropertyLine& line : lines) PartTypes(line, notes_);

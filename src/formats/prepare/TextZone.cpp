@@ -99,6 +99,28 @@ int YearOf(LocalTime time) {
   return static_cast<int>(year_month_day(std::chrono::floor<days>(time)).year());
 }
 
+// Of a time in UTC, whose minutes are told; nothing beyond the years that readers know.
+std::optional<std::string> TextOfTime(LocalTime utc, int seconds) {
+  const auto day = std::chrono::floor<days>(utc);
+  const year_month_day date(day);
+  const int year = static_cast<int>(date.year());
+  if (year < 100 || year > 9999) return std::nullopt;
+  const auto minute = static_cast<int>((utc - day).count());
+  char text[32];
+  std::snprintf(text, sizeof text, "%04d%02u%02uT%02d%02d%02dZ", year,
+                static_cast<unsigned>(date.month()), static_cast<unsigned>(date.day()), minute / 60,
+                minute % 60, seconds);
+  return text;
+}
+
+std::string TextOfOffset(minutes offset) {
+  const auto count = static_cast<int>(offset < minutes(0) ? -offset.count() : offset.count());
+  char text[16];
+  std::snprintf(text, sizeof text, "%c%02d:%02d", offset < minutes(0) ? '-' : '+', count / 60 % 100,
+                count % 60);
+  return text;
+}
+
 // The same weekday of the same month in another year: the last one for one of the last seven days.
 LocalTime InYear(LocalTime time, int year) {
   const auto day = std::chrono::floor<days>(time);
@@ -144,12 +166,10 @@ void TextZone::TakeDaylight(std::string_view value) {
     daylight_.push_back({*start, *end, *offset});
 }
 
-minutes TextZone::OffsetAt(Time local) const {
+// The daylight time that tells of the year, or of the one next to it, which is so far away.
+const TextZone::Daylight* TextZone::NearestTo(int year, int& distance) const {
   const Daylight* nearest = nullptr;
-  const int year = YearOf(local);
-  int distance = 0;
   for (const Daylight& one : daylight_) {
-    if (local >= one.start && local < one.end) return one.offset;
     const int first = YearOf(one.start);
     const int last = YearOf(one.end);
     const int away = year < first ? first - year : year > last ? year - last : 0;
@@ -158,6 +178,15 @@ minutes TextZone::OffsetAt(Time local) const {
       distance = away;
     }
   }
+  return nearest;
+}
+
+minutes TextZone::OffsetAt(Time local) const {
+  for (const Daylight& one : daylight_)
+    if (local >= one.start && local < one.end) return one.offset;
+  const int year = YearOf(local);
+  int distance = 0;
+  const Daylight* const nearest = NearestTo(year, distance);
   if (nearest == nullptr || (distance == 0 && YearOf(nearest->start) == YearOf(nearest->end)))
     return *offset_;
   const Time start = InYear(nearest->start, year);
@@ -170,49 +199,70 @@ minutes TextZone::OffsetAt(Time local) const {
 std::optional<std::string> TextZone::ToUtc(std::string_view local) const {
   const auto clock = ClockOf(local);
   if (!clock || !offset_) return std::nullopt;
-  const Time utc = clock->time - OffsetAt(clock->time);
-  const auto day = std::chrono::floor<days>(utc);
-  const year_month_day date(day);
-  const int year = static_cast<int>(date.year());
-  if (year < 100 || year > 9999) return std::nullopt;
-  const auto minute = static_cast<int>((utc - day).count());
-  char text[32];
-  std::snprintf(text, sizeof text, "%04d%02u%02uT%02d%02d%02dZ", year,
-                static_cast<unsigned>(date.month()), static_cast<unsigned>(date.day()), minute / 60,
-                minute % 60, clock->seconds);
-  return text;
+  return TextOfTime(clock->time - OffsetAt(clock->time), clock->seconds);
+}
+
+std::string TextZone::LinesFor(std::string_view local, std::string_view lineEnd) const {
+  std::string lines = "TZ:" + TextOfOffset(*offset_) + std::string(lineEnd);
+  const auto clock = ClockOf(local);
+  int distance = 0;
+  const Daylight* const nearest = clock ? NearestTo(YearOf(clock->time), distance) : nullptr;
+  if (nearest == nullptr) return lines;
+  const auto start = TextOfTime(nearest->start - *offset_, 0);
+  const auto end = TextOfTime(nearest->end - nearest->offset, 0);
+  if (start && end) {
+    lines.append("DAYLIGHT:TRUE;").append(TextOfOffset(nearest->offset)).append(";");
+    lines.append(*start).append(";").append(*end).append(lineEnd);
+  }
+  return lines;
 }
 
 bool TellsTime(std::string_view name) { return TimeRowOf(name) != nullptr; }
 
+namespace {
+
+// The part of a property's value that is a time.
+std::string_view TimeIn(std::string_view value, TimePlace place) {
+  if (place == TimePlace::FirstField) return Trim(value.substr(0, value.find(';')));
+  if (place == TimePlace::Whole) return value;
+  const std::size_t blank = value.find_last_of(" \t");
+  return blank == std::string_view::npos ? std::string_view() : value.substr(blank + 1);
+}
+
+std::string_view ValueIn(const std::vector<PropertyLine>& lines, std::string_view name) {
+  for (const PropertyLine& line : lines)
+    if (EqualsIgnoringCase(line.head().name, name)) return Trim(line.value());
+  return {};
+}
+
+}  // namespace
+
 void BringToUtc(const TextZone& zone, std::vector<PropertyLine>& lines, PrepareNotes& notes) {
-  const auto valueOf = [&lines](std::string_view name) -> std::string_view {
-    for (const PropertyLine& line : lines)
-      if (EqualsIgnoringCase(line.head().name, name)) return Trim(line.value());
-    return {};
-  };
-  const std::string_view start = valueOf("DTSTART");
-  const std::string_view end = valueOf("DTEND");
+  const std::string start(ValueIn(lines, "DTSTART"));
+  const std::string_view end = ValueIn(lines, "DTEND");
   const bool isAllDay = !start.empty() && !end.empty() && IsDay(start) && IsDay(end);
+  bool isChanged = false;
   for (PropertyLine& line : lines) {
     const LineHead head = line.head();
     const auto* const row = TimeRowOf(head.name);
     if (row == nullptr || !head.hasColon()) continue;
     const std::string_view value = Trim(line.value());
     if (isAllDay && row->place == TimePlace::Whole && IsDay(value)) continue;
-    std::string_view time = value;
-    if (row->place == TimePlace::FirstField) time = Trim(value.substr(0, value.find(';')));
-    if (row->place == TimePlace::LastWord) {
-      const std::size_t blank = value.find_last_of(" \t");
-      time = blank == std::string_view::npos ? std::string_view() : value.substr(blank + 1);
-    }
+    const std::string_view time = TimeIn(value, row->place);
     const auto utc = zone.ToUtc(time);
     if (!utc) continue;
     notes.Add(PrepareStep::Times, line.first, line.last,
               std::string(head.name) + ": local time brought to UTC");
+    isChanged = true;
     const auto at = static_cast<std::size_t>(time.data() - line.text.data());
     line.text.replace(at, time.size(), *utc);
   }
+  if (!isChanged || isAllDay || start.empty() || ValueIn(lines, "RRULE").empty() ||
+      !ValueIn(lines, "TZ").empty())
+    return;
+  PropertyLine& begin = lines.front();
+  begin.text += zone.LinesFor(start, begin.lineEnd());
+  notes.Add(PrepareStep::Times, begin.first, begin.last, "the zone put into the item");
 }
 
 }  // namespace pim

@@ -26,6 +26,9 @@ class TextZone {
   // daylight time of years that no line tells begins and ends as in the next year that one does, on
   // that weekday of the month.
   std::optional<std::string> ToUtc(std::string_view local) const;
+  // The lines TZ and DAYLIGHT as an item has them, each with that line end: what tells of daylight
+  // time in the year of a time of its own, or in the one next to it.
+  std::string LinesFor(std::string_view local, std::string_view lineEnd) const;
 
  private:
   using Time = std::chrono::local_time<std::chrono::minutes>;
@@ -35,6 +38,7 @@ class TextZone {
     std::chrono::minutes offset;
   };
 
+  const Daylight* NearestTo(int year, int& distance) const;
   std::chrono::minutes OffsetAt(Time local) const;
 
   std::optional<std::chrono::minutes> offset_;  // local time less UTC

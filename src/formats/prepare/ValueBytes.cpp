@@ -2,6 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "formats/prepare/ValueBytes.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "support/Ascii.h"
 
 namespace pim {
@@ -26,7 +29,6 @@ char HexDigit(unsigned value, char before) {
 
 ValueBytes::ValueBytes(std::string_view value, bool isQuotedPrintable) : value_(value) {
   bytes.reserve(value.size());
-  places_.reserve(value.size());
   for (std::size_t at = 0; at < value.size();) {
     const char c = value[at];
     if (c == '\r' || c == '\n') {
@@ -34,30 +36,35 @@ ValueBytes::ValueBytes(std::string_view value, bool isQuotedPrintable) : value_(
     } else if (isQuotedPrintable && c == '=') {
       at = PastEscape(at);
     } else {
-      Add({at, 0}, c);
-      ++at;
+      const std::size_t begin = at;
+      while (at < value.size() && value[at] != '\r' && value[at] != '\n' &&
+             !(isQuotedPrintable && value[at] == '='))
+        ++at;
+      runs_.push_back({bytes.size(), begin, 0});
+      bytes.append(value, begin, at - begin);
     }
   }
+}
+
+bool ValueBytes::IsEscape(std::size_t i) const {
+  const auto next = std::ranges::upper_bound(runs_, i, {}, &Run::byte);
+  return std::prev(next)->second != 0;
 }
 
 std::string ValueBytes::Text() const {
   std::string text(value_);
-  for (std::size_t i = 0; i < places_.size(); ++i) {
-    const auto [first, second] = places_[i];
-    const auto byte = static_cast<unsigned char>(bytes[i]);
+  for (std::size_t i = 0; i < runs_.size(); ++i) {
+    const auto [byte, first, second] = runs_[i];
     if (second != 0) {
-      text[first] = HexDigit(byte >> 4, value_[first]);
-      text[second] = HexDigit(byte & 15, value_[second]);
+      const auto value = static_cast<unsigned char>(bytes[byte]);
+      text[first] = HexDigit(value >> 4, value_[first]);
+      text[second] = HexDigit(value & 15, value_[second]);
     } else {
-      text[first] = bytes[i];
+      const std::size_t end = i + 1 < runs_.size() ? runs_[i + 1].byte : bytes.size();
+      text.replace(first, end - byte, bytes, byte, end - byte);
     }
   }
   return text;
-}
-
-void ValueBytes::Add(Place place, char byte) {
-  places_.push_back(place);
-  bytes += byte;
 }
 
 // A fold's first blank goes with its line end.
@@ -80,7 +87,8 @@ std::size_t ValueBytes::PastEscape(std::size_t at) {
   const int high = HexValue(value_[digits[0]]);
   const int low = HexValue(value_[digits[1]]);
   if (high >= 0 && low >= 0) {
-    Add({digits[0], digits[1]}, static_cast<char>(high * 16 + low));
+    runs_.push_back({bytes.size(), digits[0], digits[1]});
+    bytes += static_cast<char>(high * 16 + low);
   } else {
     isDamaged_ = true;
   }

@@ -18,7 +18,8 @@ class ValueBytes {
 
   std::string bytes;
 
-  bool IsEscape(std::size_t i) const { return places_[i].second != 0; }
+  // Of a byte.
+  bool IsEscape(std::size_t i) const;
   // Whether an equals sign begins no escape; it and two characters behind it, which readers may
   // take for one, are no bytes of the value.
   bool isDamaged() const { return isDamaged_; }
@@ -26,18 +27,18 @@ class ValueBytes {
   std::string Text() const;
 
  private:
-  // Of the byte itself, or of its two digits.
-  struct Place {
-    std::size_t first;
-    std::size_t second;  // 0 for none
+  // Bytes that stand together, or one that two digits say.
+  struct Run {
+    std::size_t byte;    // its first one
+    std::size_t first;   // its place in the value, or that of the first digit
+    std::size_t second;  // 0 without digits
   };
 
-  void Add(Place place, char byte);
   std::size_t PastLineEnd(std::size_t at) const;
   std::size_t PastEscape(std::size_t at);
 
   std::string_view value_;
-  std::vector<Place> places_;
+  std::vector<Run> runs_;
   bool isDamaged_ = false;
 };
 

@@ -23,23 +23,19 @@ class Redactor {
  public:
   using Take = std::function<void(std::string_view text)>;
 
-  // How a property's value is read.
-  struct Coding {
-    bool isQuotedPrintable = false;
-    bool isBase64 = false;
-    TextMask::Charset charset = TextMask::Charset::Utf8;
-  };
   struct Property {
     std::string name = {};
-    Coding coding = {};
+    TextMask::Charset charset = {};
+    bool isQuotedPrintable = false;
+    bool isBase64 = false;
   };
 
   // Equal texts become equal under one key; who has it can undo the work in part.
   Redactor(std::uint64_t key, Take take)
       : mask_(key),
         take_(std::move(take)),
-        properties_([this](std::string_view property, std::int64_t, std::int64_t) {
-          TakeProperty(property);
+        properties_([this](std::string_view property, std::int64_t first, std::int64_t) {
+          TakeProperty(property, first);
         }) {}
   Redactor(const Redactor&) = delete;
   Redactor& operator=(const Redactor&) = delete;
@@ -47,15 +43,23 @@ class Redactor {
   void Append(std::string_view piece) { properties_.Append(piece); }
   void Finish() { properties_.Finish(); }
 
+  // In how many properties bytes stayed that are no text in their charset, and the line of the
+  // first.
+  std::int64_t damagedLines() const { return damagedLines_; }
+  std::int64_t firstDamaged() const { return firstDamaged_; }
+
  private:
-  void TakeProperty(std::string_view property);
-  void MaskValue(const Property& property, std::string_view value);
-  void MaskText(const Property& property, std::string_view value);
+  void TakeProperty(std::string_view property, std::int64_t line);
+  // False where bytes stayed that are no text.
+  bool MaskValue(const Property& property, std::string_view value);
+  void NoteDamage(std::int64_t line);
 
   TextMask mask_;
   Take take_;
   PropertyStream properties_;
   std::string out_;
+  std::int64_t damagedLines_ = 0;
+  std::int64_t firstDamaged_ = 0;
   bool isFirst_ = true;
 };
 

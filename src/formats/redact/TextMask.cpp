@@ -3,11 +3,14 @@
 #include "formats/redact/TextMask.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cstdio>
-#include <span>
+#include <utility>
 
 #include "formats/redact/LetterRanges.h"
+#include "platform/CodePages.h"
+#include "platform/Iconv.h"
 #include "support/Ascii.h"
 #include "support/Base64.h"
 
@@ -79,90 +82,166 @@ void Encode(std::uint32_t character, std::size_t size, char* to) {
 constexpr LetterRange kOtherBytes[] = {{0x80, 0x9F}, {0xA1, 0xBF}, {0xC2, 0xDF},
                                        {0xE1, 0xEC}, {0xEE, 0xEF}, {0xF1, 0xF3}};
 
-// Kana in one byte; rows of two bytes by their lead bytes, and their second ones.
-constexpr LetterRange kShiftJisKana = {0xA6, 0xDD};
-constexpr LetterRange kShiftJisKanji = {0x89, 0x97};  // leads whose second bytes all are kanji
-// A backslash, 0x5C, stays what it is and is never made: the readers see it in the second byte too.
-constexpr LetterRange kShiftJisSeconds[] = {{0x40, 0x5B}, {0x5D, 0x7E}, {0x80, 0xFC}};
-constexpr LetterRange kShiftJisRow82[] = {{0x4F, 0x58}, {0x60, 0x79}, {0x81, 0x9A}, {0x9F, 0xF1}};
-constexpr LetterRange kShiftJisRow83[] = {{0x40, 0x5B}, {0x5D, 0x7E}, {0x80, 0x96}};
-
 constexpr bool Contains(const LetterRange& range, std::uint32_t value) {
   return value >= range.first && value <= range.last;
 }
-constexpr bool IsShiftJisLead(std::uint32_t byte) {
-  return (byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xFC);
-}
 
-void MaskPair(std::string& bytes, std::size_t at, Shifts& shifts) {
-  const std::uint32_t lead = ByteAt(bytes, at);
-  const std::uint32_t second = ByteAt(bytes, at + 1);
-  const auto put = [&](std::size_t place, std::uint32_t value, const LetterRange& range) {
-    bytes[place] = static_cast<char>(shifts.Of(value, range));
-  };
-  std::span<const LetterRange> rows;
-  if (Contains(kShiftJisKanji, lead)) rows = kShiftJisSeconds;
-  if (lead == 0x82) rows = kShiftJisRow82;
-  if (lead == 0x83) rows = kShiftJisRow83;
-  Contains(kShiftJisKanji, lead) ? put(at, lead, kShiftJisKanji) : shifts.Take(lead);
-  const auto range = std::ranges::find_if(
-      rows, [second](const LetterRange& row) { return Contains(row, second); });
-  range != rows.end() ? put(at + 1, second, *range) : shifts.Take(second);
+// Whether one may stand for the other: as long, and without bytes that mean something to the
+// readers where the other hasn't got them.
+bool MayReplace(std::string_view other, std::string_view bytes) {
+  constexpr std::string_view kMeaning = "\\;=:\r\n";
+  if (other.size() != bytes.size()) return false;
+  for (std::size_t i = 0; i < bytes.size(); ++i) {
+    const bool hasMeaning = kMeaning.find(bytes[i]) != std::string_view::npos ||
+                            kMeaning.find(other[i]) != std::string_view::npos;
+    if (hasMeaning && bytes[i] != other[i]) return false;
+  }
+  return true;
 }
 
 }  // namespace
 
-void TextMask::MaskFields(std::string& bytes, Charset charset) const {
-  std::size_t begin = 0;
-  for (std::size_t at = 0; at < bytes.size(); ++at) {
-    const std::uint32_t byte = ByteAt(bytes, at);
-    if (byte == '\\' || (charset == Charset::ShiftJis && IsShiftJisLead(byte))) {
-      ++at;
-    } else if (byte == ';') {
-      MaskField(bytes, begin, at, charset);
-      begin = at + 1;
+// Characters of a charset one by one, each as iconv has it.
+class CharsetSteps {
+ public:
+  explicit CharsetSteps(const std::string& charset)
+      : decoder_("UTF-32LE", charset.c_str()), encoder_(charset.c_str(), "UTF-32LE") {}
+  explicit operator bool() const { return decoder_ && encoder_; }
+
+  // The size of the character at the head of the bytes; 0 where there is none.
+  std::size_t Decode(std::string_view bytes, std::uint32_t& character) {
+    for (std::size_t size = 1; size <= std::min(bytes.size(), kLongest); ++size) {
+      std::array<unsigned char, 16> units{};
+      const char* from = bytes.data();
+      std::size_t fromSize = size;
+      char* to = reinterpret_cast<char*>(units.data());
+      std::size_t room = units.size();
+      decoder_.Reset();
+      if (decoder_.Convert(from, fromSize, to, room) != Iconv::Outcome::Done ||
+          decoder_.Finish(to, room) != Iconv::Outcome::Done)
+        continue;
+      if (units.size() - room != 4) return 0;  // a state, or a mark that stands by itself
+      character = units[0] | units[1] << 8 | static_cast<std::uint32_t>(units[2]) << 16;
+      return size;
     }
+    return 0;
   }
-  MaskField(bytes, begin, bytes.size(), charset);
+  // The bytes of a character; empty for one that the charset hasn't.
+  std::string Encode(std::uint32_t character) {
+    const char unit[4] = {static_cast<char>(character), static_cast<char>(character >> 8),
+                          static_cast<char>(character >> 16), 0};
+    std::array<char, 16> bytes{};
+    const char* from = unit;
+    std::size_t fromSize = sizeof unit;
+    char* to = bytes.data();
+    std::size_t room = bytes.size();
+    encoder_.Reset();
+    if (encoder_.Convert(from, fromSize, to, room) != Iconv::Outcome::Done ||
+        encoder_.Finish(to, room) != Iconv::Outcome::Done)
+      return {};
+    return {bytes.data(), bytes.size() - room};
+  }
+
+ private:
+  static constexpr std::size_t kLongest = 4;
+
+  Iconv decoder_;
+  Iconv encoder_;
+};
+
+TextMask::TextMask(std::uint64_t key) : key_(key) {}
+TextMask::~TextMask() = default;
+
+bool TextMask::MaskFields(std::string& bytes, const Charset& charset) const {
+  const bool isUtf8 = EqualsIgnoringCase(charset.name, "UTF-8");
+  const bool isAscii =
+      std::ranges::none_of(bytes, [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
+  if (isUtf8 || isAscii) return MaskUtf8(bytes, false);
+  std::string masked = bytes;
+  std::u16string work;
+  if (MaskIn(masked, charset.name) &&
+      (!charset.isReadAsUtf8 || MultiByteToWide(kCodePageUtf8, bytes, work) ==
+                                    MultiByteToWide(kCodePageUtf8, masked, work))) {
+    bytes = std::move(masked);
+    return false;
+  }
+  MaskUtf8(bytes, charset.isReadAsUtf8);
+  return !charset.isReadAsUtf8;
 }
 
-void TextMask::MaskField(std::string& bytes, std::size_t begin, std::size_t end,
-                         Charset charset) const {
+// False where the charset isn't known, or has states.
+bool TextMask::MaskIn(std::string& bytes, const std::string& charset) const {
+  constexpr std::uint32_t kTries = 300;  // of characters that the charset may have
+  if (charset.find('\0') != std::string::npos) return false;
+  if (steps_ == nullptr || stepsOf_ != charset) {
+    steps_ = std::make_unique<CharsetSteps>(charset);
+    stepsOf_ = charset;
+  }
+  CharsetSteps& steps = *steps_;
+  if (!steps) return false;
   Shifts shifts(key_);
-  const std::string_view field = std::string_view(bytes).substr(0, end);
-  for (std::size_t at = begin; at < end;) {
-    const std::uint32_t byte = ByteAt(field, at);
+  for (std::size_t at = 0; at < bytes.size();) {
+    std::uint32_t character = 0;
+    const std::size_t size = steps.Decode(std::string_view(bytes).substr(at), character);
+    if (size == 0) {
+      ++at;
+      continue;
+    }
+    if (character == '\\') {
+      std::uint32_t escaped = 0;
+      at += size;
+      at += std::max<std::size_t>(steps.Decode(std::string_view(bytes).substr(at), escaped), 1);
+      continue;
+    }
+    const LetterRange* const range = RangeOf(character);
+    if (character == ';') {
+      shifts = Shifts(key_);
+    } else if (range == nullptr) {
+      shifts.Take(character);
+    } else {
+      std::uint32_t other = shifts.Of(character, *range);
+      for (std::uint32_t i = 0; i < std::min(kTries, range->size()); ++i) {
+        const std::string encoded = steps.Encode(other);
+        if (MayReplace(encoded, std::string_view(bytes).substr(at, size))) {
+          bytes.replace(at, size, encoded);
+          break;
+        }
+        other = other == range->last ? range->first : other + 1;
+      }
+    }
+    at += size;
+  }
+  return true;
+}
+
+// What is no UTF-8 stays, or becomes other bytes that are as little.
+bool TextMask::MaskUtf8(std::string& bytes, bool masksDamage) const {
+  Shifts shifts(key_);
+  bool hasDamage = false;
+  for (std::size_t at = 0; at < bytes.size();) {
+    const std::uint32_t byte = ByteAt(bytes, at);
     if (byte == '\\') {
       at += 2;
       continue;
     }
-    if (charset == Charset::ShiftJis && byte >= 0x80) {
-      if (IsShiftJisLead(byte) && at + 1 < end) {
-        MaskPair(bytes, at, shifts);
-        at += 2;
-        continue;
-      }
-      if (Contains(kShiftJisKana, byte))
-        bytes[at] = static_cast<char>(shifts.Of(byte, kShiftJisKana));
-      ++at;
-      continue;
-    }
+    if (byte == ';') shifts = Shifts(key_);
     std::uint32_t character = 0;
-    const std::size_t size = SequenceAt(field, at, character);
+    const std::size_t size = SequenceAt(bytes, at, character);
     if (size != 0) {
       const LetterRange* const range = RangeOf(character);
       if (range != nullptr) Encode(shifts.Of(character, *range), size, bytes.data() + at);
-      if (range == nullptr) shifts.Take(character);
+      if (range == nullptr && byte != ';') shifts.Take(character);
       at += size;
       continue;
     }
     // To the readers, all damaged bytes are one character.
-    if (charset == Charset::Other) {
-      for (const LetterRange& range : kOtherBytes)
-        if (Contains(range, byte)) bytes[at] = static_cast<char>(shifts.WithoutTaking(byte, range));
-    }
+    hasDamage = true;
+    for (const LetterRange& range : kOtherBytes)
+      if (masksDamage && Contains(range, byte))
+        bytes[at] = static_cast<char>(shifts.WithoutTaking(byte, range));
     ++at;
   }
+  return hasDamage && !masksDamage;
 }
 
 void TextMask::MaskBase64(std::string& text) const {

@@ -66,9 +66,10 @@ class CharsetReport {
               "\n");
       }
     }
-    if (count_ > shown_.size())
+    if (count_ > shown_.size()) {
       Print("and " + Counted(static_cast<long long>(count_ - shown_.size()), "further line") +
             "\n");
+    }
     if (open_ != 0) {
       Print("The likeliest charset stands first. To read " + file + " in it:\n    " + Command() +
             "\n");

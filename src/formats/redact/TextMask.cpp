@@ -236,9 +236,10 @@ bool TextMask::MaskUtf8(std::string& bytes, bool masksDamage) const {
     }
     // To the readers, all damaged bytes are one character.
     hasDamage = true;
-    for (const LetterRange& range : kOtherBytes)
+    for (const LetterRange& range : kOtherBytes) {
       if (masksDamage && Contains(range, byte))
         bytes[at] = static_cast<char>(shifts.WithoutTaking(byte, range));
+    }
     ++at;
   }
   return hasDamage && !masksDamage;

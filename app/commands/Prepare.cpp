@@ -7,6 +7,7 @@
 
 #include "app/commands/FileTarget.h"
 #include "app/output/Output.h"
+#include "formats/prepare/TextGroups.h"
 #include "pim/platform/Encoding.h"
 
 namespace pim::app {
@@ -15,12 +16,30 @@ namespace {
 // Less than a pipe holds would cost calls, more would only cost memory.
 constexpr std::size_t kReadSize = std::size_t{256} * 1024;
 
+// The groups of a file, which is read for them; none of what can be read once.
+FindGroups GroupsOfFile(const std::string& path, PrepareStepMask steps) {
+  if (IsStream(path)) return {};
+  return [path, steps, groups = std::make_shared<GroupBook>()] {
+    *groups = GroupsOfText(
+        [&path](const std::function<void(std::string_view)>& take) {
+          FileSource source(path);
+          std::string piece(kReadSize, '\0');
+          while (const std::size_t count = source.Read(piece.data(), piece.size()))
+            take({piece.data(), count});
+        },
+        steps);
+    return groups.get();
+  };
+}
+
 class PreparedSource final : public ByteSource {
  public:
   PreparedSource(const std::string& path, PrepareStepMask steps, FormatAccount& account)
       : source_(path),
-        preparer_(steps, TellPreparing(path, account),
-                  [this](const PreparedPiece& piece) { ready_ += piece.text; }) {}
+        preparer_(
+            steps, TellPreparing(path, account),
+            [this](const PreparedPiece& piece) { ready_ += piece.text; },
+            GroupsOfFile(path, steps)) {}
 
   std::size_t Read(char* to, std::size_t room) override {
     while (taken_ == ready_.size() && !isOver_) {
@@ -70,8 +89,10 @@ int PrepareFile(const Options& options) {
   FileSource source(path);
   FileTarget target(options, {path});
   FormatAccount account("record", "prepared", options.report, options.force);
-  Preparer preparer(options.steps, TellPreparing(path, account),
-                    [&](const PreparedPiece& piece) { target.Append(piece.text); });
+  Preparer preparer(
+      options.steps, TellPreparing(path, account),
+      [&](const PreparedPiece& piece) { target.Append(piece.text); },
+      GroupsOfFile(path, options.steps));
   while (const std::size_t count = source.Read(preparer.Room(kReadSize), kReadSize))
     preparer.Took(count);
   preparer.Finish();

@@ -5,12 +5,20 @@
 #include <algorithm>
 #include <iterator>
 
+#include "formats/prepare/TextGroups.h"
+
 namespace pim::app {
 
 PreparedText::PreparedText(NarrowStringView bytes, PrepareStepMask steps,
                            const PrepareObserver& observer) {
   constexpr std::size_t kPiece = std::size_t{1} << 20;
-  Preparer preparer(steps, observer, [this](const PreparedPiece& piece) { Take(piece); });
+  GroupBook groups;
+  const auto findGroups = [&groups, bytes, steps] {
+    groups = GroupsOfText([bytes](const auto& take) { take(bytes); }, steps);
+    return &groups;
+  };
+  Preparer preparer(
+      steps, observer, [this](const PreparedPiece& piece) { Take(piece); }, findGroups);
   while (!bytes.empty()) {
     const std::size_t size = std::min(bytes.size(), kPiece);
     std::ranges::copy(bytes.substr(0, size), preparer.Room(size));

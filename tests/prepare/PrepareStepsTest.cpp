@@ -351,6 +351,33 @@ TEST(PrepareSteps, TwiceIsOnce) {
   }
 }
 
+// A group's card says which contacts are in it, wherever it stands.
+TEST(PrepareSteps, Groups) {
+  const std::string group = Card("FN:Friends\r\nKIND:group\r\nMEMBER:urn:uuid:a\r\n", "4.0");
+  const std::string text = group + Card("UID:a\r\n", "3.0") + group + Card("UID:a\r\n");
+  const std::string older = Card("UID:a\r\n");
+  const std::string left = " vcard: the card of a group left out\n";
+  const Prepared once = Prepare(text, kAllPrepareSteps);
+  EXPECT_EQ(once.text, older + older);
+  EXPECT_EQ(once.told, "1-6" + left +
+                           "3 FN dropped no-property\n4 KIND dropped no-property\n"
+                           "5 MEMBER dropped no-property\n"
+                           "7-10 vcard: the card became vCard 2.1\n11-16" +
+                           left +
+                           "13 FN dropped no-property\n14 KIND dropped no-property\n"
+                           "15 MEMBER dropped no-property\n");
+  const std::string known = Card("UID:a\r\nX-GROUP:Friends\r\n");
+  for (const std::size_t size : {std::size_t{1}, std::size_t{7}, text.size()}) {
+    const Prepared all = PrepareWithGroups(text, kAllPrepareSteps, size);
+    EXPECT_EQ(all.text, known + older);
+    EXPECT_EQ(all.told, "1-6" + left + "7-10 vcard: the card became vCard 2.1\n11-16" + left);
+    EXPECT_EQ(PrepareWithGroups(all.text, kAllPrepareSteps, size).text, all.text);
+  }
+  std::string wide;
+  for (const char c : text) wide.append({c, '\0'});
+  EXPECT_EQ(PrepareWithGroups("\xFF\xFE" + wide, kAllPrepareSteps, 1 << 20).text, known + older);
+}
+
 // All that a text of the old forms may hold, with what looks like work for a step and isn't.
 std::vector<std::string> OldTexts() {
   std::vector<std::string> texts = TestTexts();

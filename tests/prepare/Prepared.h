@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "formats/prepare/Preparer.h"
+#include "formats/prepare/TextGroups.h"
 
 namespace pim {
 
@@ -19,7 +20,8 @@ struct Prepared {
   bool isInOrder = true;  // its pieces tell lines that follow one another
 };
 
-inline Prepared Prepare(std::string_view text, PrepareStepMask steps, std::size_t pieceSize) {
+inline Prepared Prepare(std::string_view text, PrepareStepMask steps, std::size_t pieceSize,
+                        FindGroups groups = {}) {
   Prepared prepared;
   const PrepareObserver observer = {
       [&prepared](const PrepareNote& note) {
@@ -34,12 +36,13 @@ inline Prepared Prepare(std::string_view text, PrepareStepMask steps, std::size_
         prepared.told.append(RowOf(loss.reason).name).append("\n");
       }};
   std::int64_t next = 1;
-  Preparer preparer(steps, observer, [&](const PreparedPiece& piece) {
+  const auto take = [&](const PreparedPiece& piece) {
     prepared.text += piece.text;
     prepared.isSame = prepared.isSame && piece.isSame;
     prepared.isInOrder = prepared.isInOrder && piece.firstLine >= next && piece.lines >= 0;
     next = piece.firstLine + piece.lines;
-  });
+  };
+  Preparer preparer(steps, observer, take, std::move(groups));
   for (std::size_t at = 0; at < text.size(); at += pieceSize) {
     const std::string_view piece = text.substr(at, pieceSize);
     std::ranges::copy(piece, preparer.Room(piece.size()));
@@ -50,6 +53,20 @@ inline Prepared Prepare(std::string_view text, PrepareStepMask steps, std::size_
 }
 inline Prepared Prepare(std::string_view text, PrepareStepMask steps) {
   return Prepare(text, steps, text.size() + 1);
+}
+// As a text that can be read more than once.
+inline Prepared PrepareWithGroups(std::string_view text, PrepareStepMask steps,
+                                  std::size_t pieceSize) {
+  GroupBook book;
+  return Prepare(text, steps, pieceSize, [&] {
+    book = GroupsOfText(
+        [&](const auto& take) {
+          for (std::size_t at = 0; at < text.size(); at += pieceSize)
+            take(text.substr(at, pieceSize));
+        },
+        steps);
+    return &book;
+  });
 }
 
 }  // namespace pim

@@ -111,10 +111,45 @@ TEST(VCardDown, Lines) {
 // A group is no contact.
 TEST(VCardDown, Groups) {
   for (const std::string_view line : {"KIND:group\n", "X-ADDRESSBOOKSERVER-KIND:group\n"}) {
-    const Formed formed = Down(Card("FN:Friends\nMEMBER:urn:uuid:1\n" + std::string(line)));
+    const Formed formed = Down(Card("FN:Friends\nMEMBER:urn:uuid:1\nNOTE:\n" + std::string(line)));
     EXPECT_EQ(formed.text, "");
-    EXPECT_EQ(formed.losses,
-              "4 " + std::string(line.substr(0, line.find(':'))) + " dropped no-property\n");
+    EXPECT_EQ(formed.losses, "2 FN dropped no-property\n3 MEMBER dropped no-property\n5 " +
+                                 std::string(line.substr(0, line.find(':'))) +
+                                 " dropped no-property\n");
+  }
+}
+
+// Where the groups of the text are known its contacts have their names, and all else is told.
+TEST(VCardDown, KnownGroups) {
+  const struct {
+    std::string card;
+    std::string_view expected;  // without the frame
+    std::string_view losses = "";
+  } kRows[] = {
+      {Card("UID:URN:UUID:A-1\nCATEGORIES:Fun\\, here\n"),
+       "UID:URN:UUID:A-1\r\nX-GROUP:Fun, here\r\nX-GROUP:Work\r\n"},
+      {Card("FN:b\nUID:b\n"), "FN:b\r\nUID:b\r\nX-GROUP:Work\r\n"},
+      {Card("FN:c\nMEMBER:a-1\n"), "FN:c\r\nMEMBER:a-1\r\n", "3 MEMBER dropped no-property\n"},
+      {Card("N:Fun\\, here;;;;\nFN:Fun\\, here\nKIND:group\nUID:g\nMEMBER:urn:uuid:a-1\n"
+            "MEMBER:a-1\nMEMBER:mailto:x\n"),
+       "", "5 UID dropped no-property\n8 MEMBER dropped no-property\n"},
+      {Card("N;ENCODING=QUOTED-PRINTABLE:W=6Frk;\nKIND:group\nMEMBER:B\nMEMBER:a-1\nPRODID:x\n"),
+       ""},
+      {Card("N:Work;x\nKIND:group\nMEMBER:B\n"), "", "2 N dropped no-property\n"},
+      {Card("FN:Nobody\nKIND:group\nMEMBER:z\n"), "",
+       "2 FN dropped no-property\n3 KIND dropped no-property\n4 MEMBER dropped no-property\n"},
+      {Card("KIND:group\nMEMBER:b\n"), "",
+       "2 KIND dropped no-property\n3 MEMBER dropped no-property\n"},
+  };
+  GroupBook groups;
+  for (; !groups.IsComplete(); groups.EndLook())
+    for (const auto& row : kRows) groups.Take(row.card);
+  for (const auto& row : kRows) {
+    SCOPED_TRACE(row.card);
+    Formed formed;
+    VCardDown(row.card, Note(formed.losses), formed.text, &groups);
+    EXPECT_EQ(formed.text.empty() ? "" : Inside(formed.text), row.expected);
+    EXPECT_EQ(formed.losses, row.losses);
   }
 }
 

@@ -66,8 +66,13 @@ std::string_view ValueOf(std::string_view line, const LineHead& head) {
 
 }  // namespace
 
-Preparer::Preparer(PrepareStepMask steps, const PrepareObserver& observer, TakePrepared take)
-    : notes_(observer), bytes_(steps, notes_), take_(std::move(take)), steps_(steps) {
+Preparer::Preparer(PrepareStepMask steps, const PrepareObserver& observer, TakePrepared take,
+                   FindGroups groups)
+    : notes_(observer),
+      bytes_(steps, notes_),
+      take_(std::move(take)),
+      findGroups_(std::move(groups)),
+      steps_(steps) {
   Room(1);
 }
 

@@ -14,6 +14,7 @@
 #include "formats/prepare/FrameState.h"
 #include "formats/prepare/ParameterCache.h"
 #include "formats/prepare/PrepareNotes.h"
+#include "formats/vcard4/GroupBook.h"
 
 namespace pim {
 
@@ -27,6 +28,10 @@ struct PreparedPiece {
 };
 using TakePrepared = std::function<void(const PreparedPiece& piece)>;
 
+// Gives the groups of all of the text, as long as the preparer lives. Asked for when a card comes
+// that may be in one. A book that isn't complete yet takes the cards, which then give nothing.
+using FindGroups = std::function<GroupBook*()>;
+
 // Prepares one text of either form, any bytes at all: what of it the readers don't take well comes
 // out as something that they do, all else as it stands. To prepare what it gives gives the same.
 // The text comes in pieces of any size, and goes on as soon as its records are complete; of it one
@@ -35,7 +40,9 @@ using TakePrepared = std::function<void(const PreparedPiece& piece)>;
 // One thread at a time. Throws std::bad_alloc, and what the calls throw.
 class Preparer {
  public:
-  Preparer(PrepareStepMask steps, const PrepareObserver& observer, TakePrepared take);
+  // Without `groups`, as for a text that comes once, what cards of groups say is told as dropped.
+  Preparer(PrepareStepMask steps, const PrepareObserver& observer, TakePrepared take,
+           FindGroups groups = {});
   Preparer(const Preparer&) = delete;
   Preparer& operator=(const Preparer&) = delete;
 
@@ -97,6 +104,8 @@ class Preparer {
   PrepareNotes notes_;
   ByteMender bytes_;
   TakePrepared take_;
+  FindGroups findGroups_;
+  GroupBook* groups_ = nullptr;
   LineJoints joints_;
   ParameterCache parameters_;
   FrameState frame_;

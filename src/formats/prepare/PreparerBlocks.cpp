@@ -59,21 +59,25 @@ std::string Preparer::PreparedCard(std::string_view text) {
 
 // Losses are told by the lines of what is converted, which may have been made of others.
 std::string Preparer::OlderCard(const std::vector<PropertyLine>& lines) {
+  if (groups_ == nullptr && findGroups_) groups_ = findGroups_();
+  if (groups_ != nullptr && !groups_->IsComplete()) {
+    groups_->Take(TextOf(lines));
+    return {};
+  }
   std::vector<std::int64_t> origins;
   for (const PropertyLine& line : lines) {
     const auto count = std::ranges::count(line.text, '\n');
     for (std::int64_t i = 0; i < std::max<std::int64_t>(count, 1); ++i)
       origins.push_back(std::min(line.first + i, line.last));
   }
-  notes_.Add(PrepareStep::VCard, lines.front().first, lines.back().last,
-             "the card became vCard 2.1");
+  std::vector<FormatLoss> losses;
   std::string older;
   VCardDown(
-      TextOf(lines),
-      [&](const FormatLoss& loss) {
-        notes_.AddLoss(origins[std::min(loss.line, origins.size() - 1)], loss);
-      },
-      older);
+      TextOf(lines), [&](const FormatLoss& loss) { losses.push_back(loss); }, older, groups_);
+  notes_.Add(PrepareStep::VCard, lines.front().first, lines.back().last,
+             older.empty() ? "the card of a group left out" : "the card became vCard 2.1");
+  for (const FormatLoss& loss : losses)
+    notes_.AddLoss(origins[std::min(loss.line, origins.size() - 1)], loss);
   return older;
 }
 

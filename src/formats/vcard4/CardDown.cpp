@@ -3,14 +3,12 @@
 #include "formats/vcard4/CardDown.h"
 
 #include <algorithm>
-#include <limits>
 
 #include "formats/vcard4/UriText.h"
 #include "pim/manager/TypeWords.h"
 #include "support/Ascii.h"
 #include "support/Base64.h"
 #include "support/ParameterWords.h"
-#include "support/QuotedPrintable.h"
 #include "support/TextCodec.h"
 
 namespace pim {
@@ -80,16 +78,10 @@ NarrowString OldParameters(NarrowStringView words) {
 }
 
 NarrowStringView CardDown::Value(const CardLine& line) {
-  constexpr std::size_t kLongest = std::numeric_limits<std::int32_t>::max();
-  if (!line.IsQuotedPrintable() || line.value.size() > kLongest) return line.value;
-  decoded_.resize(line.value.size());
-  std::int32_t written = 0;
   bool isExact = true;
-  QuotedPrintableDecode(line.value.data(), static_cast<std::int32_t>(line.value.size()),
-                        decoded_.data(), written, &isExact);
+  const NarrowStringView value = ValueOf(line, decoded_, isExact);
   if (!isExact) Change(line, FormatReason::BadValue);
-  decoded_.resize(static_cast<std::size_t>(written));
-  return decoded_;
+  return value;
 }
 
 const NarrowString& CardDown::Text(const CardLine& line) {
@@ -111,6 +103,7 @@ std::vector<NarrowString>& CardDown::Parts(const CardLine& line, char mark) {
 void CardDown::AppendText(const CardLine& line, CardProperty property, NarrowStringView parameters,
                           NarrowStringView text) {
   if (text.empty()) return;
+  if (groups_ != nullptr && property == CardProperty::Categories) named_.emplace(text);
   if (!lines_.AppendText(RowOf(property).v21, parameters, text))
     Change(line, FormatReason::BadCharacter);
 }

@@ -5,12 +5,14 @@
 #include <array>
 #include <cstdint>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "formats/FormatLoss.h"
 #include "formats/vcard4/CardText.h"
 #include "formats/vcard4/CardWords.h"
 #include "formats/vcard4/ContactNaming.h"
+#include "formats/vcard4/GroupBook.h"
 #include "formats/vcard4/OldLines.h"
 
 namespace pim {
@@ -21,8 +23,10 @@ NarrowString OldParameters(NarrowStringView words);
 // Makes vCard 2.1 of one card. The card's text and `out` must outlive it.
 class CardDown {
  public:
-  CardDown(NarrowStringView card, const TellFormatLoss& tell, NarrowString& out)
-      : card_(card), tell_(tell), lines_(out) {}
+  // The groups may be null.
+  CardDown(NarrowStringView card, const TellFormatLoss& tell, const GroupBook* groups,
+           NarrowString& out)
+      : card_(card), tell_(tell), groups_(groups), lines_(out) {}
   CardDown(const CardDown&) = delete;
   CardDown& operator=(const CardDown&) = delete;
 
@@ -36,7 +40,8 @@ class CardDown {
     bool isUsed;
   };
 
-  const CardLine* GroupMark() const;
+  void DropGroup();
+  bool SaysName(const CardLine& line, NarrowStringView name);
   void CollectLabels();
   void ConvertLines();
   void Convert(const CardLine& line);
@@ -60,6 +65,7 @@ class CardDown {
   void ConvertBlood(const CardLine& line);
   void ConvertFavorite(const CardLine& line);
   void AppendPronunciation();
+  void AppendGroups();
 
   // What stands behind the transfer encoding, the same with its escapes undone, and the parts of
   // that between `mark`. Each holds until the next one is asked for.
@@ -85,13 +91,15 @@ class CardDown {
 
   const CardText card_;
   const TellFormatLoss& tell_;
+  const GroupBook* const groups_;
   OldLines lines_;
   NarrowString decoded_;
   NarrowString text_;
   std::vector<NarrowString> parts_;
   std::unordered_map<NarrowStringView, Label> labels_;  // by their groups
   std::array<NarrowString, kPersonNameParts.size()> pronunciation_;
-  std::uint64_t taken_ = 0;  // by the numbers of properties
+  std::unordered_set<NarrowString> named_;  // groups, where some may come by the book
+  std::uint64_t taken_ = 0;                 // by the numbers of properties
 };
 
 }  // namespace pim

@@ -3,9 +3,12 @@
 #include "formats/vcard4/CardText.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <limits>
 
 #include "support/Ascii.h"
 #include "support/ParameterWords.h"
+#include "support/QuotedPrintable.h"
 
 namespace pim {
 namespace {
@@ -130,6 +133,17 @@ void CardText::EndLine() {
   const NarrowStringView line = NarrowStringView(unfolded_).substr(start_);
   if (!Trim(line).empty()) lines_.push_back(ReadLine(line, number_));
   start_ = unfolded_.size();
+}
+
+NarrowStringView ValueOf(const CardLine& line, NarrowString& decoded, bool& isExact) {
+  constexpr std::size_t kLongest = std::numeric_limits<std::int32_t>::max();
+  if (!line.IsQuotedPrintable() || line.value.size() > kLongest) return line.value;
+  decoded.resize(line.value.size());
+  std::int32_t written = 0;
+  QuotedPrintableDecode(line.value.data(), static_cast<std::int32_t>(line.value.size()),
+                        decoded.data(), written, &isExact);
+  decoded.resize(static_cast<std::size_t>(written));
+  return decoded;
 }
 
 std::size_t FindUnescaped(NarrowStringView text, char mark) {

@@ -63,6 +63,10 @@ void ForEachWord(NarrowStringView value, Take take) {
   }
 }
 
+// The value behind its transfer encoding, which may stand in `decoded`. What is no
+// quoted-printable makes `isExact` false.
+NarrowStringView ValueOf(const CardLine& line, NarrowString& decoded, bool& isExact);
+
 // Where `mark` stands first without a backslash ahead of it.
 std::size_t FindUnescaped(NarrowStringView text, char mark);
 

@@ -117,8 +117,9 @@ constexpr CsvMember kPhotoMember[] = {{"", FieldText<&CContact::photo>}};
 constexpr CsvMember kTelephoneMembers[] = {
     {"number_type",
      [](const CContact& contact, std::size_t index, auto& out) {
-       AppendMask(kTelephoneLabels, contact.telephones()[index].number_type, TEL_PREFERRED,
-                  TelephoneWords, out);
+       // A number is one for voices unless it says more (RFC 2426, 3.3.1).
+       AppendMask(kTelephoneLabels, contact.telephones()[index].number_type & ~TEL_VOICE,
+                  TEL_PREFERRED, TelephoneWords, out);
        return true;
      },
      MemberKind::Type},

@@ -41,18 +41,20 @@ bool IsFrame(NarrowStringView name) {
 
 }  // namespace
 
-void VCardDown(std::string_view card, const TellFormatLoss& tell, std::string& out) {
+void VCardDown(std::string_view card, const TellFormatLoss& tell, std::string& out,
+               const GroupBook* groups) {
   out.clear();
-  CardDown(card, tell, out).Run();
+  CardDown(card, tell, groups, out).Run();
 }
 
 void CardDown::Run() {
-  if (const CardLine* mark = GroupMark()) return Drop(*mark, FormatReason::NoProperty);
+  if (GroupMarkOf(card_.lines()) != nullptr) return DropGroup();
   lines_.Append(kBeginWord, {}, kContactObject.text);
   lines_.Append(kVersionWord, {}, kOldVersion);
   CollectLabels();
   ConvertLines();
   AppendPronunciation();
+  AppendGroups();
   for (const CardLine& line : card_.lines()) {
     const Label* label = LabelOf(line);
     if (label != nullptr && label->line == &line && !label->isUsed)
@@ -61,14 +63,28 @@ void CardDown::Run() {
   lines_.Append(kEndWord, {}, kContactObject.text);
 }
 
-// The line that makes the card a group's.
-const CardLine* CardDown::GroupMark() const {
+// Its members have its name where the text's groups are known; all else of it goes.
+void CardDown::DropGroup() {
+  const NarrowString name = GroupNameOf(card_.lines());
+  const auto isIn = [&](const CardLine& line) {
+    return groups_ != nullptr && !name.empty() && PropertyOf(line.name) == CardProperty::Member &&
+           groups_->HasCardOf(line.value);
+  };
+  const bool isKept = std::ranges::any_of(card_.lines(), isIn);
   for (const CardLine& line : card_.lines()) {
-    if (PropertyOf(line.name) == CardProperty::Kind &&
-        EqualsIgnoringCase(Trim(line.value), kGroupKind))
-      return &line;
+    const auto property = PropertyOf(line.name);
+    if (IsFrame(line.name) || line.value.empty() || property == CardProperty::ProductId) continue;
+    const bool isSaid = isKept && (property == CardProperty::Kind || SaysName(line, name));
+    if (!isSaid && !isIn(line)) Drop(line, FormatReason::NoProperty);
   }
-  return nullptr;
+}
+
+// Whether the line names the card so and says nothing else.
+bool CardDown::SaysName(const CardLine& line, NarrowStringView name) {
+  const auto property = PropertyOf(line.name);
+  if (property == CardProperty::FormattedName) return Text(line) == name;
+  if (property != CardProperty::Name || Parts(line, ';').front() != name) return false;
+  return std::ranges::all_of(parts_.begin() + 1, parts_.end(), &NarrowString::empty);
 }
 
 void CardDown::CollectLabels() {
@@ -186,6 +202,18 @@ void CardDown::ConvertUnknown(const CardLine& line) {
   if (line.IsBase64() || EqualsIgnoringCase(line.value.substr(0, kDataScheme.size()), kDataScheme))
     return;
   lines_.AppendText(line.name, {}, Value(line));
+}
+
+// The groups that cards of their own tell; the card may name some of them itself.
+void CardDown::AppendGroups() {
+  if (groups_ == nullptr) return;
+  const auto uid = std::ranges::find_if(card_.lines(), [](const CardLine& line) {
+    return PropertyOf(line.name) == CardProperty::Uid && !Trim(line.value).empty();
+  });
+  if (uid == card_.lines().end()) return;
+  for (const NarrowStringView name : groups_->GroupsOf(uid->value)) {
+    if (!named_.contains(NarrowString(name))) AppendText(*uid, CardProperty::Categories, {}, name);
+  }
 }
 
 CardDown::Label* CardDown::LabelOf(const CardLine& line) {

@@ -78,7 +78,6 @@ TEST(Csv, Rest) {
             "0 telephones[0].number_type changed type-ignored\n"
             "0 telephones[0].number dropped no-property\n"
             "0 telephones[1].number_type changed type-ignored\n"
-            "0 telephones[2].number_type changed type-ignored\n"
             "0 comments[1] dropped no-property\n");
   for (char16_t digit = u'4'; digit < u'8'; ++digit)
     contact.NewTelephone(WideString(1, digit), TEL_HOME, false, -1);

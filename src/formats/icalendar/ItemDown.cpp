@@ -8,11 +8,9 @@
 #include "formats/icalendar/DownLines.h"
 #include "formats/icalendar/DownTimes.h"
 #include "formats/icalendar/ItemLines.h"
+#include "formats/icalendar/ItemRules.h"
 #include "formats/icalendar/ItemZone.h"
 #include "formats/icalendar/OwnWords.h"
-#include "formats/icalendar/RuleDates.h"
-#include "formats/icalendar/RuleDown.h"
-#include "formats/icalendar/RuleText.h"
 #include "formats/icalendar/StatusWords.h"
 #include "pim/manager/TypeWords.h"
 #include "records/CategoryWords.h"
@@ -48,14 +46,6 @@ std::string DayText(const icaltimetype& day) {
   return std::string(DateTimeText(DateTimeOf(day)).AddDate().view());
 }
 
-// As libical spells a rule, so that two that say the same are equal.
-std::string SpeltRule(const std::string& text) {
-  icalrecurrencetype rule = icalrecurrencetype_from_string(text.c_str());
-  if (rule.freq == ICAL_NO_RECURRENCE) return {};
-  const IcalOwner<char> spelt(Made(icalrecurrencetype_as_string_r(&rule)));
-  return spelt.get();
-}
-
 class ItemDown {
  public:
   ItemDown(const ItemKind& kind, const std::vector<ContentLine>& lines, ZoneBook& zones,
@@ -81,7 +71,7 @@ class ItemDown {
     AppendTime("COMPLETED", ITEM_COMPLETED);
     if (!Has(ITEM_COMPLETED)) AppendTime("COMPLETED", ITEM_OWN_COMPLETED);
     AppendAlarms();
-    AppendRules();
+    AppendRules(lines_, times_, start_, tell_, out_);
     AppendCategories();
     AppendClass();
     AppendHoliday();
@@ -129,11 +119,6 @@ class ItemDown {
   void KeepFromDays(std::optional<ItemTime>& last);
   void AppendDays(const std::optional<ItemTime>& end);
   void AppendAlarms();
-  void AppendRules();
-  RecurrencePointer RuleOf(const std::string& said);
-  void AppendExceptions(const std::string& said);
-  bool AreExceptions(const std::vector<ItemTime>& dates, const RecurrenceData& rule,
-                     const std::string& said) const;
   void AppendCategories();
   void AppendClass();
   void AppendHoliday();
@@ -235,66 +220,6 @@ void ItemDown::AppendAlarms() {
   sources.start = start_;
   sources.end = end_;
   AppendAlarm(sources, times_, tell_, out_);
-}
-
-void ItemDown::AppendRules() {
-  const ContentLine* const line = LineOf(ITEM_RULE);
-  const std::string said = line == nullptr ? std::string() : std::string(line->Value());
-  CRecurrence rule;
-  rule.data = RuleOf(said);
-  if (rule.data != nullptr) {
-    out_.AppendWord("RRULE", RuleWords(rule));
-  } else if (line != nullptr) {
-    Drop(*line, SpeltRule(said).empty() ? FormatReason::BadValue : FormatReason::RuleTooRich);
-  }
-  AppendExceptions(said);
-}
-
-// The own rule counts while it says what RRULE says.
-RecurrencePointer ItemDown::RuleOf(const std::string& said) {
-  if (Has(ITEM_OWN_RULE)) {
-    RecurrencePointer own = RuleOfWords(Trim(LineOf(ITEM_OWN_RULE)->Value()));
-    const std::string says =
-        own == nullptr || !start_ ? std::string() : SpeltRule(RRuleOf(*own, start_->local).text);
-    if (own != nullptr && says == SpeltRule(said)) return own;
-    Drop(*LineOf(ITEM_OWN_RULE), FormatReason::Replaced);
-  }
-  return said.empty() || !start_ ? nullptr : RuleOfRRule(said, start_->local);
-}
-
-void ItemDown::AppendExceptions(const std::string& said) {
-  std::vector<ItemTime> dates;
-  for (const ContentLine* line : lines_.exceptions) {
-    const std::vector<ItemTime> times = times_.TimesOf(*line);
-    dates.insert(dates.end(), times.begin(), times.end());
-  }
-  if (Has(ITEM_OWN_EXCEPTION)) {
-    CRecurrence exception;
-    exception.data = RuleOfWords(Trim(LineOf(ITEM_OWN_EXCEPTION)->Value()));
-    if (exception.data != nullptr && AreExceptions(dates, *exception.data, said)) {
-      out_.AppendWord("XRULE", RuleWords(exception));
-      return;
-    }
-    Drop(*LineOf(ITEM_OWN_EXCEPTION), FormatReason::Replaced);
-  }
-  for (const ContentLine* line : lines_.exceptions) Drop(*line, FormatReason::NoProperty);
-}
-
-// Whether the rule takes away these dates and no others.
-bool ItemDown::AreExceptions(const std::vector<ItemTime>& dates, const RecurrenceData& rule,
-                             const std::string& said) const {
-  if (!start_) return dates.empty();
-  const auto less = [](const COleDateTime& a, const COleDateTime& b) { return a < b; };
-  std::vector<COleDateTime> told;
-  told.reserve(dates.size());
-  for (const ItemTime& date : dates) told.push_back(date.utc);
-  std::ranges::sort(told, less);
-  std::vector<COleDateTime> away;
-  const ExceptionDates exceptions =
-      ExceptionDatesOf(said, RRuleOf(rule, start_->local).text, start_->local);
-  away.reserve(exceptions.dates.size());
-  for (const icaltimetype& date : exceptions.dates) away.push_back(UtcOfTime(date));
-  return told == away;
 }
 
 // The words of records in the order in which a reading keeps them; a word behind a later one

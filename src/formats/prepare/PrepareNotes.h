@@ -31,7 +31,8 @@ struct PrepareObserver {
   std::function<void(std::int64_t line, const FormatLoss& loss)> loss;
 };
 
-// Joins notes that say the same of lines that touch, such as of all lines of a file.
+// Joins notes that say the same of lines that touch, such as of all lines of a file; of records it
+// tells how many they are.
 class PrepareNotes {
  public:
   explicit PrepareNotes(PrepareObserver observer) : observer_(std::move(observer)) {}
@@ -40,23 +41,30 @@ class PrepareNotes {
     if (!observer_.note) return;
     if (open_ && open_->step == step && open_->what == what && first <= open_->last + 1) {
       open_->last = std::max(open_->last, last);
+      ++count_;
       return;
     }
     Flush();
     open_.emplace(PrepareNote{step, first, last, std::move(what)});
+    count_ = 1;
   }
   void AddLoss(std::int64_t line, const FormatLoss& loss) {
     Flush();
     if (observer_.loss) observer_.loss(line, loss);
   }
   void Flush() {
-    if (open_) observer_.note(*open_);
+    if (!open_) return;
+    const bool isOfRecords =
+        open_->step == PrepareStep::VCard || open_->step == PrepareStep::ICalendar;
+    if (isOfRecords && count_ > 1) open_->what += ": " + std::to_string(count_) + " of them";
+    observer_.note(*open_);
     open_.reset();
   }
 
  private:
   PrepareObserver observer_;
   std::optional<PrepareNote> open_;
+  std::int64_t count_ = 0;  // of what it was joined of
 };
 
 }  // namespace pim

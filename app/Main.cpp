@@ -3,9 +3,9 @@
 #include <cstdio>
 #include <exception>
 
+#include "app/commands/Charsets.h"
 #include "app/commands/Check.h"
 #include "app/commands/CommandLine.h"
-#include "app/commands/Charsets.h"
 #include "app/commands/Convert.h"
 #include "app/commands/Delete.h"
 #include "app/commands/Export.h"

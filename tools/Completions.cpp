@@ -107,6 +107,14 @@ std::string BashValues() {
     const std::string ofItems = Joined(ChoicesOf(row.id, Family::Items));
     if (TakesFile(row)) add(row, "*", "@");
     if (ofContacts != ofItems) add(row, "contacts", mark + ofContacts);
+    // Commands without a noun, and those of stores, may take other words.
+    for (const CommandRow& command : Commands()) {
+      const std::string own = Joined(ChoicesOf(row.id, command.family));
+      if (own == ofItems || std::ranges::find(command.options, row.id) == command.options.end())
+        continue;
+      if (command.family == Family::NoNoun) add(row, command.verb, mark + own);
+      if (command.family == Family::Store) add(row, "store", "@");
+    }
     if (!ofItems.empty()) add(row, "*", mark + ofItems);
   }
   return rows;

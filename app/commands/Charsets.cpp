@@ -66,9 +66,10 @@ class CharsetReport {
               "\n");
       }
     }
-    if (count_ > shown_.size())
+    if (count_ > shown_.size()) {
       Print("and " + Counted(static_cast<long long>(count_ - shown_.size()), "further line") +
             "\n");
+    }
     if (open_ != 0) {
       Print("The likeliest charset stands first. To read " + file + " in it:\n    " + Command() +
             "\n");
@@ -115,8 +116,9 @@ class CharsetReport {
 
   std::string Command() const {
     const char* const noun = form_ == TextForm::VCard ? "contacts" : "calendar";
-    return std::string("pimvobj ") + noun + " import --code-page " +
-           kLikelyCharsets[ranks_.front()] + " -- " + ForShell(path_);
+    const bool looksLikeOption = path_.size() > 1 && path_.front() == '-';
+    return std::string("pimvobj ") + noun + " import " + (looksLikeOption ? "./" : "") +
+           ForShell(path_) + " --code-page " + kLikelyCharsets[ranks_.front()];
   }
 
   std::string path_;

@@ -89,6 +89,8 @@ _pimvobj_values() {
     '--steps '*) values=',unicode nul line-ends joined missing-end base64 charsets prefixes types vcard icalendar alarms times' ;;
     '--store '*) values='@' ;;
     '--to 'contacts) values='vcard4 vcard3 jcard csv' ;;
+    '--to 'store) values='@' ;;
+    '--to 'convert) values='vcard4 vcard3 jcard csv icalendar' ;;
     '--to '*) values='icalendar' ;;
   esac
 }

@@ -111,7 +111,7 @@ same prepare-none '' "$(err prepare new.vcf --steps nul,times; out prepare new.v
 for file in friends.vcf desktop.vcf calendar.vcs; do
   same "prepare-$file" '' "$(err prepare $file; out prepare $file | cmp - $file 2>&1)"
 done
-check prepare-itself 1 'new.vcf: is the file that is read' prepare new.vcf -o ./new.vcf -f
+check prepare-itself 1 'new.vcf: is a file that is read' prepare new.vcf -o ./new.vcf -f
 check prepare-folder 1 'cards: ' prepare cards
 same piped '2 contacts imported: 2 in 1 file, 2 new, 0 already there, 0 refused; the store is piped.db' \
   "$(out prepare new.vcf | out --store piped.db contacts import - | head -n 1)"
@@ -156,7 +156,7 @@ same charsets-reads 'Jörg Müller' "$(out show latin.vcf --code-page "$(out cha
 # redact keeps all but what is private
 check redact 0 '^$' redact friends.vcf -o shown.vcf
 check redact-again 1 'is there already' redact friends.vcf -o shown.vcf
-check redact-itself 1 'is the file that is read' redact friends.vcf -o friends.vcf -f
+check redact-itself 1 'is a file that is read' redact friends.vcf -o friends.vcf -f
 same redact-size "$(wc -c <friends.vcf)" "$(wc -c <shown.vcf)"
 same redact-private '' "$(grep -i 'alice\|martin\|mueller\|orchard' shown.vcf)"
 same redact-names "$(sed 's/[:;=].*//; /^ /d' desktop.vcf)" "$(out redact - <desktop.vcf | sed 's/[:;=].*//; /^ /d')"

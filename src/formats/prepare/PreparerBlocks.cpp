@@ -45,9 +45,10 @@ std::string Preparer::PreparedCard(std::string_view text) {
     if (Has(PrepareStep::Charsets)) MendCharset(line, notes_);
   }
   if (Has(PrepareStep::VCard) && IsModernCard(lines)) {
-    for (PropertyLine& line : lines)
+    for (PropertyLine& line : lines) {
       if (LineCoding::Of(line.head().params).charset.empty())
         line.text = FromDefaultPage(std::move(line.text));
+    }
     return OlderCard(lines);
   }
   if (Has(PrepareStep::Prefixes)) TakePrefixesOff(lines, notes_);

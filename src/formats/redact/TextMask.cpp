@@ -121,7 +121,8 @@ class CharsetSteps {
           decoder_.Finish(to, room) != Iconv::Outcome::Done)
         continue;
       if (units.size() - room != 4) return 0;  // a state, or a mark that stands by itself
-      character = units[0] | units[1] << 8 | static_cast<std::uint32_t>(units[2]) << 16;
+      character = 0;
+      for (std::size_t i = 0; i < 4; ++i) character |= std::uint32_t{units[i]} << (8 * i);
       return size;
     }
     return 0;
@@ -236,9 +237,10 @@ bool TextMask::MaskUtf8(std::string& bytes, bool masksDamage) const {
     }
     // To the readers, all damaged bytes are one character.
     hasDamage = true;
-    for (const LetterRange& range : kOtherBytes)
+    for (const LetterRange& range : kOtherBytes) {
       if (masksDamage && Contains(range, byte))
         bytes[at] = static_cast<char>(shifts.WithoutTaking(byte, range));
+    }
     ++at;
   }
   return hasDamage && !masksDamage;

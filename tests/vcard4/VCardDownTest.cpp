@@ -132,6 +132,7 @@ TEST(VCardDown, KnownGroups) {
       {Card("UID:URN:UUID:A-1\nCATEGORIES:Fun\\, here\n"),
        "UID:URN:UUID:A-1\r\nX-GROUP:Fun, here\r\nX-GROUP:Work\r\n"},
       {Card("FN:b\nUID:b\n"), "FN:b\r\nUID:b\r\nX-GROUP:Work\r\n"},
+      {Card("UID:b\n"), "UID:b\r\n"},
       {Card("FN:c\nMEMBER:a-1\n"), "FN:c\r\nMEMBER:a-1\r\n", "3 MEMBER dropped no-property\n"},
       {Card("N:Fun\\, here;;;;\nFN:Fun\\, here\nKIND:group\nUID:g\nMEMBER:urn:uuid:a-1\n"
             "MEMBER:a-1\nMEMBER:mailto:x\n"),

@@ -60,7 +60,7 @@ bool IsFrame(NarrowStringView name) {
 }  // namespace
 
 void VCardDown(std::string_view card, const TellFormatLoss& tell, std::string& out,
-               const GroupBook* groups) {
+               GroupBook* groups) {
   out.clear();
   CardDown(card, tell, groups, out).Run();
 }
@@ -231,7 +231,7 @@ void CardDown::AppendGroups() {
     return PropertyOf(line.name) == CardProperty::Uid && !Trim(line.value).empty();
   });
   if (uid == card_.lines().end()) return;
-  for (const NarrowStringView name : groups_->GroupsOf(uid->value)) {
+  for (const NarrowStringView name : groups_->TakeGroupsOf(uid->value)) {
     if (!named_.contains(NarrowString(name))) AppendText(*uid, CardProperty::Categories, {}, name);
   }
 }

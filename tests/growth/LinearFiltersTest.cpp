@@ -9,6 +9,7 @@
 #include "formats/charsets/CharsetGuess.h"
 #include "formats/charsets/CharsetLines.h"
 #include "formats/prepare/Preparer.h"
+#include "formats/prepare/TextGroups.h"
 #include "formats/redact/Redactor.h"
 #include "tests/growth/CountedWork.h"
 
@@ -92,6 +93,9 @@ constexpr FilteredShape kShapes[] = {
     {"items that wait for zones", kFrame,
      "BEGIN:VEVENT\r\nDTSTART;TZID=Z#:20100105T120000\r\nEND:VEVENT\r\n", "",
      "BEGIN:VTIMEZONE\r\nTZID:Z#\r\nEND:VTIMEZONE\r\n"},
+    {"groups and cards of one member", "",
+     "BEGIN:VCARD\r\nVERSION:4.0\r\nKIND:group\r\nFN:#\r\nMEMBER:a\r\nEND:VCARD\r\n", "",
+     "BEGIN:VCARD\r\nVERSION:4.0\r\nUID:a\r\nEND:VCARD\r\n"},
     {"zones that a long item doesn't wait for",
      "BEGIN:VCALENDAR\r\nVERSION:2.0\r\nBEGIN:VEVENT\r\n", "DTSTART;TZID=Z#:20100105T120000\r\n",
      "", "END:VEVENT\r\nBEGIN:VTIMEZONE\r\nTZID:Z\r\nEND:VTIMEZONE\r\n"},
@@ -107,7 +111,14 @@ void PrepareText(std::string_view text) {
   std::size_t told = 0;
   const PrepareObserver observer = {[&told](const PrepareNote&) { ++told; },
                                     [&told](std::int64_t, const FormatLoss&) { ++told; }};
-  Preparer preparer(kAllPrepareSteps, observer, [](const PreparedPiece&) {});
+  GroupBook groups;
+  Preparer preparer(
+      kAllPrepareSteps, observer, [](const PreparedPiece&) {},
+      [&] {
+        groups =
+            GroupsOfText([text](const auto& take) { ForEachPiece(text, take); }, kAllPrepareSteps);
+        return &groups;
+      });
   ForEachPiece(text, [&preparer](std::string_view piece) {
     std::ranges::copy(piece, preparer.Room(piece.size()));
     preparer.Took(piece.size());

@@ -92,7 +92,10 @@ TEST(VCardDown, Lines) {
       {"PHOTO;VALUE=uri:http://x/y.jpg\n", "", "2 PHOTO dropped no-picture\n"},
       // What 2.1 has no place for.
       {"UID:u\nREV:2020\nPRODID:p\n", "UID:u\r\nREV:2020\r\n"},
-      {"X-ABC.GEO;TYPE=x:1;2\n", "GEO:1;2\r\n", "2 GEO dropped no-property\n"},
+      {"X-ABC.GEO;TYPE=x:1;2\n", "GEO;x:1;2\r\n", "2 GEO dropped no-property\n"},
+      {"LABEL;TYPE=\"home,a b\";INTL;QUOTED-PRINTABLE:a\\, b=3D\\n=\n\\;\n",
+       "LABEL;home;INTL;CHARSET=utf-8;ENCODING=QUOTED-PRINTABLE:a, b=3D=0D=0A;\r\n",
+       "2 LABEL dropped no-property\n"},
       {"KEY;ENCODING=b:AAAA\nLOGO:data:,x\n", "",
        "2 KEY dropped no-property\n3 LOGO dropped no-property\n"},
       {"junk\n:x\nA B:x\n", "",
@@ -129,6 +132,7 @@ TEST(VCardDown, KnownGroups) {
       {Card("UID:URN:UUID:A-1\nCATEGORIES:Fun\\, here\n"),
        "UID:URN:UUID:A-1\r\nX-GROUP:Fun, here\r\nX-GROUP:Work\r\n"},
       {Card("FN:b\nUID:b\n"), "FN:b\r\nUID:b\r\nX-GROUP:Work\r\n"},
+      {Card("UID:b\n"), "UID:b\r\n"},
       {Card("FN:c\nMEMBER:a-1\n"), "FN:c\r\nMEMBER:a-1\r\n", "3 MEMBER dropped no-property\n"},
       {Card("N:Fun\\, here;;;;\nFN:Fun\\, here\nKIND:group\nUID:g\nMEMBER:urn:uuid:a-1\n"
             "MEMBER:a-1\nMEMBER:mailto:x\n"),

@@ -24,8 +24,7 @@ NarrowString OldParameters(NarrowStringView words);
 class CardDown {
  public:
   // The groups may be null.
-  CardDown(NarrowStringView card, const TellFormatLoss& tell, const GroupBook* groups,
-           NarrowString& out)
+  CardDown(NarrowStringView card, const TellFormatLoss& tell, GroupBook* groups, NarrowString& out)
       : card_(card), tell_(tell), groups_(groups), lines_(out) {}
   CardDown(const CardDown&) = delete;
   CardDown& operator=(const CardDown&) = delete;
@@ -91,7 +90,7 @@ class CardDown {
 
   const CardText card_;
   const TellFormatLoss& tell_;
-  const GroupBook* const groups_;
+  GroupBook* const groups_;
   OldLines lines_;
   NarrowString decoded_;
   NarrowString text_;

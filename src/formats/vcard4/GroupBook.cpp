@@ -3,6 +3,7 @@
 #include "formats/vcard4/GroupBook.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "formats/vcard4/CardWords.h"
 #include "support/Ascii.h"
@@ -79,23 +80,19 @@ void GroupBook::EndLook() {
   look_ = look_ == Look::ForGroups && !members_.empty() ? Look::ForMembers : Look::None;
 }
 
-std::vector<NarrowStringView> GroupBook::GroupsOf(NarrowStringView uid) const {
+std::vector<NarrowStringView> GroupBook::TakeGroupsOf(NarrowStringView uid) {
   std::vector<NarrowStringView> names;
-  const Member* const member = Find(uid);
-  if (member == nullptr) return names;
-  names.reserve(member->groups.size());
-  for (const std::size_t group : member->groups) names.emplace_back(names_[group]);
+  const auto member = members_.find(MemberKey(uid));
+  if (member == members_.end()) return names;
+  const std::vector<std::size_t> groups = std::exchange(member->second.groups, {});
+  names.reserve(groups.size());
+  for (const std::size_t group : groups) names.emplace_back(names_[group]);
   return names;
 }
 
 bool GroupBook::HasCardOf(NarrowStringView member) const {
-  const Member* const known = Find(member);
-  return known != nullptr && known->hasCard;
-}
-
-const GroupBook::Member* GroupBook::Find(NarrowStringView uid) const {
-  const auto member = members_.find(MemberKey(uid));
-  return member == members_.end() ? nullptr : &member->second;
+  const auto known = members_.find(MemberKey(member));
+  return known != members_.end() && known->second.hasCard;
 }
 
 }  // namespace pim

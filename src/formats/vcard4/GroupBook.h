@@ -22,9 +22,9 @@ class GroupBook {
   void EndLook();
   bool IsComplete() const { return look_ == Look::None; }
 
-  // In a complete one: the names of the groups that a card with this UID is in; and whether what a
-  // MEMBER names has a card.
-  std::vector<NarrowStringView> GroupsOf(NarrowStringView uid) const;
+  // In a complete one: the names of the groups that a card with this UID is in, once, so that many
+  // groups and many cards with one UID don't multiply; and whether what a MEMBER names has a card.
+  std::vector<NarrowStringView> TakeGroupsOf(NarrowStringView uid);
   bool HasCardOf(NarrowStringView member) const;
 
  private:
@@ -33,8 +33,6 @@ class GroupBook {
     std::vector<std::size_t> groups;
     bool hasCard = false;
   };
-  const Member* Find(NarrowStringView uid) const;
-
   std::vector<NarrowString> names_;
   std::unordered_map<NarrowString, Member> members_;  // by UID without its scheme, in small letters
   Look look_ = Look::ForGroups;

@@ -25,6 +25,24 @@ bool IsName(NarrowStringView name) {
          std::ranges::all_of(name, [](char c) { return IsLetter(c) || IsDigit(c) || c == '-'; });
 }
 
+// The words of a property's parameters, as 2.1 has them.
+NarrowString WordsOf(const CardLine& line) {
+  constexpr NarrowStringView kEncodings[] = {kQuotedPrintableWord.text, kBase64Word.text, k7BitText,
+                                             k8BitWord.text};
+  NarrowString words;
+  const auto take = [&](NarrowStringView word) {
+    const bool isEncoding = std::ranges::any_of(kEncodings, [word](NarrowStringView encoding) {
+      return EqualsIgnoringCase(encoding, word);
+    });
+    if (IsName(word) && !isEncoding) words.append(1, ';').append(word);
+  };
+  for (const CardParameter& parameter : line.parameters) {
+    if (!parameter.hasValue) take(parameter.name);
+    if (EqualsIgnoringCase(parameter.name, kTypeName)) ForEachWord(parameter.value, take);
+  }
+  return words;
+}
+
 // A formatted name that tells nothing of its own.
 bool IsDerived(const CardLine& line) {
   for (const NarrowStringView name : {kDerivedParameter, kOwnDerivedParameter}) {
@@ -42,7 +60,7 @@ bool IsFrame(NarrowStringView name) {
 }  // namespace
 
 void VCardDown(std::string_view card, const TellFormatLoss& tell, std::string& out,
-               const GroupBook* groups) {
+               GroupBook* groups) {
   out.clear();
   CardDown(card, tell, groups, out).Run();
 }
@@ -201,7 +219,9 @@ void CardDown::ConvertUnknown(const CardLine& line) {
   Drop(line, FormatReason::NoProperty);
   if (line.IsBase64() || EqualsIgnoringCase(line.value.substr(0, kDataScheme.size()), kDataScheme))
     return;
-  lines_.AppendText(line.name, {}, Value(line));
+  // Parts keep their escapes, which 2.1 has for them too.
+  const bool isText = FindUnescaped(line.value, ';') == NarrowStringView::npos;
+  lines_.AppendText(line.name, WordsOf(line), isText ? Text(line) : Value(line));
 }
 
 // The groups that cards of their own tell; the card may name some of them itself.
@@ -211,7 +231,7 @@ void CardDown::AppendGroups() {
     return PropertyOf(line.name) == CardProperty::Uid && !Trim(line.value).empty();
   });
   if (uid == card_.lines().end()) return;
-  for (const NarrowStringView name : groups_->GroupsOf(uid->value)) {
+  for (const NarrowStringView name : groups_->TakeGroupsOf(uid->value)) {
     if (!named_.contains(NarrowString(name))) AppendText(*uid, CardProperty::Categories, {}, name);
   }
 }

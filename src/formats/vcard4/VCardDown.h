@@ -17,6 +17,6 @@ namespace pim {
 // of its text, which must be complete, the card says which of them it is in. Any bytes give a text.
 // Linear in the card and its groups. Throws std::bad_alloc.
 void VCardDown(std::string_view card, const TellFormatLoss& tell, std::string& out,
-               const GroupBook* groups = nullptr);
+               GroupBook* groups = nullptr);
 
 }  // namespace pim

@@ -144,7 +144,8 @@ class AlarmDown {
                              RepeatsOf(alarm.parts[ALARM_REPEAT]) + ";";
     const ContentLine* const text = alarm.parts[ALARM_TEXT];
     const std::string shown = text == nullptr ? std::string() : TextOfLine(*text);
-    if (!out_.AppendWithText("AALARM", ParametersOf(sources_.format), head, shown))
+    const bool isWhole = out_.AppendWithText("AALARM", ParametersOf(sources_.format), head, shown);
+    if (!isWhole && text != nullptr)
       tell_({"DESCRIPTION", FormatVerdict::Changed, FormatReason::BadCharacter, text->line});
     return true;
   }

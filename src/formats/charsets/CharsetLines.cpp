@@ -18,8 +18,8 @@ bool IsAscii(std::string_view bytes) {
 // As the readers choose it: a number is read in the default code page, whatever its line says.
 std::uint32_t CodePageOf(const LineHead& head, std::string_view charset) {
   if (EqualsIgnoringCase(head.name, "TEL")) return kCodePageDefault;
-  if (IsWordInText(charset, "UTF-8")) return kCodePageUtf8;
-  return IsWordInText(charset, "SHIFT_JIS") ? kCodePageShiftJis : kCodePageDefault;
+  if (IsWordInText(charset, "UTF-8", true)) return kCodePageUtf8;
+  return IsWordInText(charset, "SHIFT_JIS", true) ? kCodePageShiftJis : kCodePageDefault;
 }
 
 }  // namespace

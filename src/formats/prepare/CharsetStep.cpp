@@ -107,7 +107,7 @@ std::string WithCharset(std::string_view params, std::string_view charset) {
 bool MayNeedCharset(const LineCoding& coding) {
   return !coding.charset.empty() && !coding.isBase64 &&
          std::ranges::none_of(kKnownCharsets, [&](std::string_view known) {
-           return IsWordInText(coding.charset, known);
+           return IsWordInText(coding.charset, known, true);
          });
 }
 

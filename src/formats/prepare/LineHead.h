@@ -23,11 +23,16 @@ inline std::string AsTokenised(std::string_view text) {
     if (!IsWhiteSpace(c)) token += c;
   return token;
 }
-// Whether that is the word, in any letter case.
-constexpr bool IsWordInText(std::string_view text, std::string_view word) {
+// Whether that is the word, in any letter case. In the value of a parameter (`isValue`) a backslash
+// behind its first character says nothing by itself.
+constexpr bool IsWordInText(std::string_view text, std::string_view word, bool isValue = false) {
+  bool isFirst = true;
+  bool isEscaped = false;
   for (const char c : text) {
     if (c == '\0') break;
     if (IsWhiteSpace(c)) continue;
+    if (isValue && c == '\\' && !isFirst && !std::exchange(isEscaped, !isEscaped)) continue;
+    isFirst = false;
     if (word.empty() || ToUpper(c) != ToUpper(word.front())) return false;
     word.remove_prefix(1);
   }
@@ -99,22 +104,23 @@ struct LineCoding {
 
   static LineCoding Of(std::string_view params) {
     LineCoding coding;
-    ForEachParameter(
-        params, [&coding](std::string_view name, std::string_view value, std::string_view) {
-          if (IsWordInText(name, "CHARSET")) coding.charset = value;
-          const bool isEncoding = IsWordInText(name, "ENCODING");
-          const std::string_view word = isEncoding ? value : name;
-          if (IsWordInText(word, "QUOTED-PRINTABLE")) {
-            coding.isQuotedPrintable = true;
-            coding.isBase64 = false;
-          } else if (IsWordInText(word, "BASE64") || (isEncoding && IsWordInText(word, "B"))) {
-            coding.isBase64 = true;
-            coding.isB = IsWordInText(word, "B");
-            coding.isQuotedPrintable = false;
-          } else if (IsWordInText(word, "8BIT")) {
-            coding.isBase64 = coding.isQuotedPrintable = false;
-          }
-        });
+    ForEachParameter(params,
+                     [&coding](std::string_view name, std::string_view value, std::string_view) {
+                       if (IsWordInText(name, "CHARSET")) coding.charset = value;
+                       const bool isEncoding = IsWordInText(name, "ENCODING");
+                       const std::string_view word = isEncoding ? value : name;
+                       if (IsWordInText(word, "QUOTED-PRINTABLE", isEncoding)) {
+                         coding.isQuotedPrintable = true;
+                         coding.isBase64 = false;
+                       } else if (IsWordInText(word, "BASE64", isEncoding) ||
+                                  (isEncoding && IsWordInText(word, "B", isEncoding))) {
+                         coding.isBase64 = true;
+                         coding.isB = IsWordInText(word, "B", isEncoding);
+                         coding.isQuotedPrintable = false;
+                       } else if (IsWordInText(word, "8BIT", isEncoding)) {
+                         coding.isBase64 = coding.isQuotedPrintable = false;
+                       }
+                     });
     return coding;
   }
 };

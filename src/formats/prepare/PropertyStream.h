@@ -15,7 +15,7 @@ namespace pim {
 
 // Gives the properties of a text one by one: each with all of its physical lines, and blank lines
 // by themselves, so that all of it is the text. It comes in pieces of any size. Where carriage
-// returns end its lines, those are the lines.
+// returns end its first line, they end lines, too.
 class PropertyStream {
  public:
   // Physical lines count from 1.
@@ -51,10 +51,10 @@ class PropertyStream {
   }
   void Feed(std::string_view piece) {
     while (!piece.empty()) {
-      const std::size_t size = std::min(piece.find(end_), piece.size() - 1) + 1;
-      line_ += piece.substr(0, size);
-      piece.remove_prefix(size);
-      if (line_.back() == end_) EndLine();
+      const std::size_t end = end_ == '\n' ? piece.find('\n') : piece.find_first_of("\r\n");
+      line_ += piece.substr(0, std::min(end, piece.size() - 1) + 1);
+      piece.remove_prefix(std::min(end, piece.size() - 1) + 1);
+      if (line_.back() == end_ || line_.back() == '\n') EndLine();
     }
   }
   void EndLine() {

@@ -48,8 +48,8 @@ bool IsOneOf(const std::string_view (&names)[Count], std::string_view name) {
 // How the readers take the bytes; a number is any other text to them, whatever its line says.
 TextMask::Charset CharsetOf(std::string_view name, std::string_view charset) {
   const bool isOther = charset.empty() || EqualsIgnoringCase(name, "TEL");
-  if (!isOther && IsWordInText(charset, "UTF-8")) return {};
-  if (!isOther && IsWordInText(charset, "SHIFT_JIS")) return {"CP932", false};
+  if (!isOther && IsWordInText(charset, "UTF-8", true)) return {};
+  if (!isOther && IsWordInText(charset, "SHIFT_JIS", true)) return {"CP932", false};
   TextMask::Charset own;
   own.name = isOther ? std::string(DefaultCodePageName()) : AsTokenised(charset);
   own.isReadAsUtf8 = DefaultCodePageName() == "UTF-8";
@@ -93,7 +93,12 @@ void Redactor::NoteDamage(std::int64_t line) {
 }
 
 bool Redactor::MaskValue(const Property& property, std::string_view value) {
-  ValueMask mask(mask_, property.charset);
+  ValueBytes masked(value, property.isQuotedPrintable);
+  // The readers end a value at the first of its bytes that is damaged: what is text up to there
+  // isn't known.
+  TextMask::Charset charset = property.charset;
+  if (masked.isDamaged() && charset.isReadAsUtf8 && charset.name != "UTF-8") charset.name.clear();
+  ValueMask mask(mask_, charset);
   if (IsOneOf(kKept, property.name)) {
     out_ += value;
     return true;
@@ -105,7 +110,6 @@ bool Redactor::MaskValue(const Property& property, std::string_view value) {
     out_ += base64;
     return !mask.hasStayed();
   }
-  ValueBytes masked(value, property.isQuotedPrintable);
   if (IsOneOf(kFrames, property.name)) {
     mask.Frame(masked.bytes);
   } else if (IsOneOf(kCodes, property.name)) {

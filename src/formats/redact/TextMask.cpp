@@ -173,7 +173,7 @@ bool TextMask::MaskFields(std::string& bytes, const Charset& charset) const {
 // False where the charset isn't known, or has states.
 bool TextMask::MaskIn(std::string& bytes, const std::string& charset) const {
   constexpr std::uint32_t kTries = 300;  // of characters that the charset may have
-  if (charset.find('\0') != std::string::npos) return false;
+  if (charset.empty() || charset.find('\0') != std::string::npos) return false;
   if (steps_ == nullptr || stepsOf_ != charset) {
     steps_ = std::make_unique<CharsetSteps>(charset);
     stepsOf_ = charset;

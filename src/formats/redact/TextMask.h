@@ -24,7 +24,7 @@ class TextMask {
 
   // What the bytes of a text are in.
   struct Charset {
-    std::string name = "UTF-8";  // as iconv calls it
+    std::string name = "UTF-8";  // as iconv calls it; empty where nobody knows
     bool isReadAsUtf8 = true;    // by the readers, whatever they are
   };
 

@@ -14,24 +14,18 @@ namespace {
 // What begins and ends objects.
 constexpr std::string_view kFrameWords[] = {"VCARD",    "VCALENDAR", "VEVENT",    "VTODO",
                                             "VMEMO",    "VJOURNAL",  "VTIMEZONE", "VALARM",
-                                            "STANDARD", "DAYLIGHT",  "BEGIN:",    "END:"};
+                                            "STANDARD", "DAYLIGHT"};
 
-// How much of the text is frame words at its head, or the start of one: readers take that for it.
-std::size_t FrameSize(std::string_view text) {
-  std::size_t size = 0;
-  for (bool isFound = true; isFound && size < text.size();) {
-    isFound = false;
-    for (const std::string_view word : kFrameWords) {
-      if (!EqualsIgnoringCase(text.substr(size, word.size()), word)) continue;
-      size += word.size();
-      isFound = true;
-      break;
-    }
-  }
-  const std::string_view rest = text.substr(size);
-  const bool isStart = std::ranges::any_of(
-      kFrameWords, [rest](std::string_view word) { return IsStartOf(word, Trim(rest)); });
-  return isStart ? text.size() : size;
+// Whether a word stands at the head of the text, the start of one alone, or a BEGIN anywhere: the
+// readers tell of all of these.
+bool HasFrameWord(std::string_view text) {
+  constexpr std::string_view kBegin = "BEGIN";
+  for (std::size_t at = 0; at < text.size(); ++at)
+    if (EqualsIgnoringCase(text.substr(at, kBegin.size()), kBegin)) return true;
+  const std::string_view word = Trim(text);
+  return std::ranges::any_of(kFrameWords, [word](std::string_view known) {
+    return IsStartOf(known, word) || EqualsIgnoringCase(word.substr(0, known.size()), known);
+  });
 }
 
 std::uint32_t DigitValue(char c) { return static_cast<std::uint32_t>(kBase64Alphabet.find(c)); }
@@ -46,13 +40,11 @@ void ValueMask::Text(std::string& bytes) {
 }
 
 void ValueMask::Frame(std::string& bytes) {
-  const std::string before = bytes;
-  std::string rest = bytes.substr(FrameSize(bytes));
-  if (rest.empty()) return;
-  Text(rest);
-  bytes.replace(bytes.size() - rest.size(), std::string::npos, rest);
+  if (HasFrameWord(bytes)) return;
+  std::string masked = bytes;
+  Text(masked);
   // What begins nothing may not come to begin something.
-  if (FrameSize(bytes) != FrameSize(before)) bytes = before;
+  if (!HasFrameWord(masked)) bytes = masked;
 }
 
 void ValueMask::Code(std::string& bytes) {
@@ -85,10 +77,11 @@ bool ValueMask::IsFormal(std::string_view part, PartKind kind) {
 // What is no date stays none, and of the same kind to the readers, who take its first digits, those
 // behind a T, and any Z.
 void ValueMask::NoDate(PartKind kind, std::string& part) {
+  // Nothing but zeros says that there is no day.
+  if (part.find_first_not_of("0TZ-: ") == std::string::npos) return;
   const std::string before = part;
   Text(part);
   if (kind == PartKind::Day) {
-    // Nothing but zeros says that there is no day.
     for (std::size_t i = 0; i < part.size(); ++i)
       if (before[i] == '0' || part[i] == '0') part[i] = before[i];
     std::string date = part;

@@ -69,6 +69,12 @@ void TakePrefixesOff(std::vector<PropertyLine>& lines, PrepareNotes& notes) {
     notes.Add(PrepareStep::Prefixes, label.first, label.last, "the label became a type");
     label.text.clear();
   }
+  // Where one ended a picture, a blank line does.
+  bool isPicture = false;
+  for (PropertyLine& line : lines) {
+    if (line.text.empty() && isPicture) line.text = "\r\n";
+    isPicture = LineCoding::Of(line.head().params).isBase64;
+  }
   std::erase_if(lines, [](const PropertyLine& line) { return line.text.empty(); });
   for (PropertyLine& line : lines) {
     const std::string prefix(PrefixOf(line.head().name));

@@ -91,7 +91,7 @@ TEST(VCardDown, Lines) {
        "2 PHOTO changed bad-base64\n"},
       {"PHOTO;VALUE=uri:http://x/y.jpg\n", "", "2 PHOTO dropped no-picture\n"},
       // What 2.1 has no place for.
-      {"UID:u\nREV:2020\nPRODID:p\n", "UID:u\r\nREV:2020\r\n"},
+      {"UID:u\nREV:2020\nPRODID:p\n", "UID:u\r\nREV:2020\r\nPRODID:p\r\n"},
       {"X-ABC.GEO;TYPE=x:1;2\n", "GEO;x:1;2\r\n", "2 GEO dropped no-property\n"},
       {"LABEL;TYPE=\"home,a b\";INTL;QUOTED-PRINTABLE:a\\, b=3D\\n=\n\\;\n",
        "LABEL;home;INTL;CHARSET=utf-8;ENCODING=QUOTED-PRINTABLE:a, b=3D=0D=0A;\r\n",

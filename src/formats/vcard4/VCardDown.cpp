@@ -145,7 +145,8 @@ void CardDown::ConvertKnown(const CardLine& line, CardProperty property) {
   if (line.IsBase64() && property != CardProperty::Photo) return ConvertUnknown(line);
   switch (property) {
     case CardProperty::ProductId:
-      return;
+      if (Value(line) == kProductId) return;
+      return AppendText(line, property, {}, Value(line));
     case CardProperty::Uid:
     case CardProperty::Revision:
       return AppendText(line, property, {}, Value(line));

@@ -61,7 +61,7 @@ struct PropertyRow {
 
 // By the numbers of their codes. What can stand once has a further name for those behind the first.
 inline constexpr PropertyRow kPropertyRows[] = {
-    {CardProperty::ProductId, "PRODID", "PRODID", "", "text"},
+    {CardProperty::ProductId, "PRODID", "PRODID", "PRODID", "text"},
     {CardProperty::Uid, "UID", "UID", "UID", "uri"},
     {CardProperty::Revision, "REV", "REV", "REV", "timestamp"},
     {CardProperty::Kind, "KIND", "X-ADDRESSBOOKSERVER-KIND", "", "text"},

@@ -80,15 +80,11 @@ void PropertyLines::AppendText(NarrowStringView name, NarrowStringView parameter
 void PropertyLines::AppendComponents(NarrowStringView name, NarrowStringView parameters,
                                      std::span<const WideStringView> components) {
   if (AppendPlainComponents(name, parameters, components)) return;
-  bool needsParameters = false;
-  value_.clear();
-  for (const WideStringView& component : components) {
+  const auto encode = [this](WideStringView component) -> NarrowString& {
     Encode(component);
-    needsParameters = needsParameters || NeedsTextParameters(encoded_);
-    EscapeValue(encoded_);
-    if (&component != &components.front()) value_.append(1, ';');
-    value_.append(encoded_);
-  }
+    return encoded_;
+  };
+  const bool needsParameters = JoinComponents(components, encode, value_);
   parameters_ = parameters;
   if (needsParameters) parameters_.append(TextParameters());
   Append(name, parameters_, value_);

@@ -8,9 +8,26 @@
 
 #include "pim/support/Strings.h"
 #include "pim/support/WritingForm.h"
+#include "support/TextCodec.h"
 #include "support/WordTable.h"
 
 namespace pim {
+
+// Replaces `value` by components joined by semicolons, after encode(component) has given each of
+// them encoded, whose own semicolons are escaped then. Gives whether it needs the text parameters.
+template <class Components, class Encode>
+bool JoinComponents(const Components& components, Encode encode, NarrowString& value) {
+  bool needsParameters = false;
+  value.clear();
+  for (const auto& component : components) {
+    NarrowString& encoded = encode(component);
+    needsParameters = needsParameters || NeedsTextParameters(encoded);
+    EscapeValue(encoded);
+    if (&component != &components.front()) value.append(1, ';');
+    value.append(encoded);
+  }
+  return needsParameters;
+}
 
 // Writes the property lines of a text. Most values are short and plain: they are narrowed where
 // their line is put together, in one pass that also finds out whether they are. Any other one goes

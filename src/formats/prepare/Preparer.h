@@ -91,6 +91,7 @@ class Preparer {
 
   // By blocks (PreparerBlocks.cpp).
   void EmitBlock(std::size_t end, std::int64_t endLine, std::string_view missing);
+  std::vector<PropertyLine> MendedLines(std::string_view text);
   std::string PreparedCard(std::string_view text);
   std::string PreparedItem(std::string_view text);
   std::string OlderCard(const std::vector<PropertyLine>& lines);

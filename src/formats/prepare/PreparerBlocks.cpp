@@ -37,13 +37,19 @@ void Preparer::EmitBlock(std::size_t end, std::int64_t endLine, std::string_view
   Emit(prepared, block_.line, lines, prepared == text && missing.empty());
 }
 
-std::string Preparer::PreparedCard(std::string_view text) {
+// The properties of the open block, after the steps that are those of both forms.
+std::vector<PropertyLine> Preparer::MendedLines(std::string_view text) {
   std::vector<PropertyLine> lines = PropertyLinesOf(text, block_.line, Has(PrepareStep::Base64));
   for (PropertyLine& line : lines) {
     if (line.isIndented)
       notes_.Add(PrepareStep::Base64, line.first, line.last, "lines of base64 indented");
     if (Has(PrepareStep::Charsets)) MendCharset(line, notes_);
   }
+  return lines;
+}
+
+std::string Preparer::PreparedCard(std::string_view text) {
+  std::vector<PropertyLine> lines = MendedLines(text);
   if (Has(PrepareStep::VCard) && IsModernCard(lines)) {
     for (PropertyLine& line : lines) {
       if (LineCoding::Of(line.head().params).charset.empty())
@@ -82,12 +88,7 @@ std::string Preparer::OlderCard(const std::vector<PropertyLine>& lines) {
 }
 
 std::string Preparer::PreparedItem(std::string_view text) {
-  std::vector<PropertyLine> lines = PropertyLinesOf(text, block_.line, Has(PrepareStep::Base64));
-  for (PropertyLine& line : lines) {
-    if (line.isIndented)
-      notes_.Add(PrepareStep::Base64, line.first, line.last, "lines of base64 indented");
-    if (Has(PrepareStep::Charsets)) MendCharset(line, notes_);
-  }
+  std::vector<PropertyLine> lines = MendedLines(text);
   if (Has(PrepareStep::Alarms)) RaiseAlarm(lines, notes_);
   if (Has(PrepareStep::Times) && frame_.zone.isKnown()) BringToUtc(frame_.zone, lines, notes_);
   return TextOf(lines);

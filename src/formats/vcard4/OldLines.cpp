@@ -8,6 +8,7 @@
 #include "platform/Utf8.h"
 #include "support/Ascii.h"
 #include "support/PlainText.h"
+#include "support/PropertyLines.h"
 #include "support/QuotedPrintable.h"
 #include "support/TextCodec.h"
 
@@ -45,15 +46,11 @@ bool OldLines::AppendText(NarrowStringView name, NarrowStringView parameters,
 bool OldLines::AppendComponents(NarrowStringView name, NarrowStringView parameters,
                                 std::span<const NarrowString> components) {
   bool isWhole = true;
-  bool needsParameters = false;
-  value_.clear();
-  for (const NarrowString& component : components) {
+  const auto encode = [this, &isWhole](const NarrowString& component) -> NarrowString& {
     isWhole = Encode(component) && isWhole;
-    needsParameters = needsParameters || NeedsTextParameters(encoded_);
-    EscapeValue(encoded_);
-    if (&component != &components.front()) value_.append(1, ';');
-    value_.append(encoded_);
-  }
+    return encoded_;
+  };
+  const bool needsParameters = JoinComponents(components, encode, value_);
   parameters_ = parameters;
   if (needsParameters) parameters_.append(TextParameters());
   Append(name, parameters_, value_);

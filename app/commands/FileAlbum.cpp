@@ -53,8 +53,8 @@ std::vector<InputText> TextsOf(const std::vector<std::string>& paths, int& statu
   std::vector<InputText> texts;
   for (const std::string& path : paths) {
     const auto find = [&] {
-      for (std::string& file : FilesOf(path, extensions))
-        texts.push_back({std::move(file), file != path});
+      for (const std::string& file : FilesOf(path, extensions))
+        texts.push_back({file, file != path});
       return kDone;
     };
     status = Worse(status, ForInput(find));
@@ -107,7 +107,8 @@ class FileAlbum {
     if (account_ && text.isOfFolder && IsOfOtherForm(path, form_)) return kDone;
     PeekedSource source(SourceOf(path, options_, prepared_));
     const auto first = TextHeadOf(source.head());
-    if (!account_ && first) Decide(FormOf(first->object));
+    if (!account_ && (first || !source.isWhole()))
+      Decide(first ? FormOf(first->object) : TextForm::VCard);
     if (!account_ || (first && FormOf(first->object) != form_ && !options_.form)) {
       TellNothing(path, source.head());
       return kRejected;

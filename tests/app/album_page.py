@@ -29,7 +29,7 @@ style = re.search("<style>(.*?)</style>", page, re.S)[1]
 scripts = re.findall("<script>(.*?)</script>", page, re.S)
 data = [text for attribute in ('id="album"', 'class="records"', 'id="files"')
         for text in elements(attribute)]
-print(json.dumps({
+found = {
     "policy": policy == wanted.format(source(style), source(scripts[0])) and len(scripts) == 1,
     "safe": not any("<" in text for text in data),
     "album": json.loads(elements('id="album"')[0]),
@@ -38,4 +38,6 @@ print(json.dumps({
     "pictures": [[int(record), media, hashlib.sha256(base64.b64decode(text)).hexdigest()]
                  for record, media, text in re.findall(
                      '<script type="text/plain" class="picture" data-record="([0-9]+)" '
-                     'data-type="([a-z/]+)">(.*?)</script>', page)]}))
+                     'data-type="([a-z/]+)">(.*?)</script>', page)]}
+# A lone surrogate, which jq doesn't take, becomes a question mark.
+sys.stdout.buffer.write(json.dumps(found, ensure_ascii=False).encode(errors="replace"))

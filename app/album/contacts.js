@@ -103,7 +103,7 @@ const Star = () => Make('span', { class: 'star' },
 function OpenContact(record, atMarks = false) {
   const contact = kContacts[record];
   const marks = MarkSection(contact);
-  const name = Make('span', {}, Isolated(NameOf(contact)), contact.favourite ? Star() : null);
+  const name = Make('span', {}, Isolated(NameOf(contact)), ' ', contact.favourite ? Star() : null);
   kDialog.Open(name,
     Make('div', { class: 'head' }, Face(record),
       Make('div', {},
@@ -210,37 +210,24 @@ function OfferBirthdays() {
   }));
 }
 
-// Finds what the words and filters ask for: what is found at once is shown at once.
+// What the words and filters ask for.
 const kSearch = new Search(kContacts, (contact) => ({
   words: [contact.name, contact.sort, contact.phonetic ?? '', ...(contact.groups ?? []),
     ...contact.fields.map(([, text]) => text)],
   numbers: TextsOf(contact, 'number'),
 }));
+const kSearchField = document.getElementById('search');
 const kOrder = Sorted();
 const kCards = new Cells(document.getElementById('list'), { make: MakeCard, height: 10.5, width: 19 });
-let found = [];
-let finding = 0;
+let shownCards = [];
 function Find() {
-  const mine = ++finding;
-  const test = kSearch.Test(document.getElementById('search').value);
-  let next = 0;
-  found = [];
-  const Work = () => {
-    if (mine !== finding) return;
-    const isFirst = next === 0;
-    InSlice(30, () => {
-      if (next === kOrder.length) return false;
-      const record = kOrder[next++];
-      if (PassesFilters(kContacts[record]) && test(record)) found.push(record);
-      return true;
-    });
-    const isDone = next === kOrder.length;
-    if (isFirst || isDone) kCards.Show(found, isFirst ? 0 : kCards.current);
-    if (!isDone) return setTimeout(Work);
+  kSearch.Find(kSearchField.value, kOrder, PassesFilters, (found, isFirst, isDone) => {
+    shownCards = found;
+    kCards.Show(found, isFirst ? 0 : kCards.current);
+    if (!isDone) return;
     document.getElementById('nothing').hidden = found.length > 0;
     TellCount(found.length, kContacts.length);
-  };
-  Work();
+  });
 }
 
 function PaperCard(record) {
@@ -256,7 +243,6 @@ OfferFiles();
 OfferFilters();
 OfferBirthdays();
 Find();
-const kSearchField = document.getElementById('search');
 kSearchField.addEventListener('input', () => {
   scrollTo(0, Math.min(scrollY, kCards.list.offsetTop));
   Find();
@@ -266,4 +252,4 @@ kSearchField.addEventListener('keydown', (event) => {
   event.preventDefault();
   kCards.Focus(0);
 });
-PrintInstead(() => [Make('h1', { text: document.title }), ...found.map(PaperCard)]);
+PrintInstead(() => shownCards.map(PaperCard));

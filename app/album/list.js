@@ -35,7 +35,7 @@ class Cells {
     this.awaited = true;
     requestAnimationFrame(() => {
       this.awaited = false;
-      if (!this.list.hidden) this.Render();
+      if (this.list.isConnected) this.Render();
     });
   }
   Render() {
@@ -125,14 +125,14 @@ function SetStops(cell, isCurrent) {
   for (const control of cell.querySelectorAll('a, button')) control.tabIndex = isCurrent ? 0 : -1;
 }
 
-// Paper shows what make() gives in place of the page, all of it.
+// Paper shows what make() gives in place of the page, all of it; the page where that is null.
 function PrintInstead(make) {
   let sheet = null;
   addEventListener('beforeprint', () => {
     sheet?.remove();
-    sheet = Make('div', { id: 'paper' });
-    sheet.append(...make());
-    document.body.append(sheet);
+    const cards = make();
+    sheet = cards && Make('div', { id: 'paper' }, Make('h1', { text: document.title }), ...cards);
+    if (sheet !== null) document.body.append(sheet);
   });
   addEventListener('afterprint', () => {
     sheet?.remove();

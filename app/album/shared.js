@@ -148,6 +148,28 @@ class Search {
           (digits[i] !== '' && text.includes(digits[i], text.indexOf('\0'))));
     };
   }
+  // Goes through records in an order. tell(found, isFirst, isDone) is told what is found at once, and
+  // again when all are looked through; not at all when something else is looked for meanwhile.
+  Find(query, order, passes, tell) {
+    const search = this.search = {};
+    const test = this.Test(query);
+    const found = [];
+    let next = 0;
+    const Work = () => {
+      if (search !== this.search) return;
+      const isFirst = next === 0;
+      InSlice(30, () => {
+        if (next === order.length) return false;
+        const record = order[next++];
+        if (passes(this.records[record]) && test(record)) found.push(record);
+        return true;
+      });
+      const isDone = next === order.length;
+      if (isFirst || isDone) tell(found, isFirst, isDone);
+      if (!isDone) setTimeout(Work);
+    };
+    Work();
+  }
 }
 
 // Works for some milliseconds, while there is something to do.
@@ -237,8 +259,8 @@ function MarkList(marks) {
   const rows = marks.map(([first, last, verdict, name, why, text]) => Make('li', {},
     Make('p', {},
       Make('strong', { text: first === last ? Label('line', { n: first }) : Label('lines', { first, last }) }),
-      ' ', Make('span', { class: `verdict ${/^[a-z]+$/.test(verdict) ? verdict : ''}`, text: Label(verdict) }),
-      ' ', Make('code', {}, Isolated(name)), ' ', Make('span', { text: Visible(why) })),
+      ' ', Make('code', {}, Isolated(name)), ' ', Make('span', { class: 'verdict', text: Label(verdict) }),
+      why === '' ? null : ': ', Make('span', { text: Visible(why) })),
     Make('pre', { dir: 'auto', text: Visible(text) })));
   return Make('ul', { class: 'marks', role: 'list' }, ...rows);
 }

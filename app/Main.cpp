@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <exception>
 
+#include "app/commands/Album.h"
 #include "app/commands/Charsets.h"
 #include "app/commands/Check.h"
 #include "app/commands/CommandLine.h"
@@ -46,6 +47,10 @@ int Run(const Options& options) {
       return ImportFiles(options);
     case Action::Export:
       return ExportRecords(options);
+    case Action::Album:
+      return WriteStoredAlbum(options);
+    case Action::FileAlbum:
+      return WriteFileAlbum(options);
     case Action::List:
       return ListRecords(options);
     case Action::Count:

@@ -12,7 +12,7 @@ set(folders
   src/store/sqlite src/store/postgres
   src/formats src/formats/vcard4 src/formats/icalendar src/formats/prepare src/formats/redact
   src/formats/charsets
-  app app/commands app/input app/output app/labels)
+  app app/album app/commands app/input app/output app/labels)
 set(may_src/platform)
 set(may_src/support src/platform)
 set(may_src/stream src/support)
@@ -31,7 +31,9 @@ list(APPEND may_src/formats/prepare src/formats/vcard4 src/formats/icalendar)
 list(APPEND may_src/formats/redact src/formats/prepare)
 list(APPEND may_src/formats/charsets src/formats/prepare)
 set(may_app app/commands app/input app/output)
-set(may_app/commands app/input app/output app/labels
+set(may_app/album app/output app/labels
+  src/formats src/formats/vcard4 src/formats/icalendar src/support src/platform)
+set(may_app/commands app/album app/input app/output app/labels
   src/formats src/formats/vcard4 src/formats/icalendar src/formats/prepare
   src/formats/redact src/formats/charsets src/support src/platform)
 set(may_app/input app/output src/formats src/formats/prepare src/support src/platform)

@@ -22,7 +22,7 @@ cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_COMPILER=
   -DCMAKE_INSTALL_PREFIX=/usr -DCMAKE_INSTALL_LIBDIR="lib/$(dpkg-architecture -qDEB_HOST_MULTIARCH)" \
   -DCMAKE_INSTALL_DOCDIR=share/doc/libpimvobjmgr-dev \
   -DPIMVOBJ_PACKAGER="${DEBFULLNAME:-PimVobjMgr maintainers} <${DEBEMAIL:-maintainers@localhost}>" \
-  -DPIMVOBJ_BUILD_BOTH=ON -DPIMVOBJ_BUILD_POSTGRES=ON -DPIMVOBJ_PACKAGES=ON \
+  -DCMAKE_UNITY_BUILD=ON -DPIMVOBJ_BUILD_BOTH=ON -DPIMVOBJ_BUILD_POSTGRES=ON -DPIMVOBJ_PACKAGES=ON \
   -DPIMVOBJ_PACKAGE_DATE="$(date --utc --date "@$SOURCE_DATE_EPOCH" --rfc-email)"
 cmake --build "$build"
 rm -f "$build"/*.deb

@@ -17,7 +17,10 @@ case ${1:-} in package | all) packages+=(dpkg-dev) ;; esac
   mandoc bash-completion zsh fish
   postgresql-15 pgbouncer
   python3-vobject python3-icalendar libez-vcard-java libvinnie-java openjdk-17-jdk-headless
+  chromium fonts-dejavu-core fonts-vlgothic poppler-utils
 )
+# Where Node.js comes from elsewhere, npm comes with it.
+[ "${1:-}" != all ] || command -v npm >/dev/null || packages+=(nodejs npm)
 
 missing=()
 for package in "${packages[@]}"; do

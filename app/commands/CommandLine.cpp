@@ -151,6 +151,8 @@ void CheckOptions(const Parts& parts, const CommandPlace& place) {
     if (place.command->action == Action::CopyStore && !parts.Has(needed))
       throw WrongUsage("'" + place.Words() + "' needs " + DashedName(RowOf(needed)));
   }
+  if (place.command->action == Action::CopyStore && parts.Has(Option::Store))
+    throw WrongUsage("take either --store or --from");
   const std::span<const Option> own = place.command->options;
   for (const auto& [one, with] :
        {std::pair(Option::Strict, Option::Losses), std::pair(Option::Steps, Option::Prepare)}) {

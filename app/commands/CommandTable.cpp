@@ -31,6 +31,11 @@ constexpr Option kContactExport[] = {Option::Group,  Option::NoName,     Option:
                                      Option::Groups, Option::CsvColumns, Option::Report};
 constexpr Option kItemExport[] = {Option::All, Option::NoName, Option::Output, Option::Force,
                                   Option::To,  Option::Split,  Option::Report};
+constexpr Option kContactAlbum[] = {Option::Group, Option::NoName, Option::Output, Option::Force};
+constexpr Option kItemAlbum[] = {Option::NoName, Option::Output, Option::From, Option::To,
+                                 Option::Force};
+constexpr Option kFileAlbum[] = {Option::Output,  Option::As,    Option::From, Option::To,
+                                 Option::Prepare, Option::Steps, Option::Force};
 constexpr Option kConvert[] = {Option::To,         Option::Output,  Option::Split, Option::Groups,
                                Option::CsvColumns, Option::Prepare, Option::Steps, Option::Force,
                                Option::Report,     Option::Strict};
@@ -68,6 +73,17 @@ constexpr const char* kContactExporting =
 constexpr const char* kExporting =
     "Nothing is replaced unless --force is given. WORDs choose as those of list do.";
 
+constexpr const char* kAlbum =
+    "The page is one file that needs nothing else and asks no network for anything: records and "
+    "pictures are in it. WORDs choose as those of list do. Nothing is replaced unless --force is "
+    "given.";
+constexpr const char* kItemAlbumText =
+    "The page is one file that needs nothing else and asks no network for anything. 'pimvobj "
+    "calendar album' has events, to-dos and memos; 'todo album' and 'memo album' have theirs "
+    "alone. "
+    "With --from or --to, memos and to-dos without a time are in, too. WORDs choose as those of "
+    "list do. Nothing is replaced unless --force is given.";
+
 constexpr CommandRow kCommands[] = {
     {Family::Contacts, Action::Import, "import", "PATH...", 1, kAnyNumber,
      "Read vCard files into the store", kContactImport,
@@ -86,6 +102,11 @@ constexpr CommandRow kCommands[] = {
      "pimvobj contacts export - --group Family > family.vcf\n"
      "pimvobj contacts export new.vcf --to vcard4",
      kContactExporting},
+    {Family::Contacts, Action::Album, "album", "FILE.html|- [WORD...]", 0, kAnyNumber,
+     "Write contacts as a page to look through in a browser", kContactAlbum,
+     "pimvobj contacts album album.html\n"
+     "pimvobj contacts album family.html --group Family --lang de",
+     kAlbum},
     {Family::Contacts, Action::List, "list", "[WORD...]", 0, kAnyNumber, "List stored contacts",
      kContactList,
      "pimvobj contacts list müller berlin\n"
@@ -118,6 +139,11 @@ constexpr CommandRow kCommands[] = {
      "pimvobj {noun} export - --all > everything.vcs\n"
      "pimvobj {noun} export all.ics --to icalendar",
      kExporting},
+    {Family::Items, Action::Album, "album", "FILE.html|- [WORD...]", 0, kAnyNumber,
+     "Write {one}s as a page to look through in a browser", kItemAlbum,
+     "pimvobj {noun} album all.html\n"
+     "pimvobj {noun} album 2010.html --from 2010 --to 2010",
+     kItemAlbumText},
     {Family::Items, Action::List, "list", "[WORD...]", 0, kAnyNumber, "List stored {one}s",
      kItemList,
      "pimvobj {noun} list lunch\n"
@@ -223,6 +249,15 @@ constexpr CommandRow kCommands[] = {
      "pimvobj check calendar.vcs --json | jq '.differences[].field'",
      "Each record is read, written and read again. Exit status 4 when one doesn't come back as it "
      "was. A FILE may be - for standard input. No store is touched."},
+    {Family::NoNoun, Action::FileAlbum, "album", "FILE...", 1, kAnyNumber,
+     "Write what files hold as a page to look through in a browser", kFileAlbum,
+     "pimvobj album old.vcf -o old.html\n"
+     "pimvobj album phone/ -o phone.html --lang ja\n"
+     "pimvobj album calendar.vcs -o 2010.html --from 2010 --to 2010",
+     "The page is of contacts or of a calendar, as --as says, else as the first FILE is. Each "
+     "record has its lines that aren't kept as they stand, with their numbers and why. A FILE may "
+     "be a folder, whose .vcf or .vcs and .ics files are read, or - for standard input. No store "
+     "is touched."},
     {Family::NoNoun, Action::Convert, "convert", "FILE...", 1, kAnyNumber,
      "Write what files hold in a form of today's programs", kConvert,
      "pimvobj convert old.vcf --to vcard4 -o new.vcf\n"

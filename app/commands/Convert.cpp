@@ -16,14 +16,6 @@
 namespace pim::app {
 namespace {
 
-// A text that ends inside something is told of where the file ends alone.
-void KeepNotices(std::vector<TextNotice>& notices, bool isLast) {
-  std::erase_if(notices, [isLast](const TextNotice& notice) {
-    return !isLast && (notice.event == TextEvent::EndsInsideRecord ||
-                       notice.event == TextEvent::EndsInsideValue);
-  });
-}
-
 // What is read of files, and what becomes of it.
 template <class Record>
 class Converter {
@@ -73,13 +65,7 @@ class Converter {
     };
     Outcome outcome =
         ReadText(windows.text(), take, [this](const AccountEntry& entry) { account_.Take(entry); });
-    KeepNotices(outcome.notices, windows.isLast());
-    if (!outcome.notices.empty() || outcome.result.outcome == TextOutcome::Rejected)
-      progress_.Clear();
-    TellMessages(path, outcome, windows.text(), "; what stands behind it isn't read",
-                 windows.linesAhead());
-    if (windows.isFirst()) TellVersion(path, windows.text(), form_);
-    return outcome.result.outcome == TextOutcome::Rejected ? kRejected : kDone;
+    return TellStretch(path, outcome, windows, form_, [this] { progress_.Clear(); });
   }
 
   void RemovePicture(const CContact& contact) { pictures_.Remove(contact.photo); }

@@ -16,6 +16,7 @@
 #include "app/commands/StoredRecords.h"
 #include "app/input/Interrupt.h"
 #include "app/output/ItemText.h"
+#include "app/output/MissingPictures.h"
 #include "app/output/Output.h"
 #include "app/output/Progress.h"
 #include "pim/manager/ContactExport.h"
@@ -23,7 +24,6 @@
 #include "platform/CodePages.h"
 #include "platform/Files.h"
 #include "support/Ascii.h"
-#include "support/CallerIdPictures.h"
 
 namespace pim::app {
 namespace {
@@ -88,21 +88,6 @@ void CheckFile(const std::string& path, bool force) {
   if (fs::is_directory(path, error)) throw Failure(ShownName(path) + ": is a folder" + kNothing);
   if (!force) throw Failure(ShownName(path) + ": is there already; --force replaces it" + kNothing);
 }
-
-// Tells of pictures that contacts name and that are nowhere.
-class MissingPictures {
- public:
-  void Look(const CContact& contact) {
-    if (contact.photo.empty() || HasCallerIdPicture(contact.photo)) return;
-    found_ = true;
-    Complain("contact " + std::to_string(contact.tag) + " (" + Shown(DisplayName(contact)) +
-             "): its picture " + Shown(contact.photo) + " is missing; it goes without");
-  }
-  int Status() const { return found_ ? kFailed : kDone; }
-
- private:
-  bool found_ = false;
-};
 
 void OpenFolder(const std::string& folder, bool force) {
   std::error_code error;

@@ -69,6 +69,14 @@ constexpr OptionRow kOptions[] = {
     {Option::Version, 'V', "version", nullptr, "Print the program's version"},
 };
 
+constexpr const char* kDay = "DAY";
+constexpr const char* kFromDay =
+    "Of a calendar: what reaches into the days from this one on, such as 2010-03-01, 2010-03 or "
+    "2010";
+constexpr const char* kToDay =
+    "Of a calendar: what reaches into the days up to this one; repeats are followed so far "
+    "(default: two years behind today or behind their start)";
+
 // Where an option of some commands means more than elsewhere, or less, or takes another value.
 constexpr struct {
   std::optional<Action> action;
@@ -77,6 +85,9 @@ constexpr struct {
   const char* help;
   const char* value = nullptr;  // null for the same as elsewhere
 } kOwnHelp[] = {
+    {Action::Album, {}, Option::Force, "Replace a file"},
+    {Action::Album, {}, Option::From, kFromDay, kDay},
+    {Action::Album, {}, Option::To, kToDay, kDay},
     {Action::Check, {}, Option::Json, "Print one JSON object for each FILE"},
     {Action::Convert, {}, Option::Force, "Replace files"},
     {Action::Convert, {}, Option::Report, "Write into this file what the form can't hold, as JSON"},
@@ -93,6 +104,9 @@ constexpr struct {
      "With --to: write into this file what the form can't hold"},
     {Action::Export, {}, Option::To, "Write {choices}, not the old form"},
     {Action::Export, Family::Items, Option::Force, "Replace a file"},
+    {Action::FileAlbum, {}, Option::Force, "Replace a file"},
+    {Action::FileAlbum, {}, Option::From, kFromDay, kDay},
+    {Action::FileAlbum, {}, Option::To, kToDay, kDay},
     {Action::Import, {}, Option::Force, "Replace the files of --rejects and --report"},
     {Action::Import, {}, Option::Group, "Put all of them into this group, not into the file's own"},
     {Action::Import, {}, Option::Json, "With --dry-run: print one JSON object"},
@@ -121,7 +135,6 @@ constexpr std::pair<Option, Option> kEitherOr[] = {{Option::Group, Option::NoGro
                                                    {Option::Json, Option::Fields},
                                                    {Option::JsonLines, Option::Fields},
                                                    {Option::KeepDuplicates, Option::SkipDuplicates},
-                                                   {Option::Store, Option::From},
                                                    {Option::DryRun, Option::Report},
                                                    {Option::Split, Option::Groups}};
 

@@ -21,6 +21,8 @@ enum class Action : std::uint8_t {
   TellCharsets,
   Import,
   Export,
+  Album,
+  FileAlbum,
   List,
   Count,
   ShowRecords,
@@ -62,8 +64,8 @@ struct Options {
   std::vector<std::string> given;      // the options that change what it does, "--group=Family"
   std::vector<std::string> operands;   // files, folders, words or keys, as the command takes them
   std::optional<std::string> store;    // a path or a server's URL, as the next two
-  std::optional<std::string> from;     // the store that is copied
-  std::optional<std::string> to;       // where the copy goes, or the form that is written
+  std::optional<std::string> from;     // the store that is copied, or the first day of an album
+  std::optional<std::string> to;       // where the copy goes, the form that is written or a day
   std::optional<std::string> group;    // import: every contact joins it; elsewhere: those in it
   std::optional<std::string> output;   // where an export goes
   std::optional<std::string> rejects;  // import: where rejected records go, the others being taken

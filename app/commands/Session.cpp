@@ -66,7 +66,8 @@ Session::Session(const Options& options, StoreAccess access)
       records_(store_),
       mayTryAgain_([this] { return store_->MayTryAgain(); }) {
   if (!options.dryRun) ClearLeftovers(place_, access, *store_);
-  const bool shows = options.action == Action::Export || options.action == Action::List;
+  const bool shows = options.action == Action::Export || options.action == Action::Album ||
+                     options.action == Action::List;
   if (shows && store_->KeepsPictures() && !HasPicturePlace()) pictures_.emplace(TemporaryFolder());
   binding_.emplace(*records_);
 }

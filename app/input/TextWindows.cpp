@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "app/output/Output.h"
+
 namespace pim::app {
 namespace {
 
@@ -46,6 +48,21 @@ std::size_t TextWindows::LastRecord() const {
     return part.object != TextObject::Calendar && FormOf(part.object) == form_;
   });
   return last == parts.rend() ? 0 : last->offset;
+}
+
+int TellStretch(const std::string& path, Outcome& outcome, const TextWindows& windows,
+                TextForm form, const std::function<void()>& begin) {
+  // A text that ends inside something is told of where the file ends alone.
+  std::erase_if(outcome.notices, [&windows](const TextNotice& notice) {
+    return !windows.isLast() && (notice.event == TextEvent::EndsInsideRecord ||
+                                 notice.event == TextEvent::EndsInsideValue);
+  });
+  const bool isRejected = outcome.result.outcome == TextOutcome::Rejected;
+  if (!outcome.notices.empty() || isRejected) begin();
+  TellMessages(path, outcome, windows.text(), "; what stands behind it isn't read",
+               windows.linesAhead());
+  if (windows.isFirst()) TellVersion(path, windows.text(), form);
+  return isRejected ? kRejected : kDone;
 }
 
 }  // namespace pim::app

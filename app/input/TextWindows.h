@@ -3,9 +3,11 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 
 #include "app/input/ByteSource.h"
+#include "app/input/TextReading.h"
 #include "pim/stream/TextHead.h"
 #include "pim/support/Strings.h"
 
@@ -42,5 +44,10 @@ class TextWindows {
   bool hasBegun_ = false;
   bool atEnd_ = false;
 };
+
+// Tells what came of reading the stretch that is there of the file at `path`, as TellMessages and
+// TellVersion do, once `begin` was called. Gives the exit status.
+int TellStretch(const std::string& path, Outcome& outcome, const TextWindows& windows,
+                TextForm form, const std::function<void()>& begin);
 
 }  // namespace pim::app

@@ -86,20 +86,25 @@ void AccountJson::AppendName(NarrowStringView name) {
   }
 }
 
+std::string ReasonsOf(const AccountEntry& entry) {
+  std::string reasons(TextOf(entry.fault));
+  for (LossMask left = entry.why; left != 0; left &= left - 1) {
+    const LossRow& loss = FirstOf(left);
+    reasons.append(reasons.empty() ? "" : "; ").append(loss.text);
+    if (loss.code == LOSS_TYPE_IGNORED && !entry.ignored.empty())
+      reasons.append(" (").append(Shown(WideFromUtf8(entry.ignored))).append(")");
+  }
+  return reasons;
+}
+
 std::string AccountLine(std::string_view file, const AccountEntry& entry) {
   std::string line = std::string(file) + ":" + std::to_string(entry.first);
   if (entry.last != entry.first) line += "-" + std::to_string(entry.last);
   line += ": ";
   if (!entry.name.empty()) line += Shown(WideFromUtf8(entry.name)) + ": ";
   line += NameOf(entry.verdict);
-  if (entry.fault != TextFault::None) line.append(": ").append(TextOf(entry.fault));
-  std::string_view mark = ": ";
-  for (LossMask left = entry.why; left != 0; left &= left - 1) {
-    const LossRow& loss = FirstOf(left);
-    line.append(std::exchange(mark, "; ")).append(loss.text);
-    if (loss.code == LOSS_TYPE_IGNORED && !entry.ignored.empty())
-      line.append(" (").append(Shown(WideFromUtf8(entry.ignored))).append(")");
-  }
+  const std::string reasons = ReasonsOf(entry);
+  if (!reasons.empty()) line.append(": ").append(reasons);
   return line += '\n';
 }
 

@@ -35,6 +35,9 @@ class AccountJson {
 // "vcard" or "vcalendar", as options name it too.
 std::string_view FormName(TextForm form);
 
+// "a NUL character; the text ends there", for people; empty where nothing is lost.
+std::string ReasonsOf(const AccountEntry& entry);
+
 // "NOTE: changed: a NUL character; the text ends there", with the places of several lines ahead.
 std::string AccountLine(std::string_view file, const AccountEntry& entry);
 

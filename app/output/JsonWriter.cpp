@@ -14,7 +14,7 @@ namespace pim::app {
 namespace {
 
 // How each ASCII character stands in a text: 0 as itself, u by its number, else behind a backslash.
-constexpr std::array<char, 128> MakeEscapes() {
+constexpr std::array<char, 128> MakeEscapes(JsonPlace place) {
   std::array<char, 128> escapes{};
   std::fill_n(escapes.begin(), 32, 'u');
   for (const auto& [character, letter] : {std::pair{'\b', 'b'},
@@ -25,9 +25,11 @@ constexpr std::array<char, 128> MakeEscapes() {
                                           {'"', '"'},
                                           {'\\', '\\'}})
     escapes[static_cast<unsigned char>(character)] = letter;
+  if (place == JsonPlace::Page) escapes['<'] = 'u';
   return escapes;
 }
-constexpr std::array<char, 128> kEscapes = MakeEscapes();
+template <JsonPlace Place>
+constexpr std::array<char, 128> kEscapes = MakeEscapes(Place);
 constexpr std::size_t kLongestUnit = 6;  // "\u001f"
 
 char* Escape(char16_t unit, char letter, char* to) {
@@ -35,17 +37,16 @@ char* Escape(char16_t unit, char letter, char* to) {
   *to++ = '\\';
   *to++ = letter;
   if (letter != 'u') return to;
-  to = std::copy_n("00", 2, to);
-  *to++ = kDigits[unit >> 4];
-  *to++ = kDigits[unit & 15];
+  for (int shift = 12; shift >= 0; shift -= 4) *to++ = kDigits[unit >> shift & 15];
   return to;
 }
 
+template <JsonPlace Place>
 char* EscapeText(WideStringView text, char* to) {
   for (std::size_t at = 0; at < text.size();) {
     const char16_t unit = text[at];
-    if (unit < kEscapes.size()) {
-      const char letter = kEscapes[unit];
+    if (unit < kEscapes<Place>.size()) {
+      const char letter = kEscapes<Place>[unit];
       if (letter == 0) {
         *to++ = static_cast<char>(unit);
       } else {
@@ -54,7 +55,11 @@ char* EscapeText(WideStringView text, char* to) {
       ++at;
     } else {
       const std::size_t units = IsPairAt(text, at) ? 2 : 1;
-      to += EncodeUtf8(text.substr(at, units), to);
+      if (Place == JsonPlace::Page && units == 1 && IsSurrogate(unit)) {
+        to = Escape(unit, 'u', to);
+      } else {
+        to += EncodeUtf8(text.substr(at, units), to);
+      }
       at += units;
     }
   }
@@ -78,7 +83,8 @@ void JsonWriter::Value(WideStringView text) {
   const std::size_t room = text.size() * kLongestUnit + 2;
   char* const start = buffer_.Push(room);
   *start = '"';
-  char* end = EscapeText(text, start + 1);
+  char* end = place_ == JsonPlace::Page ? EscapeText<JsonPlace::Page>(text, start + 1)
+                                        : EscapeText<JsonPlace::Text>(text, start + 1);
   *end++ = '"';
   buffer_.Pop(room - static_cast<std::size_t>(end - start));
 }

@@ -15,13 +15,18 @@
 
 namespace pim::app {
 
+// Where JSON stands: in an HTML page it may hold no "<" as such, which could end the element around
+// it.
+enum class JsonPlace : bool { Text, Page };
+
 // Writes JSON piece by piece into one buffer that is used again. Texts go from UTF-16 to escaped
-// UTF-8 in one pass; a lone surrogate becomes U+FFFD. Escapes have small digits ("\u001f").
+// UTF-8 in one pass; a lone surrogate becomes U+FFFD, and in a page, whose script has such texts
+// too, the escape of itself. Escapes have small digits ("\u001f").
 class JsonWriter : private rapidjson::Writer<rapidjson::StringBuffer> {
   using Base = rapidjson::Writer<rapidjson::StringBuffer>;
 
  public:
-  JsonWriter() : Base(buffer_) {}
+  explicit JsonWriter(JsonPlace place = JsonPlace::Text) : Base(buffer_), place_(place) {}
 
   using Base::EndArray;
   using Base::EndObject;
@@ -82,6 +87,7 @@ class JsonWriter : private rapidjson::Writer<rapidjson::StringBuffer> {
   void Ascii(std::string_view text);
 
   rapidjson::StringBuffer buffer_;
+  const JsonPlace place_;
 };
 
 // A text in UTF-8 as a JSON string; what is no UTF-8 becomes U+FFFD.

@@ -54,7 +54,7 @@ std::string LocalTimes::Span(const COleDateTime& from, const COleDateTime& to) c
 }
 
 // As the C library finds the zone.
-std::string LocalTimes::ZoneName() {
+std::string LocalTimes::NameInDatabase() {
   std::string name;
   if (const char* variable = std::getenv("TZ"); variable != nullptr) {
     name = *variable == ':' ? variable + 1 : variable;
@@ -65,6 +65,11 @@ std::string LocalTimes::ZoneName() {
     if (const std::size_t at = file.find(kFolder); at != std::string::npos)
       name = file.substr(at + kFolder.size());
   }
+  return name;
+}
+
+std::string LocalTimes::ZoneName() {
+  const std::string name = NameInDatabase();
   return name.empty() ? "local time" : name;
 }
 

@@ -22,8 +22,9 @@ class LocalTimes {
   std::string Day(const COleDateTime& utc) const;
   // "08:30 to 09:00" on one day, else two moments; empty unless both are valid.
   std::string Span(const COleDateTime& from, const COleDateTime& to) const;
-  // The zone's name in the time zone database ("Europe/Berlin"), where it has one, else "local
+  // The zone's name in the time zone database ("Europe/Berlin"), where it has one; and else "local
   // time".
+  static std::string NameInDatabase();
   static std::string ZoneName();
 
  private:

@@ -95,13 +95,15 @@ end_connection() {
 }
 mkfifo input
 for name in First Input Last; do card $name Lost; done
+stored=$(sql "SELECT count(*) FROM $schema.contacts")
 "$program" --store "$url" contacts import First.vcf - Last.vcf <input >out 2>&1 &
 import=$!
 exec 3>input
-end_connection "state = 'idle'"
+end_connection "state = 'idle' AND (SELECT count(*) FROM $schema.contacts) > $stored"
 coproc psql -X -q -A -t "$PIM_TEST_POSTGRES" 3>&-
 echo "SELECT pg_advisory_lock(4711), 'held';" >&"${COPROC[1]}" && read -r _ <&"${COPROC[0]}"
-cat Input.vcf >&3 && exec 3>&-
+cat Input.vcf >&3
+exec 3>&-
 end_connection "wait_event = 'advisory'"
 echo 'SELECT pg_advisory_unlock(4711);' >&"${COPROC[1]}"
 wait $import

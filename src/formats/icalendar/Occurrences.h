@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -13,7 +14,7 @@ namespace pim {
 
 // When calendar items happen: the dates of their rules without those of their exception rules.
 
-// Times with one distance between each other, ascending.
+// Times with one distance between each other.
 struct TimeRun {
   std::int64_t first;
   std::int64_t step;   // above 0
@@ -29,27 +30,44 @@ struct DayRange {
 };
 
 struct Occurrences {
-  // In seconds since 1970, UTC; of an all-day item in days since 1970-01-01. Ascending, each once;
-  // empty for an item without a start, or without any in the range.
+  // In seconds since 1970, UTC; of an all-day item in days since 1970-01-01. Each once, runs by
+  // their first times; those of several days of the week may lie between each other. Empty for an
+  // item without a start, or without any in the range.
   std::vector<TimeRun> times;
-  // The same ones on the clock of the item's zone, or the machine's where it has none, in seconds
-  // as if that clock were UTC; empty for an all-day item.
+  // The same ones, run by run, on the item's clock, in seconds as if that clock were UTC; empty for
+  // an all-day item.
   std::vector<TimeRun> wall;
   // In seconds, of an all-day item the days behind the first one; 0 without an end, or one ahead of
   // the start.
   std::int64_t length = 0;
   bool isAllDay = false;
-  // Whether it goes on behind the range, or happens more often than is ever looked at.
+  // Whether it goes on behind the range, or repeats in a way that isn't followed.
   bool isCut = false;
 };
 
-// Those that reach into the range. The start of an item that doesn't repeat is in it, too, only
-// where it reaches into it.
-Occurrences OccurrencesOf(const CCalendar& item, const DayRange& range);
+// An item's clock is that of its own zone, or the machine's where it has none; a rule is followed
+// where the form for iCalendar 2.0 has it: in the item's zone, else in UTC, but by the machine's
+// clock where only that makes the start a date of its own rule. A start is a date of its item,
+// whether the rule names it or not. One object serves for many items, and keeps the last one's
+// zone. All of it throws std::bad_alloc.
+class OccurrenceFinder {
+ public:
+  OccurrenceFinder();
+  OccurrenceFinder(const OccurrenceFinder&) = delete;
+  OccurrenceFinder& operator=(const OccurrenceFinder&) = delete;
+  ~OccurrenceFinder();
 
-// A moment, which is UTC, on the clock of the item's zone, or the machine's where it has none, in
-// seconds as if that clock were UTC; nothing for what is no date.
-std::optional<std::int64_t> WallTimeOf(const CCalendar& item, const COleDateTime& utc);
+  // Those that reach into the range, by the item's clock. Behind some tens of thousands of dates
+  // none is looked for.
+  Occurrences Of(const CCalendar& item, const DayRange& range);
+  // A moment, which is UTC, on the item's clock, in seconds as if that clock were UTC; nothing for
+  // what is no date.
+  std::optional<std::int64_t> WallTime(const CCalendar& item, const COleDateTime& utc);
+
+ private:
+  class Zones;
+  std::unique_ptr<Zones> zones_;
+};
 
 // "UTC+09:00 (JST)"; empty for an item without a zone.
 std::string ZoneTextOf(const CCalendarZone& zone);

@@ -6,7 +6,8 @@
 
 namespace pim {
 
-RuleDates::RuleDates(const std::string& rule, const icaltimetype& start) {
+RuleDates::RuleDates(const std::string& rule, const icaltimetype& start, std::int32_t most)
+    : most_(most) {
   const icalrecurrencetype parts = icalrecurrencetype_from_string(rule.c_str());
   if (parts.freq != ICAL_NO_RECURRENCE) dates_.reset(icalrecur_iterator_new(parts, start));
 }
@@ -36,6 +37,23 @@ bool IsFirstDate(const std::string& rule, const icaltimetype& start) {
   return first && icaltime_compare(*first, start) == 0;
 }
 
+ItemDates::ItemDates(const std::string& rule, const std::string& exception,
+                     const icaltimetype& start, std::int32_t most)
+    : start_(start),
+      happens_(rule, start, most),
+      taken_(exception, start, most),
+      happening_(start),
+      away_(taken_.Next()) {}
+
+std::optional<ItemDates::Date> ItemDates::Next() {
+  if (!happening_) return std::nullopt;
+  while (away_ && icaltime_compare(*away_, *happening_) < 0) away_ = taken_.Next();
+  const Date date{*happening_, away_ && icaltime_compare(*away_, *happening_) == 0};
+  happening_ = happens_.Next();
+  if (happening_ && icaltime_compare(*happening_, start_) == 0) happening_ = happens_.Next();
+  return date;
+}
+
 ExceptionDates ExceptionDatesOf(const std::string& rule, const std::string& exception,
                                 const icaltimetype& start) {
   constexpr int kLastYear = 2049;
@@ -43,25 +61,17 @@ ExceptionDates ExceptionDatesOf(const std::string& rule, const std::string& exce
   constexpr std::size_t kMostDates = 5'000;
   const int lastYear = std::max(kLastYear, start.year + kYears);
   ExceptionDates found;
-  RuleDates happens(rule, start);
-  RuleDates taken(exception, start);
-  // The start is a date of the item, whether its rule names it or not.
-  std::optional<icaltimetype> happening = start;
-  std::optional<icaltimetype> away = taken.Next();
-  while (happening && away) {
-    if (happening->year > lastYear || away->year > lastYear || found.dates.size() == kMostDates) {
+  ItemDates dates(rule, exception, start);
+  while (dates.takesMoreAway()) {
+    const auto date = dates.Next();
+    if (!date) break;
+    if (date->time.year > lastYear || found.dates.size() == kMostDates) {
       found.isCut = true;
       return found;
     }
-    const int order = icaltime_compare(*happening, *away);
-    if (order == 0) found.dates.push_back(*away);
-    if (order <= 0) {
-      happening = happens.Next();
-      if (happening && icaltime_compare(*happening, start) == 0) happening = happens.Next();
-    }
-    if (order >= 0) away = taken.Next();
+    if (date->isTakenAway) found.dates.push_back(date->time);
   }
-  found.isCut = (!happening && happens.isCut()) || (!away && taken.isCut());
+  found.isCut = dates.isCut();
   return found;
 }
 

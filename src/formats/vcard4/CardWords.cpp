@@ -16,7 +16,6 @@ namespace {
 
 constexpr NarrowStringView kPreferredWord = "PREF";
 constexpr NarrowStringView kOmittedYear = "X-APPLE-OMIT-YEAR";
-constexpr NarrowStringView kYearOfNone = "1604";
 
 // Parameters that say nothing of the value, or that are read where it is.
 constexpr NarrowStringView kIdleParameters[] = {

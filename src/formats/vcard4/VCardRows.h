@@ -238,6 +238,9 @@ inline constexpr NarrowStringView kDerivedWord = "TRUE";
 // Who wrote a card. Without the program's version, so that a card stays the same over versions.
 inline constexpr NarrowStringView kProductId = "-//PimVobjMgr//pimvobj//EN";
 
+// Stands in for the year of a day that has none.
+inline constexpr NarrowStringView kYearOfNone = "1604";
+
 inline constexpr NarrowStringView kGroupKind = "group";
 inline constexpr NarrowStringView kPersonKind = "individual";
 inline constexpr NarrowStringView kDataScheme = "data:";

@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: 2026 The PimVobjMgr authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string_view>
+
+#include "app/album/LineMarks.h"
+#include "app/output/JsonWriter.h"
+#include "formats/icalendar/Occurrences.h"
+#include "pim/records/Calendar.h"
+#include "pim/records/Contact.h"
+
+namespace pim::app {
+
+// Where a record of a file comes from.
+struct RecordOrigin {
+  std::string_view file;
+  const LineMarks& marks;  // with the line of its BEGIN
+};
+
+// Write one record as one object. `origin` is null for one of a store.
+void WriteRecord(JsonWriter& json, const CContact& contact, bool hasPicture,
+                 const RecordOrigin* origin);
+void WriteRecord(JsonWriter& json, const CCalendar& item, const Occurrences& occurrences,
+                 const RecordOrigin* origin);
+
+}  // namespace pim::app

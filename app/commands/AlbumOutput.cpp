@@ -1,0 +1,114 @@
+// SPDX-FileCopyrightText: 2026 The PimVobjMgr authors
+// SPDX-License-Identifier: Apache-2.0
+#include "app/commands/AlbumOutput.h"
+
+#include <algorithm>
+#include <ctime>
+#include <iterator>
+#include <utility>
+
+#include "app/album/PageTemplate.h"
+#include "app/labels/Labels.h"
+#include "app/output/LocalTimes.h"
+#include "app/output/Output.h"
+#include "formats/vcard4/UriText.h"
+#include "platform/CodePages.h"
+#include "support/CallerIdPictures.h"
+
+namespace pim::app {
+namespace {
+
+// What browsers show; the type of anything else is none of a picture's.
+constexpr std::string_view kPictures = "image/";
+
+std::string TitleOfPage(const LabelFile& labels, TextForm form, const std::string& of) {
+  const WideStringView key = form == TextForm::VCard ? u"ALBUM_contacts" : u"ALBUM_calendar";
+  const auto words = ReadLabels(labels.text);
+  const auto row = std::ranges::find(words, key, [](const auto& word) { return word.first; });
+  const std::string title = row == words.end() ? std::string() : Utf8FromWide(row->second);
+  return of.empty() || title.empty() ? title + of : of + " - " + title;
+}
+
+}  // namespace
+
+AlbumOutput::AlbumOutput(const Options& options, const std::vector<std::string>& inputs)
+    : options_(options),
+      target_(options, inputs),
+      records_([this](std::string_view text) { target_.Append(text); }),
+      files_(JsonPlace::Page) {}
+
+void AlbumOutput::SetHead(TextForm form, std::string of) {
+  head_.form = form;
+  head_.isOfFiles = options_.action == Action::FileAlbum;
+  head_.madeAt = std::time(nullptr);
+  head_.zone = LocalTimes::NameInDatabase();
+  of_ = std::move(of);
+}
+
+JsonWriter& AlbumOutput::NextRecord() {
+  if (behind_.empty()) {
+    const LabelFile& labels = LabelsOf(options_.language);
+    PageFrame frame = FilledPage(head_.form, labels.language, TitleOfPage(labels, head_.form, of_));
+    target_.Append(frame.ahead);
+    target_.Append(HeadElement(head_, labels));
+    behind_ = std::move(frame.behind);
+  }
+  return records_.Next();
+}
+
+void AlbumOutput::Add(const CContact& contact, const RecordOrigin* origin) {
+  JsonWriter& json = NextRecord();
+  bool isShown = false;
+  if (!contact.photo.empty()) {
+    const std::int64_t number = origin == nullptr ? contact.tag : count() + 1;
+    const NarrowString bytes = ReadCallerIdPicture(contact.photo);
+    // By the bytes alone, as browsers do: a name may say anything.
+    const NarrowStringView media = MediaOf({}, bytes).media;
+    isShown = media.starts_with(kPictures);
+    if (isShown) {
+      records_.AddPicture(media, bytes);
+    } else if (bytes.empty()) {
+      missing_.Tell(contact, number);
+    } else {
+      TellOfPicture(contact, number, "is none that a page shows");
+    }
+  }
+  WriteRecord(json, contact, isShown, origin);
+  records_.EndRecord();
+}
+
+void AlbumOutput::AddFile(std::string_view file, const LineMarks& marks) {
+  if (marks.empty()) return;
+  if (files_.text().empty()) files_.StartArray();
+  files_.StartObject();
+  files_.Utf8Field("file", file);
+  files_.Key("marks");
+  marks.Write(files_);
+  files_.EndObject();
+}
+
+int AlbumOutput::End() {
+  const std::string_view noun = head_.form == TextForm::VCard ? "contact" : "item";
+  const bool isToOutput = options_.output == "-";
+  const std::string shown = isToOutput ? "standard output" : ShownName(*options_.output);
+  const auto tell = [&](const std::string& line) {
+    isToOutput ? Complain(line) : Print(line + "\n");
+  };
+  if (count() == 0) {
+    tell("no " + std::string(noun) + " is chosen; nothing is written to " + shown);
+    return kDone;
+  }
+  records_.End();
+  if (!files_.text().empty()) {
+    files_.EndArray();
+    target_.Append("<script type=\"application/json\" id=\"files\">");
+    target_.Append(files_.text());
+    target_.Append("</script>\n");
+  }
+  target_.Append(behind_);
+  target_.Publish();
+  tell(Counted(count(), noun) + (isToOutput ? " written" : " in " + shown));
+  return missing_.Status();
+}
+
+}  // namespace pim::app

@@ -1,0 +1,55 @@
+// SPDX-FileCopyrightText: 2026 The PimVobjMgr authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "app/album/LineMarks.h"
+#include "app/album/PageData.h"
+#include "app/album/RecordJson.h"
+#include "app/commands/FileTarget.h"
+#include "app/commands/Options.h"
+#include "app/output/MissingPictures.h"
+
+namespace pim::app {
+
+// Records on their way into a page, which is there as a whole or not at all. All of it throws
+// Failure.
+class AlbumOutput {
+ public:
+  // Looks at the target first, so that nothing is done in vain: `options.output`, "-" for standard
+  // output, which must be none of the inputs.
+  AlbumOutput(const Options& options, const std::vector<std::string>& inputs);
+
+  // What the page is of, ahead of its first record. `of` is what its title names, in UTF-8; may be
+  // empty.
+  void SetHead(TextForm form, std::string of);
+
+  // `origin` is null for a record of a store.
+  void Add(const CContact& contact, const RecordOrigin* origin);
+  void Add(const CCalendar&, const RecordOrigin*) {}
+  // Lines of a file that no record has, behind all records.
+  void AddFile(std::string_view file, const LineMarks& marks);
+  // Ends the page and tells how many records there are. A page without any isn't written. Gives the
+  // exit status.
+  int End();
+
+  std::int64_t count() const { return records_.count(); }
+
+ private:
+  JsonWriter& NextRecord();
+
+  const Options& options_;
+  FileTarget target_;
+  PageHead head_;
+  std::string of_;
+  std::string behind_;  // what ends the page
+  RecordStretches records_;
+  JsonWriter files_;
+  MissingPictures missing_;
+};
+
+}  // namespace pim::app

@@ -1,0 +1,129 @@
+// SPDX-FileCopyrightText: 2026 The PimVobjMgr authors
+// SPDX-License-Identifier: Apache-2.0
+#include <gtest/gtest.h>
+
+#include "formats/icalendar/Occurrences.h"
+#include "tests/icalendar/Forms.h"
+#include "tests/icalendar/OddItems.h"
+
+namespace pim {
+namespace {
+
+constexpr std::int64_t kDay = 86'400;
+constexpr DayRange kAll{-700'000, 3'000'000};
+constexpr std::int64_t kJanuary2010 = 14'610;  // the 1st, a Friday, in days
+
+std::string TextOf(const std::vector<TimeRun>& runs, std::int64_t from, std::int64_t unit) {
+  std::string text;
+  for (const TimeRun& run : runs) {
+    text.append(text.empty() ? "" : " ").append(std::to_string((run.first - from) / unit));
+    if (run.count > 1)
+      text.append("+" + std::to_string(run.step / unit) + "*" + std::to_string(run.count));
+  }
+  return text;
+}
+
+// Days from 2010-01-01 on, in runs, of items at noon in UTC.
+TEST(Occurrences, Days) {
+  static constexpr struct {
+    const char* lines;
+    const char* days;
+    DayRange range = kAll;
+    bool isCut = false;
+  } kRows[] = {
+      {"DTSTART:20100105T120000Z", "4"},
+      {"DTSTART:20100105T120000Z\r\nRRULE:D3 #5", "4+3*5"},
+      // A week's days have distances of their own.
+      {"DTSTART:20100104T120000Z\r\nRRULE:W1 MO TU TH #7", "3+7*3 4+7*2 6+7*2"},
+      {"DTSTART:20100104T120000Z\r\nRRULE:D1 #10\r\nXRULE:D1 #3", "6+1*7"},
+      {"DTSTART:20100104T120000Z\r\nRRULE:D1 #10\r\nXRULE:W1 SU SA #0", "3+1*5 10+1*3"},
+      // The start counts, though the rule names other days.
+      {"DTSTART:20100105T120000Z\r\nRRULE:W1 MO #2", "4+6*2 17"},
+      {"DTSTART:20100105T120000Z\r\nRRULE:D1 #0", "4+1*3", {0, kJanuary2010 + 6}, true},
+      {"DTSTART:20100105T120000Z\r\nRRULE:D1 #9", "10+1*3", {kJanuary2010 + 10, 99'999}},
+      {"DTSTART:20100105T120000Z\r\nDTEND:20100107T000000Z\r\nRRULE:D4 #9",
+       "4+4*2",
+       {kJanuary2010 + 5, kJanuary2010 + 8},
+       true},
+      {"DTSTART:20100105T120000Z\r\nDTEND:20100107T000000Z", "", {kJanuary2010 + 6, 99'999}},
+      // Nobody can follow it; nor are more dates looked at than those of a hundred years.
+      {"DTSTART:20100105T120000Z\r\nRRULE:W1 MO #2 20100000T000000Z", "4+6*2 17"},
+      {"DTSTART:20100105T120000Z\r\nRRULE:D1 #0", "4+1*40000", kAll, true},
+      {"SUMMARY:Some day\r\nRRULE:D1 #0", ""},
+  };
+  const ScopedZone zone("UTC");
+  OccurrenceFinder finder;
+  for (const auto& row : kRows) {
+    SCOPED_TRACE(row.lines);
+    const Occurrences found = finder.Of(ReadItem(row.lines), row.range);
+    EXPECT_EQ(TextOf(found.times, kJanuary2010 * kDay + kDay / 2, kDay), row.days);
+    EXPECT_EQ(found.wall, found.times);
+    EXPECT_EQ(found.isCut, row.isCut);
+  }
+}
+
+// Times on the item's clock, in hours from 2010-03-01 on, where clocks are put forward on the 14th
+// in New York and on the 28th in Berlin.
+TEST(Occurrences, Clocks) {
+  static constexpr const char* kNewYork =
+      "TZ:-05:00\r\nDAYLIGHT:TRUE;-04:00;20100314T070000Z;20101107T060000Z;EST;EDT\r\n";
+  struct Row {
+    const char* machine;
+    std::string lines;
+    const char* times;
+    const char* wall;
+  };
+  const Row rows[] = {
+      {"UTC", std::string(kNewYork) + "DTSTART:20100313T140000Z\r\nRRULE:D1 #3", "302+23*2 349",
+       "297+24*2 345"},
+      // Without a zone of its own a rule keeps to UTC, and the machine's clock shows it.
+      {"CET-1CEST,M3.5.0,M10.5.0/3", "DTSTART:20100327T080000Z\r\nRRULE:D1 #3", "632+24*2 680",
+       "633+25*2 682"},
+      // Only by that clock is the start a Monday.
+      {"CET-1CEST,M3.5.0,M10.5.0/3", "DTSTART:20100321T233000Z\r\nRRULE:W1 MO #2", "503+167*2",
+       "504+168*2"},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.lines);
+    const ScopedZone zone(row.machine);
+    const Occurrences found = OccurrenceFinder().Of(ReadItem(row.lines), kAll);
+    EXPECT_EQ(TextOf(found.times, (kJanuary2010 + 59) * kDay, 3'600), row.times);
+    EXPECT_EQ(TextOf(found.wall, (kJanuary2010 + 59) * kDay, 3'600), row.wall);
+  }
+}
+
+// All-day items are days, whatever the clock.
+TEST(Occurrences, AllDay) {
+  for (const char* machine : {"UTC", "JST-9", "EST5EDT,M3.2.0,M11.1.0"}) {
+    SCOPED_TRACE(machine);
+    const ScopedZone zone(machine);
+    const Occurrences found = OccurrenceFinder().Of(
+        ReadItem("X-ALLDAY:SET\r\nDTSTART:20100312T000000\r\nDTEND:20100313T000000\r\nRRULE:D1 #5"),
+        kAll);
+    EXPECT_TRUE(found.isAllDay);
+    EXPECT_EQ(TextOf(found.times, kJanuary2010, 1), "70+1*5");
+    EXPECT_EQ(found.length, 1);
+    EXPECT_TRUE(found.wall.empty());
+  }
+}
+
+TEST(Occurrences, TakeAnyItem) {
+  const ScopedZone zone("EST5EDT,M3.2.0,M11.1.0");
+  OddItems items(3);
+  OccurrenceFinder finder;
+  for (int i = 0; i < 100; ++i) {
+    const Occurrences found =
+        finder.Of(ReadItem("DTSTART:" + items.Moment() + "\r\nRRULE:" + items.Rule() +
+                           "\r\nXRULE:" + items.Rule()),
+                  kAll);
+    std::int64_t last = std::numeric_limits<std::int64_t>::min();
+    for (const TimeRun& run : found.times) {
+      ASSERT_GT(run.first, last);
+      ASSERT_GT(run.step, 0);
+      last = run.first;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace pim

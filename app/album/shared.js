@@ -158,7 +158,7 @@ class Search {
     const Work = () => {
       if (search !== this.search) return;
       const isFirst = next === 0;
-      InSlice(30, () => {
+      InSlice(isFirst ? 16 : 10, () => {
         if (next === order.length) return false;
         const record = order[next++];
         if (passes(this.records[record]) && test(record)) found.push(record);

@@ -15,7 +15,6 @@ const kGroupsInARow = 12;
 const NameOf = (contact) => InOneLine(contact.name) || Label('nameless');
 const TextsOf = (contact, ...names) =>
   contact.fields.filter(([name]) => names.includes(name)).map(([, text]) => text);
-const FirstOf = (contact, name) => contact.fields.find((row) => row[0] === name);
 
 // Days of records: YYYY-MM-DD, or --MM-DD without a year.
 function ReadDay(text) {

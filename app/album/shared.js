@@ -65,7 +65,7 @@ function Button(settings, press, ...children) {
 // Where a field leads, or an empty text. Nothing of a record gets into a link but an encoded value.
 const kLinks = {
   number(text) {
-    const digits = text.normalize('NFKC').replace(/[\s().\/\-\u2010-\u2015]/g, '');
+    const digits = text.normalize('NFKC').replace(/[\s()./\-\u2010-\u2015]/g, '');
     if (!/^\+?[0-9*#]+([,;pw][0-9*#]*)*$/i.test(digits)) return '';
     return `tel:${encodeURIComponent(digits.replace(/p/gi, ',').replace(/w/gi, ';')).replace('%2B', '+')}`;
   },

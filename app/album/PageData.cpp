@@ -12,6 +12,11 @@ constexpr std::string_view kEndOfScript = "</script>\n";
 
 }  // namespace
 
+std::string DataElement(std::string_view attribute, std::string_view json) {
+  std::string element = "<script type=\"application/json\" ";
+  return element.append(attribute).append(">").append(json).append(kEndOfScript);
+}
+
 std::string HeadElement(const PageHead& head, const LabelFile& labels) {
   static constexpr struct {
     std::string_view member;
@@ -38,8 +43,7 @@ std::string HeadElement(const PageHead& head, const LabelFile& labels) {
     json.EndObject();
   }
   json.EndObject();
-  return "<script type=\"application/json\" id=\"album\">" + std::string(json.text()) +
-         std::string(kEndOfScript);
+  return DataElement("id=\"album\"", json.text());
 }
 
 JsonWriter& RecordStretches::Next() {
@@ -67,9 +71,7 @@ void RecordStretches::EndRecord() {
 void RecordStretches::End() {
   if (json_.text().empty()) return;
   json_.EndArray();
-  write_("<script type=\"application/json\" class=\"records\">");
-  write_(json_.text());
-  write_(kEndOfScript);
+  write_(DataElement("class=\"records\"", json_.text()));
   write_(pictures_);
   json_.Clear();
   pictures_.clear();

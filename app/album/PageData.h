@@ -20,13 +20,16 @@ struct PageHead {
   TextForm form = TextForm::VCard;
   bool isOfFiles = false;   // else of a store
   std::int64_t madeAt = 0;  // in seconds since 1970, UTC
-  std::string zone;         // that times without one were written in; may be empty
-  std::string from;         // the days of a calendar that were asked for, or for which repeats are
-  std::string to;           // followed; either may be empty
+  std::string zone = {};    // that times without one were written in; may be empty
+  std::string from = {};    // the days for which repeats are followed; empty for none
+  std::string to = {};
 };
 
-// The element that tells it, with all words of the language that a page has. A script finds it as
-// JSON in an element that no browser runs, as all data.
+// An element that no browser runs, in which the page's script finds JSON; the attribute tells
+// which.
+std::string DataElement(std::string_view attribute, std::string_view json);
+
+// The one that tells of the page, with all words of the language that it has.
 std::string HeadElement(const PageHead& head, const LabelFile& labels);
 
 // The records of a page and their pictures on their way out, in stretches: no more than one of them

@@ -21,7 +21,8 @@ struct RecordOrigin {
 // Write one record as one object. `origin` is null for one of a store.
 void WriteRecord(JsonWriter& json, const CContact& contact, bool hasPicture,
                  const RecordOrigin* origin);
+// The finder is that of the occurrences.
 void WriteRecord(JsonWriter& json, const CCalendar& item, const Occurrences& occurrences,
-                 const RecordOrigin* origin);
+                 OccurrenceFinder& finder, const RecordOrigin* origin);
 
 }  // namespace pim::app

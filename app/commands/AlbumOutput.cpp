@@ -3,11 +3,13 @@
 #include "app/commands/AlbumOutput.h"
 
 #include <algorithm>
+#include <chrono>
 #include <ctime>
-#include <iterator>
+#include <optional>
 #include <utility>
 
 #include "app/album/PageTemplate.h"
+#include "app/commands/CommandTable.h"
 #include "app/labels/Labels.h"
 #include "app/output/LocalTimes.h"
 #include "app/output/Output.h"
@@ -29,28 +31,52 @@ std::string TitleOfPage(const LabelFile& labels, TextForm form, const std::strin
   return of.empty() || title.empty() ? title + of : of + " - " + title;
 }
 
+// What an option names of days; nothing without it.
+std::optional<DayRange> DaysOf(Option option, const std::optional<std::string>& value) {
+  if (!value) return std::nullopt;
+  const auto days = DaysNamed(*value);
+  if (!days) {
+    throw WrongUsage(DashedName(RowOf(option)) +
+                     " takes a day, such as 2010-03-01, 2010-03 or 2010, not '" +
+                     ShownName(*value) + "'");
+  }
+  return days;
+}
+
+ShownDays DaysOf(const Options& options, std::int64_t now) {
+  const auto from = DaysOf(Option::From, options.from);
+  const auto to = DaysOf(Option::To, options.to);
+  if (from && to && to->last < from->first) throw WrongUsage("--from is behind --to");
+  const auto today = std::chrono::floor<std::chrono::days>(std::chrono::seconds(now)).count();
+  return {from ? std::optional(from->first) : std::nullopt,
+          to ? std::optional(to->last) : std::nullopt, today};
+}
+
 }  // namespace
 
 AlbumOutput::AlbumOutput(const Options& options, const std::vector<std::string>& inputs)
     : options_(options),
+      labels_(LabelsOf(options.language)),
+      head_{.isOfFiles = options.action == Action::FileAlbum,
+            .madeAt = std::time(nullptr),
+            .zone = LocalTimes::NameInDatabase()},
+      days_(DaysOf(options, head_.madeAt)),
       target_(options, inputs),
       records_([this](std::string_view text) { target_.Append(text); }),
       files_(JsonPlace::Page) {}
 
 void AlbumOutput::SetHead(TextForm form, std::string of) {
+  if (form == TextForm::VCard && (options_.from || options_.to))
+    throw WrongUsage("--from and --to go with a calendar");
   head_.form = form;
-  head_.isOfFiles = options_.action == Action::FileAlbum;
-  head_.madeAt = std::time(nullptr);
-  head_.zone = LocalTimes::NameInDatabase();
   of_ = std::move(of);
 }
 
 JsonWriter& AlbumOutput::NextRecord() {
   if (behind_.empty()) {
-    const LabelFile& labels = LabelsOf(options_.language);
-    PageFrame frame = FilledPage(head_.form, labels.language, TitleOfPage(labels, head_.form, of_));
+    PageFrame frame =
+        FilledPage(head_.form, labels_.language, TitleOfPage(labels_, head_.form, of_));
     target_.Append(frame.ahead);
-    target_.Append(HeadElement(head_, labels));
     behind_ = std::move(frame.behind);
   }
   return records_.Next();
@@ -77,6 +103,13 @@ void AlbumOutput::Add(const CContact& contact, const RecordOrigin* origin) {
   records_.EndRecord();
 }
 
+void AlbumOutput::Add(const CCalendar& item, const RecordOrigin* origin) {
+  const auto times = days_.TimesOf(item);
+  if (!times) return;
+  WriteRecord(NextRecord(), item, *times, days_.finder(), origin);
+  records_.EndRecord();
+}
+
 void AlbumOutput::AddFile(std::string_view file, const LineMarks& marks) {
   if (marks.empty()) return;
   if (files_.text().empty()) files_.StartArray();
@@ -87,26 +120,33 @@ void AlbumOutput::AddFile(std::string_view file, const LineMarks& marks) {
   files_.EndObject();
 }
 
+void AlbumOutput::EndPage() {
+  records_.End();
+  if (!files_.text().empty()) {
+    files_.EndArray();
+    target_.Append(DataElement("id=\"files\"", files_.text()));
+  }
+  if (head_.form == TextForm::VCalendar) {
+    head_.from = days_.First();
+    head_.to = days_.Last();
+  }
+  target_.Append(HeadElement(head_, labels_));
+  target_.Append(behind_);
+  target_.Publish();
+}
+
 int AlbumOutput::End() {
   const std::string_view noun = head_.form == TextForm::VCard ? "contact" : "item";
   const bool isToOutput = options_.output == "-";
   const std::string shown = isToOutput ? "standard output" : ShownName(*options_.output);
-  const auto tell = [&](const std::string& line) {
+  const auto tell = [isToOutput](const std::string& line) {
     isToOutput ? Complain(line) : Print(line + "\n");
   };
   if (count() == 0) {
     tell("no " + std::string(noun) + " is chosen; nothing is written to " + shown);
     return kDone;
   }
-  records_.End();
-  if (!files_.text().empty()) {
-    files_.EndArray();
-    target_.Append("<script type=\"application/json\" id=\"files\">");
-    target_.Append(files_.text());
-    target_.Append("</script>\n");
-  }
-  target_.Append(behind_);
-  target_.Publish();
+  EndPage();
   tell(Counted(count(), noun) + (isToOutput ? " written" : " in " + shown));
   return missing_.Status();
 }

@@ -10,6 +10,7 @@
 #include "app/album/LineMarks.h"
 #include "app/album/PageData.h"
 #include "app/album/RecordJson.h"
+#include "app/album/ShownDays.h"
 #include "app/commands/FileTarget.h"
 #include "app/commands/Options.h"
 #include "app/output/MissingPictures.h"
@@ -21,16 +22,17 @@ namespace pim::app {
 class AlbumOutput {
  public:
   // Looks at the target first, so that nothing is done in vain: `options.output`, "-" for standard
-  // output, which must be none of the inputs.
+  // output, which must be none of the inputs. Throws WrongUsage for days that are none.
   AlbumOutput(const Options& options, const std::vector<std::string>& inputs);
 
   // What the page is of, ahead of its first record. `of` is what its title names, in UTF-8; may be
-  // empty.
+  // empty. Throws WrongUsage where days were asked for of contacts.
   void SetHead(TextForm form, std::string of);
 
   // `origin` is null for a record of a store.
   void Add(const CContact& contact, const RecordOrigin* origin);
-  void Add(const CCalendar&, const RecordOrigin*) {}
+  // Leaves out an item that the days don't show.
+  void Add(const CCalendar& item, const RecordOrigin* origin);
   // Lines of a file that no record has, behind all records.
   void AddFile(std::string_view file, const LineMarks& marks);
   // Ends the page and tells how many records there are. A page without any isn't written. Gives the
@@ -41,10 +43,13 @@ class AlbumOutput {
 
  private:
   JsonWriter& NextRecord();
+  void EndPage();
 
   const Options& options_;
-  FileTarget target_;
+  const LabelFile& labels_;
   PageHead head_;
+  ShownDays days_;
+  FileTarget target_;
   std::string of_;
   std::string behind_;  // what ends the page
   RecordStretches records_;

@@ -63,9 +63,10 @@ const LengthOf = (item) => (item.due === undefined ? (item.length ?? 0) : 0);
 function SpanOf(item) {
   const runs = RunsOf(item);
   if (runs.length === 0) return null;
-  const [last, step, count] = runs[runs.length - 1];
-  const end = last + step * (count - 1) + LengthOf(item);
-  return item.allDay ? [runs[0][0], end] : [Math.floor(runs[0][0] / kDay) - 1, Math.floor(end / kDay) + 1];
+  const first = runs.reduce((least, [start]) => Math.min(least, start), Infinity);
+  const last = runs.reduce((most, [start, step, count]) => Math.max(most, start + step * (count - 1)), -Infinity);
+  const end = last + LengthOf(item);
+  return item.allDay ? [first, end] : [Math.floor(first / kDay) - 1, Math.floor(end / kDay) + 1];
 }
 
 // One time of an item: its days, and its begin and end on the clock unless it is all day long.

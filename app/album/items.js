@@ -57,9 +57,17 @@ function WeekdayWords(text) {
   return position > 0 && position <= 5 ? Label(`position-${position}`, { day })
     : Label('position-back', { day, n: NumberText(-position) });
 }
-function RuleText({ unit, every, days, count, until }) {
+function MonthDayWords(number) {
+  if (number === -1) return Label('month-day-last');
+  return Label(number > 0 ? 'month-day' : 'month-day-back', { n: NumberText(Math.abs(number)) });
+}
+function RuleText({ unit, every, days = [], monthDays = [], months = [], yearDays = [], count, until }) {
   let rule = every > 1 ? Label(`rule-${unit}s`, { n: NumberText(every) }) : Label(`rule-${unit}`);
-  if (days?.length) rule = Label('rule-on', { rule, days: ListText(days.map(WeekdayWords)) });
+  const words = [
+    ...months.map((month) => MonthName(DayOfMonth(2000, month - 1))), ...monthDays.map(MonthDayWords),
+    ...yearDays.map((n) => Label('year-day', { n: NumberText(n) })), ...days.map(WeekdayWords),
+  ];
+  if (words.length > 0) rule = Label('rule-on', { rule, days: ListText(words) });
   if (count !== undefined) rule = Label('rule-count', { rule, n: NumberText(count) });
   if (until !== undefined) {
     rule = Label('rule-until', { rule, day: ShortDayText(Math.floor(ViewersClock(until) / kDay)) });
@@ -113,7 +121,9 @@ function FactsOf(item) {
   Moment('alarm');
   Moment('completed');
   if (item.priority !== undefined) rows.push([FieldTitle('priority'), Make('span', { text: NumberText(item.priority) })]);
-  for (const [name, text] of item.fields) rows.push([FieldTitle(name), Paragraph(text)]);
+  for (const [name, text] of item.fields) {
+    rows.push([FieldTitle(name), name === 'class' ? Make('span', { text: Label(`class-${text}`) }) : Paragraph(text)]);
+  }
   if (item.color) rows.push([FieldTitle('colour'), Paint(Make('span', { class: 'colour' }, Isolated(item.color)), item)]);
   Moment('created');
   Moment('modified');

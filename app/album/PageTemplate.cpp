@@ -58,13 +58,22 @@ std::string HashSource(std::string_view text) {
          "'";
 }
 
+constexpr std::string_view kContactScripts[] = {"shared.js", "list.js", "contacts.js"};
+constexpr std::string_view kCalendarScripts[] = {"shared.js", "list.js",  "days.js",
+                                                 "items.js",  "views.js", "calendar.js"};
+
+std::string ScriptOf(std::span<const std::string_view> names) {
+  std::string script;
+  for (const std::string_view name : names) script += PageFileText(name);
+  return script;
+}
+
 }  // namespace
 
 PageFrame FilledPage(TextForm form, std::string_view language, std::string_view title) {
   const bool isContacts = form == TextForm::VCard;
   const std::string_view style = PageFileText("album.css");
-  const std::string script = std::string(PageFileText("shared.js"))
-                                 .append(PageFileText(isContacts ? "contacts.js" : "calendar.js"));
+  const std::string script = isContacts ? ScriptOf(kContactScripts) : ScriptOf(kCalendarScripts);
   const std::string policy =
       "default-src 'none'; img-src data:; style-src " + HashSource(style) + "; script-src " +
       HashSource(script) +

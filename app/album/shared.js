@@ -1,3 +1,295 @@
 // SPDX-FileCopyrightText: 2026 The PimVobjMgr authors
 // SPDX-License-Identifier: Apache-2.0
+//
+// What both albums need: their data, words and elements. Records are data: their texts become text
+// nodes, and attributes only by LinkOf.
 'use strict';
+
+const kAlbum = JSON.parse(document.getElementById('album').textContent);
+const kRemInPixels = parseFloat(getComputedStyle(document.documentElement).fontSize) || 16;
+
+function ReadRecords() {
+  const records = [];
+  for (const part of document.querySelectorAll('script.records')) {
+    for (const record of JSON.parse(part.textContent)) records.push(record);
+    part.remove();
+  }
+  return records;
+}
+
+// A label with {n} and the like filled in.
+function Label(key, values = {}) {
+  return (kAlbum.labels[key] ?? key).replace(/\{(\w+)\}/g, (hole, name) => values[name] ?? hole);
+}
+const FieldTitle = (name) => kAlbum.fields[name] ?? name;
+const TypeWord = (word) => kAlbum.types[word] ?? word;
+const NumberText = (() => {
+  const format = new Intl.NumberFormat(kAlbum.lang);
+  return (number) => format.format(number);
+})();
+const ListText = (() => {
+  const format = new Intl.ListFormat(kAlbum.lang);
+  return (words) => format.format(words);
+})();
+
+// Text as it may stand on the page: what controls a terminal or is no character is visible.
+function Visible(text) {
+  if (!/[\0-\x08\x0b-\x1f\x7f-\x9f\ud800-\udfff]/.test(text)) return text;
+  return text
+    .replace(/\r\n?/g, '\n')
+    .replace(/[\0-\x08\x0b-\x1f]/g, (byte) => String.fromCharCode(0x2400 + byte.charCodeAt(0)))
+    .replace(/\x7f/g, '\u2421')
+    .replace(/[\x80-\x9f]|[\ud800-\udfff]/gu, '\ufffd');
+}
+const InOneLine = (text) => Visible(text).replace(/\s*\n\s*/g, ', ').trim();
+
+// An element with attributes ("text" is its text) and children; those that are null are left out.
+function Make(tag, settings = {}, ...children) {
+  const element = document.createElement(tag);
+  for (const [name, value] of Object.entries(settings)) {
+    if (name === 'text') element.textContent = value;
+    else element.setAttribute(name, value);
+  }
+  element.append(...children.filter((child) => child !== null && child !== undefined));
+  return element;
+}
+// A text of a record, which no direction of its letters or control characters leaves.
+const Isolated = (text) => Make('bdi', { text: InOneLine(text) });
+const Hidden = (text) => Make('span', { class: 'unseen', text });
+function Button(settings, press, ...children) {
+  const button = Make('button', { type: 'button', ...settings }, ...children);
+  button.addEventListener('click', press);
+  return button;
+}
+
+// Where a field leads, or an empty text. Nothing of a record gets into a link but an encoded value.
+const kLinks = {
+  number(text) {
+    const digits = text.normalize('NFKC').replace(/[\s()./\-\u2010-\u2015]/g, '');
+    if (!/^\+?[0-9*#]+([,;pw][0-9*#]*)*$/i.test(digits)) return '';
+    return `tel:${encodeURIComponent(digits.replace(/p/gi, ',').replace(/w/gi, ';')).replace('%2B', '+')}`;
+  },
+  mail(text) {
+    const parts = /^([^\s@<>]+)@([^\s@<>]+)$/.exec(text.trim());
+    return parts ? `mailto:${encodeURIComponent(parts[1])}@${encodeURIComponent(parts[2])}` : '';
+  },
+  address: (text) => `geo:0,0?q=${encodeURIComponent(InOneLine(text))}`,
+  url(text) {
+    if (!/^https?:\/\//i.test(text.trim())) return '';
+    const url = URL.parse ? URL.parse(text.trim()) : new URL(text.trim());
+    return url !== null && /^https?:$/.test(url.protocol) ? url.href : '';
+  },
+};
+function LinkOf(field, text) {
+  try {
+    return kLinks[field]?.(text) ?? '';
+  } catch {
+    return '';  // lone surrogates, or no URL
+  }
+}
+function LinkedText(field, text, child = Isolated(text)) {
+  const link = LinkOf(field, text);
+  if (link === '') return child;
+  const leave = field === 'url' ? { target: '_blank', rel: 'noopener noreferrer' } : {};
+  return Make('a', { href: link, ...leave }, child);
+}
+
+// Words as a search compares them.
+const kPlain = {
+  'ß': 'ss', 'ø': 'o', 'ł': 'l', 'đ': 'd', 'ð': 'd', 'þ': 'th', 'æ': 'ae', 'œ': 'oe', 'ı': 'i',
+  'ħ': 'h', 'ŧ': 't', 'ŋ': 'n', 'ĸ': 'k', 'ς': 'σ',
+};
+const kPlainLetters = new RegExp(`[${Object.keys(kPlain).join('')}]`, 'g');
+function Folded(text) {
+  if (/^[\0-\x7f]*$/.test(text)) return text.toLowerCase();
+  return text
+    .toLowerCase()
+    .normalize('NFKD')
+    .replace(/(?![\u3099\u309a])\p{M}/gu, '')  // the voice of kana is no accent
+    .toLowerCase()  // of letters that were signs
+    .replace(kPlainLetters, (letter) => kPlain[letter])
+    .replace(/[\u30a1-\u30f6\u30fd\u30fe]/g, (kana) => String.fromCharCode(kana.charCodeAt(0) - 0x60));
+}
+const DigitsOf = (text) => text.normalize('NFKC').replace(/[^0-9]/g, '');
+
+// Finds records by words. Texts are folded in idle time, or when a search first looks at them.
+class Search {
+  constructor(records, textsOf) {
+    this.records = records;
+    this.textsOf = textsOf;
+    this.folded = new Array(records.length);
+    this.next = 0;
+    this.FoldSome = this.FoldSome.bind(this);
+    setTimeout(this.FoldSome, 50);
+  }
+  FoldSome() {
+    InSlice(8, () => this.next < this.records.length && (this.Text(this.next++), true));
+    if (this.next < this.records.length) setTimeout(this.FoldSome, 4);
+  }
+  // One text: the words, and behind a NUL the digits of the numbers.
+  Text(record) {
+    let text = this.folded[record];
+    if (text === undefined) {
+      const { words, numbers } = this.textsOf(this.records[record]);
+      text = `${Folded(words.join('\n'))}\0${numbers.map(DigitsOf).join(' ')}`;
+      this.folded[record] = text;
+    }
+    return text;
+  }
+  // Whether a record has all words of a query, as a function.
+  Test(query) {
+    const words = Folded(query).split(/\s+/).filter((word) => word !== '');
+    if (words.length === 0) return () => true;
+    const digits = words.map((word) => (/^[-+()./\d]*$/.test(word) ? DigitsOf(word) : ''));
+    return (record) => {
+      const text = this.Text(record);
+      return words.every(
+        (word, i) => text.includes(word) ||
+          (digits[i] !== '' && text.includes(digits[i], text.indexOf('\0'))));
+    };
+  }
+  // Goes through records in an order. tell(found, isFirst, isDone) is told what is found at once, and
+  // again when all are looked through; not at all when something else is looked for meanwhile.
+  Find(query, order, passes, tell) {
+    const search = this.search = {};
+    const test = this.Test(query);
+    const found = [];
+    let next = 0;
+    const Work = () => {
+      if (search !== this.search) return;
+      const isFirst = next === 0;
+      InSlice(isFirst ? 16 : 10, () => {
+        if (next === order.length) return false;
+        const record = order[next++];
+        if (passes(this.records[record]) && test(record)) found.push(record);
+        return true;
+      });
+      const isDone = next === order.length;
+      if (isFirst || isDone) tell(found, isFirst, isDone);
+      if (!isDone) setTimeout(Work);
+    };
+    Work();
+  }
+}
+
+// Works for some milliseconds, while there is something to do.
+function InSlice(milliseconds, work) {
+  const end = performance.now() + milliseconds;
+  do {
+    for (let i = 0; i < 32; ++i) if (!work()) return;
+  } while (performance.now() < end);
+}
+
+// Fills in the labels of the template, and what both pages have at their top and bottom.
+function FillTemplate() {
+  for (const element of document.querySelectorAll('[data-label]')) {
+    element.textContent = Label(element.dataset.label);
+  }
+  for (const element of document.querySelectorAll('[data-aria]')) {
+    element.setAttribute('aria-label', Label(element.dataset.aria));
+  }
+  document.querySelector('h1').textContent = document.title;
+  const made = new Intl.DateTimeFormat(kAlbum.lang, { dateStyle: 'long' });
+  document.getElementById('made').textContent =
+    Label('made', { day: made.format(new Date(kAlbum.madeAt * 1000)) });
+  const search = document.getElementById('search');
+  search.placeholder = Label('search-hint');
+  search.addEventListener('keydown', (event) => {
+    if (event.key !== 'Escape' || search.value === '') return;
+    event.preventDefault();
+    search.value = '';
+    search.dispatchEvent(new Event('input'));
+  });
+  document.addEventListener('keydown', (event) => {
+    const typing = event.target.closest('input, select, textarea, dialog') !== null;
+    if (event.key !== '/' || event.ctrlKey || event.altKey || event.metaKey || typing) return;
+    event.preventDefault();
+    search.focus();
+    search.select();
+  });
+}
+
+// Writes how many are shown, once a person has stopped typing: readers of screens read it out.
+function TellCount(shown, all) {
+  const count = document.getElementById('count');
+  count.textContent = Label('count', { n: NumberText(shown), all: NumberText(all) });
+}
+
+// What is shown in full: one dialog for all, which gives the focus back to what opened it.
+const kDialog = (() => {
+  let opener = null;
+  const dialog = Make('dialog', { 'aria-labelledby': 'dialog-title' });
+  document.body.append(dialog);
+  dialog.addEventListener('click', (event) => {
+    if (event.target === dialog) dialog.close();
+  });
+  dialog.addEventListener('close', () => {
+    dialog.replaceChildren();
+    if (opener !== null && opener.isConnected) opener.focus();
+  });
+  return {
+    Open(title, ...children) {
+      if (!dialog.open) opener = document.activeElement;
+      const close = Button({ class: 'close', 'aria-label': Label('close') }, () => dialog.close());
+      close.append(Make('span', { 'aria-hidden': 'true', text: '×' }));
+      dialog.replaceChildren(
+        Make('div', { class: 'sheet' },
+          Make('header', {}, Make('h2', { id: 'dialog-title', tabindex: '-1' }, title), close),
+          ...children));
+      if (!dialog.open) dialog.showModal();
+      dialog.querySelector('h2').focus();
+      dialog.scrollTop = 0;
+    },
+    Show: (element) => element.scrollIntoView(),
+  };
+})();
+
+// Rows of a title and what stands behind it.
+function Facts(rows) {
+  const list = Make('dl', {});
+  for (const [title, ...values] of rows) {
+    list.append(Make('div', {}, Make('dt', {}, title), ...values.map((value) => Make('dd', {}, value))));
+  }
+  return list;
+}
+const Paragraph = (text) => Make('span', { class: 'lines', dir: 'auto', text: Visible(text) });
+
+// The lines that aren't kept as they stand: rows of first, last, verdict, property, why and text.
+function MarkList(marks) {
+  const rows = marks.map(([first, last, verdict, name, why, text]) => Make('li', {},
+    Make('p', {},
+      Make('strong', { text: first === last ? Label('line', { n: first }) : Label('lines', { first, last }) }),
+      ' ', Make('code', {}, Isolated(name)), ' ', Make('span', { class: 'verdict', text: Label(verdict) }),
+      why === '' ? null : ': ', Make('span', { text: Visible(why) })),
+    Make('pre', { dir: 'auto', text: Visible(text) })));
+  return Make('ul', { class: 'marks', role: 'list' }, ...rows);
+}
+function MarkSection(record) {
+  if (!record.marks?.length) return null;
+  return Make('section', { class: 'account', 'aria-labelledby': 'account-title' },
+    Make('h3', { id: 'account-title', text: Label('account') }),
+    Make('p', { text: Label('account-about') }), MarkList(record.marks));
+}
+function MarkBadge(record) {
+  return Make('span', { class: 'badge' }, Make('span', { 'aria-hidden': 'true', text: '✎' }),
+    Make('span', { 'aria-hidden': 'true', text: NumberText(record.marks.length) }),
+    Hidden(Label('mark', { n: NumberText(record.marks.length) })));
+}
+function SourceLine(record) {
+  if (record.file === undefined) return null;
+  return Make('p', { class: 'source' },
+    Isolated(Label('source', { file: record.file, line: NumberText(record.line) })));
+}
+
+// The lines of files that belong to no record have a button in the header.
+function OfferFiles() {
+  const element = document.getElementById('files');
+  const files = element === null ? [] : JSON.parse(element.textContent);
+  const button = document.getElementById('files-button');
+  if (files.length === 0) return button.remove();
+  const lines = files.reduce((sum, { marks }) => sum + marks.length, 0);
+  button.textContent = Label('files', { n: NumberText(lines) });
+  button.addEventListener('click', () => kDialog.Open(Label('files-title'),
+    Make('p', { text: Label('files-about') }),
+    ...files.flatMap(({ file, marks }) => [Make('h3', {}, Isolated(file)), MarkList(marks)])));
+}

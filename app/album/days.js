@@ -1,0 +1,117 @@
+// SPDX-FileCopyrightText: 2026 The PimVobjMgr authors
+// SPDX-License-Identifier: Apache-2.0
+//
+// Days and clocks. A day is a number from 1970-01-01; a time on a clock is in seconds, as if that
+// clock were UTC. So no zone of the browser gets into what is computed.
+
+const kDay = 86400;
+const kClock = { isWritten: false };
+
+// The viewer's clock at a time.
+const ViewersClock = (time) => time - new Date(time * 1000).getTimezoneOffset() * 60;
+const Today = () => Math.floor(ViewersClock(Date.now() / 1000) / kDay);
+const WeekdayOf = (day) => (((day + 4) % 7) + 7) % 7;  // 0 is Sunday
+const DateOf = (day) => new Date(day * kDay * 1000);
+const MonthOf = (day) => ({ year: DateOf(day).getUTCFullYear(), month: DateOf(day).getUTCMonth() });
+function DayOfMonth(year, month, date = 1) {
+  const day = new Date(0);
+  day.setUTCFullYear(year, month, date);
+  return Math.floor(day.getTime() / 1000 / kDay);
+}
+// The same date of another month, or its last one.
+function MonthsLater(day, months) {
+  const { year, month } = MonthOf(day);
+  const length = DayOfMonth(year, month + months + 1) - DayOfMonth(year, month + months);
+  return DayOfMonth(year, month + months, Math.min(DateOf(day).getUTCDate(), length));
+}
+// 0 is Sunday.
+const kWeekStart = (() => {
+  const locale = new Intl.Locale(kAlbum.lang);
+  const info = locale.getWeekInfo?.() ?? locale.weekInfo;
+  return (info?.firstDay ?? (/^(en|ja|ko)/.test(kAlbum.lang) ? 7 : 1)) % 7;
+})();
+const WeekOf = (day) => day - ((WeekdayOf(day) - kWeekStart + 7) % 7);
+
+// Formats of days, and of times on clocks. What no calendar has gives an empty text.
+function Format(options) {
+  const format = new Intl.DateTimeFormat(kAlbum.lang, { timeZone: 'UTC', ...options });
+  return (seconds) => (Math.abs(seconds) <= 8.64e12 ? format.format(seconds * 1000) : '');
+}
+const OfDay = (format) => (day) => format(day * kDay);
+const TimeText = Format({ hour: 'numeric', minute: '2-digit' });
+const HourText = Format({ hour: 'numeric' });
+const LongTimeText = Format({ dateStyle: 'full', timeStyle: 'short' });
+const LongDayText = OfDay(Format({ dateStyle: 'full' }));
+const ShortDayText = OfDay(Format({ dateStyle: 'medium' }));
+const RowDayText = OfDay(Format({ weekday: 'short', day: 'numeric', month: 'short', year: 'numeric' }));
+const MonthText = OfDay(Format({ month: 'long', year: 'numeric' }));
+const MonthName = OfDay(Format({ month: 'long' }));
+const WeekdayText = OfDay(Format({ weekday: 'long' }));
+const ShortWeekdayText = OfDay(Format({ weekday: 'short' }));
+
+// The runs that days are shown by: of a to-do, when it is due.
+function RunsOf(item) {
+  if (item.due !== undefined) {
+    if (item.allDay) return [[Math.floor((item.dueWall ?? item.due) / kDay), 0, 1]];
+    return [[kClock.isWritten ? (item.dueWall ?? item.due) : item.due, 0, 1]];
+  }
+  return (kClock.isWritten && !item.allDay ? item.wall : item.times) ?? [];
+}
+const LengthOf = (item) => (item.due === undefined ? (item.length ?? 0) : 0);
+
+// The first and the last day that an item can be on, whatever the clock; null without any.
+function SpanOf(item) {
+  const runs = RunsOf(item);
+  if (runs.length === 0) return null;
+  const first = runs.reduce((least, [start]) => Math.min(least, start), Infinity);
+  const last = runs.reduce((most, [start, step, count]) => Math.max(most, start + step * (count - 1)), -Infinity);
+  const end = last + LengthOf(item);
+  return item.allDay ? [first, end] : [Math.floor(first / kDay) - 1, Math.floor(end / kDay) + 1];
+}
+
+// One time of an item: its days, and its begin and end on the clock unless it is all day long.
+// "number" counts its times from 0.
+function OccurrenceAt(item, time, number) {
+  const length = LengthOf(item);
+  if (item.allDay) return { item, number, first: time, last: time + length, begin: null, end: null };
+  const Clock = kClock.isWritten ? (seconds) => seconds : ViewersClock;
+  const begin = Clock(time);
+  const end = Math.max(begin, Clock(time + length));
+  const first = Math.floor(begin / kDay);
+  return { item, number, first, last: Math.max(first, Math.floor((end - 1) / kDay)), begin, end };
+}
+
+// What there is from a day to another one. Of repeats only the times near them are looked at.
+function Occurrences(items, first, last) {
+  const found = [];
+  for (const item of items) {
+    const unit = item.allDay ? 1 : kDay;
+    const slack = item.allDay ? 0 : kDay;  // zones are less than a day apart
+    const earliest = first * unit - slack - LengthOf(item);
+    const latest = (last + 1) * unit + slack;
+    let number = 0;
+    for (const [start, step, count] of RunsOf(item)) {
+      const from = step > 0 ? Math.max(0, Math.ceil((earliest - start) / step)) : 0;
+      const to = step > 0 ? Math.min(count - 1, Math.floor((latest - start) / step)) : count - 1;
+      for (let i = from; i <= to; ++i) {
+        const occurrence = OccurrenceAt(item, start + i * step, number + i);
+        if (occurrence.first <= last && occurrence.last >= first) found.push(occurrence);
+      }
+      number += count;
+    }
+  }
+  return found.sort(InOrder);
+}
+// By day; of a day first what lasts all of it, then by the clock.
+function InOrder(one, other) {
+  return one.first - other.first || (one.begin ?? -1) - (other.begin ?? -1) || one.item.index - other.item.index;
+}
+
+// The time of a number in runs.
+function TimeOfNumber(runs, number) {
+  for (const [start, step, count] of runs ?? []) {
+    if (number < count) return start + step * number;
+    number -= count;
+  }
+  return null;
+}

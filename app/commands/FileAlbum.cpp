@@ -142,8 +142,8 @@ class FileAlbum {
     };
     const auto take = [&](const auto& record) {
       const LineMarks marks = marks_.TakeRecord();
-      const RecordOrigin origin{path, marks};
-      output_.Add(record, &origin);
+      const PlaceInFile place{path, marks};
+      output_.Add(record, &place);
       progress_.Show(output_.count(), [this] { return Counted(output_.count(), "record"); });
     };
     Outcome outcome = form_ == TextForm::VCard

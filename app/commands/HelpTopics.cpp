@@ -9,6 +9,7 @@
 #include "app/commands/HelpLayout.h"
 #include "app/labels/Labels.h"
 #include "formats/prepare/PrepareSteps.h"
+#include "pim/manager/LabelKeys.h"
 #include "platform/CodePages.h"
 
 namespace pim::app {
@@ -152,7 +153,8 @@ std::vector<TopicBlock> LabelBlocks() {
        "lines that begin with # say nothing. What it leaves out is as --lang has it. These are "
        "all keys, with their texts in English:"}};
   for (const auto& [key, text] : ReadLabels(LabelFiles().front().text))
-    if (!key.starts_with(u"FIELD_")) blocks.push_back({Utf8FromWide(key), Utf8FromWide(text)});
+    if (std::ranges::find(kLabelKeys, key, &LabelKey::key) != std::end(kLabelKeys))
+      blocks.push_back({Utf8FromWide(key), Utf8FromWide(text)});
   return blocks;
 }
 

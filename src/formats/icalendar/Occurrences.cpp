@@ -186,10 +186,8 @@ std::string ZoneTextOf(const CCalendarZone& zone) {
 std::optional<std::int64_t> SecondsOf(const COleDateTime& utc) {
   const auto fields = utc.GetFields();
   if (!fields) return std::nullopt;
-  constexpr std::int64_t kHour = 3'600;
-  constexpr std::int64_t kMinute = 60;
-  return DayNumberOf(*fields) * kSecondsOfDay + fields->hour * kHour + fields->minute * kMinute +
-         fields->second;
+  const std::int32_t minutes = fields->hour * 60 + fields->minute;
+  return DayNumberOf(*fields) * kSecondsOfDay + minutes * 60 + fields->second;
 }
 
 }  // namespace pim

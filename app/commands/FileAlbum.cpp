@@ -99,7 +99,8 @@ class FileAlbum {
     form_ = form;
     account_.emplace(form, std::nullopt, false);
     const bool isOne = texts_.size() == 1 && texts_.front().path != "-";
-    output_.SetHead(form, isOne ? fs::path(texts_.front().path).filename().string() : "");
+    output_.SetHead(form,
+                    isOne ? ShownName(fs::path(texts_.front().path).filename().string()) : "");
   }
 
   int Add(const InputText& text) {
@@ -119,18 +120,18 @@ class FileAlbum {
   int AddText(const std::string& path, ByteSource& source) {
     TextWindows windows(source, form_);
     account_->BeginFile(path);
-    const std::int64_t before = output_.count();
+    marks_ = {};
+    read_ = 0;
     int status = kDone;
     while (status == kDone && windows.Next()) status = AddStretch(path, windows);
     account_->EndFile();
-    if (output_.count() != before) {
+    if (read_ != 0) {
       account_->CountFile();
       output_.AddFile(path, marks_.TakeFile());
     } else if (status == kDone) {
       TellNothing(path, windows.text());
       status = kRejected;
     }
-    marks_ = {};
     return status;
   }
 
@@ -156,6 +157,7 @@ class FileAlbum {
                                 entry)
                           : ReadText(
                                 windows.text(), [&](const CCalendar& item) { take(item); }, entry);
+    read_ += outcome.result.records;
     return TellStretch(path, outcome, windows, form_, [this] { progress_.Clear(); });
   }
 
@@ -173,6 +175,7 @@ class FileAlbum {
   Progress progress_;
   MarkKeeper marks_;
   std::optional<ImportAccount> account_;  // once the form is decided
+  std::int64_t read_ = 0;                 // records of the file
   TextForm form_ = TextForm::VCard;
 };
 

@@ -129,6 +129,7 @@ same kinds '["event","event","todo","memo"] ["needs-action"] 1' \
 check rules 0 '^5 items' album rules.vcs -o rules.html
 same rules '[{"unit":"month","every":2,"days":["1MO","1TU","-1MO","-1TU"],"count":3},{"unit":"month","every":1,"monthDays":[5,-1]},{"unit":"year","every":1,"yearDays":[60],"count":2},{"unit":"year","every":2,"months":[3],"count":2},{"unit":"day","every":3,"count":2}]' \
   "$(page rules.html '[.records[].rule]')"
+check no-days 0 '^no item is chosen; nothing is written to none.html$' album rules.vcs -o none.html --to 1990
 same rest '[["class","private"],["holiday","✓"]] tentative' "$(page rules.html '.records[0] | "\(.fields) \(.status)"')"
 
 # many contacts with pictures take no more memory than some of them

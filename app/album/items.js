@@ -34,7 +34,7 @@ function ItemButton(occurrence, day, settings = {}) {
   const button = Button({ class: `item${begin === null ? ' whole' : ''}`, ...settings },
     () => OpenItem(item, occurrence.number),
     isWhole ? null : Make('span', { class: 'time', text: TimeText(begin) }), isWhole ? null : ' ',
-    Box(item), Isolated(TitleOf(item)), MarksOf(item));
+    Box(item), MarksOf(item), Isolated(TitleOf(item)));
   return Paint(button, item);
 }
 function SpanText({ begin, end, first, last }) {

@@ -215,21 +215,19 @@ function TellCount(shown, all) {
   count.textContent = Label('count', { n: NumberText(shown), all: NumberText(all) });
 }
 
-// What is shown in full: one dialog for all, which gives the focus back to what opened it.
+// What is shown in full: one dialog for all. When it closes, the browser gives the focus back to what
+// opened it.
 const kDialog = (() => {
-  let opener = null;
   const dialog = Make('dialog', { 'aria-labelledby': 'dialog-title' });
   document.body.append(dialog);
   dialog.addEventListener('click', (event) => {
     if (event.target === dialog) dialog.close();
   });
   dialog.addEventListener('close', () => {
-    dialog.replaceChildren();
-    if (opener !== null && opener.isConnected) opener.focus();
+    if (!dialog.open) dialog.replaceChildren();  // unless opened anew before the event came
   });
   return {
     Open(title, ...children) {
-      if (!dialog.open) opener = document.activeElement;
       const close = Button({ class: 'close', 'aria-label': Label('close') }, () => dialog.close());
       close.append(Make('span', { 'aria-hidden': 'true', text: '×' }));
       dialog.replaceChildren(
@@ -240,7 +238,9 @@ const kDialog = (() => {
       dialog.querySelector('h2').focus();
       dialog.scrollTop = 0;
     },
-    Show: (element) => element.scrollIntoView(),
+    Show(element) {
+      element.scrollIntoView();
+    },
   };
 })();
 

@@ -15,10 +15,12 @@ function ByDay(first, last) {
   return days;
 }
 const ItemsOf = (days) => new Set(days.flat().map(({ item }) => item)).size;
-function DayButton(day, count, text, settings = {}) {
+// Its name for readers of screens holds what it shows.
+function DayButton(day, count, text) {
   const name = Label('day-items', { day: LongDayText(day), n: NumberText(count) });
-  const current = day === Today() ? { 'aria-current': 'date' } : {};
-  return Button({ class: 'day', 'aria-label': name, ...current, ...settings }, () => OpenDay(day), ...text);
+  const settings = day === Today() ? { 'aria-current': 'date' } : {};
+  if (name.includes(text)) settings['aria-label'] = name;
+  return Button({ class: 'day', ...settings }, () => OpenDay(day), text, name.includes(text) ? null : Hidden(` – ${name}`));
 }
 
 // A month as a table. Of its controls those of the shown day are stops of the tab key, the arrow
@@ -54,7 +56,7 @@ const kMonthView = {
     });
     const more = list.length - kRowsInADay;
     return Make('td', { role: 'gridcell', class: isOfMonth ? '' : 'other', 'data-day': day },
-      DayButton(day, list.length, [NumberText(DateOf(day).getUTCDate())]),
+      DayButton(day, list.length, NumberText(DateOf(day).getUTCDate())),
       list.length === 0 ? null : Make('span', { class: 'dots', 'aria-hidden': 'true', text: '•'.repeat(Math.min(3, list.length)) }),
       rows.length === 0 ? null : Make('ul', { role: 'list' }, ...rows),
       more <= 0 ? null : Button({ class: 'more' }, () => OpenDay(day), Label('more', { n: NumberText(more) })));
@@ -111,8 +113,7 @@ const kWeekView = {
     });
     const List = (name, rows) => Make('ul', { class: name, role: 'list' }, ...rows);
     return Make('section', { 'aria-label': LongDayText(day) },
-      Make('h3', {}, DayButton(day, list.length, [`${ShortWeekdayText(day)} `,
-        Make('span', { text: NumberText(DateOf(day).getUTCDate()) })])),
+      Make('h3', {}, DayButton(day, list.length, `${ShortWeekdayText(day)} ${DateOf(day).getUTCDate()}`)),
       List('wholes', whole), List('hours', timed));
   },
 };
@@ -152,8 +153,8 @@ function MakeRow({ under, isFirst, item, number, about, time }) {
   return Make('li', { class: `row${isFirst ? ' first' : ''}` },
     isFirst ? Make('h3', { class: 'under', text: under }) : Make('span', { class: 'under' }, Hidden(under)),
     Make('span', { class: 'time', text: time }),
-    Paint(Button({ class: 'open' }, () => OpenItem(item, number), Box(item), Isolated(TitleOf(item)),
-      MarksOf(item)), item),
+    Paint(Button({ class: 'open' }, () => OpenItem(item, number), Box(item), MarksOf(item),
+      Isolated(TitleOf(item))), item),
     Make('span', { class: 'about' }, Isolated(about)));
 }
 function PaperRow({ under, isFirst, item, number, time }) {

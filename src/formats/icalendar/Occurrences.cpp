@@ -11,6 +11,8 @@
 #include "formats/icalendar/RuleText.h"
 #include "formats/icalendar/ZonesOfItems.h"
 #include "platform/CodePages.h"
+#include "platform/DayNumbers.h"
+#include "platform/ZoneRecord.h"
 #include "support/DateTimeZones.h"
 
 namespace pim {
@@ -18,12 +20,19 @@ namespace {
 
 // More than a hundred years of days.
 constexpr std::int32_t kMostTimes = 40'000;
+constexpr int kLastYear = 9'999;  // of dates in records
 
 std::int64_t DayNumberOf(const CalendarFields& fields) {
   const auto days = std::chrono::sys_days(std::chrono::year(fields.year) /
                                           std::chrono::month(static_cast<unsigned>(fields.month)) /
                                           std::chrono::day(static_cast<unsigned>(fields.day)));
   return days.time_since_epoch().count();
+}
+
+std::int64_t SecondsOfTime(const icaltimetype& time) {
+  const std::int64_t day = DayNumberOf({time.year, time.month, time.day, 0, 0, 0});
+  const std::int64_t minutes = std::int64_t{time.hour} * 60 + time.minute;
+  return day * kSecondsOfDay + minutes * 60 + time.second;
 }
 
 std::int64_t DayOfSeconds(std::int64_t seconds) {
@@ -97,7 +106,7 @@ struct Span {
   std::int64_t toLast() const { return isAllDay || length == 0 ? length : length - 1; }
 };
 
-std::optional<Span> SpanOf(const CCalendar& item, ZonesOfItems& zones) {
+std::optional<Span> SpanOf(const CCalendar& item, const ItemZone* zone) {
   const auto start = IcalUtc(item.start_time);
   if (!start) return std::nullopt;
   if (item.allday == 1) {
@@ -109,7 +118,7 @@ std::optional<Span> SpanOf(const CCalendar& item, ZonesOfItems& zones) {
   }
   const std::int64_t begin = *SecondsOf(item.start_time);
   const std::int64_t end = SecondsOf(item.end_time).value_or(begin);
-  return Span{InZone(*start, zones.Of(item)), std::max<std::int64_t>(end - begin, 0), false};
+  return Span{InZone(*start, zone), std::max<std::int64_t>(end - begin, 0), false};
 }
 
 std::string RuleValueOf(const CRecurrence& rule, const icaltimetype& start) {
@@ -121,31 +130,63 @@ std::string RuleValueOf(const CRecurrence& rule, const icaltimetype& start) {
 
 class OccurrenceFinder::Zones {
  public:
-  ZonesOfItems rules;   // by which rules are followed
-  ZonesOfItems clocks;  // by which times are shown
+  Zones() { GetTimeZoneInformation(machine_); }
+
+  // The zone by which an item's rule is followed; null for UTC.
+  const ItemZone* OfRule(const CCalendar& item) { return rules_.Of(item); }
+  // A time of an item's rule, whose zone that is.
+  Moment MomentOf(const CCalendar& item, const icaltimetype& time, bool isAllDay) {
+    if (isAllDay) {
+      const std::int64_t day = SecondsOfTime(time) / kSecondsOfDay;
+      return {day, day};
+    }
+    const std::int64_t seconds = SecondsOfTime(InUtc(time));
+    const bool isOnClock = icaltime_is_utc(time) == 0;
+    return {seconds, isOnClock ? SecondsOfTime(time) : WallTime(item, seconds, time)};
+  }
+  // Both times are one moment, which is UTC.
+  std::int64_t WallTime(const CCalendar& item, std::int64_t seconds, const icaltimetype& time) {
+    if (const ItemZone* const zone = clocks_.OfOwn(item.zone))
+      return SecondsOfTime(InZone(time, zone));
+    return AreOneZone(item.zone, {}) ? MachinesTime(seconds) : seconds;
+  }
+
+ private:
+  std::int64_t MachinesTime(std::int64_t seconds) const;
+
+  ZonesOfItems rules_;
+  ZonesOfItems clocks_;  // by which times are shown
+  TIME_ZONE_INFORMATION machine_;
 };
+
+std::int64_t OccurrenceFinder::Zones::MachinesTime(std::int64_t seconds) const {
+  constexpr std::int64_t kFromDayZero = -std::chrono::seconds(kDayZero.time_since_epoch()).count();
+  SYSTEMTIME utc;
+  SYSTEMTIME local;
+  const bool exists = SystemTimeFromSeconds(seconds + kFromDayZero, utc) &&
+                      SystemTimeToTzSpecificLocalTime(machine_, utc, local);
+  const auto wall = exists ? SecondsFromSystemTime(local) : std::nullopt;
+  return wall ? *wall - kFromDayZero : seconds;
+}
 
 OccurrenceFinder::OccurrenceFinder() : zones_(std::make_unique<Zones>()) { PrepareIcal(); }
 OccurrenceFinder::~OccurrenceFinder() = default;
 
 Occurrences OccurrenceFinder::Of(const CCalendar& item, const DayRange& range) {
   Occurrences found;
-  const auto span = SpanOf(item, zones_->rules);
+  const auto span = SpanOf(item, zones_->OfRule(item));
   if (!span) return found;
   found.length = span->length;
   found.isAllDay = span->isAllDay;
   const std::string rule = RuleValueOf(item.recurrence, span->start);
   ItemDates dates(rule, RuleValueOf(item.exceptionRule, span->start), span->start, kMostTimes);
   std::vector<Moment> moments;
+  const auto dayOf = [&found](std::int64_t wall) {
+    return found.isAllDay ? wall : DayOfSeconds(wall);
+  };
   while (const auto date = dates.Next()) {
-    const COleDateTime time = DateTimeOf(found.isAllDay ? date->time : InUtc(date->time));
-    const auto seconds = SecondsOf(time);
-    if (!seconds) break;
-    Moment moment{*seconds, WallTime(item, time).value_or(*seconds)};
-    if (found.isAllDay) moment = {DayOfSeconds(*seconds), DayOfSeconds(*seconds)};
-    const auto dayOf = [&found](std::int64_t wall) {
-      return found.isAllDay ? wall : DayOfSeconds(wall);
-    };
+    if (date->time.year > kLastYear) break;
+    const Moment moment = zones_->MomentOf(item, date->time, found.isAllDay);
     if (dayOf(moment.wall) > range.last) {
       found.isCut = true;
       break;
@@ -164,9 +205,7 @@ std::optional<std::int64_t> OccurrenceFinder::WallTime(const CCalendar& item,
                                                        const COleDateTime& utc) {
   const auto time = IcalUtc(utc);
   if (!time) return std::nullopt;
-  if (const ItemZone* const zone = zones_->clocks.OfOwn(item.zone))
-    return SecondsOf(DateTimeOf(InZone(*time, zone)));
-  return SecondsOf(AreOneZone(item.zone, {}) ? UtcToLocal(utc) : COleDateTimeNull(utc));
+  return zones_->WallTime(item, SecondsOfTime(*time), *time);
 }
 
 std::string ZoneTextOf(const CCalendarZone& zone) {
@@ -185,10 +224,9 @@ std::string ZoneTextOf(const CCalendarZone& zone) {
 }
 
 std::optional<std::int64_t> SecondsOf(const COleDateTime& utc) {
-  const auto fields = utc.GetFields();
-  if (!fields) return std::nullopt;
-  const std::int64_t minutes = std::int64_t{fields->hour} * 60 + fields->minute;
-  return DayNumberOf(*fields) * kSecondsOfDay + minutes * 60 + fields->second;
+  const auto time = IcalUtc(utc);
+  if (!time) return std::nullopt;
+  return SecondsOfTime(*time);
 }
 
 }  // namespace pim

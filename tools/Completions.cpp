@@ -57,10 +57,6 @@ std::string AllOptions() {
   return Joined(names);
 }
 
-Family FamilyOf(const LinePlace& place) {
-  return place.command != nullptr ? place.command->family : Family::NoNoun;
-}
-
 // A text of the shell that stands for itself.
 std::string ShellQuoted(std::string text) {
   ReplaceAll(text, "'", "'\\''");
@@ -91,6 +87,13 @@ std::string BashPlaces() {
   return places;
 }
 
+// The words that an option's value may be, of a command or of those of a family.
+std::string ChoicesFor(const OptionRow& row, const CommandRow* command) {
+  if (command == nullptr) return Joined(ChoicesOf(row.id, Family::NoNoun));
+  const bool isOwn = ValueOf(row.id, command) != RowOf(row.id).value;
+  return isOwn ? std::string() : Joined(ChoicesOf(row.id, command->family));
+}
+
 std::string BashValues() {
   std::string rows;
   const auto add = [&rows](const OptionRow& row, std::string_view noun, const std::string& values) {
@@ -105,16 +108,20 @@ std::string BashValues() {
     const std::string mark = TakesList(row) ? "," : "";
     const std::string ofContacts = Joined(ChoicesOf(row.id, Family::Contacts));
     const std::string ofItems = Joined(ChoicesOf(row.id, Family::Items));
-    if (TakesFile(row)) add(row, "*", "@");
-    if (ofContacts != ofItems) add(row, "contacts", mark + ofContacts);
-    // Commands without a noun, and those of stores, may take other words.
+    // Some commands take something else, and those without a noun may take other words.
     for (const CommandRow& command : Commands()) {
-      const std::string own = Joined(ChoicesOf(row.id, command.family));
-      if (own == ofItems || std::ranges::find(command.options, row.id) == command.options.end())
-        continue;
-      if (command.family == Family::NoNoun) add(row, command.verb, mark + own);
-      if (command.family == Family::Store) add(row, "store", "@");
+      if (std::ranges::find(command.options, row.id) == command.options.end()) continue;
+      const std::string verb = "'" + std::string(command.verb) + " '*";
+      const bool hasNoun = command.family != Family::NoNoun;
+      const std::string own = ChoicesFor(row, &command);
+      if (ValueOf(row.id, &command) != row.value) {
+        add(row, (hasNoun ? "*' '" : "") + verb, TakesFile(row, &command) ? "@" : "");
+      } else if (own != ofItems && !hasNoun) {
+        add(row, verb, mark + own);
+      }
     }
+    if (TakesFile(row)) add(row, "*", "@");
+    if (ofContacts != ofItems) add(row, "'contacts '*", mark + ofContacts);
     if (!ofItems.empty()) add(row, "*", mark + ofItems);
   }
   return rows;
@@ -127,19 +134,19 @@ std::string ZshDescription(std::string text) {
   return text;
 }
 
-std::string ZshValue(const OptionRow& row, Family family) {
+std::string ZshValue(const OptionRow& row, const CommandRow* command) {
   if (row.value == nullptr) return {};
-  const std::string choices = Joined(ChoicesOf(row.id, family));
-  std::string value = std::string(":") + row.value + ":";
-  if (TakesFile(row)) return value + "_files";
+  const std::string choices = ChoicesFor(row, command);
+  std::string value = std::string(":") + ValueOf(row.id, command) + ":";
+  if (TakesFile(row, command)) return value + "_files";
   if (choices.empty()) return value + " ";
   return value + (TakesList(row) ? "_sequence compadd - " + choices : "(" + choices + ")");
 }
 
 // As _arguments takes it; one line for all names of the option.
 std::string ZshOption(const OptionRow& row, const CommandRow* command) {
-  const std::string text = "[" + ZshDescription(HelpOf(row.id, command)) + "]" +
-                           ZshValue(row, command != nullptr ? command->family : Family::NoNoun);
+  const std::string text =
+      "[" + ZshDescription(HelpOf(row.id, command)) + "]" + ZshValue(row, command);
   const std::string name = DashedName(row) + (row.value != nullptr ? "=" : "");
   if (row.letter == '\0') return ShellQuoted(name + text);
   const std::string letter = std::string{'-', row.letter} + (row.value != nullptr ? "+" : "");
@@ -195,20 +202,20 @@ std::string FishCondition(const char* where, const std::vector<std::string>& key
   return "complete -c pimvobj -n " + FishQuoted(condition);
 }
 
-std::string FishOption(const OptionRow& row, const std::string& help, Family family) {
+std::string FishOption(const OptionRow& row, const CommandRow* command) {
   std::string text;
   if (row.letter != '\0') text += std::string(" -s ") + row.letter;
   text += std::string(" -l ") + row.name;
   if (row.value != nullptr) {
-    const std::string choices = Joined(ChoicesOf(row.id, family));
-    text += TakesFile(row) ? " -r -F" : " -x";
+    const std::string choices = ChoicesFor(row, command);
+    text += TakesFile(row, command) ? " -r -F" : " -x";
     if (TakesList(row)) {
       text += " -a " + FishQuoted("(__pimvobj_list " + choices + ")");
     } else if (!choices.empty()) {
       text += " -a " + FishQuoted(choices);
     }
   }
-  return text + " -d " + FishQuoted(help) + "\n";
+  return text + " -d " + FishQuoted(HelpOf(row.id, command)) + "\n";
 }
 
 // One line for each option, of all commands for which it is the same.
@@ -217,8 +224,7 @@ std::string FishOptions() {
   for (const LinePlace& place : LinePlaces()) {
     if (place.command == nullptr) continue;
     for (const Option option : place.command->options) {
-      const std::string line =
-          FishOption(RowOf(option), HelpOf(option, place.command), FamilyOf(place));
+      const std::string line = FishOption(RowOf(option), place.command);
       auto found = std::ranges::find(lines, line, [](const auto& one) { return one.first; });
       if (found == lines.end()) found = lines.insert(found, {line, {}});
       found->second.push_back(place.key);
@@ -287,8 +293,7 @@ std::string ZshCompletion(std::string text) {
 std::string FishCompletion(std::string text) {
   std::string lines;
   for (const Option option : CommonOptions()) {
-    lines +=
-        "complete -c pimvobj" + FishOption(RowOf(option), HelpOf(option, nullptr), Family::NoNoun);
+    lines += "complete -c pimvobj" + FishOption(RowOf(option), nullptr);
   }
   FillPlace(text, "lines", lines + FishPlaces() + FishOptions());
   FillPlace(text, "valued-options", ValuedOptions());

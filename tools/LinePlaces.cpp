@@ -60,6 +60,7 @@ LinePlace PlaceOf(std::string key, const CommandRow& command, const NounRow* nou
   const std::string_view operands = command.operands;
   const std::string_view first = operands.substr(0, operands.find(' '));
   if (Contains(first, "FILE") || Contains(first, "PATH")) place.endings = EndingsOf(command.family);
+  if (Contains(first, "FILE.html")) place.endings = "html";
   place.isFolder = first == "DIR";
   place.words = LiteralWords(first);
   place.repeats = Contains(first, "...");
@@ -102,8 +103,9 @@ std::vector<std::string> WordsThatGoOn() {
   return words;
 }
 
-bool TakesFile(const OptionRow& row) {
-  return row.value != nullptr && std::string_view(row.value).starts_with("FILE");
+bool TakesFile(const OptionRow& row, const CommandRow* command) {
+  const char* const value = ValueOf(row.id, command);
+  return value != nullptr && std::string_view(value).starts_with("FILE");
 }
 
 bool TakesList(const OptionRow& row) {

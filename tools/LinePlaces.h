@@ -33,7 +33,8 @@ std::vector<LinePlace> LinePlaces();
 std::vector<std::string> WordsThatGoOn();
 
 // How completions take an option's value.
-bool TakesFile(const OptionRow& row);
+// Of a command, or of all.
+bool TakesFile(const OptionRow& row, const CommandRow* command = nullptr);
 bool TakesList(const OptionRow& row);
 
 }  // namespace pim::app

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <optional>
 
+#include "app/album/AlbumRecords.h"
 #include "app/album/NameOrder.h"
-#include "app/album/RecordJson.h"
 #include "app/album/RecordParts.h"
 #include "formats/vcard4/DayText.h"
 #include "formats/vcard4/VCardRows.h"
@@ -96,7 +96,7 @@ std::string FirstBirthday(const CContact& contact) {
 }  // namespace
 
 void WriteRecord(JsonWriter& json, const CContact& contact, bool hasPicture,
-                 const RecordOrigin* origin) {
+                 const PlaceInFile* place) {
   const WideString name = AlbumName(contact);
   json.StartObject();
   json.Field("name", WideStringView(name));
@@ -116,7 +116,7 @@ void WriteRecord(JsonWriter& json, const CContact& contact, bool hasPicture,
   }
   if (const std::string day = FirstBirthday(contact); !day.empty()) json.Utf8Field("birthday", day);
   if (hasPicture) json.Field("picture", true);
-  WriteOrigin(json, origin);
+  WritePlace(json, place);
   json.EndObject();
 }
 

@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "app/album/RecordJson.h"
+#include "app/album/AlbumRecords.h"
 #include "app/album/RecordParts.h"
 #include "app/output/ItemText.h"
 #include "pim/manager/TypeWords.h"
@@ -109,7 +109,7 @@ void WriteItemFields(JsonWriter& json, const CCalendar& item) {
 }  // namespace
 
 void WriteRecord(JsonWriter& json, const CCalendar& item, const Occurrences& occurrences,
-                 OccurrenceFinder& finder, const RecordOrigin* origin) {
+                 OccurrenceFinder& finder, const PlaceInFile* place) {
   json.StartObject();
   json.Utf8Field("kind", KindWord(static_cast<CalendarType>(item.calendar_type)));
   json.Field("title", WideStringView(ItemName(item)));
@@ -130,7 +130,7 @@ void WriteRecord(JsonWriter& json, const CCalendar& item, const Occurrences& occ
   if (item.priority > 0) json.Field("priority", item.priority);
   if (!item.color.empty()) json.Field("color", item.color);
   WriteItemFields(json, item);
-  WriteOrigin(json, origin);
+  WritePlace(json, place);
   json.EndObject();
 }
 

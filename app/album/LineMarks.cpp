@@ -11,6 +11,9 @@
 namespace pim::app {
 namespace {
 
+// Of what a text says, and nothing limits.
+constexpr std::size_t kMostBytes = 400;
+
 bool IsKept(Verdict verdict) { return verdict == Verdict::Frame || verdict == Verdict::Kept; }
 
 }  // namespace
@@ -56,15 +59,14 @@ void MarkKeeper::Take(const AccountEntry& entry) {
   if (IsKept(entry.verdict)) return;
   LineMark mark{.first = first, .last = linesAhead_ + entry.last, .verdict = entry.verdict};
   if (marks.HasRoom()) {
-    mark.name = entry.name;
-    mark.why = ReasonsOf(entry);
+    mark.name = entry.name.substr(0, kMostBytes);
+    mark.why = ReasonsOf(entry).substr(0, kMostBytes);
     mark.head = HeadOf(entry.first, entry.last);
   }
   marks.Add(std::move(mark));
 }
 
 WideString MarkKeeper::HeadOf(std::int64_t first, std::int64_t last) {
-  constexpr std::size_t kMostBytes = 400;
   for (; line_ < first; ++line_)
     rest_.remove_prefix(std::min(rest_.find('\n'), rest_.size() - 1) + 1);
   NarrowStringView left = rest_;

@@ -36,9 +36,9 @@ std::string HeadElement(const PageHead& head, const LabelFile& labels) {
     json.Key(row.member);
     json.StartObject();
     for (const auto& [key, text] : words) {
-      if (key.starts_with(row.prefix))
-        json.Field(Utf8FromWide(WideStringView(key).substr(row.prefix.size())),
-                   WideStringView(text));
+      if (!key.starts_with(row.prefix)) continue;
+      const WideStringView word = WideStringView(key).substr(row.prefix.size());
+      json.Field(Utf8FromWide(word), WideStringView(text));
     }
     json.EndObject();
   }

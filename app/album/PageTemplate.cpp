@@ -62,7 +62,7 @@ constexpr std::string_view kContactScripts[] = {"shared.js", "list.js", "contact
 constexpr std::string_view kCalendarScripts[] = {"shared.js", "list.js",  "days.js",
                                                  "items.js",  "views.js", "calendar.js"};
 
-std::string ScriptOf(std::span<const std::string_view> names) {
+std::string JoinedScripts(std::span<const std::string_view> names) {
   std::string script;
   for (const std::string_view name : names) script += PageFileText(name);
   return script;
@@ -73,7 +73,8 @@ std::string ScriptOf(std::span<const std::string_view> names) {
 PageFrame FilledPage(TextForm form, std::string_view language, std::string_view title) {
   const bool isContacts = form == TextForm::VCard;
   const std::string_view style = PageFileText("album.css");
-  const std::string script = isContacts ? ScriptOf(kContactScripts) : ScriptOf(kCalendarScripts);
+  const std::string script =
+      isContacts ? JoinedScripts(kContactScripts) : JoinedScripts(kCalendarScripts);
   const std::string policy =
       "default-src 'none'; img-src data:; style-src " + HashSource(style) + "; script-src " +
       HashSource(script) +

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "app/album/RecordJson.h"
+#include "app/album/AlbumRecords.h"
 #include "support/Ascii.h"
 
 namespace pim::app {
@@ -57,13 +57,13 @@ class FieldRows {
   JsonWriter& json_;
 };
 
-inline void WriteOrigin(JsonWriter& json, const RecordOrigin* origin) {
-  if (origin == nullptr) return;
-  json.Utf8Field("file", origin->file);
-  json.Field("line", origin->marks.line());
-  if (origin->marks.empty()) return;
+inline void WritePlace(JsonWriter& json, const PlaceInFile* place) {
+  if (place == nullptr) return;
+  json.Utf8Field("file", place->file);
+  json.Field("line", place->marks.line());
+  if (place->marks.empty()) return;
   json.Key("marks");
-  origin->marks.Write(json);
+  place->marks.Write(json);
 }
 
 }  // namespace pim::app

@@ -82,11 +82,11 @@ JsonWriter& AlbumOutput::NextRecord() {
   return records_.Next();
 }
 
-void AlbumOutput::Add(const CContact& contact, const RecordOrigin* origin) {
+void AlbumOutput::Add(const CContact& contact, const PlaceInFile* place) {
   JsonWriter& json = NextRecord();
   bool isShown = false;
   if (!contact.photo.empty()) {
-    const std::int64_t number = origin == nullptr ? contact.tag : count() + 1;
+    const std::int64_t number = place == nullptr ? contact.tag : count() + 1;
     const NarrowString bytes = ReadCallerIdPicture(contact.photo);
     // By the bytes alone, as browsers do: a name may say anything.
     const NarrowStringView media = MediaOf({}, bytes).media;
@@ -99,14 +99,14 @@ void AlbumOutput::Add(const CContact& contact, const RecordOrigin* origin) {
       TellOfPicture(contact, number, "is none that a page shows");
     }
   }
-  WriteRecord(json, contact, isShown, origin);
+  WriteRecord(json, contact, isShown, place);
   records_.EndRecord();
 }
 
-void AlbumOutput::Add(const CCalendar& item, const RecordOrigin* origin) {
+void AlbumOutput::Add(const CCalendar& item, const PlaceInFile* place) {
   const auto times = days_.TimesOf(item);
   if (!times) return;
-  WriteRecord(NextRecord(), item, *times, days_.finder(), origin);
+  WriteRecord(NextRecord(), item, *times, days_.finder(), place);
   records_.EndRecord();
 }
 

@@ -7,9 +7,9 @@
 #include <string_view>
 #include <vector>
 
+#include "app/album/AlbumRecords.h"
 #include "app/album/LineMarks.h"
 #include "app/album/PageData.h"
-#include "app/album/RecordJson.h"
 #include "app/album/ShownDays.h"
 #include "app/commands/FileTarget.h"
 #include "app/commands/Options.h"
@@ -29,10 +29,10 @@ class AlbumOutput {
   // empty. Throws WrongUsage where days were asked for of contacts.
   void SetHead(TextForm form, std::string of);
 
-  // `origin` is null for a record of a store.
-  void Add(const CContact& contact, const RecordOrigin* origin);
+  // `place` is null for a record of a store.
+  void Add(const CContact& contact, const PlaceInFile* place);
   // Leaves out an item that the days don't show.
-  void Add(const CCalendar& item, const RecordOrigin* origin);
+  void Add(const CCalendar& item, const PlaceInFile* place);
   // Lines of a file that no record has, behind all records.
   void AddFile(std::string_view file, const LineMarks& marks);
   // Ends the page and tells how many records there are. A page without any isn't written. Gives the

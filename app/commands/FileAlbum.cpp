@@ -53,8 +53,8 @@ std::vector<InputText> TextsOf(const std::vector<std::string>& paths, int& statu
   std::vector<InputText> texts;
   for (const std::string& path : paths) {
     const auto find = [&] {
-      for (std::string& file : FilesOf(path, extensions))
-        texts.push_back({std::move(file), file != path});
+      for (const std::string& file : FilesOf(path, extensions))
+        texts.push_back({file, file != path});
       return kDone;
     };
     status = Worse(status, ForInput(find));
@@ -99,7 +99,8 @@ class FileAlbum {
     form_ = form;
     account_.emplace(form, std::nullopt, false);
     const bool isOne = texts_.size() == 1 && texts_.front().path != "-";
-    output_.SetHead(form, isOne ? fs::path(texts_.front().path).filename().string() : "");
+    output_.SetHead(form,
+                    isOne ? ShownName(fs::path(texts_.front().path).filename().string()) : "");
   }
 
   int Add(const InputText& text) {
@@ -107,7 +108,8 @@ class FileAlbum {
     if (account_ && text.isOfFolder && IsOfOtherForm(path, form_)) return kDone;
     PeekedSource source(SourceOf(path, options_, prepared_));
     const auto first = TextHeadOf(source.head());
-    if (!account_ && first) Decide(FormOf(first->object));
+    if (!account_ && (first || !source.isWhole()))
+      Decide(first ? FormOf(first->object) : TextForm::VCard);
     if (!account_ || (first && FormOf(first->object) != form_ && !options_.form)) {
       TellNothing(path, source.head());
       return kRejected;
@@ -118,18 +120,18 @@ class FileAlbum {
   int AddText(const std::string& path, ByteSource& source) {
     TextWindows windows(source, form_);
     account_->BeginFile(path);
-    const std::int64_t before = output_.count();
+    marks_ = {};
+    read_ = 0;
     int status = kDone;
     while (status == kDone && windows.Next()) status = AddStretch(path, windows);
     account_->EndFile();
-    if (output_.count() != before) {
+    if (read_ != 0) {
       account_->CountFile();
       output_.AddFile(path, marks_.TakeFile());
     } else if (status == kDone) {
       TellNothing(path, windows.text());
       status = kRejected;
     }
-    marks_ = {};
     return status;
   }
 
@@ -141,8 +143,8 @@ class FileAlbum {
     };
     const auto take = [&](const auto& record) {
       const LineMarks marks = marks_.TakeRecord();
-      const RecordOrigin origin{path, marks};
-      output_.Add(record, &origin);
+      const PlaceInFile place{path, marks};
+      output_.Add(record, &place);
       progress_.Show(output_.count(), [this] { return Counted(output_.count(), "record"); });
     };
     Outcome outcome = form_ == TextForm::VCard
@@ -155,6 +157,7 @@ class FileAlbum {
                                 entry)
                           : ReadText(
                                 windows.text(), [&](const CCalendar& item) { take(item); }, entry);
+    read_ += outcome.result.records;
     return TellStretch(path, outcome, windows, form_, [this] { progress_.Clear(); });
   }
 
@@ -172,6 +175,7 @@ class FileAlbum {
   Progress progress_;
   MarkKeeper marks_;
   std::optional<ImportAccount> account_;  // once the form is decided
+  std::int64_t read_ = 0;                 // records of the file
   TextForm form_ = TextForm::VCard;
 };
 

@@ -9,6 +9,7 @@
 #include "app/commands/HelpLayout.h"
 #include "app/labels/Labels.h"
 #include "formats/prepare/PrepareSteps.h"
+#include "pim/manager/LabelKeys.h"
 #include "platform/CodePages.h"
 
 namespace pim::app {
@@ -151,8 +152,10 @@ std::vector<TopicBlock> LabelBlocks() {
        "A file of labels has the words of what 'show' prints, as lines \"key = text\" in UTF-8; "
        "lines that begin with # say nothing. What it leaves out is as --lang has it. These are "
        "all keys, with their texts in English:"}};
-  for (const auto& [key, text] : ReadLabels(LabelFiles().front().text))
-    if (!key.starts_with(u"FIELD_")) blocks.push_back({Utf8FromWide(key), Utf8FromWide(text)});
+  for (const auto& [key, text] : ReadLabels(LabelFiles().front().text)) {
+    if (std::ranges::find(kLabelKeys, key, &LabelKey::key) != std::end(kLabelKeys))
+      blocks.push_back({Utf8FromWide(key), Utf8FromWide(text)});
+  }
   return blocks;
 }
 

@@ -74,8 +74,8 @@ constexpr const char* kFromDay =
     "Of a calendar: what reaches into the days from this one on, such as 2010-03-01, 2010-03 or "
     "2010";
 constexpr const char* kToDay =
-    "Of a calendar: what reaches into the days up to this one; repeats are followed so far "
-    "(default: two years behind today or behind their start)";
+    "Of a calendar: what reaches into the days up to this one, to which repeats are followed "
+    "(default: for two years from today, or from where they begin)";
 
 // Where an option of some commands means more than elsewhere, or less, or takes another value.
 constexpr struct {

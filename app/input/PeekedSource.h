@@ -16,7 +16,6 @@ namespace pim::app {
 class PeekedSource final : public ByteSource {
  public:
   explicit PeekedSource(std::unique_ptr<ByteSource> source) : source_(std::move(source)) {
-    constexpr std::size_t kHead = std::size_t{256} << 10;
     head_.resize(kHead);
     std::size_t size = 0;
     for (std::size_t count = 1; count != 0 && size != kHead; size += count)
@@ -24,8 +23,9 @@ class PeekedSource final : public ByteSource {
     head_.resize(size);
   }
 
-  // As much as was looked at, until the reading begins.
   NarrowStringView head() const { return head_; }
+  // Whether nothing stands behind the head.
+  bool isWhole() const { return head_.size() < kHead; }
 
   std::size_t Read(char* to, std::size_t room) override {
     if (taken_ == head_.size()) return source_->Read(to, room);
@@ -36,6 +36,8 @@ class PeekedSource final : public ByteSource {
   }
 
  private:
+  static constexpr std::size_t kHead = std::size_t{256} << 10;
+
   std::unique_ptr<ByteSource> source_;
   std::string head_;
   std::size_t taken_ = 0;

@@ -9,35 +9,39 @@
 _pimvobj_place() {
   options='--store --code-page --lang -q --quiet --to-the-letter -h --help -V --version' first='' rest=''
   case $1 in
-    '') first='contacts calendar todo memo original store history undo check convert prepare charsets redact inspect show help' ;;
-    'contacts') first='import export list count show delete' ;;
-    'help contacts') first='import export list count show delete' ;;
+    '') first='contacts calendar todo memo original store history undo check album convert prepare charsets redact inspect show help' ;;
+    'contacts') first='import export album list count show delete' ;;
+    'help contacts') first='import export album list count show delete' ;;
     'contacts import') options+=' --group --no-groups --keep-duplicates --skip-duplicates -n --dry-run --json --rejects --report -f --force --no-originals --prepare --steps' first='@vcf' rest=$first ;;
     'contacts export') options+=' --group --no-name -o --output -f --force --to --split --groups --csv-columns --report' first='@vcf' ;;
+    'contacts album') options+=' --group --no-name -o --output -f --force' first='@html' ;;
     'contacts list') options+=' --group --no-name --sort --fields --json --jsonl --csv' ;;
     'contacts count') options+=' --group --no-name' first='@vcf' rest=$first ;;
     'contacts show') options+=' --labels' ;;
     'contacts delete') options+=' --group -n --dry-run' ;;
-    'calendar') first='import export list count show delete' ;;
-    'help calendar') first='import export list count show delete' ;;
+    'calendar') first='import export album list count show delete' ;;
+    'help calendar') first='import export album list count show delete' ;;
     'calendar import') options+=' --keep-duplicates --skip-duplicates -n --dry-run --json --rejects --report -f --force --no-originals --prepare --steps' first='@vcs ics' rest=$first ;;
     'calendar export') options+=' --all --no-name -o --output -f --force --to --split --report' first='@vcs ics' ;;
+    'calendar album') options+=' --no-name -o --output --from --to -f --force' first='@html' ;;
     'calendar list') options+=' --no-name --sort --fields --json --jsonl --csv' ;;
     'calendar count') options+=' --no-name' first='@vcs ics' rest=$first ;;
     'calendar show') options+=' --labels' ;;
     'calendar delete') options+=' -n --dry-run' ;;
-    'todo') first='import export list count show delete' ;;
-    'help todo') first='import export list count show delete' ;;
+    'todo') first='import export album list count show delete' ;;
+    'help todo') first='import export album list count show delete' ;;
     'todo import') options+=' --keep-duplicates --skip-duplicates -n --dry-run --json --rejects --report -f --force --no-originals --prepare --steps' first='@vcs ics' rest=$first ;;
     'todo export') options+=' --all --no-name -o --output -f --force --to --split --report' first='@vcs ics' ;;
+    'todo album') options+=' --no-name -o --output --from --to -f --force' first='@html' ;;
     'todo list') options+=' --no-name --sort --fields --json --jsonl --csv' ;;
     'todo count') options+=' --no-name' first='@vcs ics' rest=$first ;;
     'todo show') options+=' --labels' ;;
     'todo delete') options+=' -n --dry-run' ;;
-    'memo') first='import export list count show delete' ;;
-    'help memo') first='import export list count show delete' ;;
+    'memo') first='import export album list count show delete' ;;
+    'help memo') first='import export album list count show delete' ;;
     'memo import') options+=' --keep-duplicates --skip-duplicates -n --dry-run --json --rejects --report -f --force --no-originals --prepare --steps' first='@vcs ics' rest=$first ;;
     'memo export') options+=' --all --no-name -o --output -f --force --to --split --report' first='@vcs ics' ;;
+    'memo album') options+=' --no-name -o --output --from --to -f --force' first='@html' ;;
     'memo list') options+=' --no-name --sort --fields --json --jsonl --csv' ;;
     'memo count') options+=' --no-name' first='@vcs ics' rest=$first ;;
     'memo show') options+=' --labels' ;;
@@ -58,39 +62,44 @@ _pimvobj_place() {
     'history') options+=' --json' ;;
     'undo') options+=' -n --dry-run -f --force --json' ;;
     'check') options+=' --json --as' first='@vcf vcs ics' rest=$first ;;
+    'album') options+=' -o --output --as --from --to --prepare --steps -f --force' first='@vcf vcs ics' rest=$first ;;
     'convert') options+=' --to -o --output --split --groups --csv-columns --prepare --steps -f --force --report --strict' first='@vcf vcs ics' rest=$first ;;
     'prepare') options+=' -o --output --steps -f --force --report --strict' first='@vcf vcs ics' ;;
     'charsets') options+=' --json' first='@vcf vcs ics' rest=$first ;;
     'redact') options+=' -o --output -f --force' first='@vcf vcs ics' ;;
     'inspect') options+=' --json --as --losses --strict' first='@vcf vcs ics' rest=$first ;;
     'show') options+=' --all --labels' first='@vcf vcs ics' rest=$first ;;
-    'help') first='contacts calendar todo memo original store history undo check convert prepare charsets redact inspect show help formats environment labels exit-statuses steps columns' ;;
+    'help') first='contacts calendar todo memo original store history undo check album convert prepare charsets redact inspect show help formats environment labels exit-statuses steps columns' ;;
   esac
 }
 
-# The `values` of the option $1 when the line begins with the noun $2: words, ahead of which a comma
-# says that several may be joined by commas, or @ for files.
+# The `values` of the option $1 when the line begins with the words $2, each with a blank behind it:
+# words, ahead of which a comma says that several may be joined by commas, or @ for files.
 _pimvobj_values() {
   values=''
   case "$1 $2" in
     '--as '*) values='vcard vcalendar' ;;
     '--code-page '*) values='UTF-8 CP1250 CP1251 CP1252 CP1253 CP1254 ISO-8859-1 ISO-8859-15 KOI8-R Shift_JIS EUC-JP EUC-KR BIG5 GBK' ;;
     '--csv-columns '*) values='@' ;;
-    '--fields 'contacts) values=',key name full-name family-name given-name additional-name prefix suffix phonetic-name nickname number mail messenger url address organisation unit title role birthday anniversary event-day blood-type hobby picture note groups favourite created modified help' ;;
+    '--fields ''contacts '*) values=',key name full-name family-name given-name additional-name prefix suffix phonetic-name nickname number mail messenger url address organisation unit title role birthday anniversary event-day blood-type hobby picture note groups favourite created modified help' ;;
     '--fields '*) values=',key subject summary description location start end all-day due completed alarm repeats exceptions category class priority status colour holiday created modified help' ;;
+    '--from '*' ''album '*) values='' ;;
+    '--from ''album '*) values='' ;;
     '--from '*) values='@' ;;
     '--labels '*) values='@' ;;
     '--lang '*) values='en de fr es ja ko' ;;
     '-o '* | '--output '*) values='@' ;;
     '--rejects '*) values='@' ;;
     '--report '*) values='@' ;;
-    '--sort 'contacts) values='name key' ;;
+    '--sort ''contacts '*) values='name key' ;;
     '--sort '*) values='name key time' ;;
     '--steps '*) values=',unicode nul line-ends joined missing-end base64 charsets prefixes types vcard icalendar alarms times' ;;
     '--store '*) values='@' ;;
-    '--to 'contacts) values='vcard4 vcard3 jcard csv' ;;
-    '--to 'store) values='@' ;;
-    '--to 'convert) values='vcard4 vcard3 jcard csv icalendar' ;;
+    '--to '*' ''album '*) values='' ;;
+    '--to '*' ''copy '*) values='@' ;;
+    '--to ''album '*) values='' ;;
+    '--to ''convert '*) values='vcard4 vcard3 jcard csv icalendar' ;;
+    '--to ''contacts '*) values='vcard4 vcard3 jcard csv' ;;
     '--to '*) values='icalendar' ;;
   esac
 }
@@ -180,7 +189,7 @@ _pimvobj() {
   done
   [[ $option && $cur == = ]] && cur=''
   if [[ $option ]]; then
-    _pimvobj_values "$option" "${words[0]-}"
+    _pimvobj_values "$option" "${words[0]-} ${words[1]-} "
     _pimvobj_offer "$values"
     COMPREPLY=("${COMPREPLY[@]#"$ahead"}")
     return

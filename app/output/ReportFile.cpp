@@ -75,6 +75,8 @@ void ReportFile::Truncate(std::int64_t size) {
 }
 
 void ReportFile::Publish() {
+  // Of a write that failed nobody may have taken notice.
+  if (std::ferror(file_.get()) != 0) Fail(EIO);
   if (std::fflush(file_.get()) != 0) Fail(errno);
   // A link takes no place that has been taken meanwhile.
   if (force_ || link(growing_.c_str(), path_.c_str()) != 0) {

@@ -42,8 +42,8 @@ offers_fish() {
 cat >../cases <<'END'
 bzf|pimvobj con|contacts convert
 bzf|pimvobj --store my.db --lang de con|contacts convert
-bzf|pimvobj |calendar charsets check contacts convert help history inspect memo original prepare redact show store todo undo
-bzf|pimvobj contacts |count delete export import list show
+bzf|pimvobj |album calendar charsets check contacts convert help history inspect memo original prepare redact show store todo undo
+bzf|pimvobj contacts |album count delete export import list show
 bzf|pimvobj contacts --quiet ex|export
 bzf|pimvobj store |copy schema tidy
 bzf|pimvobj original show |calendar contact memo todo
@@ -60,6 +60,9 @@ bzf|pimvobj contacts -- li|list
 bzf|pimvobj inspect --as v|vcalendar vcard
 bzf|pimvobj convert --to v|vcard3 vcard4
 bzf|pimvobj calendar export --to |icalendar
+bzf|pimvobj calendar album --to |
+bzf|pimvobj album a.vcf --from |
+bz|pimvobj store copy --to |a.vcf b.VCS c.txt my card.vcf old phone phone
 bzf|pimvobj prepare a.vcf --st|--steps --store --strict
 bzf|pimvobj inspect a.vcf --lang |de en es fr ja ko
 bzf|pimvobj inspect --code-page ISO|ISO-8859-1 ISO-8859-15
@@ -81,6 +84,7 @@ z|pimvobj contacts list --fields key,na|name
 f|pimvobj contacts import |a.vcf b.VCS c.txt my card.vcf old phone/ phone/
 f|pimvobj original export |old phone/ phone/
 f|pimvobj --store |a.vcf b.VCS c.txt my card.vcf old phone/ phone/
+bz|pimvobj contacts album |old phone phone
 bz|pimvobj contacts import |a.vcf my card.vcf old phone phone
 bz|pimvobj memo import |b.VCS old phone phone
 b|pimvobj contacts import phone/co|phone/col:1.vcf

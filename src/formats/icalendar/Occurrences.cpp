@@ -174,22 +174,21 @@ std::string ZoneTextOf(const CCalendarZone& zone) {
   std::string text = "UTC" + OffsetValueOf(zone);
   const std::string name = Utf8FromWide(zone.standardName.view());
   const std::string daylightName = Utf8FromWide(zone.daylightName.view());
-  if (!name.empty())
+  if (!name.empty()) {
     text.append(" (")
         .append(name)
         .append(daylightName.empty() ? "" : "/")
         .append(daylightName)
         .append(")");
+  }
   return text;
 }
 
 std::optional<std::int64_t> SecondsOf(const COleDateTime& utc) {
   const auto fields = utc.GetFields();
   if (!fields) return std::nullopt;
-  constexpr std::int64_t kHour = 3'600;
-  constexpr std::int64_t kMinute = 60;
-  return DayNumberOf(*fields) * kSecondsOfDay + fields->hour * kHour + fields->minute * kMinute +
-         fields->second;
+  const std::int64_t minutes = std::int64_t{fields->hour} * 60 + fields->minute;
+  return DayNumberOf(*fields) * kSecondsOfDay + minutes * 60 + fields->second;
 }
 
 }  // namespace pim

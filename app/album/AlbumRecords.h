@@ -13,16 +13,16 @@
 namespace pim::app {
 
 // Where a record of a file comes from.
-struct RecordOrigin {
+struct PlaceInFile {
   std::string_view file;
   const LineMarks& marks;  // with the line of its BEGIN
 };
 
-// Write one record as one object. `origin` is null for one of a store.
+// Write one record as one object. `place` is null for one of a store.
 void WriteRecord(JsonWriter& json, const CContact& contact, bool hasPicture,
-                 const RecordOrigin* origin);
+                 const PlaceInFile* place);
 // The finder is that of the occurrences.
 void WriteRecord(JsonWriter& json, const CCalendar& item, const Occurrences& occurrences,
-                 OccurrenceFinder& finder, const RecordOrigin* origin);
+                 OccurrenceFinder& finder, const PlaceInFile* place);
 
 }  // namespace pim::app

@@ -25,7 +25,7 @@ function* Stretches(day, last) {
       .filter(({ first }) => first >= begin || begin === day)
       .map((occurrence) => ({
         under: RowDayText(Math.max(day, occurrence.first)), item: occurrence.item, number: occurrence.number,
-        about: FieldText(occurrence.item, 'location'), time: SpanText(occurrence),
+        Time: () => SpanText(occurrence), About: () => FieldText(occurrence.item, 'location'),
       }));
     if (rows.length > 0) yield RowsUnder(rows);
     else begin += length, length *= 2, begin -= length;
@@ -48,27 +48,29 @@ function TodoRows() {
   const IsLate = (item) => (item.allDay ? DueDay(item) < Today() : item.due < now);
   const PartOf = (item) => {
     if (IsDone(item)) return 3;
-    if (item.due === undefined) return 2;
-    return IsLate(item) ? 0 : 1;
+    if (RunsOf(item).length === 0) return 2;
+    return item.due !== undefined && IsLate(item) ? 0 : 1;
   };
   const titles = ['overdue', 'open', 'undated', 'done'].map((key) => Label(key));
   const rows = kTodos.map((item) => ({
-    item, number: 0, part: PartOf(item), under: titles[PartOf(item)], time: DueText(item),
-    about: [StatusText(item), item.priority === undefined ? '' : `${FieldTitle('priority')} ${NumberText(item.priority)}`]
+    item, number: 0, part: PartOf(item), under: titles[PartOf(item)], Time: () => DayText(item),
+    About: () => [StatusText(item), item.priority === undefined ? '' : `${FieldTitle('priority')} ${NumberText(item.priority)}`]
       .filter((word) => word !== '').join(' · '),
   }));
-  const When = ({ item }) => item.due ?? item.completed ?? Infinity;
+  const When = ({ item }) =>
+    item.due ?? (item.times ? item.times[0][0] * (item.allDay ? kDay : 1) : item.completed ?? Infinity);
   rows.sort((one, other) => one.part - other.part ||
-    (one.part === 3 ? When(other) - When(one) : When(one) - When(other)) ||
+    (When(one) === When(other) ? 0 : (When(one) - When(other)) * (one.part === 3 ? -1 : 1)) ||
     (one.item.priority ?? 99) - (other.item.priority ?? 99) || one.item.index - other.item.index);
   return RowsUnder(rows);
 }
 const DueDay = (item) => Math.floor((item.dueWall ?? item.due) / kDay);
-function DueText(item) {
-  if (item.due === undefined) return '';
-  if (item.allDay) return ShortDayText(DueDay(item));
-  const due = OccurrenceAt(item, RunsOf(item)[0][0], 0);
-  return `${ShortDayText(due.first)}, ${TimeText(due.begin)}`;
+// The first day that it is on, with the time unless that is all day long.
+function DayText(item) {
+  const runs = RunsOf(item);
+  if (runs.length === 0) return '';
+  const { first, begin } = OccurrenceAt(item, runs[0][0], 0);
+  return begin === null ? ShortDayText(first) : `${ShortDayText(first)}, ${TimeText(begin)}`;
 }
 const kTodoView = {
   Title: () => Label('todos'),
@@ -93,7 +95,7 @@ const kMemoView = {
     ShowCells(kCards, kKeptWithoutDays);
     return kKeptWithoutDays.length;
   },
-  Paper: () => kKeptWithoutDays.map((item) => PaperRow({ isFirst: false, item, number: 0, time: '' })),
+  Paper: () => kKeptWithoutDays.map((item) => PaperRow({ isFirst: false, item, number: 0, Time: () => '' })),
 };
 
 // What a search finds: items of all kinds, each once.
@@ -120,12 +122,10 @@ const kResultView = {
   },
   Paper: () => foundRows.map(PaperRow),
 };
-function ResultRow(item) {
-  const runs = RunsOf(item);
-  const time = runs.length === 0 ? '' : ShortDayText(OccurrenceAt(item, runs[0][0], 0).first);
-  const about = item.rule === undefined ? FieldText(item, 'location') : RuleText(item.rule);
-  return { under: KindText(item), item, number: 0, about, time };
-}
+const ResultRow = (item) => ({
+  under: KindText(item), item, number: 0, Time: () => DayText(item),
+  About: () => (item.rule === undefined ? FieldText(item, 'location') : RuleText(item.rule)),
+});
 
 // What is shown, and for which day: today's, or the nearest one with something on it.
 const kViews = { month: kMonthView, week: kWeekView, list: kListView, todos: kTodoView, memos: kMemoView };
@@ -174,7 +174,7 @@ function OfferControls() {
   const Choose = () => {
     if (!/^\d{1,4}$/.test(year.value) || Number(year.value) === 0) return;
     const first = DayOfMonth(Number(year.value), Number(month.value));
-    GoTo(MonthsLater(first, 0) + Math.min(DateOf(kState.day).getUTCDate(), MonthsLater(first, 1) - first) - 1);
+    GoTo(first + Math.min(DateOf(kState.day).getUTCDate(), MonthsLater(first, 1) - first) - 1);
   };
   month.addEventListener('change', Choose);
   year.addEventListener('change', Choose);

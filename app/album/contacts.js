@@ -30,8 +30,8 @@ function DayOf(year, month, day) {
   date.setUTCFullYear(year, month - 1, day);
   return date;
 }
-const kWithYear = new Intl.DateTimeFormat(kAlbum.lang, { dateStyle: 'long', timeZone: 'UTC' });
-const kWithoutYear = new Intl.DateTimeFormat(kAlbum.lang, { day: 'numeric', month: 'long', timeZone: 'UTC' });
+const kWithYear = new Intl.DateTimeFormat(kLocale, { dateStyle: 'long', timeZone: 'UTC' });
+const kWithoutYear = new Intl.DateTimeFormat(kLocale, { day: 'numeric', month: 'long', timeZone: 'UTC' });
 function DayText(text) {
   const day = ReadDay(text);
   if (day === null) return text;

@@ -26,7 +26,7 @@ function MonthsLater(day, months) {
 }
 // 0 is Sunday.
 const kWeekStart = (() => {
-  const locale = new Intl.Locale(kAlbum.lang);
+  const locale = new Intl.Locale(kLocale);
   const info = locale.getWeekInfo?.() ?? locale.weekInfo;
   return (info?.firstDay ?? (/^(en|ja|ko)/.test(kAlbum.lang) ? 7 : 1)) % 7;
 })();
@@ -34,7 +34,7 @@ const WeekOf = (day) => day - ((WeekdayOf(day) - kWeekStart + 7) % 7);
 
 // Formats of days, and of times on clocks. What no calendar has gives an empty text.
 function Format(options) {
-  const format = new Intl.DateTimeFormat(kAlbum.lang, { timeZone: 'UTC', ...options });
+  const format = new Intl.DateTimeFormat(kLocale, { timeZone: 'UTC', ...options });
   return (seconds) => (Math.abs(seconds) <= 8.64e12 ? format.format(seconds * 1000) : '');
 }
 const OfDay = (format) => (day) => format(day * kDay);

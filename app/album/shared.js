@@ -6,6 +6,8 @@
 'use strict';
 
 const kAlbum = JSON.parse(document.getElementById('album').textContent);
+// The reader's own kind of the language, where there is one: its order of dates, its weeks.
+const kLocale = navigator.languages.find((name) => new Intl.Locale(name).language === kAlbum.lang) ?? kAlbum.lang;
 const kRemInPixels = parseFloat(getComputedStyle(document.documentElement).fontSize) || 16;
 
 function ReadRecords() {
@@ -24,11 +26,11 @@ function Label(key, values = {}) {
 const FieldTitle = (name) => kAlbum.fields[name] ?? name;
 const TypeWord = (word) => kAlbum.types[word] ?? word;
 const NumberText = (() => {
-  const format = new Intl.NumberFormat(kAlbum.lang);
+  const format = new Intl.NumberFormat(kLocale);
   return (number) => format.format(number);
 })();
 const ListText = (() => {
-  const format = new Intl.ListFormat(kAlbum.lang);
+  const format = new Intl.ListFormat(kLocale);
   return (words) => format.format(words);
 })();
 
@@ -76,8 +78,8 @@ const kLinks = {
   address: (text) => `geo:0,0?q=${encodeURIComponent(InOneLine(text))}`,
   url(text) {
     if (!/^https?:\/\//i.test(text.trim())) return '';
-    const url = URL.parse ? URL.parse(text.trim()) : new URL(text.trim());
-    return url !== null && /^https?:$/.test(url.protocol) ? url.href : '';
+    const url = new URL(text.trim());
+    return /^https?:$/.test(url.protocol) ? url.href : '';
   },
 };
 function LinkOf(field, text) {
@@ -112,6 +114,8 @@ function Folded(text) {
 }
 const DigitsOf = (text) => text.normalize('NFKC').replace(/[^0-9]/g, '');
 
+const WhenIdle = globalThis.requestIdleCallback ?? ((work) => setTimeout(work, 20));
+
 // Finds records by words. Texts are folded in idle time, or when a search first looks at them.
 class Search {
   constructor(records, textsOf) {
@@ -119,12 +123,11 @@ class Search {
     this.textsOf = textsOf;
     this.folded = new Array(records.length);
     this.next = 0;
-    this.FoldSome = this.FoldSome.bind(this);
-    setTimeout(this.FoldSome, 50);
+    WhenIdle(() => this.FoldSome());
   }
   FoldSome() {
     InSlice(8, () => this.next < this.records.length && (this.Text(this.next++), true));
-    if (this.next < this.records.length) setTimeout(this.FoldSome, 4);
+    if (this.next < this.records.length) WhenIdle(() => this.FoldSome());
   }
   // One text: the words, and behind a NUL the digits of the numbers.
   Text(record) {
@@ -166,7 +169,7 @@ class Search {
       });
       const isDone = next === order.length;
       if (isFirst || isDone) tell(found, isFirst, isDone);
-      if (!isDone) setTimeout(Work);
+      if (!isDone) requestAnimationFrame(() => setTimeout(Work));  // behind what is found so far
     };
     Work();
   }
@@ -189,7 +192,7 @@ function FillTemplate() {
     element.setAttribute('aria-label', Label(element.dataset.aria));
   }
   document.querySelector('h1').textContent = document.title;
-  const made = new Intl.DateTimeFormat(kAlbum.lang, { dateStyle: 'long' });
+  const made = new Intl.DateTimeFormat(kLocale, { dateStyle: 'long' });
   document.getElementById('made').textContent =
     Label('made', { day: made.format(new Date(kAlbum.madeAt * 1000)) });
   const search = document.getElementById('search');
@@ -209,7 +212,7 @@ function FillTemplate() {
   });
 }
 
-// Writes how many are shown, once a person has stopped typing: readers of screens read it out.
+// Readers of screens read it out when it changes.
 function TellCount(shown, all) {
   const count = document.getElementById('count');
   count.textContent = Label('count', { n: NumberText(shown), all: NumberText(all) });
@@ -260,7 +263,7 @@ function MarkList(marks) {
     Make('p', {},
       Make('strong', { text: first === last ? Label('line', { n: first }) : Label('lines', { first, last }) }),
       ' ', Make('code', {}, Isolated(name)), ' ', Make('span', { class: 'verdict', text: Label(verdict) }),
-      why === '' ? null : ': ', Make('span', { text: Visible(why) })),
+      why === '' ? null : ': ', Make('span', { lang: 'en', text: Visible(why) })),
     Make('pre', { dir: 'auto', text: Visible(text) })));
   return Make('ul', { class: 'marks', role: 'list' }, ...rows);
 }

@@ -149,15 +149,16 @@ function RowsUnder(rows) {
   }
   return rows;
 }
-function MakeRow({ under, isFirst, item, number, about, time }) {
+function MakeRow({ under, isFirst, item, number, Time, About }) {
   return Make('li', { class: `row${isFirst ? ' first' : ''}` },
     isFirst ? Make('h3', { class: 'under', text: under }) : Make('span', { class: 'under' }, Hidden(under)),
-    Make('span', { class: 'time', text: time }),
+    Make('span', { class: 'time', text: Time() }),
     Paint(Button({ class: 'open' }, () => OpenItem(item, number), Box(item), MarksOf(item),
       Isolated(TitleOf(item))), item),
-    Make('span', { class: 'about' }, Isolated(about)));
+    Make('span', { class: 'about' }, Isolated(About())));
 }
-function PaperRow({ under, isFirst, item, number, time }) {
+function PaperRow({ under, isFirst, item, number, Time }) {
+  const time = Time();
   return Make('article', {}, isFirst ? Make('h2', { text: under }) : null,
     Make('h3', {}, Box(item), Isolated(TitleOf(item)), time === '' ? null : ` (${time})`),
     Facts([...TimesOf(item, number), ...FactsOf(item)]));

@@ -9,7 +9,7 @@ const kPages = [
   ['shared.js', 'list.js', 'days.js', 'items.js', 'views.js', 'calendar.js'],
 ];
 const kBrowser = ['CSS', 'Event', 'URL', 'addEventListener', 'console', 'document', 'getComputedStyle', 'globalThis',
-  'innerHeight', 'performance', 'requestAnimationFrame', 'scrollBy', 'scrollTo', 'scrollY', 'setTimeout'];
+  'innerHeight', 'navigator', 'performance', 'requestAnimationFrame', 'scrollBy', 'scrollTo', 'scrollY', 'setTimeout'];
 const kNode = ['Buffer', 'URL', 'console', 'performance', 'process', 'setTimeout'];
 const Readonly = (names) => Object.fromEntries(names.map((name) => [name, 'readonly']));
 

@@ -58,23 +58,24 @@ std::string HashSource(std::string_view text) {
          "'";
 }
 
+constexpr std::string_view kContactStyles[] = {"album.css"};
+constexpr std::string_view kCalendarStyles[] = {"album.css", "calendar.css"};
 constexpr std::string_view kContactScripts[] = {"shared.js", "list.js", "contacts.js"};
 constexpr std::string_view kCalendarScripts[] = {"shared.js", "list.js",  "days.js",
                                                  "items.js",  "views.js", "calendar.js"};
 
-std::string JoinedScripts(std::span<const std::string_view> names) {
-  std::string script;
-  for (const std::string_view name : names) script += PageFileText(name);
-  return script;
+std::string Joined(std::span<const std::string_view> names) {
+  std::string joined;
+  for (const std::string_view name : names) joined += PageFileText(name);
+  return joined;
 }
 
 }  // namespace
 
 PageFrame FilledPage(TextForm form, std::string_view language, std::string_view title) {
   const bool isContacts = form == TextForm::VCard;
-  const std::string_view style = PageFileText("album.css");
-  const std::string script =
-      isContacts ? JoinedScripts(kContactScripts) : JoinedScripts(kCalendarScripts);
+  const std::string style = isContacts ? Joined(kContactStyles) : Joined(kCalendarStyles);
+  const std::string script = isContacts ? Joined(kContactScripts) : Joined(kCalendarScripts);
   const std::string policy =
       "default-src 'none'; img-src data:; style-src " + HashSource(style) + "; script-src " +
       HashSource(script) +

@@ -23,27 +23,40 @@ function ReadDay(text) {
   const [month, day] = [Number(parts[2]), Number(parts[3])];
   const year = parts[1] === undefined ? null : Number(parts[1]);
   const date = DayOf(year ?? 2000, month, day);
-  return date.getUTCMonth() === month - 1 && date.getUTCDate() === day ? { year, month, day } : null;
+  return date.getUTCMonth() === month - 1 && date.getUTCDate() === day
+    ? { year, month, day }
+    : null;
 }
 function DayOf(year, month, day) {
   const date = new Date(0);
   date.setUTCFullYear(year, month - 1, day);
   return date;
 }
-const kWithYear = new Intl.DateTimeFormat(kAlbum.lang, { dateStyle: 'long', timeZone: 'UTC' });
-const kWithoutYear = new Intl.DateTimeFormat(kAlbum.lang, { day: 'numeric', month: 'long', timeZone: 'UTC' });
+const kWithYear = new Intl.DateTimeFormat(kLocale, { dateStyle: 'long', timeZone: 'UTC' });
+const kWithoutYear = new Intl.DateTimeFormat(kLocale, {
+  day: 'numeric',
+  month: 'long',
+  timeZone: 'UTC',
+});
 function DayText(text) {
   const day = ReadDay(text);
   if (day === null) return text;
-  return (day.year === null ? kWithoutYear : kWithYear).format(DayOf(day.year ?? 2000, day.month, day.day));
+  return (day.year === null ? kWithoutYear : kWithYear).format(
+    DayOf(day.year ?? 2000, day.month, day.day),
+  );
 }
 
 // Letters in place of a picture: those that the first and the last word begin with.
 function Initials(name) {
-  const firsts = InOneLine(name).split(/\s+/).map((word) => /[\p{L}\p{N}]\p{M}*/u.exec(word)?.[0]);
+  const firsts = InOneLine(name)
+    .split(/\s+/)
+    .map((word) => /[\p{L}\p{N}]\p{M}*/u.exec(word)?.[0]);
   const letters = firsts.filter((letter) => letter !== undefined);
   if (letters.length === 0) return '·';
-  if (letters.length === 1 || /[^\p{Script=Latin}\p{Script=Greek}\p{Script=Cyrillic}]/u.test(letters[0])) {
+  if (
+    letters.length === 1 ||
+    /[^\p{Script=Latin}\p{Script=Greek}\p{Script=Cyrillic}]/u.test(letters[0])
+  ) {
     return letters[0].toUpperCase();
   }
   return letters[0].toUpperCase() + letters[letters.length - 1].toUpperCase();
@@ -66,7 +79,11 @@ function Face(record) {
   return Letters(contact);
 }
 const Letters = (contact) =>
-  Make('span', { class: `face ${Tone(contact.name)}`, 'aria-hidden': 'true', text: Initials(contact.name) });
+  Make('span', {
+    class: `face ${Tone(contact.name)}`,
+    'aria-hidden': 'true',
+    text: Initials(contact.name),
+  });
 
 const WorkOf = (contact) => TextsOf(contact, 'organisation', 'title').map(InOneLine).join(' · ');
 
@@ -77,39 +94,74 @@ function MakeCard(record) {
   const work = WorkOf(contact);
   const ways = Make('ul', { role: 'list' });
   const taken = ['number', 'number', 'mail', 'address', 'number', 'mail'];
-  const rows = ['number', 'mail', 'address'].flatMap((name) => contact.fields.filter((row) => row[0] === name));
+  const rows = ['number', 'mail', 'address'].flatMap((name) =>
+    contact.fields.filter((row) => row[0] === name),
+  );
   const shown = new Set();
   for (const name of taken) {
     const row = rows.find((candidate) => candidate[0] === name && !shown.has(candidate));
     if (row !== undefined && shown.size < 3) shown.add(row);
   }
   for (const row of rows) {
-    if (shown.has(row)) ways.append(Make('li', { class: row[0] }, Hidden(`${FieldTitle(row[0])}: `), LinkedText(row[0], row[1])));
+    if (shown.has(row)) {
+      ways.append(
+        Make(
+          'li',
+          { class: row[0] },
+          Hidden(`${FieldTitle(row[0])}: `),
+          LinkedText(row[0], row[1]),
+        ),
+      );
+    }
   }
-  return Make('li', { class: 'card' },
+  return Make(
+    'li',
+    { class: 'card' },
     Face(record),
-    Make('div', { class: 'who' },
+    Make(
+      'div',
+      { class: 'who' },
       Make('h3', {}, open, contact.favourite ? Star() : null),
       contact.phonetic ? Make('p', { class: 'phonetic' }, Isolated(contact.phonetic)) : null,
-      work === '' ? null : Make('p', { class: 'work' }, Isolated(work))),
+      work === '' ? null : Make('p', { class: 'work' }, Isolated(work)),
+    ),
     ways,
-    contact.marks?.length ? Button({ class: 'mark' }, () => OpenContact(record, true), MarkBadge(contact)) : null);
+    contact.marks?.length
+      ? Button({ class: 'mark' }, () => OpenContact(record, true), MarkBadge(contact))
+      : null,
+  );
 }
-const Star = () => Make('span', { class: 'star' },
-  Make('span', { 'aria-hidden': 'true', text: '★' }), Hidden(FieldTitle('favourite')));
+const Star = () =>
+  Make(
+    'span',
+    { class: 'star' },
+    Make('span', { 'aria-hidden': 'true', text: '★' }),
+    Hidden(FieldTitle('favourite')),
+  );
 
 // A contact in full. Rows of one field stand under one title.
 function OpenContact(record, atMarks = false) {
   const contact = kContacts[record];
   const marks = MarkSection(contact);
   const name = Make('span', {}, Isolated(NameOf(contact)), ' ', contact.favourite ? Star() : null);
-  kDialog.Open(name,
-    Make('div', { class: 'head' }, Face(record),
-      Make('div', {},
+  kDialog.Open(
+    name,
+    Make(
+      'div',
+      { class: 'head' },
+      Face(record),
+      Make(
+        'div',
+        {},
         contact.phonetic ? Make('p', { class: 'phonetic' }, Isolated(contact.phonetic)) : null,
         Make('p', { class: 'work' }, Isolated(WorkOf(contact))),
-        Chips(contact.groups ?? []))),
-    Facts(FactsOf(contact)), marks, SourceLine(contact));
+        Chips(contact.groups ?? []),
+      ),
+    ),
+    Facts(FactsOf(contact)),
+    marks,
+    SourceLine(contact),
+  );
   if (atMarks) kDialog.Show(marks);
 }
 function FactsOf(contact) {
@@ -118,15 +170,25 @@ function FactsOf(contact) {
     const isDay = ['birthday', 'anniversary', 'event-day'].includes(name);
     const value = isDay ? Isolated(DayText(text)) : LinkedText(name, text, Paragraph(text));
     const words = (types ?? []).filter((word) => word !== 'unknown').map(TypeWord);
-    const row = Make('span', {}, value, words.length === 0 ? null : Make('small', { text: words.join(', ') }));
+    const row = Make(
+      'span',
+      {},
+      value,
+      words.length === 0 ? null : Make('small', { text: words.join(', ') }),
+    );
     if (!titled.has(name)) titled.set(name, []);
     titled.get(name).push(row);
   }
   return [...titled].map(([name, values]) => [FieldTitle(name), ...values]);
 }
-const Chips = (groups) => groups.length === 0 ? null
-  : Make('ul', { class: 'chips', role: 'list', 'aria-label': FieldTitle('groups') },
-    ...groups.map((group) => Make('li', {}, Isolated(group))));
+const Chips = (groups) =>
+  groups.length === 0
+    ? null
+    : Make(
+        'ul',
+        { class: 'chips', role: 'list', 'aria-label': FieldTitle('groups') },
+        ...groups.map((group) => Make('li', {}, Isolated(group))),
+      );
 
 // All contacts in the language's order, those without a name behind the others.
 function Sorted() {
@@ -158,26 +220,45 @@ function OfferFilters() {
     if (contact.marks?.length) ++others.marks;
   }
   const Toggle = (name, count, press) => {
-    const button = Button({ class: 'toggle', 'aria-pressed': 'false' }, () => {
-      button.setAttribute('aria-pressed', String(press()));
-      Find();
-    }, name, ' ', Make('span', { class: 'number', text: NumberText(count) }));
+    const button = Button(
+      { class: 'toggle', 'aria-pressed': 'false' },
+      () => {
+        button.setAttribute('aria-pressed', String(press()));
+        Find();
+      },
+      name,
+      ' ',
+      Make('span', { class: 'number', text: NumberText(count) }),
+    );
     return button;
   };
   const Switch = (name) => () => (kFilters[name] = !kFilters[name]);
   const Choose = (group) => () => !kFilters.groups.delete(group) && !!kFilters.groups.add(group);
   const { compare } = new Intl.Collator(kAlbum.lang);
-  const buttons = [...groups].sort(([one], [other]) => compare(one, other))
+  const buttons = [...groups]
+    .sort(([one], [other]) => compare(one, other))
     .map(([group, count]) => Toggle(Isolated(group), count, Choose(group)));
-  if (groups.size > 0 && others.none > 0) buttons.push(Toggle(Label('no-group'), others.none, Choose(kNoGroup)));
+  if (groups.size > 0 && others.none > 0) {
+    buttons.push(Toggle(Label('no-group'), others.none, Choose(kNoGroup)));
+  }
   const section = document.getElementById('filters');
-  if (others.favourite > 0) section.append(Toggle(Label('favourites'), others.favourite, Switch('favourite')));
+  if (others.favourite > 0) {
+    section.append(Toggle(Label('favourites'), others.favourite, Switch('favourite')));
+  }
   if (others.marks > 0) section.append(Toggle(Label('with-marks'), others.marks, Switch('marks')));
   if (buttons.length <= kGroupsInARow) section.append(...buttons);
   else {
-    section.append(Make('details', {},
-      Make('summary', { class: 'toggle', text: `${FieldTitle('groups')} (${NumberText(groups.size)})` }),
-      Make('div', { class: 'many' }, ...buttons)));
+    section.append(
+      Make(
+        'details',
+        {},
+        Make('summary', {
+          class: 'toggle',
+          text: `${FieldTitle('groups')} (${NumberText(groups.size)})`,
+        }),
+        Make('div', { class: 'many' }, ...buttons),
+      ),
+    );
   }
   section.hidden = section.childElementCount === 0;
 }
@@ -191,7 +272,8 @@ function OfferBirthdays() {
     const born = contact.birthday === undefined ? null : ReadDay(contact.birthday);
     if (born === null) return;
     const InYear = (year) => {
-      const isShort = born.month === 2 && born.day === 29 && new Date(Date.UTC(year, 1, 29)).getUTCMonth() !== 1;
+      const isShort =
+        born.month === 2 && born.day === 29 && new Date(Date.UTC(year, 1, 29)).getUTCMonth() !== 1;
       return Date.UTC(year, born.month - 1, isShort ? 28 : born.day);
     };
     let year = now.getFullYear();
@@ -201,23 +283,48 @@ function OfferBirthdays() {
   ahead.sort((one, other) => one.day - other.day || one.record - other.record);
   const section = document.getElementById('birthdays');
   section.hidden = ahead.length === 0;
-  section.querySelector('ul').append(...ahead.slice(0, kBirthdaysAhead).map(({ record, day, age }) => {
-    const when = day === today ? Label('today') : kWithoutYear.format(day);
-    return Make('li', {}, Button({}, () => OpenContact(record), Face(record),
-      Make('span', {}, Make('strong', {}, Isolated(NameOf(kContacts[record]))),
-        Make('span', { text: age > 0 ? Label('turns', { day: when, n: NumberText(age) }) : when }))));
-  }));
+  section.querySelector('ul').append(
+    ...ahead.slice(0, kBirthdaysAhead).map(({ record, day, age }) => {
+      const when = day === today ? Label('today') : kWithoutYear.format(day);
+      return Make(
+        'li',
+        {},
+        Button(
+          {},
+          () => OpenContact(record),
+          Face(record),
+          Make(
+            'span',
+            {},
+            Make('strong', {}, Isolated(NameOf(kContacts[record]))),
+            Make('span', {
+              text: age > 0 ? Label('turns', { day: when, n: NumberText(age) }) : when,
+            }),
+          ),
+        ),
+      );
+    }),
+  );
 }
 
 // What the words and filters ask for.
 const kSearch = new Search(kContacts, (contact) => ({
-  words: [contact.name, contact.sort, contact.phonetic ?? '', ...(contact.groups ?? []),
-    ...contact.fields.map(([, text]) => text)],
+  words: [
+    contact.name,
+    contact.sort,
+    contact.phonetic ?? '',
+    ...(contact.groups ?? []),
+    ...contact.fields.map(([, text]) => text),
+  ],
   numbers: TextsOf(contact, 'number'),
 }));
 const kSearchField = document.getElementById('search');
 const kOrder = Sorted();
-const kCards = new Cells(document.getElementById('list'), { make: MakeCard, height: 10.5, width: 19 });
+const kCards = new Cells(document.getElementById('list'), {
+  make: MakeCard,
+  height: 10.5,
+  width: 19,
+});
 let shownCards = [];
 function Find() {
   kSearch.Find(kSearchField.value, kOrder, PassesFilters, (found, isFirst, isDone) => {
@@ -231,10 +338,16 @@ function Find() {
 
 function PaperCard(record) {
   const contact = kContacts[record];
-  const groups = contact.groups?.length ? [[FieldTitle('groups'), contact.groups.map(InOneLine).join(', ')]] : [];
-  return Make('article', {}, Make('h2', {}, Isolated(NameOf(contact))),
+  const groups = contact.groups?.length
+    ? [[FieldTitle('groups'), contact.groups.map(InOneLine).join(', ')]]
+    : [];
+  return Make(
+    'article',
+    {},
+    Make('h2', {}, Isolated(NameOf(contact))),
     contact.phonetic ? Make('p', {}, Isolated(contact.phonetic)) : null,
-    Facts([...FactsOf(contact), ...groups]));
+    Facts([...FactsOf(contact), ...groups]),
+  );
 }
 
 FillTemplate();

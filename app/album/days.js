@@ -10,7 +10,7 @@ const kClock = { isWritten: false };
 // The viewer's clock at a time.
 const ViewersClock = (time) => time - new Date(time * 1000).getTimezoneOffset() * 60;
 const Today = () => Math.floor(ViewersClock(Date.now() / 1000) / kDay);
-const WeekdayOf = (day) => (((day + 4) % 7) + 7) % 7;  // 0 is Sunday
+const WeekdayOf = (day) => (((day + 4) % 7) + 7) % 7; // 0 is Sunday
 const DateOf = (day) => new Date(day * kDay * 1000);
 const MonthOf = (day) => ({ year: DateOf(day).getUTCFullYear(), month: DateOf(day).getUTCMonth() });
 function DayOfMonth(year, month, date = 1) {
@@ -26,7 +26,7 @@ function MonthsLater(day, months) {
 }
 // 0 is Sunday.
 const kWeekStart = (() => {
-  const locale = new Intl.Locale(kAlbum.lang);
+  const locale = new Intl.Locale(kLocale);
   const info = locale.getWeekInfo?.() ?? locale.weekInfo;
   return (info?.firstDay ?? (/^(en|ja|ko)/.test(kAlbum.lang) ? 7 : 1)) % 7;
 })();
@@ -34,7 +34,7 @@ const WeekOf = (day) => day - ((WeekdayOf(day) - kWeekStart + 7) % 7);
 
 // Formats of days, and of times on clocks. What no calendar has gives an empty text.
 function Format(options) {
-  const format = new Intl.DateTimeFormat(kAlbum.lang, { timeZone: 'UTC', ...options });
+  const format = new Intl.DateTimeFormat(kLocale, { timeZone: 'UTC', ...options });
   return (seconds) => (Math.abs(seconds) <= 8.64e12 ? format.format(seconds * 1000) : '');
 }
 const OfDay = (format) => (day) => format(day * kDay);
@@ -43,7 +43,9 @@ const HourText = Format({ hour: 'numeric' });
 const LongTimeText = Format({ dateStyle: 'full', timeStyle: 'short' });
 const LongDayText = OfDay(Format({ dateStyle: 'full' }));
 const ShortDayText = OfDay(Format({ dateStyle: 'medium' }));
-const RowDayText = OfDay(Format({ weekday: 'short', day: 'numeric', month: 'short', year: 'numeric' }));
+const RowDayText = OfDay(
+  Format({ weekday: 'short', day: 'numeric', month: 'short', year: 'numeric' }),
+);
 const MonthText = OfDay(Format({ month: 'long', year: 'numeric' }));
 const MonthName = OfDay(Format({ month: 'long' }));
 const WeekdayText = OfDay(Format({ weekday: 'long' }));
@@ -64,7 +66,10 @@ function SpanOf(item) {
   const runs = RunsOf(item);
   if (runs.length === 0) return null;
   const first = runs.reduce((least, [start]) => Math.min(least, start), Infinity);
-  const last = runs.reduce((most, [start, step, count]) => Math.max(most, start + step * (count - 1)), -Infinity);
+  const last = runs.reduce(
+    (most, [start, step, count]) => Math.max(most, start + step * (count - 1)),
+    -Infinity,
+  );
   const end = last + LengthOf(item);
   return item.allDay ? [first, end] : [Math.floor(first / kDay) - 1, Math.floor(end / kDay) + 1];
 }
@@ -73,7 +78,9 @@ function SpanOf(item) {
 // "number" counts its times from 0.
 function OccurrenceAt(item, time, number) {
   const length = LengthOf(item);
-  if (item.allDay) return { item, number, first: time, last: time + length, begin: null, end: null };
+  if (item.allDay) {
+    return { item, number, first: time, last: time + length, begin: null, end: null };
+  }
   const Clock = kClock.isWritten ? (seconds) => seconds : ViewersClock;
   const begin = Clock(time);
   const end = Math.max(begin, Clock(time + length));
@@ -86,7 +93,7 @@ function Occurrences(items, first, last) {
   const found = [];
   for (const item of items) {
     const unit = item.allDay ? 1 : kDay;
-    const slack = item.allDay ? 0 : kDay;  // zones are less than a day apart
+    const slack = item.allDay ? 0 : kDay; // zones are less than a day apart
     const earliest = first * unit - slack - LengthOf(item);
     const latest = (last + 1) * unit + slack;
     let number = 0;
@@ -104,7 +111,11 @@ function Occurrences(items, first, last) {
 }
 // By day; of a day first what lasts all of it, then by the clock.
 function InOrder(one, other) {
-  return one.first - other.first || (one.begin ?? -1) - (other.begin ?? -1) || one.item.index - other.item.index;
+  return (
+    one.first - other.first ||
+    (one.begin ?? -1) - (other.begin ?? -1) ||
+    one.item.index - other.item.index
+  );
 }
 
 // The time of a number in runs.

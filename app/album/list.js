@@ -77,7 +77,8 @@ class Cells {
       if (cell === next) next = next.nextSibling;
       else this.list.insertBefore(cell, next);
       const { style } = cell;
-      style.transform = `translate(${(index % this.columns) * stride}px, ` +
+      style.transform =
+        `translate(${(index % this.columns) * stride}px, ` +
         `${Math.floor(index / this.columns) * this.step}px)`;
       style.width = `${stride - this.gap}px`;
       style.height = `${this.step - this.gap}px`;
@@ -100,9 +101,14 @@ class Cells {
     const { current, columns } = this;
     const page = Math.max(1, Math.floor(innerHeight / this.step) - 1) * columns;
     const index = {
-      ArrowLeft: columns > 1 ? current - 1 : current, ArrowRight: columns > 1 ? current + 1 : current,
-      ArrowUp: current - columns, ArrowDown: current + columns,
-      PageUp: current - page, PageDown: current + page, Home: 0, End: this.keys.length - 1,
+      ArrowLeft: columns > 1 ? current - 1 : current,
+      ArrowRight: columns > 1 ? current + 1 : current,
+      ArrowUp: current - columns,
+      ArrowDown: current + columns,
+      PageUp: current - page,
+      PageDown: current + page,
+      Home: 0,
+      End: this.keys.length - 1,
     }[event.key];
     if (index === undefined || !event.target.closest('li[data-index]')) return;
     event.preventDefault();
@@ -113,7 +119,8 @@ class Cells {
     if (index >= this.keys.length) return;
     this.current = index;
     const covered = document.querySelector('.bar').offsetHeight + this.gap;
-    const top = this.list.getBoundingClientRect().top + Math.floor(index / this.columns) * this.step;
+    const top =
+      this.list.getBoundingClientRect().top + Math.floor(index / this.columns) * this.step;
     if (top < covered) scrollBy(0, top - covered);
     else if (top + this.step > innerHeight) scrollBy(0, top + this.step - innerHeight);
     this.Render();

@@ -6,6 +6,9 @@
 'use strict';
 
 const kAlbum = JSON.parse(document.getElementById('album').textContent);
+// The reader's own kind of the language, where there is one: its order of dates, its weeks.
+const kLocale =
+  navigator.languages.find((name) => new Intl.Locale(name).language === kAlbum.lang) ?? kAlbum.lang;
 const kRemInPixels = parseFloat(getComputedStyle(document.documentElement).fontSize) || 16;
 
 function ReadRecords() {
@@ -24,11 +27,11 @@ function Label(key, values = {}) {
 const FieldTitle = (name) => kAlbum.fields[name] ?? name;
 const TypeWord = (word) => kAlbum.types[word] ?? word;
 const NumberText = (() => {
-  const format = new Intl.NumberFormat(kAlbum.lang);
+  const format = new Intl.NumberFormat(kLocale);
   return (number) => format.format(number);
 })();
 const ListText = (() => {
-  const format = new Intl.ListFormat(kAlbum.lang);
+  const format = new Intl.ListFormat(kLocale);
   return (words) => format.format(words);
 })();
 
@@ -41,7 +44,10 @@ function Visible(text) {
     .replace(/\x7f/g, '\u2421')
     .replace(/[\x80-\x9f]|[\ud800-\udfff]/gu, '\ufffd');
 }
-const InOneLine = (text) => Visible(text).replace(/\s*\n\s*/g, ', ').trim();
+const InOneLine = (text) =>
+  Visible(text)
+    .replace(/\s*\n\s*/g, ', ')
+    .trim();
 
 // An element with attributes ("text" is its text) and children; those that are null are left out.
 function Make(tag, settings = {}, ...children) {
@@ -67,7 +73,8 @@ const kLinks = {
   number(text) {
     const digits = text.normalize('NFKC').replace(/[\s()./\-\u2010-\u2015]/g, '');
     if (!/^\+?[0-9*#]+([,;pw][0-9*#]*)*$/i.test(digits)) return '';
-    return `tel:${encodeURIComponent(digits.replace(/p/gi, ',').replace(/w/gi, ';')).replace('%2B', '+')}`;
+    const dialled = digits.replace(/p/gi, ',').replace(/w/gi, ';');
+    return `tel:${encodeURIComponent(dialled).replace('%2B', '+')}`;
   },
   mail(text) {
     const parts = /^([^\s@<>]+)@([^\s@<>]+)$/.exec(text.trim());
@@ -76,15 +83,15 @@ const kLinks = {
   address: (text) => `geo:0,0?q=${encodeURIComponent(InOneLine(text))}`,
   url(text) {
     if (!/^https?:\/\//i.test(text.trim())) return '';
-    const url = URL.parse ? URL.parse(text.trim()) : new URL(text.trim());
-    return url !== null && /^https?:$/.test(url.protocol) ? url.href : '';
+    const url = new URL(text.trim());
+    return /^https?:$/.test(url.protocol) ? url.href : '';
   },
 };
 function LinkOf(field, text) {
   try {
     return kLinks[field]?.(text) ?? '';
   } catch {
-    return '';  // lone surrogates, or no URL
+    return ''; // lone surrogates, or no URL
   }
 }
 function LinkedText(field, text, child = Isolated(text)) {
@@ -95,22 +102,24 @@ function LinkedText(field, text, child = Isolated(text)) {
 }
 
 // Words as a search compares them.
-const kPlain = {
-  'ß': 'ss', 'ø': 'o', 'ł': 'l', 'đ': 'd', 'ð': 'd', 'þ': 'th', 'æ': 'ae', 'œ': 'oe', 'ı': 'i',
-  'ħ': 'h', 'ŧ': 't', 'ŋ': 'n', 'ĸ': 'k', 'ς': 'σ',
-};
+const kPlainPairs = 'ß=ss ø=o ł=l đ=d ð=d þ=th æ=ae œ=oe ı=i ħ=h ŧ=t ŋ=n ĸ=k ς=σ'.split(' ');
+const kPlain = Object.fromEntries(kPlainPairs.map((pair) => pair.split('=')));
 const kPlainLetters = new RegExp(`[${Object.keys(kPlain).join('')}]`, 'g');
 function Folded(text) {
   if (/^[\0-\x7f]*$/.test(text)) return text.toLowerCase();
   return text
     .toLowerCase()
     .normalize('NFKD')
-    .replace(/(?![\u3099\u309a])\p{M}/gu, '')  // the voice of kana is no accent
-    .toLowerCase()  // of letters that were signs
+    .replace(/(?![\u3099\u309a])\p{M}/gu, '') // the voice of kana is no accent
+    .toLowerCase() // of letters that were signs
     .replace(kPlainLetters, (letter) => kPlain[letter])
-    .replace(/[\u30a1-\u30f6\u30fd\u30fe]/g, (kana) => String.fromCharCode(kana.charCodeAt(0) - 0x60));
+    .replace(/[\u30a1-\u30f6\u30fd\u30fe]/g, (kana) =>
+      String.fromCharCode(kana.charCodeAt(0) - 0x60),
+    );
 }
 const DigitsOf = (text) => text.normalize('NFKC').replace(/[^0-9]/g, '');
+
+const WhenIdle = globalThis.requestIdleCallback ?? ((work) => setTimeout(work, 20));
 
 // Finds records by words. Texts are folded in idle time, or when a search first looks at them.
 class Search {
@@ -119,12 +128,11 @@ class Search {
     this.textsOf = textsOf;
     this.folded = new Array(records.length);
     this.next = 0;
-    this.FoldSome = this.FoldSome.bind(this);
-    setTimeout(this.FoldSome, 50);
+    WhenIdle(() => this.FoldSome());
   }
   FoldSome() {
     InSlice(8, () => this.next < this.records.length && (this.Text(this.next++), true));
-    if (this.next < this.records.length) setTimeout(this.FoldSome, 4);
+    if (this.next < this.records.length) WhenIdle(() => this.FoldSome());
   }
   // One text: the words, and behind a NUL the digits of the numbers.
   Text(record) {
@@ -138,20 +146,24 @@ class Search {
   }
   // Whether a record has all words of a query, as a function.
   Test(query) {
-    const words = Folded(query).split(/\s+/).filter((word) => word !== '');
+    const words = Folded(query)
+      .split(/\s+/)
+      .filter((word) => word !== '');
     if (words.length === 0) return () => true;
     const digits = words.map((word) => (/^[-+()./\d]*$/.test(word) ? DigitsOf(word) : ''));
     return (record) => {
       const text = this.Text(record);
       return words.every(
-        (word, i) => text.includes(word) ||
-          (digits[i] !== '' && text.includes(digits[i], text.indexOf('\0'))));
+        (word, i) =>
+          text.includes(word) || (digits[i] !== '' && text.includes(digits[i], text.indexOf('\0'))),
+      );
     };
   }
-  // Goes through records in an order. tell(found, isFirst, isDone) is told what is found at once, and
-  // again when all are looked through; not at all when something else is looked for meanwhile.
+  // Goes through records in an order. tell(found, isFirst, isDone) is told what is found at once,
+  // and again when all are looked through, unless something else is looked for meanwhile.
   Find(query, order, passes, tell) {
-    const search = this.search = {};
+    const search = {};
+    this.search = search;
     const test = this.Test(query);
     const found = [];
     let next = 0;
@@ -166,7 +178,7 @@ class Search {
       });
       const isDone = next === order.length;
       if (isFirst || isDone) tell(found, isFirst, isDone);
-      if (!isDone) setTimeout(Work);
+      if (!isDone) requestAnimationFrame(() => setTimeout(Work)); // behind what is found so far
     };
     Work();
   }
@@ -189,9 +201,10 @@ function FillTemplate() {
     element.setAttribute('aria-label', Label(element.dataset.aria));
   }
   document.querySelector('h1').textContent = document.title;
-  const made = new Intl.DateTimeFormat(kAlbum.lang, { dateStyle: 'long' });
-  document.getElementById('made').textContent =
-    Label('made', { day: made.format(new Date(kAlbum.madeAt * 1000)) });
+  const made = new Intl.DateTimeFormat(kLocale, { dateStyle: 'long' });
+  document.getElementById('made').textContent = Label('made', {
+    day: made.format(new Date(kAlbum.madeAt * 1000)),
+  });
   const search = document.getElementById('search');
   search.placeholder = Label('search-hint');
   search.addEventListener('keydown', (event) => {
@@ -209,14 +222,14 @@ function FillTemplate() {
   });
 }
 
-// Writes how many are shown, once a person has stopped typing: readers of screens read it out.
+// Readers of screens read it out when it changes.
 function TellCount(shown, all) {
   const count = document.getElementById('count');
   count.textContent = Label('count', { n: NumberText(shown), all: NumberText(all) });
 }
 
-// What is shown in full: one dialog for all. When it closes, the browser gives the focus back to what
-// opened it.
+// What is shown in full: one dialog for all. When it closes, the browser gives the focus back to
+// what opened it.
 const kDialog = (() => {
   const dialog = Make('dialog', { 'aria-labelledby': 'dialog-title' });
   document.body.append(dialog);
@@ -224,16 +237,20 @@ const kDialog = (() => {
     if (event.target === dialog) dialog.close();
   });
   dialog.addEventListener('close', () => {
-    if (!dialog.open) dialog.replaceChildren();  // unless opened anew before the event came
+    if (!dialog.open) dialog.replaceChildren(); // unless opened anew before the event came
   });
   return {
     Open(title, ...children) {
       const close = Button({ class: 'close', 'aria-label': Label('close') }, () => dialog.close());
       close.append(Make('span', { 'aria-hidden': 'true', text: '×' }));
       dialog.replaceChildren(
-        Make('div', { class: 'sheet' },
+        Make(
+          'div',
+          { class: 'sheet' },
           Make('header', {}, Make('h2', { id: 'dialog-title', tabindex: '-1' }, title), close),
-          ...children));
+          ...children,
+        ),
+      );
       if (!dialog.open) dialog.showModal();
       dialog.querySelector('h2').focus();
       dialog.scrollTop = 0;
@@ -248,7 +265,9 @@ const kDialog = (() => {
 function Facts(rows) {
   const list = Make('dl', {});
   for (const [title, ...values] of rows) {
-    list.append(Make('div', {}, Make('dt', {}, title), ...values.map((value) => Make('dd', {}, value))));
+    list.append(
+      Make('div', {}, Make('dt', {}, title), ...values.map((value) => Make('dd', {}, value))),
+    );
   }
   return list;
 }
@@ -256,29 +275,54 @@ const Paragraph = (text) => Make('span', { class: 'lines', dir: 'auto', text: Vi
 
 // The lines that aren't kept as they stand: rows of first, last, verdict, property, why and text.
 function MarkList(marks) {
-  const rows = marks.map(([first, last, verdict, name, why, text]) => Make('li', {},
-    Make('p', {},
-      Make('strong', { text: first === last ? Label('line', { n: first }) : Label('lines', { first, last }) }),
-      ' ', Make('code', {}, Isolated(name)), ' ', Make('span', { class: 'verdict', text: Label(verdict) }),
-      why === '' ? null : ': ', Make('span', { text: Visible(why) })),
-    Make('pre', { dir: 'auto', text: Visible(text) })));
+  const rows = marks.map(([first, last, verdict, name, why, text]) =>
+    Make(
+      'li',
+      {},
+      Make(
+        'p',
+        {},
+        Make('strong', {
+          text: first === last ? Label('line', { n: first }) : Label('lines', { first, last }),
+        }),
+        ' ',
+        Make('code', {}, Isolated(name)),
+        ' ',
+        Make('span', { class: 'verdict', text: Label(verdict) }),
+        why === '' ? null : ': ',
+        Make('span', { lang: 'en', text: Visible(why) }),
+      ),
+      Make('pre', { dir: 'auto', text: Visible(text) }),
+    ),
+  );
   return Make('ul', { class: 'marks', role: 'list' }, ...rows);
 }
 function MarkSection(record) {
   if (!record.marks?.length) return null;
-  return Make('section', { class: 'account', 'aria-labelledby': 'account-title' },
+  return Make(
+    'section',
+    { class: 'account', 'aria-labelledby': 'account-title' },
     Make('h3', { id: 'account-title', text: Label('account') }),
-    Make('p', { text: Label('account-about') }), MarkList(record.marks));
+    Make('p', { text: Label('account-about') }),
+    MarkList(record.marks),
+  );
 }
 function MarkBadge(record) {
-  return Make('span', { class: 'badge' }, Make('span', { 'aria-hidden': 'true', text: '✎' }),
+  return Make(
+    'span',
+    { class: 'badge' },
+    Make('span', { 'aria-hidden': 'true', text: '✎' }),
     Make('span', { 'aria-hidden': 'true', text: NumberText(record.marks.length) }),
-    Hidden(Label('mark', { n: NumberText(record.marks.length) })));
+    Hidden(Label('mark', { n: NumberText(record.marks.length) })),
+  );
 }
 function SourceLine(record) {
   if (record.file === undefined) return null;
-  return Make('p', { class: 'source' },
-    Isolated(Label('source', { file: record.file, line: NumberText(record.line) })));
+  return Make(
+    'p',
+    { class: 'source' },
+    Isolated(Label('source', { file: record.file, line: NumberText(record.line) })),
+  );
 }
 
 // The lines of files that belong to no record have a button in the header.
@@ -289,7 +333,11 @@ function OfferFiles() {
   if (files.length === 0) return button.remove();
   const lines = files.reduce((sum, { marks }) => sum + marks.length, 0);
   button.textContent = Label('files', { n: NumberText(lines) });
-  button.addEventListener('click', () => kDialog.Open(Label('files-title'),
-    Make('p', { text: Label('files-about') }),
-    ...files.flatMap(({ file, marks }) => [Make('h3', {}, Isolated(file)), MarkList(marks)])));
+  button.addEventListener('click', () =>
+    kDialog.Open(
+      Label('files-title'),
+      Make('p', { text: Label('files-about') }),
+      ...files.flatMap(({ file, marks }) => [Make('h3', {}, Isolated(file)), MarkList(marks)]),
+    ),
+  );
 }

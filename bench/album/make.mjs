@@ -36,19 +36,53 @@ function Png() {
   const rows = Buffer.alloc(side * (1 + side * 3));
   for (let i = 0; i < rows.length; ++i) rows[i] = i % (1 + side * 3) === 0 ? 0 : Random(256);
   const header = Buffer.from([0, 0, 0, side, 0, 0, 0, side, 8, 2, 0, 0, 0]);
-  return Buffer.concat([Buffer.from('\x89PNG\r\n\x1a\n', 'latin1'), Chunk('IHDR', header),
-    Chunk('IDAT', deflateSync(rows, { level: 1 })), Chunk('IEND', Buffer.alloc(0))]);
+  return Buffer.concat([
+    Buffer.from('\x89PNG\r\n\x1a\n', 'latin1'),
+    Chunk('IHDR', header),
+    Chunk('IDAT', deflateSync(rows, { level: 1 })),
+    Chunk('IEND', Buffer.alloc(0)),
+  ]);
 }
 
-const kGiven = ['Ann', 'Jürgen', 'Zoë', 'Łukasz', 'Mary', 'Søren', 'Íris', 'Tom', 'Chloé', 'Pat', 'Noor', 'Emil'];
-const kFamily = ['Lee', 'Müller', 'Strauß', 'Nowak', 'O’Brien', 'Ångström', 'García', 'Smith', 'Dvořák', 'Meyer'];
-const kJapanese = [['山田', 'ヤマダ'], ['佐藤', 'サトウ'], ['鈴木', 'スズキ'], ['高橋', 'タカハシ']];
+const kGiven = [
+  'Ann',
+  'Jürgen',
+  'Zoë',
+  'Łukasz',
+  'Mary',
+  'Søren',
+  'Íris',
+  'Tom',
+  'Chloé',
+  'Pat',
+  'Noor',
+  'Emil',
+];
+const kFamily = [
+  'Lee',
+  'Müller',
+  'Strauß',
+  'Nowak',
+  'O’Brien',
+  'Ångström',
+  'García',
+  'Smith',
+  'Dvořák',
+  'Meyer',
+];
+const kJapanese = [
+  ['山田', 'ヤマダ'],
+  ['佐藤', 'サトウ'],
+  ['鈴木', 'スズキ'],
+  ['高橋', 'タカハシ'],
+];
 const kTowns = ['Reading', 'Köln', 'Málaga', 'Łódź', 'Ōsaka', 'Besançon'];
 const Two = (number) => String(number).padStart(2, '0');
 
 function Card(i) {
   const lines = ['BEGIN:VCARD', 'VERSION:2.1'];
-  const Add = (name, value) => lines.push(`${name}${/^[\x20-\x7e]*$/.test(value) ? '' : ';CHARSET=UTF-8'}:${value}`);
+  const Add = (name, value) =>
+    lines.push(`${name}${/^[\x20-\x7e]*$/.test(value) ? '' : ';CHARSET=UTF-8'}:${value}`);
   if (i % 5 === 0) {
     const [family, sound] = Pick(kJapanese);
     Add('N', `${family};花子${i};;;`);
@@ -62,15 +96,25 @@ function Card(i) {
   Add('ADR;HOME', `;;${1 + Random(200)} Orchard Lane;${Pick(kTowns)};;${10000 + Random(90000)};`);
   Add('ORG', `Example ${Random(400)} Ltd`);
   Add('NOTE', `Met in ${Pick(kTowns)}, ${1990 + Random(30)}. Likes walks and long letters.`);
-  if (i % 3 === 0) Add('BDAY', `${1940 + Random(70)}-${Two(1 + Random(12))}-${Two(1 + Random(28))}`);
+  if (i % 3 === 0) {
+    Add('BDAY', `${1940 + Random(70)}-${Two(1 + Random(12))}-${Two(1 + Random(28))}`);
+  }
   Add('X-GROUP', `Group ${Random(9)}`);
   if (i % Math.ceil(contacts / pictures) === 0) {
-    lines.push('PHOTO;ENCODING=BASE64;TYPE=PNG:', ...Png().toString('base64').replace(/.{1,72}/g, ' $&\n').split('\n'));
+    lines.push(
+      'PHOTO;ENCODING=BASE64;TYPE=PNG:',
+      ...Png()
+        .toString('base64')
+        .replace(/.{1,72}/g, ' $&\n')
+        .split('\n'),
+    );
   }
   lines.push('END:VCARD', '');
   return lines.join('\r\n');
 }
 
 for (let i = 0; i < contacts; ++i) {
-  if (!process.stdout.write(Card(i))) await new Promise((resolve) => process.stdout.once('drain', resolve));
+  if (!process.stdout.write(Card(i))) {
+    await new Promise((resolve) => process.stdout.once('drain', resolve));
+  }
 }

@@ -13,16 +13,26 @@ const page = await (await browser.newContext({ viewport: { width: 1200, height: 
 const begin = performance.now();
 await page.goto(pathToFileURL(process.argv[2]).href, { waitUntil: 'commit', timeout: 60000 });
 await page.locator('.card').first().waitFor();
-await page.evaluate(() => new Promise((resolve) => {
-  requestAnimationFrame(() => setTimeout(resolve));
-}));
+await page.evaluate(
+  () =>
+    new Promise((resolve) => {
+      requestAnimationFrame(() => setTimeout(resolve));
+    }),
+);
 console.log(`opens in ${Math.round(performance.now() - begin)} ms`);
 
 await page.evaluate(() => {
   globalThis.took = [];
-  document.addEventListener('beforeinput', ({ timeStamp }) => requestAnimationFrame(() => setTimeout(() => {
-    globalThis.took.push(performance.now() - timeStamp);
-  })), true);
+  document.addEventListener(
+    'beforeinput',
+    ({ timeStamp }) =>
+      requestAnimationFrame(() =>
+        setTimeout(() => {
+          globalThis.took.push(performance.now() - timeStamp);
+        }),
+      ),
+    true,
+  );
 });
 await page.locator('#search').focus();
 for (const word of kWords) {
@@ -35,6 +45,8 @@ for (const word of kWords) {
   await page.keyboard.press('Delete');
 }
 const took = await page.evaluate(() => globalThis.took);
-console.log(`answers ${took.length} keys: the first in ${Math.round(took[0])} ms, the slowest in ` +
-  `${Math.round(Math.max(...took))} ms`);
+console.log(
+  `answers ${took.length} keys: the first in ${Math.round(took[0])} ms, the slowest in ` +
+    `${Math.round(Math.max(...took))} ms`,
+);
 await browser.close();

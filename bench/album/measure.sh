@@ -17,8 +17,8 @@ node "$here/make.mjs" "$contacts" "$pictures" >"$work/contacts.vcf"
 "$pimvobj" --store "$work/album.db" --quiet contacts import "$work/contacts.vcf"
 # The slowest of three; the first one also warms up what the system keeps of the store.
 TIMEFORMAT='%R'
-for round in 1 2 3; do
+for _ in 1 2 3; do
   { time "$pimvobj" --store "$work/album.db" --quiet contacts album --force "$work/album.html" >/dev/null; } 2>&1
 done | sort -n | tail -1 | sed 's/.*/written in & s/'
 du -m "$work/album.html" | sed 's/\t.*/ MB/'
-for round in 1 2 3; do node "$here/measure.mjs" "$work/album.html"; done
+for _ in 1 2 3; do node "$here/measure.mjs" "$work/album.html"; done

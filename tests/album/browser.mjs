@@ -13,6 +13,11 @@ export function Launch() {
     executablePath: kPlaces.find((place) => place !== undefined && existsSync(place)),
     chromiumSandbox: process.getuid() !== 0,
     env: { ...process.env, FONTCONFIG_FILE: fonts, LANG: 'C.UTF-8', TZ: 'UTC' },
-    args: ['--font-render-hinting=none', '--disable-lcd-text', '--force-color-profile=srgb', '--lang=en-US'],
+    args: [
+      '--font-render-hinting=none',
+      '--disable-lcd-text',
+      '--force-color-profile=srgb',
+      '--lang=en-US',
+    ],
   });
 }

@@ -5,112 +5,170 @@ import { test } from 'node:test';
 import { AlbumOf, Calendar, Find, Focused, On, Titles } from './pages.mjs';
 
 // The round's zone leaves its summer a week behind the viewer's.
-const kTexts = { 'office.vcs': Calendar(
-  ['VEVENT', 'TZ:-05:00', 'DAYLIGHT:TRUE;-04:00;20260308T020000;20261101T020000;EST;EDT', 'SUMMARY:Round',
-    'DTSTART:20261019T130000Z', 'DTEND:20261019T140000Z', 'RRULE:W1 MO #4', 'LOCATION:Attic'],
-  ['VEVENT', 'SUMMARY:Fair', 'DTSTART:20261030T000000', 'DTEND:20261101T240000', 'X-FOO:bar'],
-  ['VEVENT', 'SUMMARY:Night train', 'DTSTART:20261112T220000Z', 'DTEND:20261113T050000Z'],
-  ['VTODO', 'SUMMARY:Pay', 'DUE:20261101T120000Z', 'STATUS:NEEDS ACTION'],
-  ['VTODO', 'SUMMARY:Renew', 'DUE:20261130T120000Z', 'STATUS:NEEDS ACTION', 'PRIORITY:1'],
-  ['VTODO', 'SUMMARY:Paint', 'STATUS:NEEDS ACTION'],
-  ['VTODO', 'SUMMARY:Call', 'DUE:20261001T120000Z', 'STATUS:COMPLETED', 'COMPLETED:20261002T120000Z'],
-  ['VMEMO', 'SUMMARY:The key hangs behind the stove'],
-) };
+const kTexts = {
+  'office.vcs': Calendar(
+    [
+      'VEVENT',
+      'TZ:-05:00',
+      'DAYLIGHT:TRUE;-04:00;20260308T020000;20261101T020000;EST;EDT',
+      'SUMMARY:Round',
+      'DTSTART:20261019T130000Z',
+      'DTEND:20261019T140000Z',
+      'RRULE:W1 MO #4',
+      'LOCATION:Attic',
+    ],
+    ['VEVENT', 'SUMMARY:Fair', 'DTSTART:20261030T000000', 'DTEND:20261101T240000', 'X-FOO:bar'],
+    ['VEVENT', 'SUMMARY:Night train', 'DTSTART:20261112T220000Z', 'DTEND:20261113T050000Z'],
+    ['VTODO', 'SUMMARY:Pay', 'DUE:20261101T120000Z', 'STATUS:NEEDS ACTION'],
+    ['VTODO', 'SUMMARY:Renew', 'DUE:20261130T120000Z', 'STATUS:NEEDS ACTION', 'PRIORITY:1'],
+    ['VTODO', 'SUMMARY:Paint', 'STATUS:NEEDS ACTION'],
+    [
+      'VTODO',
+      'SUMMARY:Call',
+      'DUE:20261001T120000Z',
+      'STATUS:COMPLETED',
+      'COMPLETED:20261002T120000Z',
+    ],
+    ['VMEMO', 'SUMMARY:The key hangs behind the stove'],
+  ),
+};
 const kOffice = (settings) => AlbumOf(kTexts, settings);
 
 // Days of the shown month that have something, with what it is.
-const DaysOf = (page) => page.locator('.month td:has(.item)').evaluateAll((cells) => Object.fromEntries(cells.map((cell) => [
-  new Date(cell.dataset.day * 864e5).toISOString().slice(5, 10),
-  [...cell.querySelectorAll('.item')].map((item) => item.textContent.replace(/[\u202f\s]+/g, ' ').trim()).join(', '),
-])));
+const DaysOf = (page) =>
+  page
+    .locator('.month td:has(.item)')
+    .evaluateAll((cells) =>
+      Object.fromEntries(
+        cells.map((cell) => [
+          new Date(cell.dataset.day * 864e5).toISOString().slice(5, 10),
+          [...cell.querySelectorAll('.item')]
+            .map((item) => item.textContent.replace(/[\u202f\s]+/g, ' ').trim())
+            .join(', '),
+        ]),
+      ),
+    );
 const Shift = (hour) => `${hour}:00 ${hour < 12 ? 'AM' : 'PM'} Round`;
 
-test('repeats stand on each of their days, by either clock', () => On(kOffice(), async (page) => {
-  await page.locator('#month').selectOption('October');
-  const viewers = await DaysOf(page);
-  const october = { '10-19': '3:00 PM Round', '10-26': '2:00 PM Round', '10-30': '✎1Changed or dropped lines: 1Fair' };
-  for (const [day, text] of Object.entries(october)) assert.equal(viewers[day], text, day);
-  await page.locator('#next').click();
-  const november = await DaysOf(page);
-  assert.equal(november['11-02'], '3:00 PM Round');
-  assert.equal(november['11-01'], '✎1Changed or dropped lines: 1Fair, 1:00 PM ☐To-doPay');
-  assert.equal(november['11-12'], '11:00 PM Night train');
-  assert.equal(november['11-13'], 'Night train');
-  await page.locator('#clock select').selectOption({ index: 1 });
-  const written = await DaysOf(page);
-  assert.deepEqual([written['11-02'], written['11-09']], [Shift(9), Shift(9)]);
-  assert.equal(written['11-16'], undefined);  // the rule's fourth time was the last one
-}));
+test('repeats stand on each of their days, by either clock', () =>
+  On(kOffice(), async (page) => {
+    await page.locator('#month').selectOption('October');
+    const viewers = await DaysOf(page);
+    const october = {
+      '10-19': '3:00 PM Round',
+      '10-26': '2:00 PM Round',
+      '10-30': '✎1Changed or dropped lines: 1Fair',
+    };
+    for (const [day, text] of Object.entries(october)) assert.equal(viewers[day], text, day);
+    await page.locator('#next').click();
+    const november = await DaysOf(page);
+    assert.equal(november['11-02'], '3:00 PM Round');
+    assert.equal(november['11-01'], '✎1Changed or dropped lines: 1Fair, 1:00 PM ☐To-doPay');
+    assert.equal(november['11-12'], '11:00 PM Night train');
+    assert.equal(november['11-13'], 'Night train');
+    await page.locator('#clock select').selectOption({ index: 1 });
+    const written = await DaysOf(page);
+    assert.deepEqual([written['11-02'], written['11-09']], [Shift(9), Shift(9)]);
+    assert.equal(written['11-16'], undefined); // the rule's fourth time was the last one
+  }));
 
-test('a month goes by the keyboard', () => On(kOffice(), async (page) => {
-  await page.locator('td .day[aria-current]').focus();
-  const Press = async (key) => {
-    await page.keyboard.press(key);
-    return (await Focused(page)).replace(/, 2026/, '');
-  };
-  assert.equal(await Press('ArrowLeft'), 'Sunday, November 15: 0');
-  assert.equal(await Press('ArrowUp'), 'Sunday, November 8: 0');
-  assert.equal(await Press('End'), 'Saturday, November 14: 0');
-  assert.equal(await Press('PageUp'), 'Wednesday, October 14: 0');
-  assert.equal(await page.locator('#period').textContent(), 'October 2026');
-  for (const key of ['ArrowDown', 'Home', 'ArrowRight']) await Press(key);
-  assert.equal(await Focused(page), 'Monday, October 19, 2026: 1');
-  await Press('Tab');
-  await Press('Enter');
-  assert.match(await page.locator('dialog').textContent(), /Round.*Attic/s);
-  await Press('Escape');
-  assert.match(await Focused(page), /Round/);
-}));
+test('a month goes by the keyboard', () =>
+  On(kOffice(), async (page) => {
+    await page.locator('td .day[aria-current]').focus();
+    const Press = async (key) => {
+      await page.keyboard.press(key);
+      return (await Focused(page)).replace(/, 2026/, '');
+    };
+    assert.equal(await Press('ArrowLeft'), 'Sunday, November 15: 0');
+    assert.equal(await Press('ArrowUp'), 'Sunday, November 8: 0');
+    assert.equal(await Press('End'), 'Saturday, November 14: 0');
+    assert.equal(await Press('PageUp'), 'Wednesday, October 14: 0');
+    assert.equal(await page.locator('#period').textContent(), 'October 2026');
+    for (const key of ['ArrowDown', 'Home', 'ArrowRight']) await Press(key);
+    assert.equal(await Focused(page), 'Monday, October 19, 2026: 1');
+    await Press('Tab');
+    await Press('Enter');
+    assert.match(await page.locator('dialog').textContent(), /Round.*Attic/s);
+    await Press('Escape');
+    assert.match(await Focused(page), /Round/);
+  }));
 
-test('an item tells its times, its rule and its lines', () => On(kOffice(), async (page) => {
-  await Find(page, 'attic');
-  await page.keyboard.press('ArrowDown');
-  await page.keyboard.press('Enter');
-  const text = (await page.locator('dialog').innerText()).replace(/[\u202f\u00a0]/g, ' ');
-  for (const part of ['Monday, October 19, 2026 at 3:00 PM', 'Monday, October 19, 2026 at 9:00 AM',
-    'every week: Monday (4 in all)', 'Attic', 'office.vcs, line 3']) assert.ok(text.includes(part), text);
-  await page.keyboard.press('Escape');
-  await Find(page, 'fair');
-  await page.locator('.rows .open').click();
-  assert.match(await page.locator('dialog .marks').textContent(), /X-FOO dropped: there is no field for it/);
-  assert.doesNotMatch(await page.locator('dialog').innerText(), /\d:\d\d/);  // it is all day long
-}));
+test('an item tells its times, its rule and its lines', () =>
+  On(kOffice(), async (page) => {
+    await Find(page, 'attic');
+    await page.keyboard.press('ArrowDown');
+    await page.keyboard.press('Enter');
+    const text = (await page.locator('dialog').innerText()).replace(/[\u202f\u00a0]/g, ' ');
+    for (const part of [
+      'Monday, October 19, 2026 at 3:00 PM',
+      'Monday, October 19, 2026 at 9:00 AM',
+      'every week: Monday (4 in all)',
+      'Attic',
+      'office.vcs, line 3',
+    ]) {
+      assert.ok(text.includes(part), text);
+    }
+    await page.keyboard.press('Escape');
+    await Find(page, 'fair');
+    await page.locator('.rows .open').click();
+    assert.match(
+      await page.locator('dialog .marks').textContent(),
+      /X-FOO dropped: there is no field for it/,
+    );
+    assert.doesNotMatch(await page.locator('dialog').innerText(), /\d:\d\d/); // it is all day long
+  }));
 
-test('views of a week, a list, to-dos and memos', () => On(kOffice(), async (page) => {
-  const View = (name) => page.getByRole('button', { name, exact: true }).click();
-  await page.locator('#previous').click();
-  await page.locator('#month').selectOption('November');
-  await View('List');
-  assert.match(await page.locator('#period').textContent(), /November 16/);
-  await page.locator('#month').selectOption('October');
-  assert.deepEqual((await Titles(page)).slice(0, 4), ['Round', 'Round', '✎1Changed or dropped lines: 1Fair', '☐To-doPay']);
-  await View('To-dos');
-  assert.deepEqual(await Titles(page), ['☐To-doPay', '☐To-doRenew', '☐To-doPaint', '☑DoneCall']);
-  assert.deepEqual(await page.locator('.under:is(h3)').allTextContents(), ['Overdue', 'Open', 'Without a date', 'Done']);
-  await View('Notes');
-  assert.deepEqual(await Titles(page), ['The key hangs behind the stove']);
-  await View('List');
-  await page.locator('#next').click();
-  await View('Week');
-  const night = page.locator('.hours .item', { hasText: 'Night train' });
-  assert.equal(await night.count(), 0);
-  await page.locator('#previous').click();
-  const day = await page.locator('.hours').first().boundingBox();
-  const boxes = await Promise.all([0, 1].map((i) => night.nth(i).boundingBox()));
-  assert.ok(Math.abs((boxes[0].y - day.y) / day.height - 23 / 24) < 0.01);
-  assert.ok(Math.abs(boxes[1].height / day.height - 6 / 24) < 0.01);
-}));
+test('views of a week, a list, to-dos and memos', () =>
+  On(kOffice(), async (page) => {
+    const View = (name) => page.getByRole('button', { name, exact: true }).click();
+    await page.locator('#previous').click();
+    await page.locator('#month').selectOption('November');
+    await View('List');
+    assert.match(await page.locator('#period').textContent(), /November 16/);
+    await page.locator('#month').selectOption('October');
+    assert.deepEqual((await Titles(page)).slice(0, 4), [
+      'Round',
+      'Round',
+      '✎1Changed or dropped lines: 1Fair',
+      '☐To-doPay',
+    ]);
+    await View('To-dos');
+    assert.deepEqual(await Titles(page), ['☐To-doPay', '☐To-doRenew', '☐To-doPaint', '☑DoneCall']);
+    assert.deepEqual(await page.locator('.under:is(h3)').allTextContents(), [
+      'Overdue',
+      'Open',
+      'Without a date',
+      'Done',
+    ]);
+    await View('Notes');
+    assert.deepEqual(await Titles(page), ['The key hangs behind the stove']);
+    await View('List');
+    await page.locator('#next').click();
+    await View('Week');
+    const night = page.locator('.hours .item', { hasText: 'Night train' });
+    assert.equal(await night.count(), 0);
+    await page.locator('#previous').click();
+    const day = await page.locator('.hours').first().boundingBox();
+    const boxes = await Promise.all([0, 1].map((i) => night.nth(i).boundingBox()));
+    assert.ok(Math.abs((boxes[0].y - day.y) / day.height - 23 / 24) < 0.01);
+    assert.ok(Math.abs(boxes[1].height / day.height - 6 / 24) < 0.01);
+  }));
 
-test('a search finds items of all kinds', () => On(kOffice(), async (page) => {
-  assert.deepEqual(await Find(page, 'pA'), ['☐To-doPay', '☐To-doPaint']);
-  assert.deepEqual(await Find(page, 'STÖVE key'), ['The key hangs behind the stove']);
-  assert.equal(await page.locator('#count').textContent(), '1 of 8');
-  await page.locator('#search').press('Escape');
-  assert.ok(await page.locator('.month').isVisible());
-}));
+test('a search finds items of all kinds', () =>
+  On(kOffice(), async (page) => {
+    assert.deepEqual(await Find(page, 'pA'), ['☐To-doPay', '☐To-doPaint']);
+    assert.deepEqual(await Find(page, 'STÖVE key'), ['The key hangs behind the stove']);
+    assert.equal(await page.locator('#count').textContent(), '1 of 8');
+    await page.locator('#search').press('Escape');
+    assert.ok(await page.locator('.month').isVisible());
+  }));
 
 test('weeks begin as the language has it', async () => {
-  for (const [lang, first] of [['en', 'Sunday'], ['de', 'Montag'], ['ja', '日曜日']]) {
+  for (const [lang, first] of [
+    ['en', 'Sunday'],
+    ['de', 'Montag'],
+    ['ja', '日曜日'],
+  ]) {
     await On(kOffice({ lang }), async (page) => {
       assert.equal(await page.locator('.month th').first().locator('.unseen').textContent(), first);
     });

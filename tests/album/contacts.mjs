@@ -5,77 +5,156 @@ import { test } from 'node:test';
 import { AlbumOf, Card, Find, Focused, On, Titles } from './pages.mjs';
 
 const kUtf8 = (name, value) => `${name};CHARSET=UTF-8:${value}`;
-const kPeople = { 'people.vcf': [
-  Card(kUtf8('N', 'Müßig;Jürgen;;;'), 'TEL;WORK:+49 (30) 555-0134', 'X-GROUP:Work', 'BDAY:1980-11-16', 'X-FOO:bar'),
-  Card(kUtf8('N', '山田;花子;;;'), kUtf8('SOUND;X-IRMC-N', 'ﾔﾏﾀﾞ;ﾊﾅｺ;;;'), 'EMAIL:hanako@example.jp', 'X-GROUP:Friends'),
-  Card(kUtf8('N', 'Łęcki;Søren;;;'), kUtf8('ORG', 'Œuvre & Æther'), 'BDAY:1984-02-29', 'X-GROUP:Friends', 'X-GROUP:Work'),
-  Card(kUtf8('N', 'Çelik;Irmak;;;'), kUtf8('NOTE', 'Kızılay'), 'X-FAVORITE:YES', 'BDAY:1990-11-17', 'TITLE:Chemist'),
-  Card('N:Adams;Ann;;;', kUtf8('ADR;HOME', ';;7 Orchard Lane;Reading;;RG1;'), 'TEL;CELL:0171 5550199'),
-  Card('TEL;HOME:030 77'),
-].join('') };
+const kPeople = {
+  'people.vcf': [
+    Card(
+      kUtf8('N', 'Müßig;Jürgen;;;'),
+      'TEL;WORK:+49 (30) 555-0134',
+      'X-GROUP:Work',
+      'BDAY:1980-11-16',
+      'X-FOO:bar',
+    ),
+    Card(
+      kUtf8('N', '山田;花子;;;'),
+      kUtf8('SOUND;X-IRMC-N', 'ﾔﾏﾀﾞ;ﾊﾅｺ;;;'),
+      'EMAIL:hanako@example.jp',
+      'X-GROUP:Friends',
+    ),
+    Card(
+      kUtf8('N', 'Łęcki;Søren;;;'),
+      kUtf8('ORG', 'Œuvre & Æther'),
+      'BDAY:1984-02-29',
+      'X-GROUP:Friends',
+      'X-GROUP:Work',
+    ),
+    Card(
+      kUtf8('N', 'Çelik;Irmak;;;'),
+      kUtf8('NOTE', 'Kızılay'),
+      'X-FAVORITE:YES',
+      'BDAY:1990-11-17',
+      'TITLE:Chemist',
+    ),
+    Card(
+      'N:Adams;Ann;;;',
+      kUtf8('ADR;HOME', ';;7 Orchard Lane;Reading;;RG1;'),
+      'TEL;CELL:0171 5550199',
+    ),
+    Card('TEL;HOME:030 77'),
+  ].join(''),
+};
 const kAll = ['Ann Adams', 'Irmak Çelik', 'Søren Łęcki', 'Jürgen Müßig', '山田 花子', '(no name)'];
 
-test('contacts are found by what is typed', () => On(AlbumOf(kPeople), async (page) => {
-  assert.deepEqual(await Titles(page), kAll);
-  const rows = [
-    ['mussig', 'Jürgen Müßig'], ['JURGEN', 'Jürgen Müßig'], ['lecki', 'Søren Łęcki'],
-    ['oeuvre aether', 'Søren Łęcki'], ['kizilay', 'Irmak Çelik'], ['celik chem', 'Irmak Çelik'],
-    ['はなこ', '山田 花子'], ['ヤマダ', '山田 花子'], ['ﾊﾅ', '山田 花子'], ['山田', '山田 花子'], ['ＨＡＮＡＫＯ', '山田 花子'],
-    ['4930555', 'Jürgen Müßig'], ['(030) 5550', ''], ['0171-555', 'Ann Adams'], ['lane ann', 'Ann Adams'],
-    ['friends soren', 'Søren Łęcki'], ['ann celik', ''], ['zzz', ''],
-  ];
-  for (const [words, wanted] of rows) {
-    assert.deepEqual(await Find(page, words), wanted === '' ? [] : [wanted], words);
-  }
-  assert.ok(await page.locator('#nothing').isVisible());
-  assert.equal(await page.locator('#count').textContent(), '0 of 6');
-  await page.locator('#search').press('Escape');
-  assert.deepEqual(await Titles(page), kAll);
-}));
+test('contacts are found by what is typed', () =>
+  On(AlbumOf(kPeople), async (page) => {
+    assert.deepEqual(await Titles(page), kAll);
+    const rows = [
+      ['mussig', 'Jürgen Müßig'],
+      ['JURGEN', 'Jürgen Müßig'],
+      ['lecki', 'Søren Łęcki'],
+      ['oeuvre aether', 'Søren Łęcki'],
+      ['kizilay', 'Irmak Çelik'],
+      ['celik chem', 'Irmak Çelik'],
+      ['はなこ', '山田 花子'],
+      ['ヤマダ', '山田 花子'],
+      ['ﾊﾅ', '山田 花子'],
+      ['山田', '山田 花子'],
+      ['ＨＡＮＡＫＯ', '山田 花子'],
+      ['4930555', 'Jürgen Müßig'],
+      ['(030) 5550', ''],
+      ['0171-555', 'Ann Adams'],
+      ['lane ann', 'Ann Adams'],
+      ['friends soren', 'Søren Łęcki'],
+      ['ann celik', ''],
+      ['zzz', ''],
+    ];
+    for (const [words, wanted] of rows) {
+      assert.deepEqual(await Find(page, words), wanted === '' ? [] : [wanted], words);
+    }
+    assert.ok(await page.locator('#nothing').isVisible());
+    assert.equal(await page.locator('#count').textContent(), '0 of 6');
+    await page.locator('#search').press('Escape');
+    assert.deepEqual(await Titles(page), kAll);
+  }));
 
-test('groups and the like filter contacts', () => On(AlbumOf(kPeople), async (page) => {
-  const Toggle = (name) => page.getByRole('button', { name: new RegExp(`^${name}`) }).click();
-  await Toggle('Work');
-  assert.deepEqual(await Titles(page), ['Søren Łęcki', 'Jürgen Müßig']);
-  await Toggle('Friends');
-  assert.deepEqual(await Titles(page), ['Søren Łęcki', 'Jürgen Müßig', '山田 花子']);
-  await Toggle('With changed lines');
-  assert.deepEqual(await Titles(page), ['Jürgen Müßig']);
-  for (const name of ['Work', 'Friends', 'With changed lines', 'Without a group', 'Favourites']) await Toggle(name);
-  assert.deepEqual(await Titles(page), ['Irmak Çelik']);
-  await Toggle('Favourites');
-  assert.equal(await page.locator('#count').textContent(), '3 of 6');
-}));
+test('groups and the like filter contacts', () =>
+  On(AlbumOf(kPeople), async (page) => {
+    const Toggle = (name) => page.getByRole('button', { name: new RegExp(`^${name}`) }).click();
+    await Toggle('Work');
+    assert.deepEqual(await Titles(page), ['Søren Łęcki', 'Jürgen Müßig']);
+    await Toggle('Friends');
+    assert.deepEqual(await Titles(page), ['Søren Łęcki', 'Jürgen Müßig', '山田 花子']);
+    await Toggle('With changed lines');
+    assert.deepEqual(await Titles(page), ['Jürgen Müßig']);
+    for (const name of ['Work', 'Friends', 'With changed lines', 'Without a group', 'Favourites']) {
+      await Toggle(name);
+    }
+    assert.deepEqual(await Titles(page), ['Irmak Çelik']);
+    await Toggle('Favourites');
+    assert.equal(await page.locator('#count').textContent(), '3 of 6');
+  }));
 
-test('birthdays ahead tell the age that begins', () => On(AlbumOf(kPeople), async (page) => {
-  assert.deepEqual(await page.locator('#birthdays li span:last-child > span').allTextContents(),
-    ['Today · turns 46', 'November 17 · turns 36', 'February 28 · turns 43']);
-}));
+test('birthdays ahead tell the age that begins', () =>
+  On(AlbumOf(kPeople), async (page) => {
+    assert.deepEqual(await page.locator('#birthdays li span:last-child > span').allTextContents(), [
+      'Today · turns 46',
+      'November 17 · turns 36',
+      'February 28 · turns 43',
+    ]);
+  }));
 
-test('links lead where the field says', () => On(AlbumOf({ 'links.vcf': Card('N:Lee;Ann;;;',
-  'TEL:+49 (30) 555-01 p 22', 'EMAIL:a.b+c@example.org', 'URL:https://example.org/a?b=c', 'ADR:;;1 A & B;Bonn;;;') }),
-async (page) => {
-  await page.locator('.open').click();
-  const links = await page.locator('dialog a').evaluateAll((list) => list.map((link) => link.getAttribute('href')));
-  assert.deepEqual(links.sort(), ['geo:0,0?q=1%20A%20%26%20B%2C%20Bonn', 'https://example.org/a?b=c',
-    'mailto:a.b%2Bc@example.org', 'tel:+493055501%2C22']);
-  assert.equal(await page.locator('dialog a[target]').getAttribute('rel'), 'noopener noreferrer');
-}));
+test('links lead where the field says', () =>
+  On(
+    AlbumOf({
+      'links.vcf': Card(
+        'N:Lee;Ann;;;',
+        'TEL:+49 (30) 555-01 p 22',
+        'EMAIL:a.b+c@example.org',
+        'URL:https://example.org/a?b=c',
+        'ADR:;;1 A & B;Bonn;;;',
+      ),
+    }),
+    async (page) => {
+      await page.locator('.open').click();
+      const links = await page
+        .locator('dialog a')
+        .evaluateAll((list) => list.map((link) => link.getAttribute('href')));
+      assert.deepEqual(links.sort(), [
+        'geo:0,0?q=1%20A%20%26%20B%2C%20Bonn',
+        'https://example.org/a?b=c',
+        'mailto:a.b%2Bc@example.org',
+        'tel:+493055501%2C22',
+      ]);
+      assert.equal(
+        await page.locator('dialog a[target]').getAttribute('rel'),
+        'noopener noreferrer',
+      );
+    },
+  ));
 
-test('a mark opens the lines that are not kept', () => On(AlbumOf({
-  'old.vcf': `garbage\n${kPeople['people.vcf']}`,
-}), async (page) => {
-  await page.getByRole('button', { name: 'Changed or dropped lines: 1' }).click();
-  const account = await page.locator('dialog .marks').textContent();
-  assert.match(account, /Line 8 X-FOO dropped: there is no field for itX-FOO:bar/);
-  await page.keyboard.press('Escape');
-  await page.getByRole('button', { name: 'Lines outside of records: 1' }).click();
-  assert.match(await page.locator('dialog').textContent(), /old\.vcf.*Line 1.*garbage/s);
-}));
+test('a mark opens the lines that are not kept', () =>
+  On(
+    AlbumOf({
+      'old.vcf': `garbage\n${kPeople['people.vcf']}`,
+    }),
+    async (page) => {
+      await page.getByRole('button', { name: 'Changed or dropped lines: 1' }).click();
+      const account = await page.locator('dialog .marks').textContent();
+      assert.match(account, /Line 8 X-FOO dropped: there is no field for itX-FOO:bar/);
+      await page.keyboard.press('Escape');
+      await page.getByRole('button', { name: 'Lines outside of records: 1' }).click();
+      assert.match(await page.locator('dialog').textContent(), /old\.vcf.*Line 1.*garbage/s);
+    },
+  ));
 
 test('the keyboard alone is enough', () => {
-  const cards = Array.from({ length: 300 }, (_, i) => Card(`N:Name${String(i).padStart(3, '0')};Ann;;;`,
-    `TEL:030 ${i}`, `EMAIL:a${i}@example.org`, ...(i % 2 === 0 ? ['X-GROUP:Even'] : [])));
+  const cards = Array.from({ length: 300 }, (_, i) =>
+    Card(
+      `N:Name${String(i).padStart(3, '0')};Ann;;;`,
+      `TEL:030 ${i}`,
+      `EMAIL:a${i}@example.org`,
+      ...(i % 2 === 0 ? ['X-GROUP:Even'] : []),
+    ),
+  );
   return On(AlbumOf({ 'many.vcf': cards.join('') }), async (page) => {
     const Press = async (...keys) => {
       for (const key of keys) await page.keyboard.press(key);
@@ -84,13 +163,13 @@ test('the keyboard alone is enough', () => {
     assert.equal(await Press('Tab'), 'Skip to the list');
     assert.equal(await Press('Tab'), 'Search');
     assert.equal(await Press('Tab'), 'Even 150');
-    assert.equal(await Press('Tab', 'Tab'), 'Ann Name000');  // behind the other filter
+    assert.equal(await Press('Tab', 'Tab'), 'Ann Name000'); // behind the other filter
     assert.equal(await Press('ArrowRight'), 'Ann Name001');
     assert.equal(await Press('ArrowDown'), 'Ann Name004');
     assert.equal(await Press('End'), 'Ann Name299');
     assert.equal(await page.locator('li:focus-within').getAttribute('aria-posinset'), '300');
     assert.equal(await Press('PageUp'), 'Ann Name290');
-    assert.equal(await Press('Tab'), '030 290');  // links of the current card alone are stops
+    assert.equal(await Press('Tab'), '030 290'); // links of the current card alone are stops
     assert.equal(await Press('Tab'), 'a290@example.org');
     assert.equal(await Press('Shift+Tab', 'Shift+Tab', 'Enter'), 'Ann Name290');
     assert.ok(await page.locator('dialog[open]').isVisible());
@@ -106,8 +185,9 @@ test('the keyboard alone is enough', () => {
   });
 });
 
-test('other languages sort and name by their rules', () => On(AlbumOf(kPeople, { lang: 'de' }), async (page) => {
-  assert.equal((await Titles(page)).at(-1), '(ohne Namen)');
-  assert.equal(await page.locator('#count').textContent(), '6 von 6');
-  assert.equal(await page.locator('html').getAttribute('lang'), 'de');
-}));
+test('other languages sort and name by their rules', () =>
+  On(AlbumOf(kPeople, { lang: 'de' }), async (page) => {
+    assert.equal((await Titles(page)).at(-1), '(ohne Namen)');
+    assert.equal(await page.locator('#count').textContent(), '6 von 6');
+    assert.equal(await page.locator('html').getAttribute('lang'), 'de');
+  }));

@@ -5,7 +5,7 @@
 # Installs the modules of package-lock.json, unless those that are there are newer. Two that want
 # them at once wait for each other.
 (
-  cd "$(dirname "${BASH_SOURCE[0]}")"
+  cd "$(dirname "${BASH_SOURCE[0]}")" || exit
   exec 9>.modules.lock
   flock 9
   if [ ! node_modules/.package-lock.json -nt package-lock.json ]; then

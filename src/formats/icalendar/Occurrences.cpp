@@ -20,7 +20,7 @@ namespace {
 
 // More than a hundred years of days.
 constexpr std::int32_t kMostTimes = 40'000;
-constexpr int kLastYear = 9'999;  // of dates in records
+constexpr int kLastYearOfDates = 9'999;  // of dates in records
 
 std::int64_t DayNumberOf(const CalendarFields& fields) {
   const auto days = std::chrono::sys_days(std::chrono::year(fields.year) /
@@ -185,7 +185,7 @@ Occurrences OccurrenceFinder::Of(const CCalendar& item, const DayRange& range) {
     return found.isAllDay ? wall : DayOfSeconds(wall);
   };
   while (const auto date = dates.Next()) {
-    if (date->time.year > kLastYear) break;
+    if (date->time.year > kLastYearOfDates) break;
     const Moment moment = zones_->MomentOf(item, date->time, found.isAllDay);
     if (dayOf(moment.wall) > range.last) {
       found.isCut = true;

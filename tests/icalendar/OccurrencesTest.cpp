@@ -88,6 +88,11 @@ TEST(Occurrences, Clocks) {
       // Only in UTC is the start a Monday.
       {"EST5EDT,M3.2.0,M11.1.0", "DTSTART:20100308T013000Z\r\nRRULE:W1 MO #2", "169+168*2",
        "164+169*2"},
+      // An end is in UTC or on the clock.
+      {"EST5EDT,M3.2.0,M11.1.0", "DTSTART:20100301T140000Z\r\nRRULE:D1 20100303T090000", "14+24*3",
+       "9+24*3"},
+      {"EST5EDT,M3.2.0,M11.1.0", "DTSTART:20100301T140000Z\r\nRRULE:D1 20100303T140000Z", "14+24*3",
+       "9+24*3"},
       // A time that the clock skips is as if it went on.
       {"CET-1CEST,M3.5.0,M10.5.0/3", "DTSTART:20100327T013000Z\r\nRRULE:D1 #3", "625+23*2 672",
        "626+24*2 674"},
@@ -124,9 +129,10 @@ TEST(Occurrences, AllDay) {
   for (const char* machine : {"UTC", "JST-9", "EST5EDT,M3.2.0,M11.1.0"}) {
     SCOPED_TRACE(machine);
     const ScopedZone zone(machine);
-    const Occurrences found = OccurrenceFinder().Of(
-        ReadItem("X-ALLDAY:SET\r\nDTSTART:20100312T000000\r\nDTEND:20100313T000000\r\nRRULE:D1 #5"),
-        kAll);
+    const Occurrences found =
+        OccurrenceFinder().Of(ReadItem("X-ALLDAY:SET\r\nDTSTART:20100312T000000\r\nDTEND:"
+                                       "20100313T000000\r\nRRULE:D1 20100316T000000"),
+                              kAll);
     EXPECT_TRUE(found.isAllDay);
     EXPECT_EQ(TextOf(found.times, kJanuary2010, 1), "70+1*5");
     EXPECT_EQ(found.length, 1);

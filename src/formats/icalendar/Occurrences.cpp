@@ -83,13 +83,16 @@ icaltimetype TimeOfSeconds(std::int64_t seconds) {
 }
 
 // A rule's value, for an item that begins at `start`, both on the same clock: libical takes it for
-// one of UTC.
+// one of UTC. Texts write a rule's end in UTC or on their own clock, and a record doesn't tell: the
+// later one counts, so that the last time isn't lost.
 std::string RuleValueOf(const CRecurrence& rule, const icaltimetype& start,
                         const ItemClock& clock) {
   const RecurrenceData* const data = rule.GetRecurrenceData();
   if (data == nullptr) return {};
   COleDateTimeNull end = data->endDate;
-  if (const auto seconds = SecondsOf(end)) end = DateTimeOf(TimeOfSeconds(clock.WallOf(*seconds)));
+  const auto written = SecondsOf(end);
+  if (written && start.is_date == 0)
+    end = DateTimeOf(TimeOfSeconds(std::max(*written, clock.WallOf(*written))));
   return RRuleOf(*data, start, end).text;
 }
 

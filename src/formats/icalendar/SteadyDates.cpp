@@ -25,11 +25,13 @@ std::optional<SteadyDates> SteadyDates::Of(const icalrecurrencetype& rule,
       rule.rscale != nullptr)
     return std::nullopt;
   for (const short* list : {rule.by_second, rule.by_minute, rule.by_hour, rule.by_month_day,
-                            rule.by_year_day, rule.by_week_no, rule.by_month, rule.by_set_pos})
+                            rule.by_year_day, rule.by_week_no, rule.by_month, rule.by_set_pos}) {
     if (IsGiven(list)) return std::nullopt;
-  for (const short* day = rule.by_day; *day != ICAL_RECURRENCE_ARRAY_MAX; ++day)
-    if (!isWeekly || *day < 1 || *day > kDaysOfWeek || day - rule.by_day >= kDaysOfWeek)
-      return std::nullopt;
+  }
+  for (const short* day = rule.by_day; *day != ICAL_RECURRENCE_ARRAY_MAX; ++day) {
+    const bool isWeekday = *day >= 1 && *day <= kDaysOfWeek && day - rule.by_day < kDaysOfWeek;
+    if (!isWeekly || !isWeekday) return std::nullopt;
+  }
   return SteadyDates(rule, start);
 }
 

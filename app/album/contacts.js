@@ -12,9 +12,19 @@ const kPictureTypes = new Set(['image/jpeg', 'image/png', 'image/gif', 'image/bm
 const kBirthdaysAhead = 8;
 const kGroupsInARow = 12;
 
-const NameOf = (contact) => InOneLine(contact.name) || Label('nameless');
 const TextsOf = (contact, ...names) =>
   contact.fields.filter(([name]) => names.includes(name)).map(([, text]) => text);
+// What stands in for a name that there is none of, and whether it is a name too.
+function StandIn(contact) {
+  for (const field of ['organisation', 'mail', 'number']) {
+    const text = TextsOf(contact, field).find(IsSeen);
+    if (text !== undefined) return { text, isName: field === 'organisation' };
+  }
+  return { text: '', isName: false };
+}
+const IsNamed = (contact) => IsSeen(contact.name);
+const NameOf = (contact) =>
+  InOneLine(IsNamed(contact) ? contact.name : StandIn(contact).text) || Label('nameless');
 
 // Days of records: YYYY-MM-DD, or --MM-DD without a year.
 function ReadDay(text) {
@@ -66,26 +76,37 @@ function Tone(name) {
   for (let i = 0; i < name.length; ++i) sum = (sum * 31 + name.charCodeAt(i)) % 65521;
   return `tone-${sum % 6}`;
 }
-function Face(record) {
+// Its picture. One that can't be shown gives way to the letters, and Fail() is told.
+function Face(record, Fail = () => {}) {
   const contact = kContacts[record];
   const element = kPictures.get(record);
-  if (element !== undefined && kPictureTypes.has(element.dataset.type)) {
-    const picture = Make('img', { class: 'face', alt: '', decoding: 'async' });
-    picture.src = `data:${element.dataset.type};base64,${element.textContent}`;
-    // One that can't be shown gives way to the letters.
-    picture.addEventListener('error', () => picture.replaceWith(Letters(contact)));
-    return picture;
+  if (element === undefined) return Letters(contact);
+  if (!kPictureTypes.has(element.dataset.type)) {
+    Fail();
+    return Letters(contact);
   }
-  return Letters(contact);
+  const picture = Make('img', { class: 'face', alt: '', decoding: 'async' });
+  picture.src = `data:${element.dataset.type};base64,${element.textContent}`;
+  picture.addEventListener('error', () => {
+    picture.replaceWith(Letters(contact));
+    Fail();
+  });
+  return picture;
 }
-const Letters = (contact) =>
-  Make('span', {
+function Letters(contact) {
+  const name = IsNamed(contact) ? (contact.short ?? contact.name) : StandIn(contact).text;
+  return Make('span', {
     class: `face ${Tone(contact.name)}`,
     'aria-hidden': 'true',
-    text: Initials(contact.name),
+    text: Initials(name),
   });
+}
 
-const WorkOf = (contact) => TextsOf(contact, 'organisation', 'title').map(InOneLine).join(' · ');
+const WorkOf = (contact) =>
+  TextsOf(contact, 'organisation', 'title')
+    .map(InOneLine)
+    .filter((text) => text !== NameOf(contact))
+    .join(' · ');
 
 // The cell of a contact. Of numbers, mails and addresses it shows as many as fit.
 function MakeCard(record) {
@@ -144,17 +165,22 @@ function OpenContact(record, atMarks = false) {
   const contact = kContacts[record];
   const marks = MarkSection(contact);
   const name = Make('span', {}, Isolated(NameOf(contact)), ' ', contact.favourite ? Star() : null);
+  const note = Make('p', { class: 'work', text: Label('no-picture') });
+  note.hidden = true;
   kDialog.Open(
     name,
     Make(
       'div',
       { class: 'head' },
-      Face(record),
+      Face(record, () => {
+        note.hidden = false;
+      }),
       Make(
         'div',
         {},
         contact.phonetic ? Make('p', { class: 'phonetic' }, Isolated(contact.phonetic)) : null,
         Make('p', { class: 'work' }, Isolated(WorkOf(contact))),
+        note,
         Chips(contact.groups ?? []),
       ),
     ),
@@ -166,37 +192,41 @@ function OpenContact(record, atMarks = false) {
 }
 function FactsOf(contact) {
   const titled = new Map();
-  for (const [name, text, types] of contact.fields) {
-    const isDay = ['birthday', 'anniversary', 'event-day'].includes(name);
-    const value = isDay ? Isolated(DayText(text)) : LinkedText(name, text, Paragraph(text));
-    const words = (types ?? []).filter((word) => word !== 'unknown').map(TypeWord);
-    const row = Make(
-      'span',
-      {},
-      value,
-      words.length === 0 ? null : Make('small', { text: words.join(', ') }),
-    );
-    if (!titled.has(name)) titled.set(name, []);
-    titled.get(name).push(row);
+  for (const [field, text, types = []] of contact.fields) {
+    if (!titled.has(field)) titled.set(field, []);
+    titled
+      .get(field)
+      .push({ text: kDayFields.has(field) ? DayText(text) : text, field, types: TypeText(types) });
   }
-  return [...titled].map(([name, values]) => [FieldTitle(name), ...values]);
+  return [...titled].map(([field, values]) => [FieldTitle(field), values]);
 }
+const kDayFields = new Set(['birthday', 'anniversary', 'event-day']);
+const TypeText = (types) =>
+  types
+    .filter((word) => word !== 'unknown')
+    .map(TypeWord)
+    .join(', ');
 const Chips = (groups) =>
   groups.length === 0
     ? null
     : Make(
         'ul',
         { class: 'chips', role: 'list', 'aria-label': FieldTitle('groups') },
-        ...groups.map((group) => Make('li', {}, Isolated(group))),
+        groups.map((group) => Make('li', {}, Isolated(group))),
       );
 
 // All contacts in the language's order, those without a name behind the others.
 function Sorted() {
-  const { compare } = new Intl.Collator(kAlbum.lang, { numeric: false });
+  const { compare } = new Intl.Collator(kAlbum.lang);
+  const keys = kContacts.map((contact) => {
+    if (IsNamed(contact)) return { rank: 0, sort: contact.sort };
+    const { text, isName } = StandIn(contact);
+    return { rank: isName ? 0 : text !== '' ? 1 : 2, sort: text };
+  });
   const order = kContacts.map((contact, record) => record);
   return order.sort((left, right) => {
-    const [one, other] = [kContacts[left], kContacts[right]];
-    return (one.name === '') - (other.name === '') || compare(one.sort, other.sort) || left - right;
+    const [one, other] = [keys[left], keys[right]];
+    return one.rank - other.rank || compare(one.sort, other.sort) || left - right;
   });
 }
 
@@ -210,56 +240,63 @@ function PassesFilters(contact) {
   if (!contact.groups?.length) return kFilters.groups.has(kNoGroup);
   return contact.groups.some((group) => kFilters.groups.has(group));
 }
-function OfferFilters() {
-  const groups = new Map();
-  const others = { favourite: 0, marks: 0, none: 0 };
+// How many contacts each of them has.
+function CountFilters() {
+  const counts = { groups: new Map(), favourite: 0, marks: 0, none: 0 };
   for (const contact of kContacts) {
-    for (const group of contact.groups ?? []) groups.set(group, (groups.get(group) ?? 0) + 1);
-    if (!contact.groups?.length) ++others.none;
-    if (contact.favourite) ++others.favourite;
-    if (contact.marks?.length) ++others.marks;
+    for (const group of contact.groups ?? []) {
+      counts.groups.set(group, (counts.groups.get(group) ?? 0) + 1);
+    }
+    if (!contact.groups?.length) ++counts.none;
+    if (contact.favourite) ++counts.favourite;
+    if (contact.marks?.length) ++counts.marks;
   }
-  const Toggle = (name, count, press) => {
-    const button = Button(
-      { class: 'toggle', 'aria-pressed': 'false' },
-      () => {
-        button.setAttribute('aria-pressed', String(press()));
-        Find();
-      },
-      name,
-      ' ',
-      Make('span', { class: 'number', text: NumberText(count) }),
-    );
-    return button;
-  };
-  const Switch = (name) => () => (kFilters[name] = !kFilters[name]);
+  return counts;
+}
+function Toggle(name, count, press, settings = {}) {
+  const button = Button(
+    { class: 'toggle', 'aria-pressed': 'false', ...settings },
+    () => {
+      button.setAttribute('aria-pressed', String(press()));
+      Find();
+    },
+    name,
+    ' ',
+    Make('span', { class: 'number', text: NumberText(count) }),
+  );
+  return button;
+}
+function GroupToggles({ groups, none }) {
   const Choose = (group) => () => !kFilters.groups.delete(group) && !!kFilters.groups.add(group);
-  const { compare } = new Intl.Collator(kAlbum.lang);
-  const buttons = [...groups]
+  const { compare } = new Intl.Collator(kAlbum.lang, { numeric: true });
+  const toggles = [...groups]
     .sort(([one], [other]) => compare(one, other))
-    .map(([group, count]) => Toggle(Isolated(group), count, Choose(group)));
-  if (groups.size > 0 && others.none > 0) {
-    buttons.push(Toggle(Label('no-group'), others.none, Choose(kNoGroup)));
-  }
-  const section = document.getElementById('filters');
-  if (others.favourite > 0) {
-    section.append(Toggle(Label('favourites'), others.favourite, Switch('favourite')));
-  }
-  if (others.marks > 0) section.append(Toggle(Label('with-marks'), others.marks, Switch('marks')));
-  if (buttons.length <= kGroupsInARow) section.append(...buttons);
-  else {
-    section.append(
-      Make(
-        'details',
-        {},
-        Make('summary', {
-          class: 'toggle',
-          text: `${FieldTitle('groups')} (${NumberText(groups.size)})`,
-        }),
-        Make('div', { class: 'many' }, ...buttons),
-      ),
+    .map(([group, count]) =>
+      Toggle(Isolated(group), count, Choose(group), { title: InOneLine(group) }),
     );
+  if (none > 0) toggles.push(Toggle(Label('no-group'), none, Choose(kNoGroup)));
+  return toggles;
+}
+// Many groups are behind a button, and made when it is pressed.
+function ManyGroups(counts) {
+  const place = Make('div', { class: 'many' });
+  const text = `${FieldTitle('groups')} (${NumberText(counts.groups.size)})`;
+  const details = Make('details', {}, Make('summary', { class: 'toggle', text }), place);
+  details.addEventListener('toggle', () => Fill(place, GroupToggles(counts)), { once: true });
+  return details;
+}
+function OfferFilters() {
+  const counts = CountFilters();
+  const Switch = (name) => () => (kFilters[name] = !kFilters[name]);
+  const section = document.getElementById('filters');
+  for (const [name, label] of [
+    ['favourite', 'favourites'],
+    ['marks', 'with-marks'],
+  ]) {
+    if (counts[name] > 0) section.append(Toggle(Label(label), counts[name], Switch(name)));
   }
+  if (counts.groups.size >= kGroupsInARow) section.append(ManyGroups(counts));
+  else if (counts.groups.size > 0) Fill(section, GroupToggles(counts));
   section.hidden = section.childElementCount === 0;
 }
 
@@ -283,8 +320,9 @@ function OfferBirthdays() {
   ahead.sort((one, other) => one.day - other.day || one.record - other.record);
   const section = document.getElementById('birthdays');
   section.hidden = ahead.length === 0;
-  section.querySelector('ul').append(
-    ...ahead.slice(0, kBirthdaysAhead).map(({ record, day, age }) => {
+  Fill(
+    section.querySelector('ul'),
+    ahead.slice(0, kBirthdaysAhead).map(({ record, day, age }) => {
       const when = day === today ? Label('today') : kWithoutYear.format(day);
       return Make(
         'li',
@@ -307,14 +345,17 @@ function OfferBirthdays() {
   );
 }
 
-// What the words and filters ask for.
+// What the words and filters ask for: days also as the record has them.
 const kSearch = new Search(kContacts, (contact) => ({
   words: [
+    NameOf(contact),
     contact.name,
     contact.sort,
     contact.phonetic ?? '',
     ...(contact.groups ?? []),
-    ...contact.fields.map(([, text]) => text),
+    ...contact.fields.flatMap(([field, text, types = []]) =>
+      kDayFields.has(field) ? [text, DayText(text)] : [text, TypeText(types)],
+    ),
   ],
   numbers: TextsOf(contact, 'number'),
 }));
@@ -339,14 +380,14 @@ function Find() {
 function PaperCard(record) {
   const contact = kContacts[record];
   const groups = contact.groups?.length
-    ? [[FieldTitle('groups'), contact.groups.map(InOneLine).join(', ')]]
+    ? [[FieldTitle('groups'), [{ text: contact.groups.map(InOneLine).join(', ') }]]]
     : [];
   return Make(
     'article',
     {},
     Make('h2', {}, Isolated(NameOf(contact))),
     contact.phonetic ? Make('p', {}, Isolated(contact.phonetic)) : null,
-    Facts([...FactsOf(contact), ...groups]),
+    PaperFacts([...FactsOf(contact), ...groups]),
   );
 }
 

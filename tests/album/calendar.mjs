@@ -140,7 +140,7 @@ test('views of a week, a list, to-dos and memos', () =>
       'Without a date',
       'Done',
     ]);
-    await View('Notes');
+    await View('Memos');
     assert.deepEqual(await Titles(page), ['The key hangs behind the stove']);
     await View('List');
     await page.locator('#next').click();

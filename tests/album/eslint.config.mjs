@@ -11,6 +11,7 @@ const kPages = [
 const kBrowser = [
   'CSS',
   'Event',
+  'ResizeObserver',
   'URL',
   'addEventListener',
   'console',

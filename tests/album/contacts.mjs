@@ -143,10 +143,10 @@ test('names are shown by what is to be seen of them', () =>
       'odd.vcf': [
         Card('N:Doe;John;;Mr.;III', 'X-FOO:bar'),
         Card(kUtf8('N', '\u200b;'), 'EMAIL:ann@example.org'),
-        Card(kUtf8('N', '\u3000;')),
+        Card(kUtf8('N', '\u3000;'), 'NOTE:none'),
         Card('ORG:Acme', 'TITLE:Chief'),
         Card(kUtf8('N', `${'long '.repeat(500)};`), 'NOTE:below'),
-        ...Array.from({ length: 13 }, (_, i) => Card(`N:M${10 + i};`, `X-GROUP:G${i}`)),
+        Card('N:M;', ...Array.from({ length: 13 }, (_, i) => `X-GROUP:G${i}`)),
         Card('N:Z;', `X-GROUP:${'W'.repeat(5000)}`),
       ].join(''),
     }),

@@ -100,6 +100,8 @@ void WriteRecord(JsonWriter& json, const CContact& contact, bool hasPicture,
   const WideString name = AlbumName(contact);
   json.StartObject();
   json.Field("name", WideStringView(name));
+  if (const WideString shortName = ShortAlbumName(contact); !shortName.empty() && shortName != name)
+    json.Field("short", WideStringView(shortName));
   json.Field("sort", WideStringView(SortName(contact)));
   if (const WideString phonetic = PhoneticAlbumName(contact); !phonetic.empty())
     json.Field("phonetic", WideStringView(phonetic));

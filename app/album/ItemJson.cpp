@@ -7,7 +7,6 @@
 
 #include "app/album/AlbumRecords.h"
 #include "app/album/RecordParts.h"
-#include "app/output/ItemText.h"
 #include "pim/manager/TypeWords.h"
 
 namespace pim::app {
@@ -88,6 +87,16 @@ void WriteTime(JsonWriter& json, std::string_view key, const COleDateTime& time)
   if (const auto seconds = SecondsOf(time)) json.Field(key, *seconds);
 }
 
+// When it is due, and how far behind its start where it has to be done again and again.
+void WriteDue(JsonWriter& json, const CCalendar& item, OccurrenceFinder& finder) {
+  WriteTime(json, "due", item.due);
+  const auto due = finder.WallTime(item, item.due);
+  if (!due) return;
+  json.Field("dueWall", *due);
+  const auto start = finder.WallTime(item, item.start_time);
+  if (start && item.recurrence.data != nullptr) json.Field("dueAfter", *due - *start);
+}
+
 // Every item has the status 0 unless it says another one, and it means something of a to-do alone.
 void WriteStatus(JsonWriter& json, const CCalendar& item) {
   const bool isTodo = static_cast<CalendarType>(item.calendar_type) == CalendarType::Todo;
@@ -97,10 +106,18 @@ void WriteStatus(JsonWriter& json, const CCalendar& item) {
   if (!word.empty()) json.Utf8Field("status", word);
 }
 
+// The summary, else the first line of the description that says something.
+WideStringView TitleOf(const CCalendar& item) {
+  if (!item.summary.empty()) return item.summary.view();
+  WideStringView text = item.description.view();
+  text.remove_prefix(std::min(text.find_first_not_of(u" \t\r\n"), text.size()));
+  return text.substr(0, text.find_first_of(u"\r\n"));
+}
+
 void WriteItemFields(JsonWriter& json, const CCalendar& item) {
   FieldRows rows(json);
   rows.Add("location", item.location);
-  if (!item.summary.empty()) rows.Add("description", item.description);
+  if (item.description != TitleOf(item)) rows.Add("description", item.description);
   for (const CCategory& category : item.categories) rows.Add("category", category.category_name);
   rows.AddAscii("class", InSmallLetters(ClassWord(item.class_)));
   if (item.set_holiday != 0) rows.Add("holiday", u"\u2713");
@@ -112,7 +129,7 @@ void WriteRecord(JsonWriter& json, const CCalendar& item, const Occurrences& occ
                  OccurrenceFinder& finder, const PlaceInFile* place) {
   json.StartObject();
   json.Utf8Field("kind", KindWord(static_cast<CalendarType>(item.calendar_type)));
-  json.Field("title", WideStringView(ItemName(item)));
+  json.Field("title", TitleOf(item));
   json.Field("allDay", occurrences.isAllDay);
   if (const std::string zone = ZoneTextOf(item.zone); !zone.empty()) json.Utf8Field("zone", zone);
   json.Field("length", occurrences.length);
@@ -120,8 +137,7 @@ void WriteRecord(JsonWriter& json, const CCalendar& item, const Occurrences& occ
   WriteRuns(json, "wall", occurrences.wall);
   if (occurrences.isCut) json.Field("isCut", true);
   WriteRule(json, item.recurrence.GetRecurrenceData());
-  WriteTime(json, "due", item.due);
-  if (const auto wall = finder.WallTime(item, item.due)) json.Field("dueWall", *wall);
+  WriteDue(json, item, finder);
   WriteTime(json, "completed", item.completed);
   WriteTime(json, "alarm", item.reminder.alarm_date);
   WriteTime(json, "created", item.created_time);

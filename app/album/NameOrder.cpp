@@ -58,15 +58,21 @@ WideString InOrder(std::initializer_list<WideStringView> words) {
 WideString AlbumName(const CContact& contact) {
   const CName& name = contact.name;
   if (name.IsEmpty()) return contact.formatted_name.str();
-  const Script script = ScriptOf(name.family_name);
-  if (script == Script::Other) {
+  if (ScriptOf(name.family_name) == Script::Other) {
     return InOrder({name.prefix_name, name.given_name, name.additional_name, name.family_name,
                     name.suffix_name});
   }
+  return InOrder(
+      {name.prefix_name, ShortAlbumName(contact), name.additional_name, name.suffix_name});
+}
+
+WideString ShortAlbumName(const CContact& contact) {
+  const CName& name = contact.name;
+  const Script script = ScriptOf(name.family_name);
+  if (script == Script::Other) return InOrder({name.given_name, name.family_name});
   const bool isOneWord = script == Script::Hangul && ScriptOf(name.given_name) == Script::Hangul;
-  const WideString both = isOneWord ? name.family_name.str().append(name.given_name.view())
-                                    : InOrder({name.family_name, name.given_name});
-  return InOrder({name.prefix_name, both, name.additional_name, name.suffix_name});
+  return isOneWord ? name.family_name.str().append(name.given_name.view())
+                   : InOrder({name.family_name, name.given_name});
 }
 
 WideString PhoneticAlbumName(const CContact& contact) {

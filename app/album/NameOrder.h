@@ -11,6 +11,9 @@ namespace pim::app {
 // written in Chinese characters, kana or hangul, as its owner says it; else its formatted name.
 WideString AlbumName(const CContact& contact);
 
+// The given and the family name of it, in the same order.
+WideString ShortAlbumName(const CContact& contact);
+
 // The phonetic name, family name first.
 WideString PhoneticAlbumName(const CContact& contact);
 

@@ -60,8 +60,9 @@ std::string HashSource(std::string_view text) {
 
 constexpr std::string_view kContactStyles[] = {"album.css"};
 constexpr std::string_view kCalendarStyles[] = {"album.css", "calendar.css"};
-constexpr std::string_view kContactScripts[] = {"shared.js", "list.js", "contacts.js"};
-constexpr std::string_view kCalendarScripts[] = {"shared.js", "list.js",  "days.js",
+constexpr std::string_view kContactScripts[] = {"shared.js", "links.js", "list.js", "cards.js",
+                                                "contacts.js"};
+constexpr std::string_view kCalendarScripts[] = {"shared.js", "links.js", "list.js",    "days.js",
                                                  "items.js",  "views.js", "calendar.js"};
 
 std::string Joined(std::span<const std::string_view> names) {

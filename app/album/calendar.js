@@ -3,7 +3,7 @@
 //
 // The album of a calendar.
 
-const kDaysInAStretch = 31;
+const kDaysInAStretch = 7;
 const kPlace = document.getElementById('list');
 const kRows = new Cells(Make('ul', { class: 'rows', 'aria-labelledby': 'period' }), {
   make: MakeRow,
@@ -12,7 +12,7 @@ const kRows = new Cells(Make('ul', { class: 'rows', 'aria-labelledby': 'period' 
 });
 const kCards = new Cells(Make('ul', { 'aria-labelledby': 'period' }), {
   make: MakeMemo,
-  height: 9,
+  height: 10,
   width: 19,
 });
 function ShowCells(cells, keys, more = null) {
@@ -21,7 +21,7 @@ function ShowCells(cells, keys, more = null) {
   cells.Show(keys);
 }
 
-// From a day on, a stretch of days at a time; a longer one where nothing is.
+// From a day on, a stretch of days at a time; those without anything are passed over.
 const [kFirstDay, kLastDay] = kDated
   .map(SpanOf)
   .reduce(
@@ -29,20 +29,20 @@ const [kFirstDay, kLastDay] = kDated
     [Infinity, -Infinity],
   );
 function* Stretches(day, last) {
-  let length = kDaysInAStretch;
-  for (let begin = day; begin <= last; begin += length) {
-    const end = Math.min(last, begin + length - 1);
+  let begin = day;
+  while (begin <= last) {
+    const end = Math.min(last, begin + kDaysInAStretch - 1);
     const rows = Occurrences(kDated, begin, end)
       .filter(({ first }) => first >= begin || begin === day)
       .map((occurrence) => ({
         under: RowDayText(Math.max(day, occurrence.first)),
         item: occurrence.item,
         number: occurrence.number,
-        Time: () => SpanText(occurrence),
+        Time: () => SpanText(occurrence, Math.max(day, occurrence.first)),
         About: () => FieldText(occurrence.item, 'location'),
       }));
     if (rows.length > 0) yield RowsUnder(rows);
-    else ((begin += length), (length *= 2), (begin -= length));
+    begin = rows.length > 0 ? end + 1 : NextDay(kDated, end + 1);
   }
 }
 const kListView = {
@@ -59,48 +59,48 @@ const kListView = {
       .map(PaperRow),
 };
 
-// To-dos: what is late first, what is done behind.
-function TodoRows() {
-  const now = Date.now() / 1000;
-  const IsLate = (item) => (item.allDay ? DueDay(item) < Today() : item.due < now);
-  const PartOf = (item) => {
-    if (IsDone(item)) return 3;
-    if (RunsOf(item).length === 0) return 2;
-    return item.due !== undefined && IsLate(item) ? 0 : 1;
+// To-dos: what is late first, what is done behind. One that repeats stands there once, as it is due
+// next.
+const kTodoParts = ['overdue', 'open', 'undated', 'passed-on', 'done'];
+function TodoRow(item) {
+  const now = item.allDay ? Today() : Date.now() / 1000;
+  const { time, number } = NextTime(RunsOf(item, false), now);
+  const isLate = item.due !== undefined && time < now && !item.isCut;
+  const PartOf = () => {
+    if (IsDone(item)) return 'done';
+    if (['declined', 'delegated'].includes(item.status)) return 'passed-on';
+    if (time === -Infinity) return 'undated';
+    return isLate ? 'overdue' : 'open';
   };
-  const titles = ['overdue', 'open', 'undated', 'done'].map((key) => Label(key));
-  const rows = kTodos.map((item) => ({
+  return {
     item,
-    number: 0,
-    part: PartOf(item),
-    under: titles[PartOf(item)],
-    Time: () => DayText(item),
-    About: () =>
-      [
-        StatusText(item),
-        item.priority === undefined ? '' : `${FieldTitle('priority')} ${NumberText(item.priority)}`,
-      ]
-        .filter((word) => word !== '')
-        .join(' · '),
-  }));
-  const When = ({ item }) =>
-    item.due ??
-    (item.times ? item.times[0][0] * (item.allDay ? kDay : 1) : (item.completed ?? Infinity));
+    number,
+    part: kTodoParts.indexOf(PartOf()),
+    when: time === -Infinity ? (item.completed ?? Infinity) : time * (item.allDay ? kDay : 1),
+    under: Label(PartOf()),
+    Time: () => DayText(item, number),
+    About: () => [StatusText(item), PriorityText(item)].filter((word) => word !== '').join(' · '),
+  };
+}
+function TodoRows() {
+  const done = kTodoParts.indexOf('done');
+  const rows = kTodos.map(TodoRow);
   rows.sort(
     (one, other) =>
       one.part - other.part ||
-      (When(one) === When(other) ? 0 : (When(one) - When(other)) * (one.part === 3 ? -1 : 1)) ||
+      (one.when === other.when ? 0 : (one.when - other.when) * (one.part === done ? -1 : 1)) ||
       (one.item.priority ?? 99) - (other.item.priority ?? 99) ||
       one.item.index - other.item.index,
   );
   return RowsUnder(rows);
 }
-const DueDay = (item) => Math.floor((item.dueWall ?? item.due) / kDay);
-// The first day that it is on, with the time unless that is all day long.
-function DayText(item) {
-  const runs = RunsOf(item);
-  if (runs.length === 0) return '';
-  const { first, begin } = OccurrenceAt(item, runs[0][0], 0);
+const PriorityText = ({ priority }) =>
+  priority === undefined ? '' : `${FieldTitle('priority')} ${NumberText(priority)}`;
+// The first day that it is on at one of its times, with the time unless that is all day long.
+function DayText(item, number = 0) {
+  const time = TimeOfNumber(RunsOf(item), number);
+  if (time === null) return '';
+  const { first, begin } = OccurrenceAt(item, time, number);
   return begin === null ? ShortDayText(first) : `${ShortDayText(first)}, ${TimeText(begin)}`;
 }
 const kTodoView = {
@@ -112,9 +112,10 @@ const kTodoView = {
   Paper: () => TodoRows().map(PaperRow),
 };
 
-// Memos, and events without a day.
+// Memos, and events without a day. Of a text that begins with the title, the rest is shown.
 function MakeMemo(item) {
-  const text = FieldText(item, 'description');
+  const whole = FieldText(item, 'description').trimStart();
+  const text = whole.startsWith(item.title) ? whole.slice(item.title.length).trim() : whole;
   return Paint(
     Make(
       'li',
@@ -122,7 +123,11 @@ function MakeMemo(item) {
       Make(
         'h3',
         {},
-        Button({ class: 'open' }, () => OpenItem(item), Isolated(TitleOf(item))),
+        Button(
+          { class: 'open', title: TitleOf(item) },
+          () => OpenItem(item),
+          Isolated(TitleOf(item)),
+        ),
         MarksOf(item),
       ),
       item.kind === 'memo'
@@ -145,20 +150,28 @@ const kMemoView = {
 
 // What a search finds: items of all kinds, each once.
 const kSearch = new Search(kItems, (item) => ({
-  words: [item.title, ...item.fields.map(([, text]) => text), KindText(item), StatusText(item)],
+  words: [
+    item.title,
+    KindText(item),
+    StatusText(item),
+    PriorityText(item),
+    ...[...TimesOf(item, 0), ...FactsOf(item)].flatMap(([, values]) =>
+      values.map(({ text }) => text),
+    ),
+  ],
   numbers: [],
 }));
-const kSearchOrder = kItems
-  .map((item, index) => index)
-  .sort((left, right) => {
-    const kinds = Object.keys(kKindFields);
-    const [one, other] = [kItems[left], kItems[right]];
-    return (
-      kinds.indexOf(one.kind) - kinds.indexOf(other.kind) ||
-      (SpanOf(one)?.[0] ?? 1e9) - (SpanOf(other)?.[0] ?? 1e9) ||
-      left - right
-    );
-  });
+const kSearchOrder = (() => {
+  const kinds = Object.keys(kKindFields);
+  return kItems
+    .map((item) => ({ item, kind: kinds.indexOf(item.kind), day: SpanOf(item)?.[0] ?? Infinity }))
+    .sort(
+      (one, other) =>
+        one.kind - other.kind ||
+        (one.day === other.day ? one.item.index - other.item.index : one.day - other.day),
+    )
+    .map(({ item }) => item.index);
+})();
 let foundRows = [];
 const kResultView = {
   Title: () => Label('results'),
@@ -222,7 +235,7 @@ function GoTo(day) {
   Refresh();
 }
 
-function OfferControls() {
+function OfferViews() {
   document.getElementById('views').append(
     ...Object.keys(kViews).map((name) =>
       Button({ class: 'toggle', 'data-view': name, text: Label(name) }, () => {
@@ -236,18 +249,25 @@ function OfferControls() {
   Press('previous', () => GoTo(kState.Shown().Step(kState.day, -1)));
   Press('next', () => GoTo(kState.Shown().Step(kState.day, 1)));
   Press('today', () => GoTo(Today()));
+}
+function OfferMonths() {
   const month = document.getElementById('month');
   const year = document.getElementById('year');
   for (let i = 0; i < 12; ++i) {
     month.append(Make('option', { value: i, text: MonthName(DayOfMonth(2000, i)) }));
   }
   const Choose = () => {
-    if (!/^\d{1,4}$/.test(year.value) || Number(year.value) === 0) return;
+    if (!/^\d{1,4}$/.test(year.value) || Number(year.value) === 0) {
+      year.value = MonthOf(kState.day).year;
+      return;
+    }
     const first = DayOfMonth(Number(year.value), Number(month.value));
     GoTo(first + Math.min(DateOf(kState.day).getUTCDate(), MonthsLater(first, 1) - first) - 1);
   };
   month.addEventListener('change', Choose);
   year.addEventListener('change', Choose);
+}
+function OfferClocks() {
   const clock = document.querySelector('#clock select');
   const { timeZone } = new Intl.DateTimeFormat().resolvedOptions();
   clock.append(
@@ -260,18 +280,22 @@ function OfferControls() {
     kClock.isWritten = clock.selectedIndex === 1;
     Refresh();
   });
-  if (kAlbum.from !== undefined && kAlbum.to !== undefined) {
-    const Day = (text) => ShortDayText(Math.floor(Date.parse(`${text}T00:00:00Z`) / kDay / 1000));
-    document.getElementById('range').textContent = Label('range', {
-      from: Day(kAlbum.from),
-      to: Day(kAlbum.to),
-    });
-  }
+}
+function TellRange() {
+  if (kAlbum.from === undefined || kAlbum.to === undefined) return;
+  const Day = (text) => ShortDayText(Math.floor(Date.parse(`${text}T00:00:00Z`) / kDay / 1000));
+  document.getElementById('range').textContent = Label('range', {
+    from: Day(kAlbum.from),
+    to: Day(kAlbum.to),
+  });
 }
 
 FillTemplate();
 OfferFiles();
-OfferControls();
+OfferViews();
+OfferMonths();
+OfferClocks();
+TellRange();
 Refresh();
 kSearchField.addEventListener('input', Refresh);
 kSearchField.addEventListener('keydown', (event) => {

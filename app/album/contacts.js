@@ -3,200 +3,21 @@
 //
 // The album of contacts.
 
-const kContacts = ReadRecords();
-const kPictures = new Map();
-for (const element of document.getElementsByClassName('picture')) {
-  kPictures.set(Number(element.dataset.record), element);
-}
-const kPictureTypes = new Set(['image/jpeg', 'image/png', 'image/gif', 'image/bmp']);
 const kBirthdaysAhead = 8;
 const kGroupsInARow = 12;
 
-const NameOf = (contact) => InOneLine(contact.name) || Label('nameless');
-const TextsOf = (contact, ...names) =>
-  contact.fields.filter(([name]) => names.includes(name)).map(([, text]) => text);
-
-// Days of records: YYYY-MM-DD, or --MM-DD without a year.
-function ReadDay(text) {
-  const parts = /^(?:(\d{4})|-)-(\d\d)-(\d\d)$/.exec(text);
-  if (parts === null) return null;
-  const [month, day] = [Number(parts[2]), Number(parts[3])];
-  const year = parts[1] === undefined ? null : Number(parts[1]);
-  const date = DayOf(year ?? 2000, month, day);
-  return date.getUTCMonth() === month - 1 && date.getUTCDate() === day
-    ? { year, month, day }
-    : null;
-}
-function DayOf(year, month, day) {
-  const date = new Date(0);
-  date.setUTCFullYear(year, month - 1, day);
-  return date;
-}
-const kWithYear = new Intl.DateTimeFormat(kLocale, { dateStyle: 'long', timeZone: 'UTC' });
-const kWithoutYear = new Intl.DateTimeFormat(kLocale, {
-  day: 'numeric',
-  month: 'long',
-  timeZone: 'UTC',
-});
-function DayText(text) {
-  const day = ReadDay(text);
-  if (day === null) return text;
-  return (day.year === null ? kWithoutYear : kWithYear).format(
-    DayOf(day.year ?? 2000, day.month, day.day),
-  );
-}
-
-// Letters in place of a picture: those that the first and the last word begin with.
-function Initials(name) {
-  const firsts = InOneLine(name)
-    .split(/\s+/)
-    .map((word) => /[\p{L}\p{N}]\p{M}*/u.exec(word)?.[0]);
-  const letters = firsts.filter((letter) => letter !== undefined);
-  if (letters.length === 0) return '·';
-  if (
-    letters.length === 1 ||
-    /[^\p{Script=Latin}\p{Script=Greek}\p{Script=Cyrillic}]/u.test(letters[0])
-  ) {
-    return letters[0].toUpperCase();
-  }
-  return letters[0].toUpperCase() + letters[letters.length - 1].toUpperCase();
-}
-function Tone(name) {
-  let sum = 0;
-  for (let i = 0; i < name.length; ++i) sum = (sum * 31 + name.charCodeAt(i)) % 65521;
-  return `tone-${sum % 6}`;
-}
-function Face(record) {
-  const contact = kContacts[record];
-  const element = kPictures.get(record);
-  if (element !== undefined && kPictureTypes.has(element.dataset.type)) {
-    const picture = Make('img', { class: 'face', alt: '', decoding: 'async' });
-    picture.src = `data:${element.dataset.type};base64,${element.textContent}`;
-    // One that can't be shown gives way to the letters.
-    picture.addEventListener('error', () => picture.replaceWith(Letters(contact)));
-    return picture;
-  }
-  return Letters(contact);
-}
-const Letters = (contact) =>
-  Make('span', {
-    class: `face ${Tone(contact.name)}`,
-    'aria-hidden': 'true',
-    text: Initials(contact.name),
-  });
-
-const WorkOf = (contact) => TextsOf(contact, 'organisation', 'title').map(InOneLine).join(' · ');
-
-// The cell of a contact. Of numbers, mails and addresses it shows as many as fit.
-function MakeCard(record) {
-  const contact = kContacts[record];
-  const open = Button({ class: 'open' }, () => OpenContact(record), Isolated(NameOf(contact)));
-  const work = WorkOf(contact);
-  const ways = Make('ul', { role: 'list' });
-  const taken = ['number', 'number', 'mail', 'address', 'number', 'mail'];
-  const rows = ['number', 'mail', 'address'].flatMap((name) =>
-    contact.fields.filter((row) => row[0] === name),
-  );
-  const shown = new Set();
-  for (const name of taken) {
-    const row = rows.find((candidate) => candidate[0] === name && !shown.has(candidate));
-    if (row !== undefined && shown.size < 3) shown.add(row);
-  }
-  for (const row of rows) {
-    if (shown.has(row)) {
-      ways.append(
-        Make(
-          'li',
-          { class: row[0] },
-          Hidden(`${FieldTitle(row[0])}: `),
-          LinkedText(row[0], row[1]),
-        ),
-      );
-    }
-  }
-  return Make(
-    'li',
-    { class: 'card' },
-    Face(record),
-    Make(
-      'div',
-      { class: 'who' },
-      Make('h3', {}, open, contact.favourite ? Star() : null),
-      contact.phonetic ? Make('p', { class: 'phonetic' }, Isolated(contact.phonetic)) : null,
-      work === '' ? null : Make('p', { class: 'work' }, Isolated(work)),
-    ),
-    ways,
-    contact.marks?.length
-      ? Button({ class: 'mark' }, () => OpenContact(record, true), MarkBadge(contact))
-      : null,
-  );
-}
-const Star = () =>
-  Make(
-    'span',
-    { class: 'star' },
-    Make('span', { 'aria-hidden': 'true', text: '★' }),
-    Hidden(FieldTitle('favourite')),
-  );
-
-// A contact in full. Rows of one field stand under one title.
-function OpenContact(record, atMarks = false) {
-  const contact = kContacts[record];
-  const marks = MarkSection(contact);
-  const name = Make('span', {}, Isolated(NameOf(contact)), ' ', contact.favourite ? Star() : null);
-  kDialog.Open(
-    name,
-    Make(
-      'div',
-      { class: 'head' },
-      Face(record),
-      Make(
-        'div',
-        {},
-        contact.phonetic ? Make('p', { class: 'phonetic' }, Isolated(contact.phonetic)) : null,
-        Make('p', { class: 'work' }, Isolated(WorkOf(contact))),
-        Chips(contact.groups ?? []),
-      ),
-    ),
-    Facts(FactsOf(contact)),
-    marks,
-    SourceLine(contact),
-  );
-  if (atMarks) kDialog.Show(marks);
-}
-function FactsOf(contact) {
-  const titled = new Map();
-  for (const [name, text, types] of contact.fields) {
-    const isDay = ['birthday', 'anniversary', 'event-day'].includes(name);
-    const value = isDay ? Isolated(DayText(text)) : LinkedText(name, text, Paragraph(text));
-    const words = (types ?? []).filter((word) => word !== 'unknown').map(TypeWord);
-    const row = Make(
-      'span',
-      {},
-      value,
-      words.length === 0 ? null : Make('small', { text: words.join(', ') }),
-    );
-    if (!titled.has(name)) titled.set(name, []);
-    titled.get(name).push(row);
-  }
-  return [...titled].map(([name, values]) => [FieldTitle(name), ...values]);
-}
-const Chips = (groups) =>
-  groups.length === 0
-    ? null
-    : Make(
-        'ul',
-        { class: 'chips', role: 'list', 'aria-label': FieldTitle('groups') },
-        ...groups.map((group) => Make('li', {}, Isolated(group))),
-      );
-
 // All contacts in the language's order, those without a name behind the others.
 function Sorted() {
-  const { compare } = new Intl.Collator(kAlbum.lang, { numeric: false });
+  const { compare } = new Intl.Collator(kAlbum.lang);
+  const keys = kContacts.map((contact) => {
+    if (IsNamed(contact)) return { rank: 0, sort: contact.sort };
+    const { text, isName } = StandIn(contact);
+    return { rank: isName ? 0 : text !== '' ? 1 : 2, sort: text };
+  });
   const order = kContacts.map((contact, record) => record);
   return order.sort((left, right) => {
-    const [one, other] = [kContacts[left], kContacts[right]];
-    return (one.name === '') - (other.name === '') || compare(one.sort, other.sort) || left - right;
+    const [one, other] = [keys[left], keys[right]];
+    return one.rank - other.rank || compare(one.sort, other.sort) || left - right;
   });
 }
 
@@ -210,63 +31,68 @@ function PassesFilters(contact) {
   if (!contact.groups?.length) return kFilters.groups.has(kNoGroup);
   return contact.groups.some((group) => kFilters.groups.has(group));
 }
-function OfferFilters() {
-  const groups = new Map();
-  const others = { favourite: 0, marks: 0, none: 0 };
+// How many contacts each of them has.
+function CountFilters() {
+  const counts = { groups: new Map(), favourite: 0, marks: 0, none: 0 };
   for (const contact of kContacts) {
-    for (const group of contact.groups ?? []) groups.set(group, (groups.get(group) ?? 0) + 1);
-    if (!contact.groups?.length) ++others.none;
-    if (contact.favourite) ++others.favourite;
-    if (contact.marks?.length) ++others.marks;
+    for (const group of contact.groups ?? []) {
+      counts.groups.set(group, (counts.groups.get(group) ?? 0) + 1);
+    }
+    if (!contact.groups?.length) ++counts.none;
+    if (contact.favourite) ++counts.favourite;
+    if (contact.marks?.length) ++counts.marks;
   }
-  const Toggle = (name, count, press) => {
-    const button = Button(
-      { class: 'toggle', 'aria-pressed': 'false' },
-      () => {
-        button.setAttribute('aria-pressed', String(press()));
-        Find();
-      },
-      name,
-      ' ',
-      Make('span', { class: 'number', text: NumberText(count) }),
-    );
-    return button;
-  };
-  const Switch = (name) => () => (kFilters[name] = !kFilters[name]);
+  return counts;
+}
+function Toggle(name, count, press, settings = {}) {
+  const button = Button(
+    { class: 'toggle', 'aria-pressed': 'false', ...settings },
+    () => {
+      button.setAttribute('aria-pressed', String(press()));
+      Find();
+    },
+    name,
+    ' ',
+    Make('span', { class: 'number', text: NumberText(count) }),
+  );
+  return button;
+}
+function GroupToggles({ groups, none }) {
   const Choose = (group) => () => !kFilters.groups.delete(group) && !!kFilters.groups.add(group);
-  const { compare } = new Intl.Collator(kAlbum.lang);
-  const buttons = [...groups]
+  const { compare } = new Intl.Collator(kAlbum.lang, { numeric: true });
+  const toggles = [...groups]
     .sort(([one], [other]) => compare(one, other))
-    .map(([group, count]) => Toggle(Isolated(group), count, Choose(group)));
-  if (groups.size > 0 && others.none > 0) {
-    buttons.push(Toggle(Label('no-group'), others.none, Choose(kNoGroup)));
-  }
-  const section = document.getElementById('filters');
-  if (others.favourite > 0) {
-    section.append(Toggle(Label('favourites'), others.favourite, Switch('favourite')));
-  }
-  if (others.marks > 0) section.append(Toggle(Label('with-marks'), others.marks, Switch('marks')));
-  if (buttons.length <= kGroupsInARow) section.append(...buttons);
-  else {
-    section.append(
-      Make(
-        'details',
-        {},
-        Make('summary', {
-          class: 'toggle',
-          text: `${FieldTitle('groups')} (${NumberText(groups.size)})`,
-        }),
-        Make('div', { class: 'many' }, ...buttons),
-      ),
+    .map(([group, count]) =>
+      Toggle(Isolated(group), count, Choose(group), { title: InOneLine(group) }),
     );
+  if (none > 0) toggles.push(Toggle(Label('no-group'), none, Choose(kNoGroup)));
+  return toggles;
+}
+// Many groups are behind a button, and made when it is pressed.
+function ManyGroups(counts) {
+  const place = Make('div', { class: 'many' });
+  const text = `${FieldTitle('groups')} (${NumberText(counts.groups.size)})`;
+  const details = Make('details', {}, Make('summary', { class: 'toggle', text }), place);
+  details.addEventListener('toggle', () => Fill(place, GroupToggles(counts)), { once: true });
+  return details;
+}
+function OfferFilters() {
+  const counts = CountFilters();
+  const Switch = (name) => () => (kFilters[name] = !kFilters[name]);
+  const section = document.getElementById('filters');
+  for (const [name, label] of [
+    ['favourite', 'favourites'],
+    ['marks', 'with-marks'],
+  ]) {
+    if (counts[name] > 0) section.append(Toggle(Label(label), counts[name], Switch(name)));
   }
+  if (counts.groups.size >= kGroupsInARow) section.append(ManyGroups(counts));
+  else if (counts.groups.size > 0) Fill(section, GroupToggles(counts));
   section.hidden = section.childElementCount === 0;
 }
 
 // The next birthdays from today on. In years without 29 February its day is the one before.
-function OfferBirthdays() {
-  const now = new Date();
-  const today = Date.UTC(now.getFullYear(), now.getMonth(), now.getDate());
+function BirthdaysFrom(today, thisYear) {
   const ahead = [];
   kContacts.forEach((contact, record) => {
     const born = contact.birthday === undefined ? null : ReadDay(contact.birthday);
@@ -276,45 +102,42 @@ function OfferBirthdays() {
         born.month === 2 && born.day === 29 && new Date(Date.UTC(year, 1, 29)).getUTCMonth() !== 1;
       return Date.UTC(year, born.month - 1, isShort ? 28 : born.day);
     };
-    let year = now.getFullYear();
-    if (InYear(year) < today) ++year;
+    const year = InYear(thisYear) < today ? thisYear + 1 : thisYear;
     ahead.push({ record, day: InYear(year), age: born.year === null ? 0 : year - born.year });
   });
-  ahead.sort((one, other) => one.day - other.day || one.record - other.record);
+  return ahead.sort((one, other) => one.day - other.day || one.record - other.record);
+}
+function OfferBirthdays() {
+  const now = new Date();
+  const today = Date.UTC(now.getFullYear(), now.getMonth(), now.getDate());
+  const ahead = BirthdaysFrom(today, now.getFullYear());
+  const Row = ({ record, day, age }) => {
+    const when = day === today ? Label('today') : kWithoutYear.format(day);
+    const text = age > 0 ? Label('turns', { day: when, n: NumberText(age) }) : when;
+    const name = Make('strong', {}, Isolated(NameOf(kContacts[record])));
+    const about = Make('span', {}, name, Make('span', { text }));
+    return Make(
+      'li',
+      {},
+      Button({}, () => OpenContact(record), Face(record), about),
+    );
+  };
   const section = document.getElementById('birthdays');
   section.hidden = ahead.length === 0;
-  section.querySelector('ul').append(
-    ...ahead.slice(0, kBirthdaysAhead).map(({ record, day, age }) => {
-      const when = day === today ? Label('today') : kWithoutYear.format(day);
-      return Make(
-        'li',
-        {},
-        Button(
-          {},
-          () => OpenContact(record),
-          Face(record),
-          Make(
-            'span',
-            {},
-            Make('strong', {}, Isolated(NameOf(kContacts[record]))),
-            Make('span', {
-              text: age > 0 ? Label('turns', { day: when, n: NumberText(age) }) : when,
-            }),
-          ),
-        ),
-      );
-    }),
-  );
+  Fill(section.querySelector('ul'), ahead.slice(0, kBirthdaysAhead).map(Row));
 }
 
-// What the words and filters ask for.
+// What the words and filters ask for: days also as the record has them.
 const kSearch = new Search(kContacts, (contact) => ({
   words: [
+    NameOf(contact),
     contact.name,
     contact.sort,
     contact.phonetic ?? '',
     ...(contact.groups ?? []),
-    ...contact.fields.map(([, text]) => text),
+    ...contact.fields.flatMap(([field, text, types = []]) =>
+      kDayFields.has(field) ? [text, DayText(text)] : [text, TypeText(types)],
+    ),
   ],
   numbers: TextsOf(contact, 'number'),
 }));
@@ -339,14 +162,14 @@ function Find() {
 function PaperCard(record) {
   const contact = kContacts[record];
   const groups = contact.groups?.length
-    ? [[FieldTitle('groups'), contact.groups.map(InOneLine).join(', ')]]
+    ? [[FieldTitle('groups'), [{ text: contact.groups.map(InOneLine).join(', ') }]]]
     : [];
   return Make(
     'article',
     {},
     Make('h2', {}, Isolated(NameOf(contact))),
     contact.phonetic ? Make('p', {}, Isolated(contact.phonetic)) : null,
-    Facts([...FactsOf(contact), ...groups]),
+    PaperFacts([...FactsOf(contact), ...groups]),
   );
 }
 

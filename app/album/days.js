@@ -51,13 +51,30 @@ const MonthName = OfDay(Format({ month: 'long' }));
 const WeekdayText = OfDay(Format({ weekday: 'long' }));
 const ShortWeekdayText = OfDay(Format({ weekday: 'short' }));
 
-// The runs that days are shown by: of a to-do, when it is due.
-function RunsOf(item) {
-  if (item.due !== undefined) {
-    if (item.allDay) return [[Math.floor((item.dueWall ?? item.due) / kDay), 0, 1]];
-    return [[kClock.isWritten ? (item.dueWall ?? item.due) : item.due, 0, 1]];
+// A time near a day: with its date where that is another one.
+const kMoments = [{}, { day: 'numeric', month: 'short' }, { dateStyle: 'medium' }].map((options) =>
+  Format(
+    options.dateStyle
+      ? { ...options, timeStyle: 'short' }
+      : { ...options, hour: 'numeric', minute: '2-digit' },
+  ),
+);
+function MomentText(seconds, own, day) {
+  const isOfYear = MonthOf(own).year === MonthOf(day).year;
+  return kMoments[own === day ? 0 : isOfYear ? 1 : 2](seconds);
+}
+
+// The runs that days are shown by: of a to-do, when it is due. One that repeats is due as long
+// behind each of its times as it is behind the first.
+function RunsOf(item, isWritten = kClock.isWritten) {
+  const times = (isWritten && !item.allDay ? item.wall : item.times) ?? [];
+  if (item.due === undefined) return times;
+  if (item.dueAfter !== undefined && times.length > 0) {
+    const after = item.allDay ? Math.floor(item.dueAfter / kDay) : item.dueAfter;
+    return times.map(([start, step, count]) => [start + after, step, count]);
   }
-  return (kClock.isWritten && !item.allDay ? item.wall : item.times) ?? [];
+  if (item.allDay) return [[Math.floor((item.dueWall ?? item.due) / kDay), 0, 1]];
+  return [[isWritten ? (item.dueWall ?? item.due) : item.due, 0, 1]];
 }
 const LengthOf = (item) => (item.due === undefined ? (item.length ?? 0) : 0);
 
@@ -116,6 +133,31 @@ function InOrder(one, other) {
     (one.begin ?? -1) - (other.begin ?? -1) ||
     one.item.index - other.item.index
   );
+}
+
+// Of runs that go up, the first time from one on, else the last time; with its number.
+function NextTime(runs, from) {
+  let next = { time: Infinity, number: 0 };
+  let last = { time: -Infinity, number: 0 };
+  let number = 0;
+  for (const [start, step, count] of runs) {
+    const i = step > 0 ? Math.max(0, Math.ceil((from - start) / step)) : 0;
+    const time = start + i * step;
+    if (i < count && time >= from && time < next.time) next = { time, number: number + i };
+    const end = start + (count - 1) * step;
+    if (end > last.time) last = { time: end, number: number + count - 1 };
+    number += count;
+  }
+  return next.time < Infinity ? next : last;
+}
+// A day from one on with nothing before it, by any clock; Infinity where nothing is behind it.
+function NextDay(items, day) {
+  return items.reduce((next, item) => {
+    const [unit, slack] = item.allDay ? [1, 0] : [kDay, 1];
+    const from = (day - slack) * unit;
+    const { time } = NextTime(RunsOf(item), from);
+    return time < from ? next : Math.min(next, Math.max(day, Math.floor(time / unit) - slack));
+  }, Infinity);
 }
 
 // The time of a number in runs.

@@ -14,7 +14,7 @@ const kKeptWithoutDays = kItems.filter(
 const kTodos = kItems.filter((item) => item.kind === 'todo');
 const kDated = kItems.filter((item) => item.kind !== 'memo' && RunsOf(item).length > 0);
 
-const TitleOf = (item) => InOneLine(item.title) || Label('untitled');
+const TitleOf = (item) => (IsSeen(item.title) ? InOneLine(item.title) : Label('untitled'));
 const KindText = (item) => FieldTitle(kKindFields[item.kind]);
 const IsDone = (item) => item.completed !== undefined || item.status === 'completed';
 const StatusText = (item) => (item.status === undefined ? '' : Label(`status-${item.status}`));
@@ -37,29 +37,32 @@ const Box = (item) =>
       );
 const MarksOf = (item) => (item.marks?.length ? MarkBadge(item) : null);
 
-// A time of an item as a button: the time on its first day, the title, and what else fits.
-function ItemButton(occurrence, day, settings = {}) {
+// A time of an item as a button: the time on its first day, the title, and what else fits. Among
+// hours, which tell the time already, the title comes first.
+function ItemButton(occurrence, day, isAmongHours = false) {
   const { item, begin } = occurrence;
   const isWhole = begin === null || occurrence.first < day;
+  const time = isWhole ? [] : [Make('span', { class: 'time', text: TimeText(begin) })];
+  const title = Isolated(TitleOf(item));
   const button = Button(
-    { class: `item${begin === null ? ' whole' : ''}`, ...settings },
+    {
+      class: `item${begin === null ? ' whole' : ''}`,
+      title: `${TitleOf(item)} (${SpanText(occurrence, day)})`,
+    },
     () => OpenItem(item, occurrence.number),
-    isWhole ? null : Make('span', { class: 'time', text: TimeText(begin) }),
-    isWhole ? null : ' ',
-    Box(item),
-    MarksOf(item),
-    Isolated(TitleOf(item)),
+    isAmongHours
+      ? [Box(item), title, MarksOf(item), ' ', time]
+      : [time, ' ', Box(item), MarksOf(item), title],
   );
   return Paint(button, item);
 }
-function SpanText({ begin, end, first, last }) {
+// When it is, in a row of a day: what is on other days is told with its date.
+function SpanText({ begin, end, first, last }, day = first) {
   if (begin === null) {
     return first === last ? Label('all-day') : `${ShortDayText(first)} – ${ShortDayText(last)}`;
   }
-  if (end === begin) return TimeText(begin);
-  return first === last
-    ? `${TimeText(begin)} – ${TimeText(end)}`
-    : `${TimeText(begin)} – ${ShortDayText(Math.floor(end / kDay))} ${TimeText(end)}`;
+  const text = MomentText(begin, first, day);
+  return end === begin ? text : `${text} – ${MomentText(end, last, day)}`;
 }
 
 // How an item repeats, in words of the language. 1970-01-04 was a Sunday.
@@ -78,6 +81,7 @@ function WeekdayWords(text) {
 }
 function MonthDayWords(number) {
   if (number === -1) return Label('month-day-last');
+  if (number === 1) return Label('month-day-1');
   return Label(number > 0 ? 'month-day' : 'month-day-back', { n: NumberText(Math.abs(number)) });
 }
 function RuleText({
@@ -94,7 +98,7 @@ function RuleText({
   const words = [
     ...months.map((month) => MonthName(DayOfMonth(2000, month - 1))),
     ...monthDays.map(MonthDayWords),
-    ...yearDays.map((n) => Label('year-day', { n: NumberText(n) })),
+    ...yearDays.map((n) => Label(n === 1 ? 'year-day-1' : 'year-day', { n: NumberText(n) })),
     ...days.map(WeekdayWords),
   ];
   if (words.length > 0) rule = Label('rule-on', { rule, days: ListText(words) });
@@ -107,7 +111,6 @@ function RuleText({
 
 // An item in full, with the times of one of its days.
 function OpenItem(item, number = 0) {
-  const marks = MarkSection(item);
   kDialog.Open(
     Make('span', {}, Box(item), Isolated(TitleOf(item))),
     Make('p', {
@@ -115,67 +118,56 @@ function OpenItem(item, number = 0) {
       text: [KindText(item), StatusText(item)].filter((word) => word !== '').join(' · '),
     }),
     Facts([...TimesOf(item, number), ...FactsOf(item)]),
-    marks,
+    MarkSection(item),
     SourceLine(item),
   );
 }
+// Rows of Facts.
 function TimesOf(item, number) {
   const rows = [];
-  const Row = (field, text) => rows.push([FieldTitle(field), Make('span', { text })]);
-  const length = item.length ?? 0;
+  const Row = (title, text) => rows.push([title, [{ text }]]);
   const time = TimeOfNumber(item.times, number) ?? TimeOfNumber(item.times, 0);
   const wall = TimeOfNumber(item.wall, number) ?? TimeOfNumber(item.wall, 0);
-  if (time !== null && item.allDay) {
-    Row('start', LongDayText(time));
-    if (length > 0) Row('end', LongDayText(time + length));
-  } else if (time !== null) {
-    Row('start', LongTimeText(ViewersClock(time)));
-    if (length > 0) Row('end', LongTimeText(ViewersClock(time + length)));
-    if (wall !== null) rows.push([Label('clock-written'), WrittenText(wall, length)]);
-  }
-  if (item.due !== undefined) {
-    if (item.allDay) Row('due', LongDayText(Math.floor((item.dueWall ?? item.due) / kDay)));
-    else Row('due', LongTimeText(ViewersClock(item.due)));
-    if (!item.allDay && item.dueWall !== undefined && time === null) {
-      rows.push([Label('clock-written'), WrittenText(item.dueWall, 0)]);
+  const Text = item.allDay ? LongDayText : (moment) => LongTimeText(ViewersClock(moment));
+  if (time !== null) {
+    Row(FieldTitle('start'), Text(time));
+    const end = item.end ?? (item.length > 0 ? time + item.length : undefined);
+    if (end !== undefined) Row(FieldTitle('end'), Text(end));
+    if (wall !== null && !item.allDay) {
+      Row(Label('clock-written'), WrittenText(wall, item.endWall ?? wall + (item.length ?? 0)));
     }
   }
-  const zone = item.zone ?? '';
-  if (zone !== '') rows.push([Label('zone'), Isolated(zone)]);
+  if (item.due !== undefined) {
+    const runs = RunsOf(item, false);
+    Row(FieldTitle('due'), Text(TimeOfNumber(runs, number) ?? TimeOfNumber(runs, 0)));
+    if (!item.allDay && item.dueWall !== undefined && time === null) {
+      Row(Label('clock-written'), LongTimeText(item.dueWall));
+    }
+  }
+  if (item.zone) Row(Label('zone'), item.zone);
   if (item.rule !== undefined) {
-    Row('repeats', RuleText(item.rule) + (item.isCut ? ` — ${Label('cut')}` : ''));
+    Row(FieldTitle('repeats'), RuleText(item.rule) + (item.isCut ? ` — ${Label('cut')}` : ''));
   }
   return rows;
 }
-function WrittenText(wall, length) {
-  return Make('span', {
-    text:
-      length > 0 ? `${LongTimeText(wall)} – ${LongTimeText(wall + length)}` : LongTimeText(wall),
-  });
-}
+const WrittenText = (begin, end) =>
+  begin === end ? LongTimeText(begin) : `${LongTimeText(begin)} – ${LongTimeText(end)}`;
 function FactsOf(item) {
   const rows = [];
-  const Moment = (name) => {
-    if (item[name] !== undefined) {
-      rows.push([FieldTitle(name), Make('span', { text: LongTimeText(ViewersClock(item[name])) })]);
-    }
+  const Row = (field, text, Element) => rows.push([FieldTitle(field), [{ text, Element }]]);
+  const Moment = (field) => {
+    if (item[field] !== undefined) Row(field, LongTimeText(ViewersClock(item[field])));
   };
   Moment('alarm');
   Moment('completed');
-  if (item.priority !== undefined) {
-    rows.push([FieldTitle('priority'), Make('span', { text: NumberText(item.priority) })]);
-  }
-  for (const [name, text] of item.fields) {
-    rows.push([
-      FieldTitle(name),
-      name === 'class' ? Make('span', { text: Label(`class-${text}`) }) : Paragraph(text),
-    ]);
+  if (item.priority !== undefined) Row('priority', NumberText(item.priority));
+  for (const [field, text] of item.fields) {
+    Row(field, field === 'class' ? Label(`class-${text}`) : text);
   }
   if (item.color) {
-    rows.push([
-      FieldTitle('colour'),
+    Row('colour', item.color, () =>
       Paint(Make('span', { class: 'colour' }, Isolated(item.color)), item),
-    ]);
+    );
   }
   Moment('created');
   Moment('modified');
@@ -192,11 +184,11 @@ function OpenDay(day) {
       : Make(
           'ul',
           { class: 'agenda', role: 'list' },
-          ...list.map((occurrence) =>
+          list.map((occurrence) =>
             Make(
               'li',
               {},
-              Make('span', { class: 'time', text: SpanText(occurrence) }),
+              Make('span', { class: 'time', text: SpanText(occurrence, day) }),
               ItemButton({ ...occurrence, begin: null }, day),
             ),
           ),

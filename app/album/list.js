@@ -43,11 +43,7 @@ class Cells {
     this.columns = Math.max(1, Math.floor((box.width + this.gap) / (this.width + this.gap)) || 1);
     const ahead = innerHeight / 2;
     const last = Math.ceil((innerHeight - box.top + ahead) / this.step) * this.columns;
-    while (this.more !== null && last > this.keys.length) {
-      const further = this.more();
-      if (further.length === 0) break;
-      this.keys = this.keys.concat(further);
-    }
+    while (last > this.keys.length && this.TakeMore());
     const first = Math.max(0, Math.floor((-box.top - ahead) / this.step) * this.columns);
     const wanted = [];
     for (let i = first; i < Math.min(last, this.keys.length); ++i) wanted.push(i);
@@ -108,17 +104,25 @@ class Cells {
       PageUp: current - page,
       PageDown: current + page,
       Home: 0,
-      End: this.keys.length - 1,
+      End: Infinity,
     }[event.key];
     if (index === undefined || !event.target.closest('li[data-index]')) return;
     event.preventDefault();
+    if (index === Infinity) while (this.TakeMore());
     this.Focus(Math.max(0, Math.min(index, this.keys.length - 1)));
+  }
+  // Whether there were further keys.
+  TakeMore() {
+    const further = this.more?.() ?? [];
+    for (const key of further) this.keys.push(key);
+    return further.length > 0;
   }
   // Brings a cell into view, below what covers the top, and gives it the focus.
   Focus(index) {
     if (index >= this.keys.length) return;
     this.current = index;
-    const covered = document.querySelector('.bar').offsetHeight + this.gap;
+    const covered =
+      Math.max(0, document.querySelector('.bar').getBoundingClientRect().bottom) + this.gap;
     const top =
       this.list.getBoundingClientRect().top + Math.floor(index / this.columns) * this.step;
     if (top < covered) scrollBy(0, top - covered);
@@ -132,14 +136,21 @@ function SetStops(cell, isCurrent) {
   for (const control of cell.querySelectorAll('a, button')) control.tabIndex = isCurrent ? 0 : -1;
 }
 
-// Paper shows what make() gives in place of the page, all of it; the page where that is null.
+// Paper shows what make() gives in place of the page, all of it; the page where that is null. The
+// cards stand in groups, since the browser goes through all that stands side by side for each page.
+const kCardsInAGroup = 50;
 function PrintInstead(make) {
   let sheet = null;
   addEventListener('beforeprint', () => {
     sheet?.remove();
+    sheet = null;
     const cards = make();
-    sheet = cards && Make('div', { id: 'paper' }, Make('h1', { text: document.title }), ...cards);
-    if (sheet !== null) document.body.append(sheet);
+    if (cards === null) return;
+    sheet = Make('div', { id: 'paper' }, Make('h1', { text: document.title }));
+    for (let i = 0; i < cards.length; i += kCardsInAGroup) {
+      sheet.append(Make('div', {}, cards.slice(i, i + kCardsInAGroup)));
+    }
+    document.body.append(sheet);
   });
   addEventListener('afterprint', () => {
     sheet?.remove();

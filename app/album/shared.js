@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 //
 // What both albums need: their data, words and elements. Records are data: their texts become text
-// nodes, and attributes only by LinkOf.
+// nodes, and attributes only by LinkOf, or as the title that a pointer is shown.
 'use strict';
 
 const kAlbum = JSON.parse(document.getElementById('album').textContent);
@@ -49,15 +49,25 @@ const InOneLine = (text) =>
     .replace(/\s*\n\s*/g, ', ')
     .trim();
 
-// An element with attributes ("text" is its text) and children; those that are null are left out.
+// Whether there is anything to see in a text.
+const IsSeen = (text) => /[^\s\p{Z}\p{Cf}\p{Default_Ignorable_Code_Point}\u2800]/u.test(text);
+
+// An element with attributes ("text" is its text) and children, or lists of them; those that are
+// null are left out. They are added one by one, as a call takes only so many arguments.
 function Make(tag, settings = {}, ...children) {
   const element = document.createElement(tag);
   for (const [name, value] of Object.entries(settings)) {
     if (name === 'text') element.textContent = value;
     else element.setAttribute(name, value);
   }
-  element.append(...children.filter((child) => child !== null && child !== undefined));
+  Fill(element, children);
   return element;
+}
+function Fill(element, children) {
+  for (const child of children) {
+    if (Array.isArray(child)) Fill(element, child);
+    else if (child !== null && child !== undefined) element.append(child);
+  }
 }
 // A text of a record, which no direction of its letters or control characters leaves.
 const Isolated = (text) => Make('bdi', { text: InOneLine(text) });
@@ -66,39 +76,6 @@ function Button(settings, press, ...children) {
   const button = Make('button', { type: 'button', ...settings }, ...children);
   button.addEventListener('click', press);
   return button;
-}
-
-// Where a field leads, or an empty text. Nothing of a record gets into a link but an encoded value.
-const kLinks = {
-  number(text) {
-    const digits = text.normalize('NFKC').replace(/[\s()./\-\u2010-\u2015]/g, '');
-    if (!/^\+?[0-9*#]+([,;pw][0-9*#]*)*$/i.test(digits)) return '';
-    const dialled = digits.replace(/p/gi, ',').replace(/w/gi, ';');
-    return `tel:${encodeURIComponent(dialled).replace('%2B', '+')}`;
-  },
-  mail(text) {
-    const parts = /^([^\s@<>]+)@([^\s@<>]+)$/.exec(text.trim());
-    return parts ? `mailto:${encodeURIComponent(parts[1])}@${encodeURIComponent(parts[2])}` : '';
-  },
-  address: (text) => `geo:0,0?q=${encodeURIComponent(InOneLine(text))}`,
-  url(text) {
-    if (!/^https?:\/\//i.test(text.trim())) return '';
-    const url = new URL(text.trim());
-    return /^https?:$/.test(url.protocol) ? url.href : '';
-  },
-};
-function LinkOf(field, text) {
-  try {
-    return kLinks[field]?.(text) ?? '';
-  } catch {
-    return ''; // lone surrogates, or no URL
-  }
-}
-function LinkedText(field, text, child = Isolated(text)) {
-  const link = LinkOf(field, text);
-  if (link === '') return child;
-  const leave = field === 'url' ? { target: '_blank', rel: 'noopener noreferrer' } : {};
-  return Make('a', { href: link, ...leave }, child);
 }
 
 // Words as a search compares them.
@@ -205,6 +182,12 @@ function FillTemplate() {
   document.getElementById('made').textContent = Label('made', {
     day: made.format(new Date(kAlbum.madeAt * 1000)),
   });
+  // What is brought into view isn't covered by the bar at the top.
+  const bar = document.querySelector('.bar');
+  new ResizeObserver(() => {
+    const covered = getComputedStyle(bar).position === 'sticky' ? bar.offsetHeight : 0;
+    document.documentElement.style.scrollPaddingTop = `${covered + kRemInPixels}px`;
+  }).observe(bar);
   const search = document.getElementById('search');
   search.placeholder = Label('search-hint');
   search.addEventListener('keydown', (event) => {
@@ -248,30 +231,67 @@ const kDialog = (() => {
           'div',
           { class: 'sheet' },
           Make('header', {}, Make('h2', { id: 'dialog-title', tabindex: '-1' }, title), close),
-          ...children,
+          children,
         ),
       );
       if (!dialog.open) dialog.showModal();
-      dialog.querySelector('h2').focus();
+      const header = dialog.querySelector('header');
+      const heading = header.querySelector('h2');
+      // A title that doesn't fit into what stays at the top stands below it once more.
+      if (heading.scrollHeight > heading.clientHeight + 2) {
+        const copy = heading.cloneNode(true).childNodes;
+        header.after(Make('p', { class: 'whole-title', 'aria-hidden': 'true' }, [...copy]));
+      }
+      dialog.style.scrollPaddingTop = `${header.offsetHeight}px`;
+      heading.focus();
       dialog.scrollTop = 0;
     },
-    Show(element) {
-      element.scrollIntoView();
+    Show(section) {
+      section.scrollIntoView();
+      section.querySelector('[tabindex]').focus({ preventScroll: true });
     },
   };
 })();
 
-// Rows of a title and what stands behind it.
+// Rows of a title and values: of a text, the field by which it is a link, its types in words, and
+// an element of its own.
 function Facts(rows) {
-  const list = Make('dl', {});
-  for (const [title, ...values] of rows) {
-    list.append(
-      Make('div', {}, Make('dt', {}, title), ...values.map((value) => Make('dd', {}, value))),
-    );
-  }
-  return list;
+  return Make(
+    'dl',
+    {},
+    rows.map(([title, values]) =>
+      Make(
+        'div',
+        {},
+        Make('dt', {}, title),
+        values.map(({ text, field, types, Element }) =>
+          Make(
+            'dd',
+            {},
+            Element?.() ?? LinkedText(field, text, Paragraph(text)),
+            types ? Make('small', { text: types }) : null,
+          ),
+        ),
+      ),
+    ),
+  );
 }
 const Paragraph = (text) => Make('span', { class: 'lines', dir: 'auto', text: Visible(text) });
+// The same rows on paper, where nothing is a link. Of thousands of cards each element counts.
+function PaperFacts(rows) {
+  return rows.map(([title, values]) =>
+    Make(
+      'p',
+      { class: 'fact' },
+      Make('b', { text: title }),
+      values.map(({ text, types }, i) => [
+        i === 0 ? null : '\n',
+        Make('bdi', { text: Visible(text) }),
+        types ? Make('small', { text: types }) : null,
+      ]),
+    ),
+  );
+}
 
 // The lines that aren't kept as they stand: rows of first, last, verdict, property, why and text.
 function MarkList(marks) {
@@ -295,14 +315,14 @@ function MarkList(marks) {
       Make('pre', { dir: 'auto', text: Visible(text) }),
     ),
   );
-  return Make('ul', { class: 'marks', role: 'list' }, ...rows);
+  return Make('ul', { class: 'marks', role: 'list' }, rows);
 }
 function MarkSection(record) {
   if (!record.marks?.length) return null;
   return Make(
     'section',
     { class: 'account', 'aria-labelledby': 'account-title' },
-    Make('h3', { id: 'account-title', text: Label('account') }),
+    Make('h3', { id: 'account-title', tabindex: '-1', text: Label('account') }),
     Make('p', { text: Label('account-about') }),
     MarkList(record.marks),
   );
@@ -337,7 +357,7 @@ function OfferFiles() {
     kDialog.Open(
       Label('files-title'),
       Make('p', { text: Label('files-about') }),
-      ...files.flatMap(({ file, marks }) => [Make('h3', {}, Isolated(file)), MarkList(marks)]),
+      files.map(({ file, marks }) => [Make('h3', {}, Isolated(file)), MarkList(marks)]),
     ),
   );
 }

@@ -57,7 +57,7 @@ const kMonthView = {
         Make(
           'tr',
           {},
-          ...[0, 1, 2, 3, 4, 5, 6].map((i) =>
+          [0, 1, 2, 3, 4, 5, 6].map((i) =>
             this.Cell(week + i, days[week + i - this.first], MonthOf(week + i).month === month),
           ),
         ),
@@ -96,7 +96,7 @@ const kMonthView = {
             'aria-hidden': 'true',
             text: '•'.repeat(Math.min(3, list.length)),
           }),
-      rows.length === 0 ? null : Make('ul', { role: 'list' }, ...rows),
+      rows.length === 0 ? null : Make('ul', { role: 'list' }, rows),
       more <= 0
         ? null
         : Button({ class: 'more' }, () => OpenDay(day), Label('more', { n: NumberText(more) })),
@@ -146,8 +146,9 @@ const kWeekView = {
     const week = Make(
       'div',
       { class: 'week' },
+      Make('div', { class: 'corner' }),
       hours,
-      ...days.map((list, i) => this.Day(first + i, list)),
+      days.map((list, i) => this.Day(first + i, list)),
     );
     const frame = Make(
       'div',
@@ -155,6 +156,8 @@ const kWeekView = {
       week,
     );
     place.replaceChildren(frame);
+    // What lasts all day stays above the hours.
+    frame.style.scrollPaddingTop = `${week.firstChild.offsetHeight}px`;
     frame.scrollTop = hours.firstChild.offsetHeight * kHoursInView;
     return ItemsOf(days);
   },
@@ -168,7 +171,7 @@ const kWeekView = {
       ({ occurrence, lane, lanes }) => {
         const top = Math.max(0, occurrence.begin - day * kDay);
         const bottom = Math.min(kDay, occurrence.end - day * kDay);
-        const row = Make('li', {}, ItemButton(occurrence, day));
+        const row = Make('li', {}, ItemButton(occurrence, day, true));
         row.style.top = `${(top / kDay) * 100}%`;
         row.style.height = `${(Math.max(bottom - top, 1800) / kDay) * 100}%`;
         row.style.left = `${(lane / lanes) * 100}%`;
@@ -176,16 +179,20 @@ const kWeekView = {
         return row;
       },
     );
-    const List = (name, rows) => Make('ul', { class: name, role: 'list' }, ...rows);
+    const List = (name, rows) => Make('ul', { class: name, role: 'list' }, rows);
     return Make(
       'section',
       { 'aria-label': LongDayText(day) },
       Make(
-        'h3',
-        {},
-        DayButton(day, list.length, `${ShortWeekdayText(day)} ${DateOf(day).getUTCDate()}`),
+        'div',
+        { class: 'over-hours' },
+        Make(
+          'h3',
+          {},
+          DayButton(day, list.length, `${ShortWeekdayText(day)} ${DateOf(day).getUTCDate()}`),
+        ),
+        List('wholes', whole),
       ),
-      List('wholes', whole),
       List('hours', timed),
     );
   },
@@ -229,10 +236,10 @@ function MakeRow({ under, isFirst, item, number, Time, About }) {
     isFirst
       ? Make('h3', { class: 'under', text: under })
       : Make('span', { class: 'under' }, Hidden(under)),
-    Make('span', { class: 'time', text: Time() }),
+    Make('span', { class: 'time', title: Time(), text: Time() }),
     Paint(
       Button(
-        { class: 'open' },
+        { class: 'open', title: TitleOf(item) },
         () => OpenItem(item, number),
         Box(item),
         MarksOf(item),
@@ -250,6 +257,6 @@ function PaperRow({ under, isFirst, item, number, Time }) {
     {},
     isFirst ? Make('h2', { text: under }) : null,
     Make('h3', {}, Box(item), Isolated(TitleOf(item)), time === '' ? null : ` (${time})`),
-    Facts([...TimesOf(item, number), ...FactsOf(item)]),
+    PaperFacts([...TimesOf(item, number), ...FactsOf(item)]),
   );
 }

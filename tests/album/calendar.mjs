@@ -140,7 +140,7 @@ test('views of a week, a list, to-dos and memos', () =>
       'Without a date',
       'Done',
     ]);
-    await View('Notes');
+    await View('Memos');
     assert.deepEqual(await Titles(page), ['The key hangs behind the stove']);
     await View('List');
     await page.locator('#next').click();
@@ -163,14 +163,89 @@ test('a search finds items of all kinds', () =>
     assert.ok(await page.locator('.month').isVisible());
   }));
 
-test('weeks begin as the language has it', async () => {
-  for (const [lang, first] of [
-    ['en', 'Sunday'],
-    ['de', 'Montag'],
-    ['ja', '日曜日'],
+test('weeks begin as the language has it, or the reader’s kind of it', async () => {
+  for (const [lang, locale, first] of [
+    ['en', 'en-US', 'Sunday'],
+    ['en', 'en-GB', 'Monday'],
+    ['de', 'en-US', 'Montag'],
+    ['ja', 'en-US', '日曜日'],
   ]) {
-    await On(kOffice({ lang }), async (page) => {
-      assert.equal(await page.locator('.month th').first().locator('.unseen').textContent(), first);
-    });
+    await On(
+      kOffice({ lang }),
+      async (page) => {
+        const weekday = page.locator('.month th').first().locator('.unseen');
+        assert.equal(await weekday.textContent(), first);
+      },
+      { locale },
+    );
   }
 });
+
+test('what a text has of more days, of repeats and of lines is told', () =>
+  On(
+    AlbumOf({
+      'odd.vcs': Calendar(
+        ['VEVENT', 'SUMMARY:First', 'DTSTART:19000120T120000Z'],
+        ['VEVENT', 'SUMMARY:Night', 'DTSTART:20261115T210000Z', 'DTEND:20261116T020000Z'],
+        ['VEVENT', 'SUMMARY:Long', 'DTSTART:20261020T110000Z', 'DTEND:20271120T110000Z'],
+        ['VEVENT', 'SUMMARY:Daily', 'DTSTART:20261116T080000Z', 'RRULE:D1 #100', 'CLASS:PRIVATE'],
+        [
+          'VTODO',
+          'SUMMARY:Water',
+          'DTSTART:20261101T110000Z',
+          'DUE:20261101T120000Z',
+          'RRULE:W1 SU #10',
+        ],
+        ['VTODO', 'SUMMARY:Not mine', 'DUE:20261101T120000Z', 'STATUS:DECLINED', 'PRIORITY:2'],
+        ['VMEMO', 'DESCRIPTION;ENCODING=QUOTED-PRINTABLE:Milk=0D=0A eggs=0D=0A=0D=0Aflour'],
+      ),
+    }),
+    async (page) => {
+      const View = (name) => page.locator(`#views [data-view=${name}]`).click();
+      const Texts = async (selector) =>
+        (await page.locator(selector).allTextContents()).map((text) =>
+          text.replace(/[\u202f\s]+/g, ' '),
+        );
+      assert.equal(await page.locator('.item', { hasText: 'Water' }).count(), 5);
+      await View('week');
+      const whole = await page.locator('.wholes .item').first().boundingBox();
+      const frame = await page.locator('.week-frame').boundingBox();
+      assert.ok(whole.y > frame.y && whole.y < frame.y + 80);
+      assert.deepEqual((await Texts('.hours .item')).slice(-1), ['Daily 9:00 AM']);
+      await View('list');
+      assert.deepEqual((await Texts('#list .time')).slice(0, 3), [
+        'Oct 20, 1:00 PM – Nov 20, 2027, 12:00 PM',
+        'Nov 15, 10:00 PM – 3:00 AM',
+        '9:00 AM',
+      ]);
+      await page.locator('#list .open').first().focus();
+      await page.keyboard.press('End');
+      assert.match(await Texts('li:focus-within .under').then(String), /Feb 23, 2027/);
+      await page.locator('#year').fill('0');
+      await page.keyboard.press('Tab');
+      assert.equal(await page.locator('#year').inputValue(), '2026');
+      await page.locator('#year').fill('1900');
+      await page.keyboard.press('Tab');
+      await page.locator('#month').selectOption('January');
+      assert.deepEqual((await Texts('#list .under:is(h3)')).slice(0, 2), [
+        'Sat, Jan 20, 1900',
+        'Tue, Oct 20, 2026',
+      ]);
+      await View('todos');
+      assert.deepEqual(await Texts('#list .under:is(h3)'), ['Open', 'Declined or delegated']);
+      assert.equal((await Texts('#list .time'))[0], 'Nov 22, 2026, 1:00 PM');
+      await View('memos');
+      assert.deepEqual(await Texts('.memo'), ['Milkeggs flour']);
+      await page.locator('#list .open').click();
+      assert.match(await page.locator('dialog dd').innerText(), /^Milk\n eggs\n\nflour$/);
+      await page.keyboard.press('Escape');
+      for (const [words, title] of [
+        ['private', 'Daily'],
+        ['every week', '☐To-doWater'],
+        ['priority 2', '☐To-doNot mine'],
+        ['january 20, 1900', 'First'],
+      ]) {
+        assert.deepEqual(await Find(page, words), [title], words);
+      }
+    },
+  ));

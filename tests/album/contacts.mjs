@@ -42,7 +42,7 @@ const kPeople = {
     Card('TEL;HOME:030 77'),
   ].join(''),
 };
-const kAll = ['Ann Adams', 'Irmak Çelik', 'Søren Łęcki', 'Jürgen Müßig', '山田 花子', '(no name)'];
+const kAll = ['Ann Adams', 'Irmak Çelik', 'Søren Łęcki', 'Jürgen Müßig', '山田 花子', '030 77'];
 
 test('contacts are found by what is typed', () =>
   On(AlbumOf(kPeople), async (page) => {
@@ -64,6 +64,9 @@ test('contacts are found by what is typed', () =>
       ['0171-555', 'Ann Adams'],
       ['lane ann', 'Ann Adams'],
       ['friends soren', 'Søren Łęcki'],
+      ['february 29', 'Søren Łęcki'],
+      ['1984-02', 'Søren Łęcki'],
+      ['work 555', 'Jürgen Müßig'],
       ['ann celik', ''],
       ['zzz', ''],
     ];
@@ -102,34 +105,88 @@ test('birthdays ahead tell the age that begins', () =>
     ]);
   }));
 
-test('links lead where the field says', () =>
+test('links lead where the field says', () => {
+  const rows = [
+    ['TEL', '+49 (30) 555-01 p 22', 'tel:+493055501%2C22'],
+    ['TEL', '+49 (0)30 123', 'tel:+4930123'],
+    ['TEL', '(0)30 123', 'tel:030123'],
+    ['TEL', '+49 30 1 ext. 6', 'tel:+49301%2C6'],
+    ['TEL', '030 1x7', 'tel:0301%2C7'],
+    ['TEL', '0800-FLOWERS', 'tel:08003569377'],
+    ['TEL', '1-800-GO-WXYZ', 'tel:1800469999'],
+    ['TEL', 'tel:+49-30-2', 'tel:+49302'],
+    ['TEL', '030 123 HOME', null],
+    ['TEL', `030${'A-'.repeat(40000)}`, null],
+    ['EMAIL', 'a.b+c@example.org', 'mailto:a.b%2Bc@example.org'],
+    ['EMAIL', 'mailto:ann@example.org', 'mailto:ann@example.org'],
+    ['EMAIL', 'Ann Lee <ann@example.org>', 'mailto:ann@example.org'],
+    ['URL', 'https://example.org/a?b=c', 'https://example.org/a?b=c'],
+    ['ADR', ';;1 A & B;Bonn;;;', 'geo:0,0?q=1%20A%20%26%20B%2C%20Bonn'],
+  ];
+  const cards = rows.map(([name, text], i) => Card(`N:Lee${100 + i};;;;`, `${name}:${text}`));
+  return On(AlbumOf({ 'links.vcf': cards.join('') }), async (page) => {
+    for (const [i, [, text, wanted]] of rows.entries()) {
+      await page.locator('.open').nth(i).click();
+      const link = page.locator('dialog dd a');
+      const found = (await link.count()) === 0 ? null : await link.getAttribute('href');
+      assert.equal(found, wanted, text.slice(0, 99));
+      const rel = wanted?.startsWith('https') ? 'noopener noreferrer' : null;
+      if (rel !== null) assert.equal(await link.getAttribute('rel'), rel);
+      await page.keyboard.press('Escape');
+    }
+  });
+});
+
+// It begins as one does.
+const kNoPicture = Buffer.from('\x89PNG\r\n\x1a\nand no more', 'latin1').toString('base64');
+test('names are shown by what is to be seen of them', () =>
   On(
     AlbumOf({
-      'links.vcf': Card(
-        'N:Lee;Ann;;;',
-        'TEL:+49 (30) 555-01 p 22',
-        'EMAIL:a.b+c@example.org',
-        'URL:https://example.org/a?b=c',
-        'ADR:;;1 A & B;Bonn;;;',
-      ),
+      'odd.vcf': [
+        Card('N:Doe;John;;Mr.;III', 'X-FOO:bar', `PHOTO;TYPE=PNG;ENCODING=BASE64:${kNoPicture}\n`),
+        Card(kUtf8('N', '\u200b;'), 'EMAIL:ann@example.org'),
+        Card(kUtf8('N', '\u3000;'), 'NOTE:none'),
+        Card('ORG:Acme', 'TITLE:Chief'),
+        Card(kUtf8('N', `${'long '.repeat(500)};`), 'NOTE:below'),
+        Card('N:M;', ...Array.from({ length: 13 }, (_, i) => `X-GROUP:G${i}`)),
+        Card('N:Z;', `X-GROUP:${'W'.repeat(5000)}`),
+      ].join(''),
     }),
     async (page) => {
+      const names = await Titles(page);
+      assert.deepEqual([names[0], ...names.slice(-2)], ['Acme', 'ann@example.org', '(no name)']);
+      assert.equal(await page.locator('.card .work').first().textContent(), 'Chief');
+      const doe = page.locator('.card', { hasText: 'John' });
+      assert.equal(await doe.locator('.face').textContent(), 'JD');
+      const [who, mark] = [
+        await doe.locator('.who').boundingBox(),
+        await doe.locator('.mark').boundingBox(),
+      ];
+      assert.ok(who.x + who.width <= mark.x);
+      await doe.locator('.open').click();
+      assert.ok(await page.getByText('Its picture can’t be shown.').isVisible());
+      await page.keyboard.press('Escape');
+      await page.locator('#filters summary').click();
+      await page.locator('.many .toggle').first().waitFor();
+      const groups = await page.locator('.many .toggle').allTextContents();
+      assert.deepEqual(groups.slice(1, 4), ['G1 1', 'G2 1', 'G3 1']);
+      assert.ok((await page.locator('.many .toggle').nth(-2).boundingBox()).height < 50);
+      await Find(page, 'long');
       await page.locator('.open').click();
-      const links = await page
-        .locator('dialog a')
-        .evaluateAll((list) => list.map((link) => link.getAttribute('href')));
-      assert.deepEqual(links.sort(), [
-        'geo:0,0?q=1%20A%20%26%20B%2C%20Bonn',
-        'https://example.org/a?b=c',
-        'mailto:a.b%2Bc@example.org',
-        'tel:+493055501%2C22',
-      ]);
-      assert.equal(
-        await page.locator('dialog a[target]').getAttribute('rel'),
-        'noopener noreferrer',
-      );
+      assert.ok((await page.locator('dialog header').boundingBox()).height < 130);
+      await page.getByText('below').scrollIntoViewIfNeeded();
+      assert.match(await page.locator('.whole-title').textContent(), /^(long ?){500}$/);
     },
   ));
+
+test('records may hold very much', () => {
+  const groups = Array.from({ length: 70000 }, (_, i) => `X-GROUP:g${i}\n`).join('');
+  const notes = Array.from({ length: 70000 }, (_, i) => `NOTE:${i}\n`).join('');
+  return On(AlbumOf({ 'much.vcf': Card('N:Lee;Ann;;;', groups + notes) }), async (page) => {
+    await page.locator('.open').click();
+    assert.match(await page.locator('dialog').textContent(), /g69999.*69999/);
+  });
+});
 
 test('a mark opens the lines that are not kept', () =>
   On(
@@ -138,6 +195,7 @@ test('a mark opens the lines that are not kept', () =>
     }),
     async (page) => {
       await page.getByRole('button', { name: 'Changed or dropped lines: 1' }).click();
+      assert.equal(await Focused(page), 'Lines that aren’t kept as they stand');
       const account = await page.locator('dialog .marks').textContent();
       assert.match(account, /Line 8 X-FOO dropped: there is no field for itX-FOO:bar/);
       await page.keyboard.press('Escape');
@@ -187,7 +245,8 @@ test('the keyboard alone is enough', () => {
 
 test('other languages sort and name by their rules', () =>
   On(AlbumOf(kPeople, { lang: 'de' }), async (page) => {
-    assert.equal((await Titles(page)).at(-1), '(ohne Namen)');
+    assert.deepEqual(await Find(page, '29. februar'), ['Søren Łęcki']);
+    await Find(page, '');
     assert.equal(await page.locator('#count').textContent(), '6 von 6');
     assert.equal(await page.locator('html').getAttribute('lang'), 'de');
   }));

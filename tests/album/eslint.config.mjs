@@ -5,12 +5,13 @@ import { readFileSync } from 'node:fs';
 
 // The scripts of each page become one, in this order: a file knows the names of those ahead of it.
 const kPages = [
-  ['shared.js', 'list.js', 'contacts.js'],
-  ['shared.js', 'list.js', 'days.js', 'items.js', 'views.js', 'calendar.js'],
+  ['shared.js', 'links.js', 'list.js', 'cards.js', 'contacts.js'],
+  ['shared.js', 'links.js', 'list.js', 'days.js', 'items.js', 'views.js', 'calendar.js'],
 ];
 const kBrowser = [
   'CSS',
   'Event',
+  'ResizeObserver',
   'URL',
   'addEventListener',
   'console',

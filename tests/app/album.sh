@@ -63,7 +63,7 @@ same title '<title>friends.vcf' "$(grep -o '<title>friends.vcf' friends.html)"
 same no-store '' "$(ls -A home 2>/dev/null)"
 
 # what becomes of a contact
-same hostile '{"name":"<!-- \" </script><script>","sort":"</script><script> <!--","groups":["A","B"],"birthday":"--02-29","picture":true,"line":1}' \
+same hostile '{"name":"<!-- \" </script><script>","short":"<!-- </script><script>","sort":"</script><script> <!--","groups":["A","B"],"birthday":"--02-29","picture":true,"line":1}' \
   "$(page hostile.html '.records[0] | del(.fields, .file, .marks)')"
 same fields '[["full-name","other"],["number","+49 1",["pref","cell"]],["mail","a@b?bcc=c",["work"]],["url","javascript:alert(1)"],["address","1 Road\n12345\nTown",["home"]],["organisation","Firm"],["unit","Unit"],["unit","Team"],["birthday","--02-29"]]' \
   "$(page hostile.html '.records[0].fields | map(select(.[0] != "note"))')"

@@ -17,6 +17,7 @@
 #include "app/input/PictureStaging.h"
 #include "app/input/TextReading.h"
 #include "app/input/TextWindows.h"
+#include "app/output/Account.h"
 #include "app/output/Output.h"
 #include "app/output/Progress.h"
 #include "support/Ascii.h"
@@ -33,6 +34,18 @@ struct ExtensionRow {
 // Of the files of a folder that are read.
 constexpr ExtensionRow kExtensions[] = {
     {".vcf", TextForm::VCard}, {".vcs", TextForm::VCalendar}, {".ics", TextForm::VCalendar}};
+
+// "contacts, and the page is of a calendar; --as vcard makes one of contacts": of what holds the
+// other form than a page.
+std::string WhyNotOn(TextForm page) {
+  constexpr const char* kContacts = "contacts";
+  constexpr const char* kCalendar = "a calendar";
+  const bool isContacts = page == TextForm::VCard;
+  const TextForm other = isContacts ? TextForm::VCalendar : TextForm::VCard;
+  const std::string what = isContacts ? kCalendar : kContacts;
+  return what + ", and the page is of " + (isContacts ? kContacts : kCalendar) + "; --as " +
+         std::string(FormName(other)) + " makes one of " + what;
+}
 
 // Whether it is one of a folder's files of the other form.
 bool IsOfOtherForm(const std::string& path, TextForm form) {
@@ -86,6 +99,7 @@ class FileAlbum {
     for (const InputText& text : texts_)
       status = Worse(status, ForInput([&] { return Add(text); }));
     progress_.Clear();
+    if (left_ != 0) status = Worse(status, TellFilesLeft());
     if (!prepared_.isEmpty()) Complain(prepared_.Summary());
     if (!account_) return status;
     const std::string lost = account_->Summary(options_.prepare);
@@ -105,7 +119,10 @@ class FileAlbum {
 
   int Add(const InputText& text) {
     const std::string& path = text.path;
-    if (account_ && text.isOfFolder && IsOfOtherForm(path, form_)) return kDone;
+    if (account_ && text.isOfFolder && IsOfOtherForm(path, form_)) {
+      ++left_;
+      return kDone;
+    }
     PeekedSource source(SourceOf(path, options_, prepared_));
     const auto first = TextHeadOf(source.head());
     if (!account_ && (first || !source.isWhole()))
@@ -161,8 +178,20 @@ class FileAlbum {
     return TellStretch(path, outcome, windows, form_, [this] { progress_.Clear(); });
   }
 
+  // Nobody meant them where the option says what the page is of.
+  int TellFilesLeft() const {
+    Complain(Counted(left_, "file") + " of folders left out: " +
+             (left_ == 1 ? "it holds " : "they hold ") + WhyNotOn(form_));
+    return options_.form ? kDone : kRejected;
+  }
+
   void TellNothing(const std::string& path, NarrowStringView text) {
     progress_.Clear();
+    const auto head = TextHeadOf(text);
+    if (account_ && head && FormOf(head->object) != form_) {
+      Complain(ShownName(path) + ": left out: it holds " + WhyNotOn(form_));
+      return;
+    }
     const char* noun = !account_ ? "record" : form_ == TextForm::VCard ? "contact" : "item";
     TellNothingBegins(path, noun, text, form_);
   }
@@ -176,6 +205,7 @@ class FileAlbum {
   MarkKeeper marks_;
   std::optional<ImportAccount> account_;  // once the form is decided
   std::int64_t read_ = 0;                 // records of the file
+  std::int64_t left_ = 0;                 // files of folders that are of the other form
   TextForm form_ = TextForm::VCard;
 };
 

@@ -44,7 +44,7 @@ done <<'ROWS'
 1|album none.vcf -o x.html|none.vcf: .*No such file
 1|contacts album x.html --store none.db|none.db
 3|album picture.jpg -o x.html|picture.jpg: no record begins in it: it looks like a JPEG picture
-3|album friends.vcf -o x.html --as vcalendar|friends.vcf: no item begins in it
+3|album friends.vcf -o x.html --as vcalendar|friends.vcf: left out: it holds contacts, and the page is of a calendar; --as vcard
 0|album calendar.vcs -o x.html --to 1990 --as vcalendar --force|^1 item in x.html$
 ROWS
 same nothing-made '["memo"]' "$(page x.html '[.records[].kind]')"
@@ -86,15 +86,32 @@ check long 0 '2 contacts in long.html' album long.vcf -o long.html
 same long-head 400 "$(page long.html '.files[0].marks[0][5] | length')"
 
 # several files and kinds: the first one decides, or the option
-check two-kinds 3 'calendar.vcs: no contact begins in it: it looks like a calendar' album friends.vcf calendar.vcs desktop.vcf -o two.html
+check two-kinds 3 'calendar.vcs: left out: it holds a calendar, and the page is of contacts; --as vcalendar' album friends.vcf calendar.vcs desktop.vcf -o two.html
 same two-kinds '["desktop.vcf","friends.vcf"]' "$(page two.html '[.records[].file] | unique')"
-check folder 0 '^4 contacts in folder.html$' album both -o folder.html
-check folder-as 0 '^4 items in folder.html$' album both -o folder.html --as vcalendar -f
+check folder 3 '^4 contacts in folder.html$' album both -o folder.html
+check folder-left 3 '1 file of folders left out: it holds a calendar, and the page is of contacts; --as vcalendar' album both -o folder.html -f
+check folder-as 0 '2 files of folders left out: they hold contacts, .* --as vcard' album both -o folder.html --as vcalendar -f
+same folder-as 4 "$(page folder.html '.records | length')"
 printf 'BEGIN:VCARD\nVERSION:4.0\nN:New;Ann\nFN:Ann\nTEL;TYPE="cell,voice":1\nEND:VCARD\n' >new.vcf
 check prepared 0 '^1 contact in new.html$' album new.vcf -o new.html --prepare --steps vcard
 printf 'BEGIN:VCARD\nN:M\xfcller\nEND:VCARD\n' >latin.vcf
 check code-page 0 '1 contact' album latin.vcf -o latin.html --code-page CP1252
 same code-page Müller "$(page latin.html '.records[0].name')"
+
+# what is written fails or is interrupted: that is all there is to tell
+if [ -e /dev/full ]; then
+  "$program" album both -o - >/dev/full 2>told.txt
+  same full "1 pimvobj: standard output: No space left on device" "$? $(cat told.txt)"
+fi
+mkfifo pipe
+sleep 60 >pipe & writer=$!
+"$program" album - -o late.html <pipe 2>told.txt & pid=$!
+for ((i = 0; i < 100; ++i)); do [ -n "$(ls | grep 'late.html.')" ] && break; sleep 0.05; done
+kill -TERM $pid
+wait $pid
+same interrupted '143 pimvobj: interrupted; no whole page is written' "$? $(cat told.txt)"
+kill $writer
+same nothing-late '' "$(ls | grep late)"
 
 # a store's
 store() { "$program" --store pim.db "$@"; }

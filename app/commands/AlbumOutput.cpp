@@ -11,6 +11,7 @@
 #include "app/album/PageTemplate.h"
 #include "app/commands/CommandTable.h"
 #include "app/labels/Labels.h"
+#include "app/output/Fields.h"
 #include "app/output/LocalTimes.h"
 #include "app/output/Output.h"
 #include "formats/vcard4/UriText.h"
@@ -57,6 +58,7 @@ ShownDays DaysOf(const Options& options, std::int64_t now) {
 AlbumOutput::AlbumOutput(const Options& options, const std::vector<std::string>& inputs)
     : options_(options),
       labels_(LabelsOf(options.language)),
+      words_(labels_),
       head_{.isOfFiles = options.action == Action::FileAlbum,
             .madeAt = std::time(nullptr),
             .zone = LocalTimes::NameInDatabase()},
@@ -86,21 +88,34 @@ void AlbumOutput::Add(const CContact& contact, const PlaceInFile* place) {
   JsonWriter& json = NextRecord();
   bool isShown = false;
   if (!contact.photo.empty()) {
-    const std::int64_t number = place == nullptr ? contact.tag : count() + 1;
     const NarrowString bytes = ReadCallerIdPicture(contact.photo);
     // By the bytes alone, as browsers do: a name may say anything.
     const NarrowStringView media = MediaOf({}, bytes).media;
     isShown = media.starts_with(kPictures);
     if (isShown) {
       records_.AddPicture(media, bytes);
-    } else if (bytes.empty()) {
-      missing_.Tell(contact, number);
     } else {
-      TellOfPicture(contact, number, "is none that a page shows");
+      TellOfPicture(contact, bytes.empty(), place);
     }
   }
   WriteRecord(json, contact, isShown, place);
   records_.EndRecord();
+}
+
+// The picture's own name says something of a store's alone: that of a text is a temporary file's.
+void AlbumOutput::TellOfPicture(const CContact& contact, bool isMissing, const PlaceInFile* place) {
+  constexpr const char* kUnknown = "is none that a page shows";
+  if (place != nullptr) {
+    Complain(ShownName(place->path) + ":" + std::to_string(place->marks.line()) +
+             ": the picture of '" + ShownInOneLine(DisplayName(contact)) + "' " +
+             (isMissing ? "is missing" : kUnknown) + "; the contact goes without");
+    if (isMissing) missing_.Note();
+    place->marks.AddPicture(isMissing ? "picture-missing" : "picture-unknown");
+  } else if (isMissing) {
+    missing_.Tell(contact, contact.tag);
+  } else {
+    app::TellOfPicture(contact, contact.tag, kUnknown);
+  }
 }
 
 void AlbumOutput::Add(const CCalendar& item, const PlaceInFile* place) {

@@ -40,13 +40,18 @@ class AlbumOutput {
   int End();
 
   std::int64_t count() const { return records_.count(); }
+  // Of the page's language.
+  const ReasonWords& words() const { return words_; }
 
  private:
   JsonWriter& NextRecord();
+  // Tells that the page has none of the contact, on standard error and with its lines.
+  void TellOfPicture(const CContact& contact, bool isMissing, const PlaceInFile* place);
   void EndPage();
 
   const Options& options_;
   const LabelFile& labels_;
+  ReasonWords words_;
   PageHead head_;
   ShownDays days_;
   FileTarget target_;

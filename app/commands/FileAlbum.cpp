@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The PimVobjMgr authors
 // SPDX-License-Identifier: Apache-2.0
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -20,6 +21,7 @@
 #include "app/output/Account.h"
 #include "app/output/Output.h"
 #include "app/output/Progress.h"
+#include "platform/CodePages.h"
 #include "support/Ascii.h"
 
 namespace pim::app {
@@ -91,7 +93,8 @@ class FileAlbum {
         output_(options, PathsOf(texts)),
         prepared_("record", "prepared", std::nullopt, false),
         pictures_(TemporaryFolder()),
-        progress_(options.quiet) {
+        progress_(options.quiet),
+        marks_(output_.words()) {
     if (options.form) Decide(*options.form);
   }
 
@@ -137,14 +140,14 @@ class FileAlbum {
   int AddText(const std::string& path, ByteSource& source) {
     TextWindows windows(source, form_);
     account_->BeginFile(path);
-    marks_ = {};
+    marks_ = MarkKeeper(output_.words());
     read_ = 0;
     int status = kDone;
     while (status == kDone && windows.Next()) status = AddStretch(path, windows);
     account_->EndFile();
     if (read_ != 0) {
       account_->CountFile();
-      output_.AddFile(path, marks_.TakeFile());
+      output_.AddFile(NameOnPage(path), marks_.TakeFile());
     } else if (status == kDone) {
       TellNothing(path, windows.text());
       status = kRejected;
@@ -153,14 +156,15 @@ class FileAlbum {
   }
 
   int AddStretch(const std::string& path, const TextWindows& windows) {
-    marks_.BeginText(windows.text(), windows.linesAhead());
+    const std::string name = NameOnPage(path);
+    marks_.BeginText(form_, windows.text(), windows.linesAhead());
     const TakeEntry entry = [this](const AccountEntry& told) {
       account_->Take(told);
       marks_.Take(told);
     };
     const auto take = [&](const auto& record) {
-      const LineMarks marks = marks_.TakeRecord();
-      const PlaceInFile place{path, marks};
+      LineMarks marks = marks_.TakeRecord();
+      const PlaceInFile place{path, name, marks};
       output_.Add(record, &place);
       progress_.Show(output_.count(), [this] { return Counted(output_.count(), "record"); });
     };
@@ -183,6 +187,14 @@ class FileAlbum {
     Complain(Counted(left_, "file") + " of folders left out: " +
              (left_ == 1 ? "it holds " : "they hold ") + WhyNotOn(form_));
     return options_.form ? kDone : kRejected;
+  }
+
+  // A page is for others too: as it was typed, but for the folder that has the user's name.
+  std::string NameOnPage(const std::string& path) const {
+    if (path == "-") return Utf8FromWide(output_.words().Of("standard-input"));
+    const char* const home = std::getenv("HOME");
+    const std::string folder = home == nullptr || *home == '\0' ? "" : home + std::string("/");
+    return !folder.empty() && path.starts_with(folder) ? "~/" + path.substr(folder.size()) : path;
   }
 
   void TellNothing(const std::string& path, NarrowStringView text) {

@@ -100,11 +100,17 @@ void SetTimes(const std::vector<Moment>& moments, Occurrences& found) {
 struct Span {
   icaltimetype start;  // by which its rule is followed
   std::int64_t length = 0;
+  std::optional<std::int64_t> earlyEnd = {};
   bool isAllDay = false;
 
   // From the start to the last second, or day, that is in it.
   std::int64_t toLast() const { return isAllDay || length == 0 ? length : length - 1; }
 };
+
+Span SpanFrom(const icaltimetype& start, std::int64_t begin, std::int64_t end, bool isAllDay) {
+  if (end < begin) return {start, 0, end, isAllDay};
+  return {start, end - begin, std::nullopt, isAllDay};
+}
 
 std::optional<Span> SpanOf(const CCalendar& item, const ItemZone* zone) {
   const auto start = IcalUtc(item.start_time);
@@ -113,12 +119,11 @@ std::optional<Span> SpanOf(const CCalendar& item, const ItemZone* zone) {
     const auto first = UtcToLocal(item.start_time).GetFields();
     if (!first) return std::nullopt;
     const auto last = UtcToLocal(item.end_time).GetFields();
-    const std::int64_t days = last ? DayNumberOf(*last) - DayNumberOf(*first) : 0;
-    return Span{IcalDay(*first), std::max<std::int64_t>(days, 0), true};
+    const std::int64_t firstDay = DayNumberOf(*first);
+    return SpanFrom(IcalDay(*first), firstDay, last ? DayNumberOf(*last) : firstDay, true);
   }
   const std::int64_t begin = *SecondsOf(item.start_time);
-  const std::int64_t end = SecondsOf(item.end_time).value_or(begin);
-  return Span{InZone(*start, zone), std::max<std::int64_t>(end - begin, 0), false};
+  return SpanFrom(InZone(*start, zone), begin, SecondsOf(item.end_time).value_or(begin), false);
 }
 
 std::string RuleValueOf(const CRecurrence& rule, const icaltimetype& start) {
@@ -177,6 +182,7 @@ Occurrences OccurrenceFinder::Of(const CCalendar& item, const DayRange& range) {
   const auto span = SpanOf(item, zones_->OfRule(item));
   if (!span) return found;
   found.length = span->length;
+  found.earlyEnd = span->earlyEnd;
   found.isAllDay = span->isAllDay;
   const std::string rule = RuleValueOf(item.recurrence, span->start);
   ItemDates dates(rule, RuleValueOf(item.exceptionRule, span->start), span->start, kMostTimes);

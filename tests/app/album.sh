@@ -40,6 +40,8 @@ done <<'ROWS'
 2|album calendar.vcs -o x.html --from 2010-02 --to 2010-01-31|--from is behind --to
 2|album friends.vcf -o x.html --from 2010|--from and --to go with a calendar
 2|album friends.vcf -o x.html --steps nul|--steps goes with --prepare
+2|album friends.vcf -o page|'page' doesn't end in .html; a page goes there with --force alone
+2|contacts album ann|'ann' doesn't end in .html
 1|album friends.vcf -o friends.vcf --force|friends.vcf: is a file that is read
 1|album none.vcf -o x.html|none.vcf: .*No such file
 1|contacts album x.html --store none.db|none.db
@@ -87,6 +89,10 @@ same files '[["junk.vcf",1]] de' "$(page junk.html '"\([.files[] | [.file, .mark
 check long 0 '2 contacts in long.html' album long.vcf -o long.html
 same long-head 401 "$(page long.html '.files[0].marks[0][5] | length')"
 
+printf 'BEGIN:VCARD\nVERSION:4.0\nN:New;Ann\nFN:Ann\nTEL;TYPE="cell,voice":1\nEND:VCARD\n' >new.vcf
+mkdir junk && for i in $(seq -w 12); do (yes "$(printf 'x%.0s' {1..400})" | head -n 1100; cat new.vcf) >junk/$i.vcf; done
+check much-junk 0 'the page has no room for [0-9]+ more of the lines that no record has' album junk -o junk-files.html
+same much-junk true "$(page junk-files.html '.files | length < 12 and (.[-1] | .marks == [] and (.file | endswith("stand")))')"
 # several files and kinds: the first one decides, or the option
 check two-kinds 3 'calendar.vcs: left out: it holds a calendar, and the page is of contacts; --as vcalendar' album friends.vcf calendar.vcs desktop.vcf -o two.html
 same two-kinds '["desktop.vcf","friends.vcf"]' "$(page two.html '[.records[].file] | unique')"
@@ -94,7 +100,6 @@ check folder 3 '^4 contacts in folder.html$' album both -o folder.html
 check folder-left 3 '1 file of folders left out: it holds a calendar, and the page is of contacts; --as vcalendar' album both -o folder.html -f
 check folder-as 0 '2 files of folders left out: they hold contacts, .* --as vcard' album both -o folder.html --as vcalendar -f
 same folder-as 4 "$(page folder.html '.records | length')"
-printf 'BEGIN:VCARD\nVERSION:4.0\nN:New;Ann\nFN:Ann\nTEL;TYPE="cell,voice":1\nEND:VCARD\n' >new.vcf
 check prepared 0 '^1 contact in new.html$' album new.vcf -o new.html --prepare --steps vcard
 printf 'BEGIN:VCARD\nN:M\xfcller\nEND:VCARD\n' >latin.vcf
 check code-page 0 '1 contact' album latin.vcf -o latin.html --code-page CP1252

@@ -2,6 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <cstdio>
 #include <exception>
+#include <optional>
+#include <string>
+#include <string_view>
 
 #include "app/commands/Album.h"
 #include "app/commands/Charsets.h"
@@ -91,9 +94,9 @@ int Run(const Options& options) {
   return kWrongUsage;
 }
 
-int RunCommandLine(int argc, char** argv) {
+int RunCommandLine(int argc, char** argv, std::optional<Options>& options) {
   int status = kDone;
-  if (const auto options = ReadCommandLine(argc, argv, status)) {
+  if (options = ReadCommandLine(argc, argv, status); options) {
     SetWritingForm(options->toTheLetter ? WritingForm::ToTheLetter : WritingForm::ReadsBack);
     try {
       status = Run(*options);
@@ -108,22 +111,30 @@ int RunCommandLine(int argc, char** argv) {
 
 // What fails once the program was asked to end, such as the wait for a lock, is no failure of its
 // own.
-int RunOrInterrupt(int argc, char** argv) {
+int RunOrInterrupt(int argc, char** argv, std::optional<Options>& options) {
   try {
-    return RunCommandLine(argc, argv);
+    return RunCommandLine(argc, argv, options);
   } catch (const std::exception&) {
     CheckInterrupt();
     throw;
   }
 }
 
+// What comes of a command that is interrupted.
+std::string_view LeftBy(const std::optional<Options>& options) {
+  const bool isAlbum =
+      options && (options->action == Action::Album || options->action == Action::FileAlbum);
+  return isAlbum ? "no whole page is written" : "what wasn't stored yet is left out";
+}
+
 // From the command line on, so that a signal in the first moment ends the program like later ones.
 int RunGuarded(int argc, char** argv) {
+  std::optional<Options> options;
   try {
     WatchSignals();
-    return RunOrInterrupt(argc, argv);
+    return RunOrInterrupt(argc, argv, options);
   } catch (const Interrupted& interrupted) {
-    Complain("interrupted; what wasn't stored yet is left out");
+    Complain(std::string("interrupted; ").append(LeftBy(options)));
     return 128 + interrupted.signal;
   } catch (ClosedPipe) {
     EndByPipe();

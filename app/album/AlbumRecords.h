@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <string>
 #include <string_view>
 
 #include "app/album/LineMarks.h"
@@ -14,8 +15,9 @@ namespace pim::app {
 
 // Where a record of a file comes from.
 struct PlaceInFile {
-  std::string_view file;
-  const LineMarks& marks;  // with the line of its BEGIN
+  const std::string& path;
+  std::string_view file;  // as the page names it
+  LineMarks& marks;       // with the line of its BEGIN
 };
 
 // Write one record as one object. `place` is null for one of a store.

@@ -6,6 +6,7 @@
 #include "app/album/AlbumRecords.h"
 #include "app/album/NameOrder.h"
 #include "app/album/RecordParts.h"
+#include "app/output/Fields.h"
 #include "formats/vcard4/DayText.h"
 #include "formats/vcard4/VCardRows.h"
 #include "pim/manager/TypeWords.h"
@@ -20,17 +21,6 @@ std::string DayOfEvent(const COleDateTime& date) {
   std::string day(DayText(*fields, true).AddDay().view());
   if (day.starts_with(kYearOfNone)) day.replace(0, kYearOfNone.size(), "-");
   return day;
-}
-
-std::string_view FieldOfDay(std::uint32_t type) {
-  switch (type) {
-    case EVENT_BIRTHDAY:
-      return "birthday";
-    case EVENT_ANNIVERSARY:
-      return "anniversary";
-    default:
-      return "event-day";
-  }
 }
 
 // One part a line, the post's way from near to far.

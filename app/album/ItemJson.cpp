@@ -133,6 +133,11 @@ void WriteRecord(JsonWriter& json, const CCalendar& item, const Occurrences& occ
   json.Field("allDay", occurrences.isAllDay);
   if (const std::string zone = ZoneTextOf(item.zone); !zone.empty()) json.Utf8Field("zone", zone);
   json.Field("length", occurrences.length);
+  if (occurrences.earlyEnd) {
+    json.Field("end", *occurrences.earlyEnd);
+    const auto wall = finder.WallTime(item, item.end_time);
+    if (wall && !occurrences.isAllDay) json.Field("endWall", *wall);
+  }
   WriteRuns(json, "times", occurrences.times);
   WriteRuns(json, "wall", occurrences.wall);
   if (occurrences.isCut) json.Field("isCut", true);

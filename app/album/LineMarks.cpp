@@ -3,10 +3,9 @@
 #include "app/album/LineMarks.h"
 
 #include <algorithm>
+#include <span>
 
-#include "app/output/Account.h"
-#include "platform/CodePages.h"
-#include "platform/Utf16.h"
+#include "pim/manager/TextReading.h"
 
 namespace pim::app {
 namespace {
@@ -14,7 +13,19 @@ namespace {
 // Of what a text says, and nothing limits.
 constexpr std::size_t kMostBytes = 400;
 
+// What a page doesn't show, though it is kept.
+constexpr std::string_view kUnshown = "unshown";
+
 bool IsKept(Verdict verdict) { return verdict == Verdict::Frame || verdict == Verdict::Kept; }
+
+// Whether the entry is what the record's picture comes from.
+bool IsOfPicture(const AccountEntry& entry) {
+  static const auto kNumber = [] {
+    const std::span<const NarrowStringView> fields = RecordFields(TextForm::VCard);
+    return std::ranges::find(fields, "photo") - fields.begin();
+  }();
+  return (entry.into >> kNumber & 1U) != 0;
+}
 
 }  // namespace
 
@@ -23,29 +34,42 @@ void LineMarks::Add(LineMark mark) {
     marks_.push_back(std::move(mark));
     return;
   }
-  if (further_++ == 0) {
+  if (further_++ == 0)
     marks_.push_back({.first = mark.first, .last = mark.last, .verdict = mark.verdict});
-  }
   marks_.back().last = mark.last;
-  marks_.back().why = std::to_string(further_) + " more that aren't kept as they stand";
+}
+
+void LineMarks::AddPicture(std::string_view reason) {
+  if (!picture_) return;
+  picture_->verdict = kUnshown;
+  picture_->why = words_->Of(reason);
+  const auto place = std::ranges::upper_bound(marks_, picture_->first, {}, &LineMark::first);
+  marks_.insert(place, std::move(*picture_));
+  picture_.reset();
+}
+
+std::int64_t LineMarks::count() const {
+  return static_cast<std::int64_t>(marks_.size()) + std::max<std::int64_t>(further_ - 1, 0);
 }
 
 void LineMarks::Write(JsonWriter& json) const {
   json.StartArray();
   for (const LineMark& mark : marks_) {
+    const bool isRest = further_ != 0 && &mark == &marks_.back();
     json.StartArray();
     json.Value(mark.first);
     json.Value(mark.last);
-    json.Utf8(NameOf(mark.verdict));
-    json.Utf8(mark.name);
-    json.Utf8(mark.why);
+    json.Utf8(mark.verdict);
+    json.Value(WideStringView(mark.name));
+    json.Value(WideStringView(isRest ? words_->More(further_) : mark.why));
     json.Value(WideStringView(mark.head));
     json.EndArray();
   }
   json.EndArray();
 }
 
-void MarkKeeper::BeginText(NarrowStringView text, std::int64_t linesAhead) {
+void MarkKeeper::BeginText(TextForm form, NarrowStringView text, std::int64_t linesAhead) {
+  form_ = form;
   rest_ = text;
   line_ = 1;
   linesAhead_ = linesAhead;
@@ -56,14 +80,17 @@ void MarkKeeper::Take(const AccountEntry& entry) {
   LineMarks& marks = entry.record < 0 ? file_ : record_;
   const std::int64_t first = linesAhead_ + entry.first;
   if (entry.record >= 0 && marks.line() == 0) marks.SetLine(first);
-  if (IsKept(entry.verdict)) return;
-  LineMark mark{.first = first, .last = linesAhead_ + entry.last, .verdict = entry.verdict};
-  if (marks.HasRoom()) {
-    mark.name = entry.name.substr(0, kMostBytes);
-    mark.why = ReasonsOf(entry).substr(0, kMostBytes);
+  const bool isKept = IsKept(entry.verdict);
+  const bool isPicture = form_ == TextForm::VCard && IsOfPicture(entry);
+  if (isKept && !isPicture) return;
+  LineMark mark{.first = first, .last = linesAhead_ + entry.last, .verdict = NameOf(entry.verdict)};
+  if (isPicture || marks.HasRoom()) {
+    mark.name = DecodedHead(entry.name, kMostBytes);
+    mark.why = words_->Of(entry, kMostBytes);
     mark.head = HeadOf(entry.first, entry.last);
   }
-  marks.Add(std::move(mark));
+  if (isPicture) marks.SetPicture(mark);
+  if (!isKept) marks.Add(std::move(mark));
 }
 
 WideString MarkKeeper::HeadOf(std::int64_t first, std::int64_t last) {
@@ -78,13 +105,7 @@ WideString MarkKeeper::HeadOf(std::int64_t first, std::int64_t last) {
     bytes.append(line == first ? "" : "\n").append(text);
     left.remove_prefix(std::min(size + 1, left.size()));
   }
-  const bool isCut = bytes.size() > kMostBytes;
-  bytes.resize(std::min(bytes.size(), kMostBytes));
-  WideString head;
-  MultiByteToWide(kCodePageDefault, bytes, head);
-  // A character that the cut goes through.
-  if (isCut && head.ends_with(kReplacementCharacter)) head.pop_back();
-  return head;
+  return DecodedHead(bytes, kMostBytes);
 }
 
 }  // namespace pim::app

@@ -310,7 +310,7 @@ function MarkList(marks) {
         ' ',
         Make('span', { class: 'verdict', text: Label(verdict) }),
         why === '' ? null : ': ',
-        Make('span', { lang: 'en', text: Visible(why) }),
+        Make('span', { text: Visible(why) }),
       ),
       Make('pre', { dir: 'auto', text: Visible(text) }),
     ),

@@ -23,10 +23,13 @@ void AddContacts(Session& session, const Options& options, AlbumOutput& output) 
 
 // Those of all kinds under the noun "calendar", which stands for events elsewhere.
 void AddItems(Session& session, const Options& options, AlbumOutput& output) {
+  Progress progress(options.quiet);
+  std::int64_t seen = 0;
   for (const CalendarType kind : {CalendarType::Event, CalendarType::Todo, CalendarType::Memo}) {
     if (options.kind != RecordKind::Calendar && kind != CalendarKindOf(options.kind)) continue;
     StoredItems(session, kind, options.FilterFrom(0)).Visit([&](const CCalendar& item) {
       output.Add(item, nullptr);
+      progress.Show(++seen, [&] { return Counted(seen, "item"); });
     });
   }
 }

@@ -5,16 +5,19 @@
 #include <algorithm>
 #include <chrono>
 #include <ctime>
+#include <filesystem>
 #include <optional>
 #include <utility>
 
 #include "app/album/PageTemplate.h"
 #include "app/commands/CommandTable.h"
 #include "app/labels/Labels.h"
+#include "app/output/Fields.h"
 #include "app/output/LocalTimes.h"
 #include "app/output/Output.h"
 #include "formats/vcard4/UriText.h"
 #include "platform/CodePages.h"
+#include "support/Ascii.h"
 #include "support/CallerIdPictures.h"
 
 namespace pim::app {
@@ -52,11 +55,24 @@ ShownDays DaysOf(const Options& options, std::int64_t now) {
           to ? std::optional(to->last) : std::nullopt, today};
 }
 
+// A word to choose by that stands where the page's name was to be is no page's name.
+const Options& CheckedName(const Options& options) {
+  constexpr std::string_view kEndings[] = {".html", ".htm"};
+  const std::string& name = *options.output;
+  const std::string ending = std::filesystem::path(name).extension().string();
+  const bool isPage = std::ranges::any_of(
+      kEndings, [&](std::string_view row) { return EqualsIgnoringCase(row, ending); });
+  if (isPage || name == "-" || options.force) return options;
+  throw WrongUsage("'" + ShownName(name) +
+                   "' doesn't end in .html; a page goes there with --force alone");
+}
+
 }  // namespace
 
 AlbumOutput::AlbumOutput(const Options& options, const std::vector<std::string>& inputs)
-    : options_(options),
+    : options_(CheckedName(options)),
       labels_(LabelsOf(options.language)),
+      words_(labels_),
       head_{.isOfFiles = options.action == Action::FileAlbum,
             .madeAt = std::time(nullptr),
             .zone = LocalTimes::NameInDatabase()},
@@ -86,21 +102,34 @@ void AlbumOutput::Add(const CContact& contact, const PlaceInFile* place) {
   JsonWriter& json = NextRecord();
   bool isShown = false;
   if (!contact.photo.empty()) {
-    const std::int64_t number = place == nullptr ? contact.tag : count() + 1;
     const NarrowString bytes = ReadCallerIdPicture(contact.photo);
     // By the bytes alone, as browsers do: a name may say anything.
     const NarrowStringView media = MediaOf({}, bytes).media;
     isShown = media.starts_with(kPictures);
     if (isShown) {
       records_.AddPicture(media, bytes);
-    } else if (bytes.empty()) {
-      missing_.Tell(contact, number);
     } else {
-      TellOfPicture(contact, number, "is none that a page shows");
+      TellOfPicture(contact, bytes.empty(), place);
     }
   }
   WriteRecord(json, contact, isShown, place);
   records_.EndRecord();
+}
+
+// The picture's own name says something of a store's alone: that of a text is a temporary file's.
+void AlbumOutput::TellOfPicture(const CContact& contact, bool isMissing, const PlaceInFile* place) {
+  constexpr const char* kUnknown = "is none that a page shows";
+  if (place != nullptr) {
+    Complain(ShownName(place->path) + ":" + std::to_string(place->marks.line()) +
+             ": the picture of '" + ShownInOneLine(DisplayName(contact)) + "' " +
+             (isMissing ? "is missing" : kUnknown) + "; the contact goes without");
+    if (isMissing) missing_.Note();
+    place->marks.AddPicture(isMissing ? "picture-missing" : "picture-unknown");
+  } else if (isMissing) {
+    missing_.Tell(contact, contact.tag);
+  } else {
+    app::TellOfPicture(contact, contact.tag, kUnknown);
+  }
 }
 
 void AlbumOutput::Add(const CCalendar& item, const PlaceInFile* place) {
@@ -111,7 +140,12 @@ void AlbumOutput::Add(const CCalendar& item, const PlaceInFile* place) {
 }
 
 void AlbumOutput::AddFile(std::string_view file, const LineMarks& marks) {
+  constexpr std::size_t kMostBytes = std::size_t{4} << 20;
   if (marks.empty()) return;
+  if (files_.text().size() >= kMostBytes) {
+    linesLeft_ += marks.count();
+    return;
+  }
   if (files_.text().empty()) files_.StartArray();
   files_.StartObject();
   files_.Utf8Field("file", file);
@@ -120,9 +154,20 @@ void AlbumOutput::AddFile(std::string_view file, const LineMarks& marks) {
   files_.EndObject();
 }
 
+void AlbumOutput::WriteLinesLeft() {
+  files_.StartObject();
+  files_.Field("file", WideStringView(words_.More(linesLeft_)));
+  files_.Key("marks");
+  LineMarks(words_).Write(files_);
+  files_.EndObject();
+  Complain("the page has no room for " + std::to_string(linesLeft_) +
+           " more of the lines that no record has");
+}
+
 void AlbumOutput::EndPage() {
   records_.End();
   if (!files_.text().empty()) {
+    if (linesLeft_ != 0) WriteLinesLeft();
     files_.EndArray();
     target_.Append(DataElement("id=\"files\"", files_.text()));
   }

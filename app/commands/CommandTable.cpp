@@ -75,14 +75,15 @@ constexpr const char* kExporting =
 
 constexpr const char* kAlbum =
     "The page is one file that needs nothing else and asks no network for anything: records and "
-    "pictures are in it. WORDs choose as those of list do. Nothing is replaced unless --force is "
-    "given.";
+    "pictures are in it. Its name ends in .html or .htm. WORDs choose as those of list do. Nothing "
+    "is replaced unless --force is given, which takes any name too.";
 constexpr const char* kItemAlbumText =
     "The page is one file that needs nothing else and asks no network for anything. 'pimvobj "
     "calendar album' has events, to-dos and memos; 'todo album' and 'memo album' have theirs "
     "alone. "
-    "With --from or --to, memos and to-dos without a time are in, too. WORDs choose as those of "
-    "list do. Nothing is replaced unless --force is given.";
+    "With --from or --to, memos and to-dos without a time are in, too. Its name ends in .html or "
+    ".htm. WORDs choose as those of list do. Nothing is replaced unless --force is given, which "
+    "takes any name too.";
 
 constexpr CommandRow kCommands[] = {
     {Family::Contacts, Action::Import, "import", "PATH...", 1, kAnyNumber,
@@ -256,8 +257,9 @@ constexpr CommandRow kCommands[] = {
      "pimvobj album calendar.vcs -o 2010.html --from 2010 --to 2010",
      "The page is of contacts or of a calendar, as --as says, else as the first FILE is. Each "
      "record has its lines that aren't kept as they stand, with their numbers and why. A FILE may "
-     "be a folder, whose .vcf or .vcs and .ics files are read, or - for standard input. No store "
-     "is touched."},
+     "be a folder, whose .vcf or .vcs and .ics files are read, or - for standard input. What is of "
+     "the other kind is left out and told. Times of a calendar without a zone are read as this "
+     "machine's; --prepare puts them to UTC by the TZ of their own file. No store is touched."},
     {Family::NoNoun, Action::Convert, "convert", "FILE...", 1, kAnyNumber,
      "Write what files hold in a form of today's programs", kConvert,
      "pimvobj convert old.vcf --to vcard4 -o new.vcf\n"

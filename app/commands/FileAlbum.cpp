@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The PimVobjMgr authors
 // SPDX-License-Identifier: Apache-2.0
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -17,8 +18,10 @@
 #include "app/input/PictureStaging.h"
 #include "app/input/TextReading.h"
 #include "app/input/TextWindows.h"
+#include "app/output/Account.h"
 #include "app/output/Output.h"
 #include "app/output/Progress.h"
+#include "platform/CodePages.h"
 #include "support/Ascii.h"
 
 namespace pim::app {
@@ -33,6 +36,18 @@ struct ExtensionRow {
 // Of the files of a folder that are read.
 constexpr ExtensionRow kExtensions[] = {
     {".vcf", TextForm::VCard}, {".vcs", TextForm::VCalendar}, {".ics", TextForm::VCalendar}};
+
+// "contacts, and the page is of a calendar; --as vcard makes one of contacts": of what holds the
+// other form than a page.
+std::string WhyNotOn(TextForm page) {
+  constexpr const char* kContacts = "contacts";
+  constexpr const char* kCalendar = "a calendar";
+  const bool isContacts = page == TextForm::VCard;
+  const TextForm other = isContacts ? TextForm::VCalendar : TextForm::VCard;
+  const std::string what = isContacts ? kCalendar : kContacts;
+  return what + ", and the page is of " + (isContacts ? kContacts : kCalendar) + "; --as " +
+         std::string(FormName(other)) + " makes one of " + what;
+}
 
 // Whether it is one of a folder's files of the other form.
 bool IsOfOtherForm(const std::string& path, TextForm form) {
@@ -78,7 +93,8 @@ class FileAlbum {
         output_(options, PathsOf(texts)),
         prepared_("record", "prepared", std::nullopt, false),
         pictures_(TemporaryFolder()),
-        progress_(options.quiet) {
+        progress_(options.quiet),
+        marks_(output_.words()) {
     if (options.form) Decide(*options.form);
   }
 
@@ -86,6 +102,7 @@ class FileAlbum {
     for (const InputText& text : texts_)
       status = Worse(status, ForInput([&] { return Add(text); }));
     progress_.Clear();
+    if (left_ != 0) status = Worse(status, TellFilesLeft());
     if (!prepared_.isEmpty()) Complain(prepared_.Summary());
     if (!account_) return status;
     const std::string lost = account_->Summary(options_.prepare);
@@ -105,7 +122,10 @@ class FileAlbum {
 
   int Add(const InputText& text) {
     const std::string& path = text.path;
-    if (account_ && text.isOfFolder && IsOfOtherForm(path, form_)) return kDone;
+    if (account_ && text.isOfFolder && IsOfOtherForm(path, form_)) {
+      ++left_;
+      return kDone;
+    }
     PeekedSource source(SourceOf(path, options_, prepared_));
     const auto first = TextHeadOf(source.head());
     if (!account_ && (first || !source.isWhole()))
@@ -120,14 +140,14 @@ class FileAlbum {
   int AddText(const std::string& path, ByteSource& source) {
     TextWindows windows(source, form_);
     account_->BeginFile(path);
-    marks_ = {};
+    marks_ = MarkKeeper(output_.words());
     read_ = 0;
     int status = kDone;
     while (status == kDone && windows.Next()) status = AddStretch(path, windows);
     account_->EndFile();
     if (read_ != 0) {
       account_->CountFile();
-      output_.AddFile(path, marks_.TakeFile());
+      output_.AddFile(NameOnPage(path), marks_.TakeFile());
     } else if (status == kDone) {
       TellNothing(path, windows.text());
       status = kRejected;
@@ -136,14 +156,15 @@ class FileAlbum {
   }
 
   int AddStretch(const std::string& path, const TextWindows& windows) {
-    marks_.BeginText(windows.text(), windows.linesAhead());
+    const std::string name = NameOnPage(path);
+    marks_.BeginText(form_, windows.text(), windows.linesAhead());
     const TakeEntry entry = [this](const AccountEntry& told) {
       account_->Take(told);
       marks_.Take(told);
     };
     const auto take = [&](const auto& record) {
-      const LineMarks marks = marks_.TakeRecord();
-      const PlaceInFile place{path, marks};
+      LineMarks marks = marks_.TakeRecord();
+      const PlaceInFile place{path, name, marks};
       output_.Add(record, &place);
       progress_.Show(output_.count(), [this] { return Counted(output_.count(), "record"); });
     };
@@ -161,8 +182,28 @@ class FileAlbum {
     return TellStretch(path, outcome, windows, form_, [this] { progress_.Clear(); });
   }
 
+  // Nobody meant them where the option says what the page is of.
+  int TellFilesLeft() const {
+    Complain(Counted(left_, "file") + " of folders left out: " +
+             (left_ == 1 ? "it holds " : "they hold ") + WhyNotOn(form_));
+    return options_.form ? kDone : kRejected;
+  }
+
+  // A page is for others too: as it was typed, but for the folder that has the user's name.
+  std::string NameOnPage(const std::string& path) const {
+    if (path == "-") return Utf8FromWide(output_.words().Of("standard-input"));
+    const char* const home = std::getenv("HOME");
+    const std::string folder = home == nullptr || *home == '\0' ? "" : home + std::string("/");
+    return !folder.empty() && path.starts_with(folder) ? "~/" + path.substr(folder.size()) : path;
+  }
+
   void TellNothing(const std::string& path, NarrowStringView text) {
     progress_.Clear();
+    const auto head = TextHeadOf(text);
+    if (account_ && head && FormOf(head->object) != form_) {
+      Complain(ShownName(path) + ": left out: it holds " + WhyNotOn(form_));
+      return;
+    }
     const char* noun = !account_ ? "record" : form_ == TextForm::VCard ? "contact" : "item";
     TellNothingBegins(path, noun, text, form_);
   }
@@ -176,6 +217,7 @@ class FileAlbum {
   MarkKeeper marks_;
   std::optional<ImportAccount> account_;  // once the form is decided
   std::int64_t read_ = 0;                 // records of the file
+  std::int64_t left_ = 0;                 // files of folders that are of the other form
   TextForm form_ = TextForm::VCard;
 };
 

@@ -133,6 +133,8 @@ void TellNothingBegins(const std::string& path, std::string_view noun, NarrowStr
 int ForInput(const std::function<int()>& work) {
   try {
     return work();
+  } catch (const OutputFailure&) {
+    throw;
   } catch (const Failure& failure) {
     CheckInterrupt();
     Complain(failure.what());

@@ -46,7 +46,7 @@ void TellNothingBegins(const std::string& path, std::string_view noun, NarrowStr
                        TextForm form);
 
 // Runs `work`, which gives an exit status, for one of several inputs: a failure is told and ends
-// nothing but this.
+// nothing but this, unless it is one of what is written (OutputFailure).
 int ForInput(const std::function<int()>& work);
 
 }  // namespace pim::app

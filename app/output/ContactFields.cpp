@@ -147,6 +147,17 @@ std::string CellText(WideStringView text, CellForm form) {
 std::span<const FieldRow<CContact>> FieldsOf(const CContact*) { return kContactFieldRows; }
 std::span<const std::string_view> UsualContactFields() { return kUsual; }
 
+std::string_view FieldOfDay(std::uint32_t type) {
+  switch (type) {
+    case EVENT_BIRTHDAY:
+      return "birthday";
+    case EVENT_ANNIVERSARY:
+      return "anniversary";
+    default:
+      return "event-day";
+  }
+}
+
 WideString DisplayName(const CContact& contact) {
   if (!contact.formatted_name.empty()) return contact.formatted_name.str();
   return JoinedParts({&contact.name.given_name, &contact.name.family_name});

@@ -32,6 +32,9 @@ std::span<const FieldRow<CCalendar>> FieldsOf(const CCalendar*);
 std::span<const std::string_view> UsualContactFields();
 std::span<const std::string_view> UsualItemFields(CalendarType kind);
 
+// The field of a contact's day of that type: "birthday", "anniversary" or "event-day".
+std::string_view FieldOfDay(std::uint32_t type);
+
 // How a contact is called: its formatted name, else given and family name.
 WideString DisplayName(const CContact& contact);
 

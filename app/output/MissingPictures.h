@@ -17,6 +17,8 @@ class MissingPictures {
   void Look(const CContact& contact);
   // Tells that it isn't there. The contact is the one of that number.
   void Tell(const CContact& contact, std::int64_t number);
+  // Takes note of one that is told in other words.
+  void Note() { found_ = true; }
   int Status() const { return found_ ? kFailed : kDone; }
 
  private:

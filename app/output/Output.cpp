@@ -19,7 +19,7 @@ std::string* held = nullptr;  // what standard error gets later
 void CheckOutput(bool written) {
   if (written) return;
   if (errno == EPIPE) throw ClosedPipe();
-  throw Failure(std::string("standard output: ") + std::strerror(errno));
+  throw OutputFailure(std::string("standard output: ") + std::strerror(errno));
 }
 
 }  // namespace

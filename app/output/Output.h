@@ -18,6 +18,12 @@ class Failure : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+// Of what the command writes, whatever it reads: no further input mends it.
+class OutputFailure : public Failure {
+ public:
+  using Failure::Failure;
+};
+
 // Ends the command with exit status 2; what() says what is wrong with the command line.
 class WrongUsage : public std::runtime_error {
  public:
@@ -65,7 +71,7 @@ class HeldWarnings {
 // Nobody reads standard output any more. Ends the program quietly, once all is cleared away.
 struct ClosedPipe {};
 
-// Standard output. Throws Failure when it can't be written, ClosedPipe for a pipe that nobody reads
+// Standard output. Throws OutputFailure when it can't be written, ClosedPipe for a pipe that nobody reads
 // any more.
 void Print(std::string_view text);
 void FlushOutput();

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <initializer_list>
 
+#include "app/output/Fields.h"
 #include "app/output/Output.h"
 #include "pim/manager/TypeWords.h"
 
@@ -60,17 +61,6 @@ WideString DateText(const COleDateTime& date) {
                Padded(date.GetDay(), 2));
 }
 
-std::string_view EventField(std::uint32_t type) {
-  switch (type) {
-    case EVENT_BIRTHDAY:
-      return "birthday";
-    case EVENT_ANNIVERSARY:
-      return "anniversary";
-    default:
-      return "event-day";
-  }
-}
-
 // In UTC, as the record has it.
 void AddTime(Lines& lines, std::string_view field, const COleDateTime& time) {
   if (time.status == StatusNull) return;
@@ -114,7 +104,7 @@ std::string LinesOf(const CContact& contact, const Titles& titles) {
   lines.Add("title", contact.org_title);
   lines.Add("role", contact.org_role);
   for (const CContactEvent& event : contact.contactEvents())
-    lines.Add(EventField(event.event_type), DateText(event.event_date));
+    lines.Add(FieldOfDay(event.event_type), DateText(event.event_date));
   lines.Add("blood-type", Ascii(BloodWord(contact.blood_type)));
   lines.Add("hobby", contact.hobby);
   lines.Add("picture", contact.photo);

@@ -91,7 +91,7 @@ void ReportFile::Seek(std::int64_t offset) {
 }
 
 void ReportFile::Fail(int error) const {
-  throw Failure(ShownName(path_) + ": can't be written: " + std::strerror(error));
+  throw OutputFailure(ShownName(path_) + ": can't be written: " + std::strerror(error));
 }
 
 }  // namespace pim::app

@@ -12,7 +12,7 @@
 namespace pim::app {
 
 // A file that is there as a whole or not at all: it grows beside its place and is put there at the
-// end. Each operation throws Failure when the file can't be written.
+// end. Each operation throws OutputFailure when the file can't be written.
 class ReportFile {
  public:
   // What stands at `path` must be a regular file, and is replaced only with `force`.

@@ -143,8 +143,9 @@ TEST(AlbumDays, ChooseItems) {
 TEST(AlbumMarks, HaveTheHeadOfTheirLines) {
   NarrowString text = "junk\r\nBEGIN:VCARD\nX-A:\xFF\x01\nX-B;ENCODING=QUOTED-PRINTABLE:a=\r\n b\n";
   text.append("X-C:").append(395, 'c').append("\xC3\xA9\xC3\xA9\nEND:VCARD\nX-D:1\n");
-  MarkKeeper keeper;
-  keeper.BeginText(text, 100);
+  const ReasonWords words(LabelFiles().front());
+  MarkKeeper keeper(words);
+  keeper.BeginText(TextForm::VCard, text, 100);
   JsonWriter json;
   const std::function<void(CContact&)> take = [&](const CContact&) {
     const LineMarks marks = keeper.TakeRecord();
@@ -158,7 +159,7 @@ TEST(AlbumMarks, HaveTheHeadOfTheirLines) {
                              "\",\"X-B;ENCODING=QUOTED-PRINTABLE:a=\\n b\"],"
                              "[106,106,\"dropped\",\"X-C\"," +
                              why + "\",\"X-C:" + std::string(395, 'c') +
-                             "\"],[108,108,\"dropped\",\"X-D\"," + why +
+                             "\xE2\x80\xA6\"],[108,108,\"dropped\",\"X-D\"," + why +
                              "; it stands behind the END of its record\",\"X-D:1\"]]");
   json.Clear();
   keeper.TakeFile().Write(json);
@@ -168,14 +169,16 @@ TEST(AlbumMarks, HaveTheHeadOfTheirLines) {
 }
 
 TEST(AlbumMarks, AreNoMoreThanAPageCanShow) {
-  LineMarks marks;
+  const ReasonWords words(*FindLabels("de"));
+  LineMarks marks(words);
   for (std::int64_t line = 1; line <= 5000; ++line)
-    marks.Add({.first = line, .last = line, .name = "X"});
+    marks.Add({.first = line, .last = line, .verdict = "dropped", .name = u"X"});
+  EXPECT_EQ(marks.count(), 5000);
   JsonWriter json;
   marks.Write(json);
-  EXPECT_TRUE(
-      json.text().ends_with("[1000,1000,\"dropped\",\"X\",\"\",\"\"],[1001,5000,\"dropped\","
-                            "\"\",\"4000 more that aren't kept as they stand\",\"\"]]"));
+  EXPECT_TRUE(json.text().ends_with(
+      "[1000,1000,\"dropped\",\"X\",\"\",\"\"],[1001,5000,\"dropped\","
+      "\"\",\"4000 weitere, die nicht so bleiben, wie sie dastehen\",\"\"]]"));
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "app/album/ReasonWords.h"
 #include "app/labels/Labels.h"
 #include "pim/manager/LabelKeys.h"
 #include "platform/CodePages.h"
@@ -34,6 +35,15 @@ TEST(Labels, FilesAreComplete) {
     EXPECT_EQ(found, keys);
     EXPECT_EQ(bad, "");
   }
+}
+
+// In English a page says of a line what an account says.
+TEST(Labels, ReasonsAreTheAccounts) {
+  const ReasonWords words(LabelFiles().front());
+  for (const LossRow& row : kLosses) EXPECT_EQ(Utf8FromWide(words.Of(row.name)), row.text);
+  for (const TextFault fault : {TextFault::NoParameter, TextFault::NoParameterValue,
+                                TextFault::NoBase64, TextFault::NoMemory})
+    EXPECT_EQ(Utf8FromWide(words.Of(ReasonOf(fault))), TextOf(fault));
 }
 
 TEST(Labels, Languages) {

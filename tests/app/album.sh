@@ -40,11 +40,13 @@ done <<'ROWS'
 2|album calendar.vcs -o x.html --from 2010-02 --to 2010-01-31|--from is behind --to
 2|album friends.vcf -o x.html --from 2010|--from and --to go with a calendar
 2|album friends.vcf -o x.html --steps nul|--steps goes with --prepare
+2|album friends.vcf -o page|'page' doesn't end in .html; a page goes there with --force alone
+2|contacts album ann|'ann' doesn't end in .html
 1|album friends.vcf -o friends.vcf --force|friends.vcf: is a file that is read
 1|album none.vcf -o x.html|none.vcf: .*No such file
 1|contacts album x.html --store none.db|none.db
 3|album picture.jpg -o x.html|picture.jpg: no record begins in it: it looks like a JPEG picture
-3|album friends.vcf -o x.html --as vcalendar|friends.vcf: no item begins in it
+3|album friends.vcf -o x.html --as vcalendar|friends.vcf: left out: it holds contacts, and the page is of a calendar; --as vcard
 0|album calendar.vcs -o x.html --to 1990 --as vcalendar --force|^1 item in x.html$
 ROWS
 same nothing-made '["memo"]' "$(page x.html '[.records[].kind]')"
@@ -55,7 +57,7 @@ for file in friends.vcf desktop.vcf phone-japan.vcf calendar.vcs hostile.vcf; do
   check "$file" 0 "^[1-4] (contact|item)s? in ${file%.*}.html$" album "$file" -o "${file%.*}.html"
   same "$file is safe" 'true true files' "$(page "${file%.*}.html" '"\(.policy) \(.safe) \(.album.source)"')"
   same "$file to a pipe" "$(page "${file%.*}.html" '.records[0]')" \
-    "$("$program" album - -o - <"$file" 2>/dev/null >pipe.html; page pipe.html '.records[0] | .file = '"\"$file\"")"
+    "$("$program" album - -o - <"$file" 2>/dev/null >pipe.html; page pipe.html '.records[0] | .file |= (select(. == "standard input") | '"\"$file\")")"
 done
 check again 1 'friends.html: is there already; --force replaces it' album friends.vcf -o friends.html
 check forced 0 '3 contacts in' album friends.vcf -o friends.html --force
@@ -69,7 +71,9 @@ same fields '[["full-name","other"],["number","+49 1",["pref","cell"]],["mail","
   "$(page hostile.html '.records[0].fields | map(select(.[0] != "note"))')"
 same control '"\u0001\u007f\u2028"' "$(page hostile.html '.records[0].fields[] | select(.[0] == "note")[1][:3] | tojson' | jq -R 'fromjson' | jq -a .)"
 same pictures "[[0,\"image/png\",\"$(base64 -d <<<$picture | sha256sum | cut -d' ' -f1)\"]]" "$(page hostile.html .pictures)"
-check odd-picture 0 'contact 2 \(Z\): its picture .* is none that a page shows; it goes without' album hostile.vcf -o - --quiet
+check odd-picture 0 "hostile.vcf:18: the picture of 'Z' is none that a page shows; the contact goes without" album hostile.vcf -o odd.html --lang es
+same odd-picture '[21,21,"unshown","PHOTO","una imagen que ningún navegador muestra","PHOTO;ENCODING=BASE64:PHN2Zz4="]' \
+  "$(page odd.html '.records[1].marks | map(select(.[2] == "unshown"))[]')"
 same marks '[[16,16,"dropped","X-ODD","there is no field for it","X-ODD:1"]]' \
   "$(page hostile.html '.records[0].marks | map(select(.[3] == "X-ODD"))')"
 same second '["hostile.vcf",18,"1980-03-04",null]' "$(page hostile.html '.records[1] | [.file, .line, .birthday, .picture]')"
@@ -83,18 +87,38 @@ check junk 0 '2 contacts in junk.html' album junk.vcf -o junk.html --lang de
 same files '[["junk.vcf",1]] de' "$(page junk.html '"\([.files[] | [.file, .marks[0][0]]]) \(.album.lang)"')"
 (printf 'X' && head -c 3000000 /dev/zero | tr '\0' x && printf '\n' && cat phone-japan.vcf) >long.vcf
 check long 0 '2 contacts in long.html' album long.vcf -o long.html
-same long-head 400 "$(page long.html '.files[0].marks[0][5] | length')"
+same long-head 401 "$(page long.html '.files[0].marks[0][5] | length')"
 
-# several files and kinds: the first one decides, or the option
-check two-kinds 3 'calendar.vcs: no contact begins in it: it looks like a calendar' album friends.vcf calendar.vcs desktop.vcf -o two.html
-same two-kinds '["desktop.vcf","friends.vcf"]' "$(page two.html '[.records[].file] | unique')"
-check folder 0 '^4 contacts in folder.html$' album both -o folder.html
-check folder-as 0 '^4 items in folder.html$' album both -o folder.html --as vcalendar -f
 printf 'BEGIN:VCARD\nVERSION:4.0\nN:New;Ann\nFN:Ann\nTEL;TYPE="cell,voice":1\nEND:VCARD\n' >new.vcf
+mkdir junk && for i in $(seq -w 12); do (yes "$(printf 'x%.0s' {1..400})" | head -n 1100; cat new.vcf) >junk/$i.vcf; done
+check much-junk 0 'the page has no room for [0-9]+ more of the lines that no record has' album junk -o junk-files.html
+same much-junk true "$(page junk-files.html '.files | length < 12 and (.[-1] | .marks == [] and (.file | endswith("stand")))')"
+# several files and kinds: the first one decides, or the option
+check two-kinds 3 'calendar.vcs: left out: it holds a calendar, and the page is of contacts; --as vcalendar' album friends.vcf calendar.vcs desktop.vcf -o two.html
+same two-kinds '["desktop.vcf","friends.vcf"]' "$(page two.html '[.records[].file] | unique')"
+check folder 3 '^4 contacts in folder.html$' album both -o folder.html
+check folder-left 3 '1 file of folders left out: it holds a calendar, and the page is of contacts; --as vcalendar' album both -o folder.html -f
+check folder-as 0 '2 files of folders left out: they hold contacts, .* --as vcard' album both -o folder.html --as vcalendar -f
+same folder-as 4 "$(page folder.html '.records | length')"
 check prepared 0 '^1 contact in new.html$' album new.vcf -o new.html --prepare --steps vcard
 printf 'BEGIN:VCARD\nN:M\xfcller\nEND:VCARD\n' >latin.vcf
 check code-page 0 '1 contact' album latin.vcf -o latin.html --code-page CP1252
 same code-page Müller "$(page latin.html '.records[0].name')"
+
+# what is written fails or is interrupted: that is all there is to tell
+if [ -e /dev/full ]; then
+  "$program" album both -o - >/dev/full 2>told.txt
+  same full "1 pimvobj: standard output: No space left on device" "$? $(cat told.txt)"
+fi
+mkfifo pipe
+sleep 60 >pipe & writer=$!
+"$program" album - -o late.html <pipe 2>told.txt & pid=$!
+for ((i = 0; i < 100; ++i)); do [ -n "$(ls | grep 'late.html.')" ] && break; sleep 0.05; done
+kill -TERM $pid
+wait $pid
+same interrupted '143 pimvobj: interrupted; no whole page is written' "$? $(cat told.txt)"
+kill $writer
+same nothing-late '' "$(ls | grep late)"
 
 # a store's
 store() { "$program" --store pim.db "$@"; }
@@ -129,6 +153,9 @@ same kinds '["event","event","todo","memo"] ["needs-action"] 1' \
 check rules 0 '^5 items' album rules.vcs -o rules.html
 same rules '[{"unit":"month","every":2,"days":["1MO","1TU","-1MO","-1TU"],"count":3},{"unit":"month","every":1,"monthDays":[5,-1]},{"unit":"year","every":1,"yearDays":[60],"count":2},{"unit":"year","every":2,"months":[3],"count":2},{"unit":"day","every":3,"count":2}]' \
   "$(page rules.html '[.records[].rule]')"
+printf 'BEGIN:VCALENDAR\r\nBEGIN:VEVENT\r\nDTSTART:20101126T120000\r\nDTEND:20101125T120000\r\nEND:VEVENT\r\nBEGIN:VEVENT\r\nX-ALLDAY:SET\r\nDTSTART:20101126T000000\r\nDTEND:20101125T000000\r\nEND:VEVENT\r\nEND:VCALENDAR\r\n' >early.vcs
+check early 0 '^2 items' album early.vcs -o early.html
+same early '[[false,0,1290682800,1290686400],[true,0,14938,null]]' "$(page early.html '[.records[] | [.allDay, .length, .end, .endWall]]')"
 check no-days 0 '^no item is chosen; nothing is written to none.html$' album rules.vcs -o none.html --to 1990
 same rest '[["class","private"],["holiday","✓"]] tentative' "$(page rules.html '.records[0] | "\(.fields) \(.status)"')"
 

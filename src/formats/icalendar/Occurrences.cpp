@@ -115,6 +115,7 @@ class OccurrenceFinder::Walk {
   bool isAllDay_;
   icaltimetype start_;
   std::int64_t length_;
+  std::optional<std::int64_t> earlyEnd_;
 };
 
 OccurrenceFinder::Walk::Walk(const CCalendar& item, const ItemClock& rule, const ItemClock& shown)
@@ -127,7 +128,9 @@ OccurrenceFinder::Walk::Walk(const CCalendar& item, const ItemClock& rule, const
     start_ = IcalDay({start_.year, start_.month, start_.day, 0, 0, 0});
     length_ = DaysBetween(start_, TimeOfSeconds(rule.WallOf(end)));
   }
-  length_ = std::max<std::int64_t>(length_, 0);
+  if (length_ >= 0) return;
+  earlyEnd_ = isAllDay_ ? DayNumberOf(start_) + length_ : end;
+  length_ = 0;
 }
 
 Moment OccurrenceFinder::Walk::MomentOf(const icaltimetype& time) const {
@@ -141,6 +144,7 @@ Occurrences OccurrenceFinder::Walk::Within(const DayRange& range) const {
   Occurrences found;
   found.isAllDay = isAllDay_;
   found.length = length_;
+  found.earlyEnd = earlyEnd_;
   const std::string rule = RuleValueOf(item_.recurrence, start_, rule_);
   ItemDates dates(rule, RuleValueOf(item_.exceptionRule, start_, rule_), start_, kMostTimes);
   // From the start to the last second, or day, that is in it.

@@ -40,6 +40,8 @@ struct Occurrences {
   // In seconds, of an all-day item the days behind the first one; 0 without an end, or one ahead of
   // the start.
   std::int64_t length = 0;
+  // An end ahead of the start, as times count.
+  std::optional<std::int64_t> earlyEnd = {};
   bool isAllDay = false;
   // Whether it goes on behind the range, or repeats in a way that isn't followed.
   bool isCut = false;

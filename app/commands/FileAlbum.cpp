@@ -193,8 +193,11 @@ class FileAlbum {
   std::string NameOnPage(const std::string& path) const {
     if (path == "-") return Utf8FromWide(output_.words().Of("standard-input"));
     const char* const home = std::getenv("HOME");
-    const std::string folder = home == nullptr || *home == '\0' ? "" : home + std::string("/");
-    return !folder.empty() && path.starts_with(folder) ? "~/" + path.substr(folder.size()) : path;
+    std::string_view folder = home == nullptr ? "" : home;
+    while (folder.ends_with('/')) folder.remove_suffix(1);
+    const std::size_t size = folder.size();
+    const bool isInside = size != 0 && path.starts_with(folder) && path[size] == '/';
+    return isInside ? "~" + path.substr(size) : path;
   }
 
   void TellNothing(const std::string& path, NarrowStringView text) {

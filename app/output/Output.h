@@ -71,8 +71,8 @@ class HeldWarnings {
 // Nobody reads standard output any more. Ends the program quietly, once all is cleared away.
 struct ClosedPipe {};
 
-// Standard output. Throws OutputFailure when it can't be written, ClosedPipe for a pipe that nobody reads
-// any more.
+// Standard output. Throws OutputFailure when it can't be written, ClosedPipe for a pipe that nobody
+// reads any more.
 void Print(std::string_view text);
 void FlushOutput();
 

@@ -105,6 +105,11 @@ printf 'BEGIN:VCARD\nN:M\xfcller\nEND:VCARD\n' >latin.vcf
 check code-page 0 '1 contact' album latin.vcf -o latin.html --code-page CP1252
 same code-page Müller "$(page latin.html '.records[0].name')"
 
+mkdir home && cp new.vcf home
+HOME=$HOME// check home 0 '1 contact' album "$HOME/new.vcf" -o home.html
+same home '"~/new.vcf"' "$(page home.html '.records[0].file | tojson')"
+rm -r home
+
 # what is written fails or is interrupted: that is all there is to tell
 if [ -e /dev/full ]; then
   "$program" album both -o - >/dev/full 2>told.txt

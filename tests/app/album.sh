@@ -114,7 +114,7 @@ check todos 0 '^1 item in todos.html$' --store pim.db todo album -o todos.html p
 
 # an item, over a change of clocks, within the days asked for
 check days 0 '^2 items in days.html$' album calendar.vcs -o days.html --from 2026-10 --to 2026-10
-same days '{"kind":"event","title":"Choir practice","allDay":false,"length":5400,"times":[[1791219600,604800,3],[1793034000,1,1]],"wall":[[1791226800,604800,3],[1793037600,1,1]],"isCut":true,"rule":{"unit":"week","every":1,"days":["MO"],"until":1797877800},"fields":[["location","Parish hall"],["category","APPOINTMENT"]],"line":3}' \
+same days '{"kind":"event","title":"Choir practice","allDay":false,"length":5400,"times":[[1791219600,604800,3],[1793037600,1,1]],"wall":[[1791226800,604800,3],[1793041200,1,1]],"isCut":true,"rule":{"unit":"week","every":1,"days":["MO"],"until":1797877800},"fields":[["location","Parish hall"],["category","APPOINTMENT"]],"line":3}' \
   "$(page days.html '.records[0] | del(.file)')"
 same days-head '["calendar","2026-10-01","2026-10-31"]' "$(page days.html '.album | [.kind, .from, .to]')"
 same kinds '["event","event","todo","memo"] ["needs-action"] 1' \

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "formats/icalendar/Occurrences.h"
+#include "formats/icalendar/RuleDates.h"
 #include "tests/icalendar/Forms.h"
 #include "tests/icalendar/OddItems.h"
 
@@ -76,12 +77,25 @@ TEST(Occurrences, Clocks) {
   const Row rows[] = {
       {"UTC", std::string(kNewYork) + "DTSTART:20100313T140000Z\r\nRRULE:D1 #3", "302+23*2 349",
        "297+24*2 345"},
-      // Without a zone of its own a rule keeps to UTC, and the machine's clock shows it.
-      {"CET-1CEST,M3.5.0,M10.5.0/3", "DTSTART:20100327T080000Z\r\nRRULE:D1 #3", "632+24*2 680",
-       "633+25*2 682"},
-      // Only by that clock is the start a Monday.
+      // Without a zone of its own a rule goes by the machine's clock, up to an end on it, too.
+      {"CET-1CEST,M3.5.0,M10.5.0/3", "DTSTART:20100327T080000Z\r\nRRULE:D1 #3", "632+23*2 679",
+       "633+24*2 681"},
+      {"CET-1CEST,M3.5.0,M10.5.0/3",
+       "DTSTART:20100327T080000Z\r\nRRULE:D1 20100328T070000Z\r\nXRULE:D1 20100327T080000Z", "655",
+       "657"},
       {"CET-1CEST,M3.5.0,M10.5.0/3", "DTSTART:20100321T233000Z\r\nRRULE:W1 MO #2", "503+167*2",
        "504+168*2"},
+      // Only in UTC is the start a Monday.
+      {"EST5EDT,M3.2.0,M11.1.0", "DTSTART:20100308T013000Z\r\nRRULE:W1 MO #2", "169+168*2",
+       "164+169*2"},
+      // An end is in UTC or on the clock.
+      {"EST5EDT,M3.2.0,M11.1.0", "DTSTART:20100301T140000Z\r\nRRULE:D1 20100303T090000", "14+24*3",
+       "9+24*3"},
+      {"EST5EDT,M3.2.0,M11.1.0", "DTSTART:20100301T140000Z\r\nRRULE:D1 20100303T140000Z", "14+24*3",
+       "9+24*3"},
+      // A time that the clock skips is as if it went on.
+      {"CET-1CEST,M3.5.0,M10.5.0/3", "DTSTART:20100327T013000Z\r\nRRULE:D1 #3", "625+23*2 672",
+       "626+24*2 674"},
   };
   for (const Row& row : rows) {
     SCOPED_TRACE(row.lines);
@@ -92,14 +106,33 @@ TEST(Occurrences, Clocks) {
   }
 }
 
+// What is counted of daily and weekly rules is what libical finds.
+TEST(Occurrences, SteadyRules) {
+  PrepareIcal();
+  for (const char* rule : {"FREQ=DAILY;COUNT=3", "FREQ=DAILY;INTERVAL=11;UNTIL=20100501T120000Z",
+                           "FREQ=WEEKLY;COUNT=5", "FREQ=WEEKLY;INTERVAL=2;BYDAY=TU,SU;COUNT=9",
+                           "FREQ=WEEKLY;INTERVAL=2;WKST=SU;BYDAY=SU,TU;COUNT=9",
+                           "FREQ=WEEKLY;BYDAY=MO,TU,WE,TH,FR;UNTIL=20100216T115959Z"}) {
+    SCOPED_TRACE(rule);
+    const icaltimetype start = icaltime_from_string("20100105T120000Z");
+    RuleDates dates(rule, start);
+    const IcalOwner<icalrecur_iterator> wanted(
+        icalrecur_iterator_new(icalrecurrencetype_from_string(rule), start));
+    for (auto date = dates.Next(); date; date = dates.Next())
+      ASSERT_EQ(icaltime_compare(*date, icalrecur_iterator_next(wanted.get())), 0);
+    EXPECT_TRUE(icaltime_is_null_time(icalrecur_iterator_next(wanted.get())));
+  }
+}
+
 // All-day items are days, whatever the clock.
 TEST(Occurrences, AllDay) {
   for (const char* machine : {"UTC", "JST-9", "EST5EDT,M3.2.0,M11.1.0"}) {
     SCOPED_TRACE(machine);
     const ScopedZone zone(machine);
-    const Occurrences found = OccurrenceFinder().Of(
-        ReadItem("X-ALLDAY:SET\r\nDTSTART:20100312T000000\r\nDTEND:20100313T000000\r\nRRULE:D1 #5"),
-        kAll);
+    const Occurrences found =
+        OccurrenceFinder().Of(ReadItem("X-ALLDAY:SET\r\nDTSTART:20100312T000000\r\nDTEND:"
+                                       "20100313T000000\r\nRRULE:D1 20100316T000000"),
+                              kAll);
     EXPECT_TRUE(found.isAllDay);
     EXPECT_EQ(TextOf(found.times, kJanuary2010, 1), "70+1*5");
     EXPECT_EQ(found.length, 1);

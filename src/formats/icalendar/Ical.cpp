@@ -62,13 +62,23 @@ std::string LocalText(const COleDateTime& local) {
   return std::string(DateTimeText(local).AddDate().AddMinutes().AddSeconds().view());
 }
 
+std::int64_t DayNumberOf(const icaltimetype& time) {
+  const auto days = std::chrono::sys_days(std::chrono::year(time.year) /
+                                          std::chrono::month(static_cast<unsigned>(time.month)) /
+                                          std::chrono::day(static_cast<unsigned>(time.day)));
+  return days.time_since_epoch().count();
+}
+
+icaltimetype OnDay(icaltimetype time, std::int64_t day) {
+  const std::chrono::year_month_day date{std::chrono::sys_days(std::chrono::days(day))};
+  time.year = static_cast<int>(date.year());
+  time.month = static_cast<int>(unsigned(date.month()));
+  time.day = static_cast<int>(unsigned(date.day()));
+  return time;
+}
+
 std::int32_t DaysBetween(const icaltimetype& from, const icaltimetype& to) {
-  const auto day = [](const icaltimetype& time) {
-    return std::chrono::sys_days(std::chrono::year(time.year) /
-                                 std::chrono::month(static_cast<unsigned>(time.month)) /
-                                 std::chrono::day(static_cast<unsigned>(time.day)));
-  };
-  return static_cast<std::int32_t>((day(to) - day(from)).count());
+  return static_cast<std::int32_t>(DayNumberOf(to) - DayNumberOf(from));
 }
 
 std::string IcalTextOf(icalcomponent* component) {

@@ -57,6 +57,10 @@ COleDateTime DateTimeOf(const icaltimetype& time);
 std::string UtcText(const COleDateTime& utc);
 std::string LocalText(const COleDateTime& local);
 
+// A time's day from 1970-01-01 on, and a time on another day; that day must be of the years -32767
+// to 32767.
+std::int64_t DayNumberOf(const icaltimetype& time);
+icaltimetype OnDay(icaltimetype time, std::int64_t day);
 // The days between two times' days.
 std::int32_t DaysBetween(const icaltimetype& from, const icaltimetype& to);
 

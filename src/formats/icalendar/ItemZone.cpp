@@ -19,14 +19,6 @@ constexpr int kMinute = 60;
 constexpr int kHour = 60 * kMinute;
 constexpr int kDay = 24 * kHour;
 
-// In seconds; nothing where it is no offset of whole minutes and less than a day.
-std::optional<int> OffsetOf(const COleDateTimeSpan& span) {
-  if (span.status != StatusValid || !(std::fabs(span.value) < 1)) return std::nullopt;
-  const auto seconds = static_cast<int>(std::lround(span.value * kDay));
-  if (seconds % kMinute != 0 || std::abs(seconds) >= kDay) return std::nullopt;
-  return seconds;
-}
-
 // +HH:MM, or with another mark than the colon.
 std::string OffsetText(int seconds, const char* mark = ":") {
   char text[8];
@@ -39,18 +31,10 @@ std::string OffsetText(int seconds, const char* mark = ":") {
 // Of a zone's name, which may hold no colon (RFC 5545, 3.2.19).
 std::string NameOfOffset(int seconds) { return "UTC" + OffsetText(seconds, ""); }
 
-bool HasDaylight(const CCalendarZone& zone) {
-  return OffsetOf(zone.daylightOffset) && zone.daylightStart.GetFields() &&
-         zone.daylightEnd.GetFields();
-}
-
-// The weekday of the month on which a change comes back each year: the last one, or one from the
-// month's start.
+// The weekday of the month on which a change comes back each year.
 std::string YearlyRuleOf(const icaltimetype& change) {
-  const bool isLast = change.day + kDaysOfWeek > icaltime_days_in_month(change.month, change.year);
-  const int position = isLast ? -1 : (change.day - 1) / kDaysOfWeek + 1;
   return "FREQ=YEARLY;BYMONTH=" + std::to_string(change.month) +
-         ";BYDAY=" + std::to_string(position) +
+         ";BYDAY=" + std::to_string(WeekOfMonth(change)) +
          std::string(WeekdayWord(icaltime_day_of_week(change) - 1));
 }
 
@@ -164,6 +148,23 @@ bool IsWholeMinute(const COleDateTime& date) {
 }
 
 }  // namespace
+
+std::optional<int> OffsetOf(const COleDateTimeSpan& span) {
+  if (span.status != StatusValid || !(std::fabs(span.value) < 1)) return std::nullopt;
+  const auto seconds = static_cast<int>(std::lround(span.value * kDay));
+  if (seconds % kMinute != 0 || std::abs(seconds) >= kDay) return std::nullopt;
+  return seconds;
+}
+
+bool HasDaylight(const CCalendarZone& zone) {
+  return OffsetOf(zone.daylightOffset) && zone.daylightStart.GetFields() &&
+         zone.daylightEnd.GetFields();
+}
+
+int WeekOfMonth(const icaltimetype& day) {
+  const bool isLast = day.day + kDaysOfWeek > icaltime_days_in_month(day.month, day.year);
+  return isLast ? -1 : (day.day - 1) / kDaysOfWeek + 1;
+}
 
 std::optional<ItemZone> ItemZone::Made(std::string name, IcalOwner<icalcomponent> component) {
   IcalOwner<icaltimezone> zone(pim::Made(icaltimezone_new()));

@@ -35,6 +35,12 @@ class ItemZone {
   bool isMachines_ = false;
 };
 
+// In seconds; nothing where it is no offset of whole minutes and less than a day.
+std::optional<int> OffsetOf(const COleDateTimeSpan& span);
+bool HasDaylight(const CCalendarZone& zone);
+// Which weekday of its month a day is, from 1; -1 for the last one.
+int WeekOfMonth(const icaltimetype& day);
+
 // Whether the two are one zone, names included.
 bool AreOneZone(const CCalendarZone& a, const CCalendarZone& b);
 

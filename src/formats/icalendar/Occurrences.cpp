@@ -4,16 +4,12 @@
 
 #include <algorithm>
 #include <array>
-#include <chrono>
 #include <cstdlib>
 
+#include "formats/icalendar/ItemZone.h"
 #include "formats/icalendar/RuleDates.h"
 #include "formats/icalendar/RuleText.h"
-#include "formats/icalendar/ZonesOfItems.h"
 #include "platform/CodePages.h"
-#include "platform/DayNumbers.h"
-#include "platform/ZoneRecord.h"
-#include "support/DateTimeZones.h"
 
 namespace pim {
 namespace {
@@ -22,30 +18,13 @@ namespace {
 constexpr std::int32_t kMostTimes = 40'000;
 constexpr int kLastYearOfDates = 9'999;  // of dates in records
 
-std::int64_t DayNumberOf(const CalendarFields& fields) {
-  const auto days = std::chrono::sys_days(std::chrono::year(fields.year) /
-                                          std::chrono::month(static_cast<unsigned>(fields.month)) /
-                                          std::chrono::day(static_cast<unsigned>(fields.day)));
-  return days.time_since_epoch().count();
-}
-
 std::int64_t SecondsOfTime(const icaltimetype& time) {
-  const std::int64_t day = DayNumberOf({time.year, time.month, time.day, 0, 0, 0});
   const std::int64_t minutes = std::int64_t{time.hour} * 60 + time.minute;
-  return day * kSecondsOfDay + minutes * 60 + time.second;
+  return DayNumberOf(time) * kSecondsOfDay + minutes * 60 + time.second;
 }
 
 std::int64_t DayOfSeconds(std::int64_t seconds) {
   return (seconds < 0 ? seconds - kSecondsOfDay + 1 : seconds) / kSecondsOfDay;
-}
-
-icaltimetype InZone(const icaltimetype& utc, const ItemZone* zone) {
-  if (zone == nullptr) return utc;
-  return icaltime_convert_to_zone(utc, const_cast<icaltimezone*>(zone->zone()));
-}
-
-icaltimetype InUtc(const icaltimetype& time) {
-  return icaltime_convert_to_zone(time, icaltimezone_get_utc_timezone());
 }
 
 struct Moment {
@@ -96,116 +75,127 @@ void SetTimes(const std::vector<Moment>& moments, Occurrences& found) {
   }
 }
 
-// What an item has of itself besides its dates.
-struct Span {
-  icaltimetype start;  // by which its rule is followed
-  std::int64_t length = 0;
-  bool isAllDay = false;
-
-  // From the start to the last second, or day, that is in it.
-  std::int64_t toLast() const { return isAllDay || length == 0 ? length : length - 1; }
-};
-
-std::optional<Span> SpanOf(const CCalendar& item, const ItemZone* zone) {
-  const auto start = IcalUtc(item.start_time);
-  if (!start) return std::nullopt;
-  if (item.allday == 1) {
-    const auto first = UtcToLocal(item.start_time).GetFields();
-    if (!first) return std::nullopt;
-    const auto last = UtcToLocal(item.end_time).GetFields();
-    const std::int64_t days = last ? DayNumberOf(*last) - DayNumberOf(*first) : 0;
-    return Span{IcalDay(*first), std::max<std::int64_t>(days, 0), true};
-  }
-  const std::int64_t begin = *SecondsOf(item.start_time);
-  const std::int64_t end = SecondsOf(item.end_time).value_or(begin);
-  return Span{InZone(*start, zone), std::max<std::int64_t>(end - begin, 0), false};
+icaltimetype TimeOfSeconds(std::int64_t seconds) {
+  const std::int64_t day = DayOfSeconds(seconds);
+  const auto rest = static_cast<int>(seconds - day * kSecondsOfDay);
+  const CalendarFields clock{1970, 1, 1, rest / 3'600, rest / 60 % 60, rest % 60};
+  return OnDay(IcalTime(clock, true), day);
 }
 
-std::string RuleValueOf(const CRecurrence& rule, const icaltimetype& start) {
+// A rule's value, for an item that begins at `start`, both on the same clock: libical takes it for
+// one of UTC. Texts write a rule's end in UTC or on their own clock, and a record doesn't tell: the
+// later one counts, so that the last time isn't lost.
+std::string RuleValueOf(const CRecurrence& rule, const icaltimetype& start,
+                        const ItemClock& clock) {
   const RecurrenceData* const data = rule.GetRecurrenceData();
-  return data == nullptr ? std::string() : RRuleOf(*data, start).text;
+  if (data == nullptr) return {};
+  COleDateTimeNull end = data->endDate;
+  const auto written = SecondsOf(end);
+  if (written && start.is_date == 0)
+    end = DateTimeOf(TimeOfSeconds(std::max(*written, clock.WallOf(*written))));
+  return RRuleOf(*data, start, end).text;
 }
 
 }  // namespace
 
-class OccurrenceFinder::Zones {
+// An item on the clock by which its rule goes.
+class OccurrenceFinder::Walk {
  public:
-  Zones() { GetTimeZoneInformation(machine_); }
+  Walk(const CCalendar& item, const ItemClock& rule, const ItemClock& shown);
 
-  // The zone by which an item's rule is followed; null for UTC.
-  const ItemZone* OfRule(const CCalendar& item) { return rules_.Of(item); }
-  // A time of an item's rule, whose zone that is.
-  Moment MomentOf(const CCalendar& item, const icaltimetype& time, bool isAllDay) {
-    if (isAllDay) {
-      const std::int64_t day = SecondsOfTime(time) / kSecondsOfDay;
-      return {day, day};
-    }
-    const std::int64_t seconds = SecondsOfTime(InUtc(time));
-    const bool isOnClock = icaltime_is_utc(time) == 0;
-    return {seconds, isOnClock ? SecondsOfTime(time) : WallTime(item, seconds, time)};
-  }
-  // Both times are one moment, which is UTC.
-  std::int64_t WallTime(const CCalendar& item, std::int64_t seconds, const icaltimetype& time) {
-    if (const ItemZone* const zone = clocks_.OfOwn(item.zone))
-      return SecondsOfTime(InZone(time, zone));
-    return AreOneZone(item.zone, {}) ? MachinesTime(seconds) : seconds;
-  }
+  Occurrences Within(const DayRange& range) const;
 
  private:
-  std::int64_t MachinesTime(std::int64_t seconds) const;
+  Moment MomentOf(const icaltimetype& time) const;
+  std::int64_t DayOf(std::int64_t wall) const { return isAllDay_ ? wall : DayOfSeconds(wall); }
 
-  ZonesOfItems rules_;
-  ZonesOfItems clocks_;  // by which times are shown
-  TIME_ZONE_INFORMATION machine_;
+  const CCalendar& item_;
+  const ItemClock& rule_;
+  const ItemClock& shown_;
+  bool isAllDay_;
+  icaltimetype start_;
+  std::int64_t length_;
 };
 
-std::int64_t OccurrenceFinder::Zones::MachinesTime(std::int64_t seconds) const {
-  constexpr std::int64_t kFromDayZero = -std::chrono::seconds(kDayZero.time_since_epoch()).count();
-  SYSTEMTIME utc;
-  SYSTEMTIME local;
-  const bool exists = SystemTimeFromSeconds(seconds + kFromDayZero, utc) &&
-                      SystemTimeToTzSpecificLocalTime(machine_, utc, local);
-  const auto wall = exists ? SecondsFromSystemTime(local) : std::nullopt;
-  return wall ? *wall - kFromDayZero : seconds;
+OccurrenceFinder::Walk::Walk(const CCalendar& item, const ItemClock& rule, const ItemClock& shown)
+    : item_(item), rule_(rule), shown_(shown), isAllDay_(item.allday == 1) {
+  const std::int64_t begin = *SecondsOf(item.start_time);
+  const std::int64_t end = SecondsOf(item.end_time).value_or(begin);
+  start_ = TimeOfSeconds(rule.WallOf(begin));
+  length_ = end - begin;
+  if (isAllDay_) {
+    start_ = IcalDay({start_.year, start_.month, start_.day, 0, 0, 0});
+    length_ = DaysBetween(start_, TimeOfSeconds(rule.WallOf(end)));
+  }
+  length_ = std::max<std::int64_t>(length_, 0);
 }
 
-OccurrenceFinder::OccurrenceFinder() : zones_(std::make_unique<Zones>()) { PrepareIcal(); }
-OccurrenceFinder::~OccurrenceFinder() = default;
+Moment OccurrenceFinder::Walk::MomentOf(const icaltimetype& time) const {
+  if (isAllDay_) return {DayNumberOf(time), DayNumberOf(time)};
+  const std::int64_t wall = SecondsOfTime(time);
+  const std::int64_t seconds = rule_.MomentOf(wall);
+  return {seconds, &rule_ == &shown_ ? wall : shown_.WallOf(seconds)};
+}
 
-Occurrences OccurrenceFinder::Of(const CCalendar& item, const DayRange& range) {
+Occurrences OccurrenceFinder::Walk::Within(const DayRange& range) const {
   Occurrences found;
-  const auto span = SpanOf(item, zones_->OfRule(item));
-  if (!span) return found;
-  found.length = span->length;
-  found.isAllDay = span->isAllDay;
-  const std::string rule = RuleValueOf(item.recurrence, span->start);
-  ItemDates dates(rule, RuleValueOf(item.exceptionRule, span->start), span->start, kMostTimes);
+  found.isAllDay = isAllDay_;
+  found.length = length_;
+  const std::string rule = RuleValueOf(item_.recurrence, start_, rule_);
+  ItemDates dates(rule, RuleValueOf(item_.exceptionRule, start_, rule_), start_, kMostTimes);
+  // From the start to the last second, or day, that is in it.
+  const std::int64_t toLast = isAllDay_ || length_ == 0 ? length_ : length_ - 1;
   std::vector<Moment> moments;
-  const auto dayOf = [&found](std::int64_t wall) {
-    return found.isAllDay ? wall : DayOfSeconds(wall);
-  };
   while (const auto date = dates.Next()) {
     if (date->time.year > kLastYearOfDates) break;
-    const Moment moment = zones_->MomentOf(item, date->time, found.isAllDay);
-    if (dayOf(moment.wall) > range.last) {
+    const Moment moment = MomentOf(date->time);
+    if (DayOf(moment.wall) > range.last) {
       found.isCut = true;
       break;
     }
     // Two times of a clock that is put forward may be one moment.
     const bool isNew = moments.empty() || moment.time > moments.back().time;
-    if (!date->isTakenAway && isNew && dayOf(moment.wall + span->toLast()) >= range.first)
+    if (!date->isTakenAway && isNew && DayOf(moment.wall + toLast) >= range.first)
       moments.push_back(moment);
   }
   SetTimes(moments, found);
-  found.isCut = found.isCut || dates.isCut() || (rule.empty() && item.recurrence.data != nullptr);
+  found.isCut = found.isCut || dates.isCut() || (rule.empty() && item_.recurrence.data != nullptr);
   return found;
 }
 
+Occurrences OccurrenceFinder::Of(const CCalendar& item, const DayRange& range) {
+  if (!SecondsOf(item.start_time)) return {};
+  const ItemClock& shown = item.allday == 1 ? machine_ : ClockOf(item.zone);
+  const bool isUtc = &shown == &machine_ && item.allday != 1 && IsUtcAlone(item);
+  return Walk(item, isUtc ? utc_ : shown, shown).Within(range);
+}
+
+// Whether the start is a date of the item's rule in UTC, but not on the machine's clock.
+bool OccurrenceFinder::IsUtcAlone(const CCalendar& item) const {
+  if (item.recurrence.data == nullptr) return false;
+  const auto fits = [&item](const ItemClock& clock) {
+    const icaltimetype start = TimeOfSeconds(clock.WallOf(*SecondsOf(item.start_time)));
+    return IsFirstDate(RuleValueOf(item.recurrence, start, clock), start);
+  };
+  return !fits(machine_) && fits(utc_);
+}
+
+const ItemClock& OccurrenceFinder::ClockOf(const CCalendarZone& zone) {
+  if (AreOneZone(zone, {})) return machine_;
+  if (!AreOneZone(zone, ownZone_)) {
+    ownZone_ = zone;
+    own_ = ItemClock(zone);
+  }
+  return own_;
+}
+
+OccurrenceFinder::OccurrenceFinder() : machine_(ItemClock::OfMachine()) { PrepareIcal(); }
+
 std::optional<std::int64_t> OccurrenceFinder::WallTime(const CCalendar& item,
                                                        const COleDateTime& utc) {
-  const auto time = IcalUtc(utc);
-  if (!time) return std::nullopt;
-  return zones_->WallTime(item, SecondsOfTime(*time), *time);
+  const auto seconds = SecondsOf(utc);
+  if (!seconds) return std::nullopt;
+  return ClockOf(item.zone).WallOf(*seconds);
 }
 
 std::string ZoneTextOf(const CCalendarZone& zone) {

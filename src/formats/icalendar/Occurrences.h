@@ -3,11 +3,11 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "formats/icalendar/ItemClock.h"
 #include "pim/records/Calendar.h"
 
 namespace pim {
@@ -45,17 +45,13 @@ struct Occurrences {
   bool isCut = false;
 };
 
-// An item's clock is that of its own zone, or the machine's where it has none; a rule is followed
-// where the form for iCalendar 2.0 has it: in the item's zone, else in UTC, but by the machine's
-// clock where only that makes the start a date of its own rule. A start is a date of its item,
-// whether the rule names it or not. One object serves for many items, and keeps the last one's
-// zone. All of it throws std::bad_alloc.
+// An item's clock is that of its own zone, or the machine's where it has none. A rule is followed
+// on it, or in UTC where only that makes the start of an item without a zone a date of its own
+// rule. A start is a date of its item, whether the rule names it or not. One object serves for many
+// items, and keeps the last one's zone and the machine's. All of it throws std::bad_alloc.
 class OccurrenceFinder {
  public:
   OccurrenceFinder();
-  OccurrenceFinder(const OccurrenceFinder&) = delete;
-  OccurrenceFinder& operator=(const OccurrenceFinder&) = delete;
-  ~OccurrenceFinder();
 
   // Those that reach into the range, by the item's clock. Behind some tens of thousands of dates
   // none is looked for.
@@ -65,8 +61,16 @@ class OccurrenceFinder {
   std::optional<std::int64_t> WallTime(const CCalendar& item, const COleDateTime& utc);
 
  private:
-  class Zones;
-  std::unique_ptr<Zones> zones_;
+  class Walk;
+
+  bool IsUtcAlone(const CCalendar& item) const;
+  // Holds until the next call.
+  const ItemClock& ClockOf(const CCalendarZone& zone);
+
+  ItemClock utc_;
+  ItemClock machine_;
+  ItemClock own_;  // that of ownZone_
+  CCalendarZone ownZone_;
 };
 
 // "UTC+09:00 (JST)"; empty for an item without a zone.

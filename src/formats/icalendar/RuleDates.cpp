@@ -9,14 +9,21 @@ namespace pim {
 RuleDates::RuleDates(const std::string& rule, const icaltimetype& start, std::int32_t most)
     : most_(most) {
   const icalrecurrencetype parts = icalrecurrencetype_from_string(rule.c_str());
-  if (parts.freq != ICAL_NO_RECURRENCE) dates_.reset(icalrecur_iterator_new(parts, start));
+  if (parts.freq == ICAL_NO_RECURRENCE) return;
+  steady_ = SteadyDates::Of(parts, start);
+  if (!steady_) dates_.reset(icalrecur_iterator_new(parts, start));
 }
 
 std::optional<icaltimetype> RuleDates::Next() {
-  if (dates_ == nullptr || isCut()) return std::nullopt;
-  const icaltimetype date = icalrecur_iterator_next(dates_.get());
-  if (icaltime_is_null_time(date) != 0) return std::nullopt;
-  ++taken_;
+  if (isCut()) return std::nullopt;
+  std::optional<icaltimetype> date;
+  if (steady_) {
+    date = steady_->Next();
+  } else if (dates_ != nullptr) {
+    date = icalrecur_iterator_next(dates_.get());
+    if (icaltime_is_null_time(*date) != 0) date.reset();
+  }
+  if (date) ++taken_;
   return date;
 }
 

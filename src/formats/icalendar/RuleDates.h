@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "formats/icalendar/Ical.h"
+#include "formats/icalendar/SteadyDates.h"
 
 namespace pim {
 
@@ -24,7 +25,8 @@ class RuleDates {
   bool isCut() const { return taken_ == most_; }
 
  private:
-  IcalOwner<icalrecur_iterator> dates_;
+  std::optional<SteadyDates> steady_;
+  IcalOwner<icalrecur_iterator> dates_;  // of a rule that isn't steady
   std::int32_t most_;
   std::int32_t taken_ = 0;
 };

@@ -119,9 +119,10 @@ const char* FrequencyOf(std::int32_t type) {
 
 // The part that ends the rule: RRULE has either a number or a last date, so that of both the one
 // that comes first is written.
-void AddEnd(RuleText& rule, const RecurrenceData& data, const icaltimetype& start) {
-  if (data.count < 0 || data.endDate.status == StatusInvalid) rule.loss = FormatReason::BadValue;
-  const auto until = IcalUtc(data.endDate);
+void AddEnd(RuleText& rule, const RecurrenceData& data, const icaltimetype& start,
+            const COleDateTimeNull& end) {
+  if (data.count < 0 || end.status == StatusInvalid) rule.loss = FormatReason::BadValue;
+  const auto until = IcalUtc(end);
   const std::string counted = rule.text + ";COUNT=" + std::to_string(data.count);
   if (data.count > 0 && until) {
     const auto first = CountEndsFirst(counted, start, *until);
@@ -134,7 +135,7 @@ void AddEnd(RuleText& rule, const RecurrenceData& data, const icaltimetype& star
     rule.text = counted;
   }
   if (!until) return;
-  DateTimeText date(data.endDate);
+  DateTimeText date(end);
   date.AddDate();
   if (start.is_date == 0) date.AddMinutes().AddSeconds().Add("Z");
   rule.text.append(";UNTIL=").append(date.view());
@@ -143,6 +144,11 @@ void AddEnd(RuleText& rule, const RecurrenceData& data, const icaltimetype& star
 }  // namespace
 
 RuleText RRuleOf(const RecurrenceData& data, const icaltimetype& start) {
+  return RRuleOf(data, start, data.endDate);
+}
+
+RuleText RRuleOf(const RecurrenceData& data, const icaltimetype& start,
+                 const COleDateTimeNull& end) {
   RuleText rule;
   if (data.interval < 1) return {{}, FormatReason::BadValue};
   rule.text = FrequencyOf(data.type);
@@ -153,7 +159,7 @@ RuleText RRuleOf(const RecurrenceData& data, const icaltimetype& start) {
     AddDays(rule, *byDays, start);
   }
   if (rule.text.empty()) return rule;
-  AddEnd(rule, data, start);
+  AddEnd(rule, data, start, end);
   // Longer lists and intervals than the library takes stand in no file that another one made.
   if (icalrecurrencetype_from_string(rule.text.c_str()).freq == ICAL_NO_RECURRENCE)
     return {{}, FormatReason::RuleTooRich};

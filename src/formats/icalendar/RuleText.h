@@ -21,5 +21,8 @@ struct RuleText {
 };
 // The rule of an item that begins at `start`, which is a day, in UTC or in a zone.
 RuleText RRuleOf(const RecurrenceData& rule, const icaltimetype& start);
+// The same with another end than the rule's.
+RuleText RRuleOf(const RecurrenceData& rule, const icaltimetype& start,
+                 const COleDateTimeNull& end);
 
 }  // namespace pim

@@ -9,6 +9,7 @@ for (const element of document.getElementsByClassName('picture')) {
   kPictures.set(Number(element.dataset.record), element);
 }
 const kPictureTypes = new Set(['image/jpeg', 'image/png', 'image/gif', 'image/bmp']);
+const kMostPixels = 512 * 512;
 const kWaysInACard = 3;
 
 const TextsOf = (contact, ...names) =>
@@ -86,11 +87,24 @@ function Face(record, Fail = () => {}) {
   }
   const picture = Make('img', { class: 'face', alt: '', decoding: 'async' });
   picture.src = `data:${element.dataset.type};base64,${element.textContent}`;
-  picture.addEventListener('error', () => {
+  const GiveWay = () => {
     picture.replaceWith(Letters(contact));
     Fail();
-  });
+  };
+  picture.addEventListener('error', GiveWay);
+  picture.addEventListener('load', () => IsBlank(picture) && GiveWay());
   return picture;
+}
+// Whether a small picture has nothing to see: one that was cut may load all the same. Of a large
+// one it isn't asked, as the page would wait for that.
+function IsBlank(picture) {
+  const { naturalWidth, naturalHeight } = picture;
+  if (naturalWidth * naturalHeight > kMostPixels) return false;
+  const canvas = Make('canvas', { width: 32, height: 32 });
+  const context = canvas.getContext('2d', { willReadFrequently: true });
+  context.drawImage(picture, 0, 0, canvas.width, canvas.height);
+  const { data } = context.getImageData(0, 0, canvas.width, canvas.height);
+  return data.every((byte) => byte === 0);
 }
 function Letters(contact) {
   const name = IsNamed(contact) ? (contact.short ?? contact.name) : StandIn(contact).text;

@@ -130,7 +130,6 @@ function OfferBirthdays() {
 // What the words and filters ask for: days also as the record has them.
 const kSearch = new Search(kContacts, (contact) => ({
   words: [
-    NameOf(contact),
     contact.name,
     contact.sort,
     contact.phonetic ?? '',

@@ -133,6 +133,8 @@ void WriteRecord(JsonWriter& json, const CCalendar& item, const Occurrences& occ
   json.Field("allDay", occurrences.isAllDay);
   if (const std::string zone = ZoneTextOf(item.zone); !zone.empty()) json.Utf8Field("zone", zone);
   json.Field("length", occurrences.length);
+  if (occurrences.wallLength != occurrences.length)
+    json.Field("lengthWall", occurrences.wallLength);
   if (occurrences.earlyEnd) {
     json.Field("end", *occurrences.earlyEnd);
     const auto wall = finder.WallTime(item, item.end_time);

@@ -43,7 +43,10 @@ void LineMarks::AddPicture(std::string_view reason) {
   if (!picture_) return;
   picture_->verdict = kUnshown;
   picture_->why = words_->Of(reason);
-  const auto place = std::ranges::upper_bound(marks_, picture_->first, {}, &LineMark::first);
+  // The row that stands for the rest stays the last one.
+  const auto end = marks_.end() - (further_ != 0 ? 1 : 0);
+  const auto place =
+      std::ranges::upper_bound(marks_.begin(), end, picture_->first, {}, &LineMark::first);
   marks_.insert(place, std::move(*picture_));
   picture_.reset();
 }

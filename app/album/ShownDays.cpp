@@ -18,9 +18,12 @@ using std::chrono::sys_days;
 // Beyond all days of records.
 constexpr std::int64_t kFarthest = 4'000'000;
 constexpr std::int64_t kTwoYears = 731;
-constexpr std::int64_t kLongestRepeat = 73'049;  // two hundred years
 
 std::int64_t NumberOf(sys_days day) { return day.time_since_epoch().count(); }
+
+std::int64_t DayOfWall(std::int64_t seconds) {
+  return std::chrono::floor<std::chrono::days>(std::chrono::seconds(seconds)).count();
+}
 
 std::optional<int> NumberIn(std::string_view digits) {
   int number = 0;
@@ -69,17 +72,15 @@ ShownDays::ShownDays(std::optional<std::int64_t> first, std::optional<std::int64
 
 std::int64_t ShownDays::EndOfRepeats(const CCalendar& item) {
   const auto wall = finder_.WallTime(item, item.start_time);
-  const std::int64_t start =
-      wall ? std::chrono::floor<std::chrono::days>(std::chrono::seconds(*wall)).count() : today_;
+  const std::int64_t start = wall ? DayOfWall(*wall) : today_;
   firstRepeat_ = std::min(firstRepeat_.value_or(start), start);
-  return last_.value_or(std::min(std::max(start, today_) + kTwoYears, start + kLongestRepeat));
+  return last_.value_or(std::max(start, today_) + kTwoYears);
 }
 
 bool ShownDays::HasDay(const CCalendar& item, const COleDateTime& utc) {
   const auto wall = finder_.WallTime(item, utc);
   if (!wall) return false;
-  const std::int64_t day =
-      std::chrono::floor<std::chrono::days>(std::chrono::seconds(*wall)).count();
+  const std::int64_t day = DayOfWall(*wall);
   return day >= first_.value_or(-kFarthest) && day <= last_.value_or(kFarthest);
 }
 
@@ -87,14 +88,26 @@ std::optional<Occurrences> ShownDays::TimesOf(const CCalendar& item) {
   const bool repeats = item.recurrence.data != nullptr;
   const DayRange range{first_.value_or(-kFarthest),
                        repeats ? EndOfRepeats(item) : last_.value_or(kFarthest)};
-  Occurrences found = finder_.Of(item, range);
-  if (!IsLimited() || !found.times.empty()) return found;
   const auto kind = static_cast<CalendarType>(item.calendar_type);
-  if (kind == CalendarType::Memo) return found;
-  if (kind != CalendarType::Todo) return std::nullopt;
-  const bool hasTime = item.due.status == StatusValid || item.start_time.status == StatusValid;
-  if (!hasTime || HasDay(item, item.due)) return found;
-  return std::nullopt;
+  if (!IsLimited() || kind == CalendarType::Memo) return finder_.Of(item, range);
+  const bool hasDue = kind == CalendarType::Todo && item.due.status == StatusValid;
+  const bool hasStart = item.start_time.status == StatusValid;
+  if (hasDue && (!repeats || !hasStart)) {
+    if (!HasDay(item, item.due)) return std::nullopt;
+    return finder_.Of(item, {-kFarthest, kFarthest});
+  }
+  const std::int64_t later = hasDue ? DaysToDue(item) : 0;
+  Occurrences found = finder_.Of(item, {range.first - later, range.last - later});
+  const bool isUndated = kind == CalendarType::Todo && !hasStart;
+  if (found.times.empty() && !isUndated) return std::nullopt;
+  return found;
+}
+
+// How many days behind its start a to-do is due.
+std::int64_t ShownDays::DaysToDue(const CCalendar& item) {
+  const auto start = finder_.WallTime(item, item.start_time);
+  const auto due = finder_.WallTime(item, item.due);
+  return start && due ? DayOfWall(*due) - DayOfWall(*start) : 0;
 }
 
 std::string ShownDays::First() const {

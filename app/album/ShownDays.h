@@ -36,6 +36,7 @@ class ShownDays {
  private:
   bool IsLimited() const { return first_ || last_; }
   bool HasDay(const CCalendar& item, const COleDateTime& utc);
+  std::int64_t DaysToDue(const CCalendar& item);
   // The last day for which an item's repeats are followed.
   std::int64_t EndOfRepeats(const CCalendar& item);
 

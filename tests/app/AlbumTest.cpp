@@ -123,7 +123,9 @@ TEST(AlbumDays, ChooseItems) {
       {"BEGIN:VEVENT\nSUMMARY:none", false},
       {"BEGIN:VTODO\nDUE:20100330T120000Z", true},
       {"BEGIN:VTODO\nDUE:20100402T120000Z", false},
-      {"BEGIN:VTODO\nDUE:20100402T120000Z\nDTSTART:20100302T120000Z", true},
+      {"BEGIN:VTODO\nDUE:20100402T120000Z\nDTSTART:20100302T120000Z", false},
+      {"BEGIN:VTODO\nDTSTART:20100220T120000Z\nDUE:20100302T120000Z\nRRULE:W1 #1", true},
+      {"BEGIN:VTODO\nDTSTART:20100330T120000Z\nDUE:20100402T120000Z\nRRULE:W1 #0", false},
       {"BEGIN:VTODO\nSUMMARY:none", true},
       {"BEGIN:VEVENT\nCATEGORIES:MEMO\nDTSTART:20200101T000000Z", true},
   };
@@ -174,10 +176,13 @@ TEST(AlbumMarks, AreNoMoreThanAPageCanShow) {
   for (std::int64_t line = 1; line <= 5000; ++line)
     marks.Add({.first = line, .last = line, .verdict = "dropped", .name = u"X"});
   EXPECT_EQ(marks.count(), 5000);
+  marks.SetPicture({.first = 4000, .last = 4001, .verdict = "kept", .name = u"PHOTO"});
+  marks.AddPicture("picture-unknown");
   JsonWriter json;
   marks.Write(json);
+  EXPECT_NE(json.text().find("[4000,4001,\"unshown\",\"PHOTO\""), std::string_view::npos);
   EXPECT_TRUE(json.text().ends_with(
-      "[1000,1000,\"dropped\",\"X\",\"\",\"\"],[1001,5000,\"dropped\","
+      ",[1001,5000,\"dropped\","
       "\"\",\"4000 weitere, die nicht so bleiben, wie sie dastehen\",\"\"]]"));
 }
 

@@ -47,9 +47,9 @@ TEST(Occurrences, Days) {
        {kJanuary2010 + 5, kJanuary2010 + 8},
        true},
       {"DTSTART:20100105T120000Z\r\nDTEND:20100107T000000Z", "", {kJanuary2010 + 6, 99'999}},
-      // Nobody can follow it; nor are more dates looked at than those of a hundred years.
+      // Nobody can follow it; nor are more dates looked at than those of some hundred years.
       {"DTSTART:20100105T120000Z\r\nRRULE:W1 MO #2 20100000T000000Z", "4+6*2 17"},
-      {"DTSTART:20100105T120000Z\r\nRRULE:D1 #0", "4+1*40000", kAll, true},
+      {"DTSTART:20100105T120000Z\r\nRRULE:D1 #0", "4+1*100000", kAll, true},
       {"SUMMARY:Some day\r\nRRULE:D1 #0", ""},
   };
   const ScopedZone zone("UTC");
@@ -124,19 +124,56 @@ TEST(Occurrences, SteadyRules) {
   }
 }
 
-// All-day items are days, whatever the clock.
+// All-day items are days, whatever the clock: from 2010-01-01 on.
 TEST(Occurrences, AllDay) {
-  for (const char* machine : {"UTC", "JST-9", "EST5EDT,M3.2.0,M11.1.0"}) {
-    SCOPED_TRACE(machine);
-    const ScopedZone zone(machine);
+  static constexpr struct {
+    const char* machine;
+    const char* lines;
+    const char* days = "70+1*5";
+    std::int64_t length = 1;
+  } kRows[] = {
+      {"UTC", "DTSTART:20100312T000000\r\nDTEND:20100313T000000\r\nRRULE:D1 #5"},
+      {"EST5EDT,M3.2.0,M11.1.0",
+       "DTSTART:20100312T000000\r\nDTEND:20100313T000000\r\nRRULE:D1 20100316T000000"},
+      // Ends in UTC, and at the end of a local day.
+      {"JST-9", "DTSTART:20100312T000000\r\nDTEND:20100313T000000\r\nRRULE:D1 20100315T150000Z"},
+      {"JST-9", "DTSTART:20100312T000000\r\nDTEND:20100313T000000\r\nRRULE:D1 20100316T235959"},
+      // In Santiago a day of September begins at one o'clock.
+      {"<-04>4<-03>,M9.1.6/24,M4.1.6/24",
+       "DTSTART:20260906T000000\r\nDTEND:20260907T000000\r\nRRULE:D1 #2", "6092+1*2"},
+      {"<-04>4<-03>,M9.1.6/24,M4.1.6/24", "DTSTART:20260905T000000\r\nDTEND:20260906T000000",
+       "6091"},
+  };
+  for (const auto& row : kRows) {
+    SCOPED_TRACE(std::string(row.machine) + row.lines);
+    const ScopedZone zone(row.machine);
     const Occurrences found =
-        OccurrenceFinder().Of(ReadItem("X-ALLDAY:SET\r\nDTSTART:20100312T000000\r\nDTEND:"
-                                       "20100313T000000\r\nRRULE:D1 20100316T000000"),
-                              kAll);
+        OccurrenceFinder().Of(ReadItem(std::string("X-ALLDAY:SET\r\n") + row.lines), kAll);
     EXPECT_TRUE(found.isAllDay);
-    EXPECT_EQ(TextOf(found.times, kJanuary2010, 1), "70+1*5");
-    EXPECT_EQ(found.length, 1);
+    EXPECT_EQ(TextOf(found.times, kJanuary2010, 1), row.days);
+    EXPECT_EQ(found.length, row.length);
     EXPECT_TRUE(found.wall.empty());
+  }
+}
+
+// What no clock and no rule of libical's says.
+TEST(Occurrences, LengthsAndLimits) {
+  const ScopedZone zone("CET-1CEST,M3.5.0,M10.5.0/3");
+  const Occurrences overnight =
+      OccurrenceFinder().Of(ReadItem("DTSTART:20260328T100000\r\nDTEND:20260329T100000"), kAll);
+  EXPECT_EQ(overnight.length, kDay - 3'600);
+  EXPECT_EQ(overnight.wallLength, kDay);
+  const Occurrences early =
+      OccurrenceFinder().Of(ReadItem("DTSTART:20260328T100000\r\nDTEND:20260328T090000"), kAll);
+  EXPECT_EQ(early.length, 0);
+  EXPECT_EQ(*early.earlyEnd, early.times[0].first - 3'600);
+  // A day that there is never, and steps that libical can't count.
+  for (const char* rule : {"YM1 2 #0", "D65537 #3"}) {
+    SCOPED_TRACE(rule);
+    const Occurrences found = OccurrenceFinder().Of(
+        ReadItem(std::string("DTSTART:20260131T080000Z\r\nRRULE:") + rule), {20'000, 21'500});
+    EXPECT_EQ(found.times.size(), 1U);
+    EXPECT_EQ(found.isCut, rule[0] == 'D');
   }
 }
 

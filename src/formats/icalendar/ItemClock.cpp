@@ -68,4 +68,10 @@ std::int64_t ItemClock::MomentOf(std::int64_t wall) const {
   return seconds ? *seconds - kTo1970 : wall;
 }
 
+std::int64_t ItemClock::DayAt(std::int64_t seconds) const {
+  const std::chrono::sys_seconds wall{std::chrono::seconds(WallOf(seconds))};
+  const std::int64_t day = std::chrono::floor<std::chrono::days>(wall).time_since_epoch().count();
+  return MomentOf((day + 1) * kSecondsOfDay) == seconds ? day + 1 : day;
+}
+
 }  // namespace pim

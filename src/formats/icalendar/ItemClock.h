@@ -26,6 +26,10 @@ class ItemClock {
   // without it.
   std::int64_t MomentOf(std::int64_t wall) const;
 
+  // The day, from 1970-01-01 on, on which it is then; the next one at the moment at which that
+  // begins without a midnight, since the clock is put forward.
+  std::int64_t DayAt(std::int64_t seconds) const;
+
  private:
   TIME_ZONE_INFORMATION zone_;
 };

@@ -50,8 +50,17 @@ std::optional<icaltimetype> ItemSpan::DayOf(const COleDateTimeNull& value,
   const auto utc = UtcOf(value, field);
   const auto local = UtcToLocal(value).GetFields();
   if (!utc || !local) return std::nullopt;
-  const icaltimetype day = IcalDay(*local);
-  const auto midnight = MidnightOf(day);
+  icaltimetype day = IcalDay(*local);
+  auto midnight = MidnightOf(day);
+  if (midnight && icaltime_compare(*midnight, *utc) != 0) {
+    // It begins without a midnight where the clock is put forward then.
+    const icaltimetype next = OnDay(day, DayNumberOf(day) + 1);
+    const auto begin = MidnightOf(next);
+    if (begin && icaltime_compare(*begin, *utc) == 0) {
+      day = next;
+      midnight = begin;
+    }
+  }
   if (!midnight || icaltime_compare(*midnight, *utc) != 0)
     tell_({field, FormatVerdict::Changed, FormatReason::TimeDropped});
   return day;

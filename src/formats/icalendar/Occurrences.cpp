@@ -14,9 +14,7 @@
 namespace pim {
 namespace {
 
-// More than a hundred years of days.
-constexpr std::int32_t kMostTimes = 40'000;
-constexpr int kLastYearOfDates = 9'999;  // of dates in records
+constexpr std::int32_t kMostTimes = 100'000;  // more than 270 years of days
 
 std::int64_t SecondsOfTime(const icaltimetype& time) {
   const std::int64_t minutes = std::int64_t{time.hour} * 60 + time.minute;
@@ -90,9 +88,12 @@ std::string RuleValueOf(const CRecurrence& rule, const icaltimetype& start,
   const RecurrenceData* const data = rule.GetRecurrenceData();
   if (data == nullptr) return {};
   COleDateTimeNull end = data->endDate;
-  const auto written = SecondsOf(end);
-  if (written && start.is_date == 0)
-    end = DateTimeOf(TimeOfSeconds(std::max(*written, clock.WallOf(*written))));
+  if (const auto written = SecondsOf(end)) {
+    const std::int64_t wall = clock.WallOf(*written);
+    // Of an all-day item the one that is midnight.
+    const bool isLocal = wall % kSecondsOfDay == 0 && *written % kSecondsOfDay != 0;
+    if (start.is_date != 0 ? isLocal : wall > *written) end = DateTimeOf(TimeOfSeconds(wall));
+  }
   return RRuleOf(*data, start, end).text;
 }
 
@@ -106,6 +107,8 @@ class OccurrenceFinder::Walk {
   Occurrences Within(const DayRange& range) const;
 
  private:
+  // In the unit of times; an end ahead of the start is kept for itself.
+  void SetLength(std::int64_t length, std::int64_t end);
   Moment MomentOf(const icaltimetype& time) const;
   std::int64_t DayOf(std::int64_t wall) const { return isAllDay_ ? wall : DayOfSeconds(wall); }
 
@@ -114,7 +117,8 @@ class OccurrenceFinder::Walk {
   const ItemClock& shown_;
   bool isAllDay_;
   icaltimetype start_;
-  std::int64_t length_;
+  std::int64_t length_ = 0;
+  std::int64_t wallLength_ = 0;
   std::optional<std::int64_t> earlyEnd_;
 };
 
@@ -122,15 +126,21 @@ OccurrenceFinder::Walk::Walk(const CCalendar& item, const ItemClock& rule, const
     : item_(item), rule_(rule), shown_(shown), isAllDay_(item.allday == 1) {
   const std::int64_t begin = *SecondsOf(item.start_time);
   const std::int64_t end = SecondsOf(item.end_time).value_or(begin);
-  start_ = TimeOfSeconds(rule.WallOf(begin));
-  length_ = end - begin;
   if (isAllDay_) {
-    start_ = IcalDay({start_.year, start_.month, start_.day, 0, 0, 0});
-    length_ = DaysBetween(start_, TimeOfSeconds(rule.WallOf(end)));
+    const std::int64_t first = rule.DayAt(begin);
+    start_ = OnDay(IcalDay({1970, 1, 1, 0, 0, 0}), first);
+    SetLength(rule.DayAt(end) - first, rule.DayAt(end));
+    wallLength_ = length_;
+  } else {
+    start_ = TimeOfSeconds(rule.WallOf(begin));
+    SetLength(end - begin, end);
+    wallLength_ = std::max<std::int64_t>(shown.WallOf(end) - shown.WallOf(begin), 0);
   }
-  if (length_ >= 0) return;
-  earlyEnd_ = isAllDay_ ? DayNumberOf(start_) + length_ : end;
-  length_ = 0;
+}
+
+void OccurrenceFinder::Walk::SetLength(std::int64_t length, std::int64_t end) {
+  length_ = std::max<std::int64_t>(length, 0);
+  if (length < 0) earlyEnd_ = end;
 }
 
 Moment OccurrenceFinder::Walk::MomentOf(const icaltimetype& time) const {
@@ -144,6 +154,7 @@ Occurrences OccurrenceFinder::Walk::Within(const DayRange& range) const {
   Occurrences found;
   found.isAllDay = isAllDay_;
   found.length = length_;
+  found.wallLength = wallLength_;
   found.earlyEnd = earlyEnd_;
   const std::string rule = RuleValueOf(item_.recurrence, start_, rule_);
   ItemDates dates(rule, RuleValueOf(item_.exceptionRule, start_, rule_), start_, kMostTimes);
@@ -151,7 +162,6 @@ Occurrences OccurrenceFinder::Walk::Within(const DayRange& range) const {
   const std::int64_t toLast = isAllDay_ || length_ == 0 ? length_ : length_ - 1;
   std::vector<Moment> moments;
   while (const auto date = dates.Next()) {
-    if (date->time.year > kLastYearOfDates) break;
     const Moment moment = MomentOf(date->time);
     if (DayOf(moment.wall) > range.last) {
       found.isCut = true;
@@ -176,10 +186,11 @@ Occurrences OccurrenceFinder::Of(const CCalendar& item, const DayRange& range) {
 
 // Whether the start is a date of the item's rule in UTC, but not on the machine's clock.
 bool OccurrenceFinder::IsUtcAlone(const CCalendar& item) const {
-  if (item.recurrence.data == nullptr) return false;
-  const auto fits = [&item](const ItemClock& clock) {
-    const icaltimetype start = TimeOfSeconds(clock.WallOf(*SecondsOf(item.start_time)));
-    return IsFirstDate(RuleValueOf(item.recurrence, start, clock), start);
+  const std::int64_t start = *SecondsOf(item.start_time);
+  if (item.recurrence.data == nullptr || machine_.DayAt(start) == utc_.DayAt(start)) return false;
+  const auto fits = [&item, start](const ItemClock& clock) {
+    const icaltimetype time = TimeOfSeconds(clock.WallOf(start));
+    return IsFirstDate(RuleValueOf(item.recurrence, time, clock), time);
   };
   return !fits(machine_) && fits(utc_);
 }

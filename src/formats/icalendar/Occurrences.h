@@ -40,6 +40,8 @@ struct Occurrences {
   // In seconds, of an all-day item the days behind the first one; 0 without an end, or one ahead of
   // the start.
   std::int64_t length = 0;
+  // The length on the item's clock, which differs where that is put forward or back meanwhile.
+  std::int64_t wallLength = 0;
   // An end ahead of the start, as times count.
   std::optional<std::int64_t> earlyEnd = {};
   bool isAllDay = false;

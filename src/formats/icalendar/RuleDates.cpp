@@ -40,7 +40,7 @@ std::optional<bool> CountEndsFirst(const std::string& rule, const icaltimetype& 
 }
 
 bool IsFirstDate(const std::string& rule, const icaltimetype& start) {
-  const auto first = RuleDates(rule, start).Next();
+  const auto first = RuleDates(rule, start, 1).Next();
   return first && icaltime_compare(*first, start) == 0;
 }
 

@@ -151,6 +151,8 @@ RuleText RRuleOf(const RecurrenceData& data, const icaltimetype& start,
                  const COleDateTimeNull& end) {
   RuleText rule;
   if (data.interval < 1) return {{}, FormatReason::BadValue};
+  // libical reads it into a short, whatever it is.
+  if (data.interval > std::numeric_limits<short>::max()) return {{}, FormatReason::RuleTooRich};
   rule.text = FrequencyOf(data.type);
   if (data.interval > 1) rule.text.append(";INTERVAL=").append(std::to_string(data.interval));
   if (const auto* byPosition = dynamic_cast<const MonthlyByPosData*>(&data)) {

@@ -115,11 +115,13 @@ function Letters(contact) {
   });
 }
 
-const WorkOf = (contact) =>
-  TextsOf(contact, 'organisation', 'title')
+function WorkOf(contact) {
+  const name = NameOf(contact);
+  return TextsOf(contact, 'organisation', 'title')
     .map(InOneLine)
-    .filter((text) => text !== NameOf(contact))
+    .filter((text) => text !== name)
     .join(' · ');
+}
 
 // Of numbers, mails and addresses those that fit into a card.
 function WaysOf(contact) {

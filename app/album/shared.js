@@ -7,9 +7,17 @@
 
 const kAlbum = JSON.parse(document.getElementById('album').textContent);
 // The reader's own kind of the language, where there is one: its order of dates, its weeks.
-const kLocale =
-  navigator.languages.find((name) => new Intl.Locale(name).language === kAlbum.lang) ?? kAlbum.lang;
+const kLocale = navigator.languages.find(IsOfLanguage) ?? kAlbum.lang;
 const kRemInPixels = parseFloat(getComputedStyle(document.documentElement).fontSize) || 16;
+
+// Browsers have told names that are no locales, as "en-US@posix".
+function IsOfLanguage(name) {
+  try {
+    return new Intl.Locale(name).language === kAlbum.lang;
+  } catch {
+    return false;
+  }
+}
 
 function ReadRecords() {
   const records = [];
@@ -44,10 +52,13 @@ function Visible(text) {
     .replace(/\x7f/g, '\u2421')
     .replace(/[\x80-\x9f]|[\ud800-\udfff]/gu, '\ufffd');
 }
+// Line by line, as a pattern of blanks and line ends would take the square of a run of blanks.
 const InOneLine = (text) =>
   Visible(text)
-    .replace(/\s*\n\s*/g, ', ')
-    .trim();
+    .split('\n')
+    .map((line) => line.trim())
+    .filter((line) => line !== '')
+    .join(', ');
 
 // Whether there is anything to see in a text.
 const IsSeen = (text) => /[^\s\p{Z}\p{Cf}\p{Default_Ignorable_Code_Point}\u2800]/u.test(text);

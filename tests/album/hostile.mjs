@@ -144,6 +144,30 @@ test('contacts can hold any text', () =>
     },
   ));
 
+// A pattern that isn't linear takes minutes for one of them, and the browser is waited for for less.
+test('contacts can hold long texts', () =>
+  On(
+    AlbumOf({
+      'long.vcf': [' ', 'a@', '<', '1', '1 ext', '(0', '=0A '].map((part) => {
+        const text = `a${part.repeat(3e5 / part.length)}b`;
+        return Card(
+          ...['N', 'ORG', 'TEL', 'EMAIL', 'ADR', 'URL', 'X-GROUP'].map(
+            (name) => `${name};ENCODING=QUOTED-PRINTABLE:${text}`,
+          ),
+        );
+      }).join(''),
+      'many.vcf': Card(`N:${'a'.repeat(3e5)}`, ...new Array(2e4).fill('ORG:a')),
+    }),
+    async (page) => {
+      const cards = page.locator('#list .open');
+      assert.equal(await cards.count(), 8);
+      for (let i = 0; i < 8; ++i) {
+        await cards.nth(i).click();
+        await page.locator('dialog .close').click();
+      }
+    },
+  ));
+
 test('items can hold any text', () =>
   On(
     Unpaired(

@@ -22,12 +22,6 @@ function ShowCells(cells, keys, more = null) {
 }
 
 // From a day on, a stretch of days at a time; those without anything are passed over.
-const [kFirstDay, kLastDay] = kDated
-  .map(SpanOf)
-  .reduce(
-    ([first, last], span) => [Math.min(first, span[0]), Math.max(last, span[1])],
-    [Infinity, -Infinity],
-  );
 function* Stretches(day, last) {
   let begin = day;
   while (begin <= last) {
@@ -49,14 +43,14 @@ const kListView = {
   Step: (day, steps) => MonthsLater(day, steps),
   Title: (day) => `${LongDayText(day)} –`,
   Show(place, day) {
-    const stretches = Stretches(day, kLastDay);
+    const stretches = Stretches(day, SpanOfAll(kDated)[1]);
     ShowCells(kRows, [], () => stretches.next().value ?? []);
     return kDated.filter((item) => SpanOf(item)[1] >= day).length;
   },
-  Paper: () =>
-    [...Stretches(kState.day, Math.min(kLastDay, MonthsLater(kState.day, 12) - 1))]
-      .flat()
-      .map(PaperRow),
+  Paper() {
+    const last = Math.min(SpanOfAll(kDated)[1], MonthsLater(kState.day, 12) - 1);
+    return [...Stretches(kState.day, last)].flat().map(PaperRow);
+  },
 };
 
 // To-dos: what is late first, what is done behind. One that repeats stands there once, as it is due
@@ -196,10 +190,12 @@ const ResultRow = (item) => ({
   item,
   number: 0,
   Time: () => DayText(item),
-  About: () => (item.rule === undefined ? FieldText(item, 'location') : RuleText(item.rule)),
+  About: () => (item.rule === undefined ? FieldText(item, 'location') : RuleText(item)),
 });
 
-// What is shown, and for which day: today's, or the nearest one with something on it.
+// What is shown, and for which day: today's, unless all is ahead of it or behind it; then the nearest
+// one with something on it.
+const NearestToToday = ([first, last]) => Math.max(first, Math.min(last, Today()));
 const kViews = {
   month: kMonthView,
   week: kWeekView,
@@ -210,7 +206,7 @@ const kViews = {
 const kSearchField = document.getElementById('search');
 const kState = {
   view: 'month',
-  day: kDated.length === 0 ? Today() : Math.max(kFirstDay, Math.min(kLastDay, Today())),
+  day: kDated.length === 0 ? Today() : NearestToToday(SpanOfAll(kDated)),
   Shown: () => (kSearchField.value.trim() === '' ? kViews[kState.view] : kResultView),
 };
 function Tell(shown) {

@@ -65,31 +65,49 @@ function MomentText(seconds, own, day) {
 }
 
 // The runs that days are shown by: of a to-do, when it is due. One that repeats is due as long
-// behind each of its times as it is behind the first.
+// behind each of its times as it is behind the first, on the clock that is looked at.
 function RunsOf(item, isWritten = kClock.isWritten) {
   const times = (isWritten && !item.allDay ? item.wall : item.times) ?? [];
   if (item.due === undefined) return times;
   if (item.dueAfter !== undefined && times.length > 0) {
-    const after = item.allDay ? Math.floor(item.dueAfter / kDay) : item.dueAfter;
+    const after = DueAfter(item);
     return times.map(([start, step, count]) => [start + after, step, count]);
   }
   if (item.allDay) return [[Math.floor((item.dueWall ?? item.due) / kDay), 0, 1]];
   return [[isWritten ? (item.dueWall ?? item.due) : item.due, 0, 1]];
 }
-const LengthOf = (item) => (item.due === undefined ? (item.length ?? 0) : 0);
+function DueAfter({ times, dueAfter = 0, allDay }) {
+  if (!times?.length) return 0;
+  return allDay ? Math.floor(dueAfter / kDay) : dueAfter;
+}
+// The viewer's clock at a time of the runs. What is due stays as far behind its start on that clock
+// where it is changed between the two.
+const ViewersClockOf = (item, time) => ViewersClock(time - DueAfter(item)) + DueAfter(item);
 
-// The first and the last day that an item can be on, whatever the clock; null without any.
+const WrittenLength = ({ length = 0, lengthWall = length }) => lengthWall;
+function LengthOf(item) {
+  if (item.due !== undefined) return 0;
+  return kClock.isWritten ? WrittenLength(item) : (item.length ?? 0);
+}
+
+// The first and the last day that an item is on; null without any.
 function SpanOf(item) {
   const runs = RunsOf(item);
   if (runs.length === 0) return null;
   const first = runs.reduce((least, [start]) => Math.min(least, start), Infinity);
-  const last = runs.reduce(
-    (most, [start, step, count]) => Math.max(most, start + step * (count - 1)),
-    -Infinity,
-  );
-  const end = last + LengthOf(item);
-  return item.allDay ? [first, end] : [Math.floor(first / kDay) - 1, Math.floor(end / kDay) + 1];
+  return [OccurrenceAt(item, first, 0).first, OccurrenceAt(item, LastTime(runs), 0).last];
 }
+// Of all of them.
+function SpanOfAll(items) {
+  return items
+    .map(SpanOf)
+    .reduce(
+      ([first, last], span) => [Math.min(first, span[0]), Math.max(last, span[1])],
+      [Infinity, -Infinity],
+    );
+}
+const LastTime = (runs) =>
+  runs.reduce((most, [start, step, count]) => Math.max(most, start + step * (count - 1)), -Infinity);
 
 // One time of an item: its days, and its begin and end on the clock unless it is all day long.
 // "number" counts its times from 0.
@@ -98,11 +116,11 @@ function OccurrenceAt(item, time, number) {
   if (item.allDay) {
     return { item, number, first: time, last: time + length, begin: null, end: null };
   }
-  const Clock = kClock.isWritten ? (seconds) => seconds : ViewersClock;
-  const begin = Clock(time);
-  const end = Math.max(begin, Clock(time + length));
+  const begin = kClock.isWritten ? time : ViewersClockOf(item, time);
+  const end = kClock.isWritten || length === 0 ? begin + length : ViewersClock(time + length);
   const first = Math.floor(begin / kDay);
-  return { item, number, first, last: Math.max(first, Math.floor((end - 1) / kDay)), begin, end };
+  const last = Math.max(first, Math.floor((end - 1) / kDay));
+  return { item, number, first, last, begin, end: Math.max(begin, end) };
 }
 
 // What there is from a day to another one. Of repeats only the times near them are looked at.

@@ -84,16 +84,8 @@ function MonthDayWords(number) {
   if (number === 1) return Label('month-day-1');
   return Label(number > 0 ? 'month-day' : 'month-day-back', { n: NumberText(Math.abs(number)) });
 }
-function RuleText({
-  unit,
-  every,
-  days = [],
-  monthDays = [],
-  months = [],
-  yearDays = [],
-  count,
-  until,
-}) {
+function RuleText(item) {
+  const { unit, every, days = [], monthDays = [], months = [], yearDays = [], count } = item.rule;
   let rule = every > 1 ? Label(`rule-${unit}s`, { n: NumberText(every) }) : Label(`rule-${unit}`);
   const words = [
     ...months.map((month) => MonthName(DayOfMonth(2000, month - 1))),
@@ -103,10 +95,15 @@ function RuleText({
   ];
   if (words.length > 0) rule = Label('rule-on', { rule, days: ListText(words) });
   if (count !== undefined) rule = Label('rule-count', { rule, n: NumberText(count) });
-  if (until !== undefined) {
-    rule = Label('rule-until', { rule, day: ShortDayText(Math.floor(ViewersClock(until) / kDay)) });
-  }
-  return rule;
+  if (item.rule.until === undefined) return rule;
+  return Label('rule-until', { rule, day: ShortDayText(LastDayOf(item)) });
+}
+// The day of the last time, by the viewer's clock. A rule's own end is on a clock that isn't known,
+// and told as it stands where the times aren't followed up to it.
+function LastDayOf({ times, allDay, isCut, rule }) {
+  if (isCut || !times?.length) return Math.floor(rule.until / kDay);
+  const last = LastTime(times);
+  return allDay ? last : Math.floor(ViewersClock(last) / kDay);
 }
 
 // An item in full, with the times of one of its days.
@@ -134,19 +131,23 @@ function TimesOf(item, number) {
     const end = item.end ?? (item.length > 0 ? time + item.length : undefined);
     if (end !== undefined) Row(FieldTitle('end'), Text(end));
     if (wall !== null && !item.allDay) {
-      Row(Label('clock-written'), WrittenText(wall, item.endWall ?? wall + (item.length ?? 0)));
+      Row(Label('clock-written'), WrittenText(wall, item.endWall ?? wall + WrittenLength(item)));
     }
   }
   if (item.due !== undefined) {
     const runs = RunsOf(item, false);
-    Row(FieldTitle('due'), Text(TimeOfNumber(runs, number) ?? TimeOfNumber(runs, 0)));
+    const due = TimeOfNumber(runs, number) ?? TimeOfNumber(runs, 0);
+    Row(
+      FieldTitle('due'),
+      item.allDay ? LongDayText(due) : LongTimeText(ViewersClockOf(item, due)),
+    );
     if (!item.allDay && item.dueWall !== undefined && time === null) {
       Row(Label('clock-written'), LongTimeText(item.dueWall));
     }
   }
   if (item.zone) Row(Label('zone'), item.zone);
   if (item.rule !== undefined) {
-    Row(FieldTitle('repeats'), RuleText(item.rule) + (item.isCut ? ` — ${Label('cut')}` : ''));
+    Row(FieldTitle('repeats'), RuleText(item) + (item.isCut ? ` — ${Label('cut')}` : ''));
   }
   return rows;
 }

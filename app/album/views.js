@@ -128,7 +128,7 @@ const kMonthView = {
     if (wanted === undefined) return;
     event.preventDefault();
     GoTo(wanted);
-    this.Focus(wanted);
+    this.Focus(kState.day); // there is no other at the ends of the calendar
   },
 };
 

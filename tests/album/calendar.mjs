@@ -249,3 +249,78 @@ test('what a text has of more days, of repeats and of lines is told', () =>
       }
     },
   ));
+
+test('a calendar opens on the nearest day with something on it, and counts what is shown', async () => {
+  for (const [start, month, behind] of [
+    ['20100531T100000Z', 'May 2010', 'June 30, 2010'],
+    ['20270101T100000Z', 'January 2027', 'February 1, 2027'],
+    ['20270131T233000Z', 'February 2027', 'March 1, 2027'],
+  ]) {
+    await On(
+      AlbumOf({ 'one.vcs': Calendar(['VEVENT', 'SUMMARY:One', `DTSTART:${start}`]) }),
+      async (page) => {
+        const Texts = () => page.locator('#period, #count').allTextContents();
+        assert.equal(await page.locator('#period').textContent(), month);
+        await page.locator('#views [data-view=list]').click();
+        assert.deepEqual(await Titles(page), ['One']);
+        await page.locator('#next').click();
+        assert.ok((await Texts()).join().includes(behind), await Texts());
+        assert.ok((await Texts()).includes('0 of 1'), await Texts());
+        assert.ok(await page.locator('#nothing').isVisible());
+      },
+    );
+  }
+});
+
+// Its clocks are changed on 29 March and 25 October.
+test('what a change of clocks lies in ends, and is due, as the text has it', () =>
+  On(
+    AlbumOf(
+      {
+        'change.vcs': Calendar(
+          ['VEVENT', 'SUMMARY:Watch', 'DTSTART:20260328T100000', 'DTEND:20260329T100000'],
+          [
+            'VTODO',
+            'SUMMARY:Water',
+            'DTSTART:20261024T120000',
+            'DUE:20261026T120000',
+            'RRULE:W1 SA #2',
+          ],
+          [
+            'VEVENT',
+            'SUMMARY:Fast',
+            'DTSTART:20100312T000000',
+            'DTEND:20100313T000000',
+            'RRULE:D1 20100316T000000',
+          ],
+        ),
+      },
+      { zone: 'Europe/Berlin' },
+    ),
+    async (page) => {
+      const Rows = async (selector) =>
+        (await page.locator(selector).allTextContents()).map((text) =>
+          text.replace(/[\u202f\s]+/g, ' '),
+        );
+      for (const index of [0, 1]) {
+        await page.locator('#clock select').selectOption({ index });
+        await page.locator('#views [data-view=month]').click();
+        await page.locator('#month').selectOption('October');
+        assert.deepEqual(Object.keys(await DaysOf(page)), ['10-26']);
+        assert.match((await DaysOf(page))['10-26'], /^12:00 PM/);
+        await page.locator('#month').selectOption('November');
+        assert.match((await DaysOf(page))['11-02'], /^12:00 PM/);
+        await page.locator('#month').selectOption('March');
+        await page.locator('#views [data-view=list]').click();
+        assert.match((await Rows('.row .time'))[0], /^10:00 AM – Mar 29, 10:00 AM$/);
+      }
+      await Find(page, 'water');
+      await page.locator('#list .open').click();
+      const text = (await page.locator('dialog').innerText()).replace(/[\u202f\u00a0]/g, ' ');
+      assert.match(text, /Monday, October 26, 2026 at 12:00 PM/);
+      await page.keyboard.press('Escape');
+      await Find(page, 'fast');
+      assert.deepEqual(await Rows('.about'), ['every day, until Mar 16, 2010']);
+    },
+    { timezoneId: 'Europe/Berlin' },
+  ));

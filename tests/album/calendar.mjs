@@ -57,13 +57,16 @@ test('repeats stand on each of their days, by either clock', () =>
     const october = {
       '10-19': '3:00 PM Round',
       '10-26': '2:00 PM Round',
-      '10-30': '✎1Changed or dropped lines: 1Fair',
+      '10-30': '✎1Lines not kept or shown as they stand: 1Fair',
     };
     for (const [day, text] of Object.entries(october)) assert.equal(viewers[day], text, day);
     await page.locator('#next').click();
     const november = await DaysOf(page);
     assert.equal(november['11-02'], '3:00 PM Round');
-    assert.equal(november['11-01'], '✎1Changed or dropped lines: 1Fair, 1:00 PM ☐To-doPay');
+    assert.equal(
+      november['11-01'],
+      '✎1Lines not kept or shown as they stand: 1Fair, 1:00 PM ☐To-doPay',
+    );
     assert.equal(november['11-12'], '11:00 PM Night train');
     assert.equal(november['11-13'], 'Night train');
     await page.locator('#clock select').selectOption({ index: 1 });
@@ -91,6 +94,12 @@ test('a month goes by the keyboard', () =>
     assert.match(await page.locator('dialog').textContent(), /Round.*Attic/s);
     await Press('Escape');
     assert.match(await Focused(page), /Round/);
+    await page.locator('#year').fill('9999');
+    await page.keyboard.press('Tab');
+    await page.locator('#month').selectOption('December');
+    await page.locator('td .day[tabindex="0"]').focus();
+    await Press('PageDown');
+    assert.equal(await Focused(page), 'Friday, December 31, 9999: 0');
   }));
 
 test('an item tells its times, its rule and its lines', () =>
@@ -129,7 +138,7 @@ test('views of a week, a list, to-dos and memos', () =>
     assert.deepEqual((await Titles(page)).slice(0, 4), [
       'Round',
       'Round',
-      '✎1Changed or dropped lines: 1Fair',
+      '✎1Lines not kept or shown as they stand: 1Fair',
       '☐To-doPay',
     ]);
     await View('To-dos');
@@ -250,7 +259,7 @@ test('what a text has of more days, of repeats and of lines is told', () =>
     },
   ));
 
-test('a calendar opens on the nearest day with something on it, and counts what is shown', async () => {
+test('a calendar opens where something is, and counts what is shown', async () => {
   for (const [start, month, behind] of [
     ['20100531T100000Z', 'May 2010', 'June 30, 2010'],
     ['20270101T100000Z', 'January 2027', 'February 1, 2027'],

@@ -200,7 +200,7 @@ test('a mark opens the lines that are not kept', () =>
       'old.vcf': `garbage\n${kPeople['people.vcf']}`,
     }),
     async (page) => {
-      await page.getByRole('button', { name: 'Changed or dropped lines: 1' }).click();
+      await page.getByRole('button', { name: 'Lines not kept or shown as they stand: 1' }).click();
       assert.equal(await Focused(page), 'Lines that aren’t kept as they stand');
       const account = await page.locator('dialog .marks').textContent();
       assert.match(account, /Line 8 X-FOO dropped: there is no field for itX-FOO:bar/);

@@ -144,7 +144,7 @@ test('contacts can hold any text', () =>
     },
   ));
 
-// A pattern that isn't linear takes minutes for one of them, and the browser is waited for for less.
+// A pattern that isn't linear takes minutes for one of them, and the page has half of one to open.
 test('contacts can hold long texts', () =>
   On(
     AlbumOf({

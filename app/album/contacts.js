@@ -6,9 +6,16 @@
 const kBirthdaysAhead = 8;
 const kGroupsInARow = 12;
 
+// An order by the language's rules takes the square of many accents behind each other.
+const kLongestKey = 300;
+function OrderOf(settings = {}) {
+  const { compare } = new Intl.Collator(kAlbum.lang, settings);
+  return (one, other) => compare(one.slice(0, kLongestKey), other.slice(0, kLongestKey));
+}
+
 // All contacts in the language's order, those without a name behind the others.
 function Sorted() {
-  const { compare } = new Intl.Collator(kAlbum.lang);
+  const compare = OrderOf();
   const keys = kContacts.map((contact) => {
     if (IsNamed(contact)) return { rank: 0, sort: contact.sort };
     const { text, isName } = StandIn(contact);
@@ -59,7 +66,7 @@ function Toggle(name, count, press, settings = {}) {
 }
 function GroupToggles({ groups, none }) {
   const Choose = (group) => () => !kFilters.groups.delete(group) && !!kFilters.groups.add(group);
-  const { compare } = new Intl.Collator(kAlbum.lang, { numeric: true });
+  const compare = OrderOf({ numeric: true });
   const toggles = [...groups]
     .sort(([one], [other]) => compare(one, other))
     .map(([group, count]) =>

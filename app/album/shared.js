@@ -43,14 +43,17 @@ const ListText = (() => {
   return (words) => format.format(words);
 })();
 
-// Text as it may stand on the page: what controls a terminal or is no character is visible.
+// Text as it may stand on the page: what controls a terminal or is no character is visible. Of more
+// accents behind each other than any script has, which browsers take the square of their number for,
+// there is an ellipsis.
 function Visible(text) {
-  if (!/[\0-\x08\x0b-\x1f\x7f-\x9f\ud800-\udfff]/.test(text)) return text;
+  if (!/[\0-\x08\x0b-\x1f\x7f-\x9f\ud800-\udfff]|\p{M}{31}/u.test(text)) return text;
   return text
     .replace(/\r\n?/g, '\n')
     .replace(/[\0-\x08\x0b-\x1f]/g, (byte) => String.fromCharCode(0x2400 + byte.charCodeAt(0)))
     .replace(/\x7f/g, '\u2421')
-    .replace(/[\x80-\x9f]|[\ud800-\udfff]/gu, '\ufffd');
+    .replace(/[\x80-\x9f]|[\ud800-\udfff]/gu, '\ufffd')
+    .replace(/(\p{M}{30})\p{M}+/gu, '$1…');
 }
 // Line by line, as a pattern of blanks and line ends would take the square of a run of blanks.
 const InOneLine = (text) =>
@@ -93,19 +96,19 @@ function Button(settings, press, ...children) {
 const kPlainPairs = 'ß=ss ø=o ł=l đ=d ð=d þ=th æ=ae œ=oe ı=i ħ=h ŧ=t ŋ=n ĸ=k ς=σ'.split(' ');
 const kPlain = Object.fromEntries(kPlainPairs.map((pair) => pair.split('=')));
 const kPlainLetters = new RegExp(`[${Object.keys(kPlain).join('')}]`, 'g');
+// The voice of kana is no accent. Many accents behind each other, which a form of Unicode puts in
+// order, take the square of their number for that, and go before it.
+const WithoutAccents = (text) => text.replace(/(?![\u3099\u309a])\p{M}/gu, '');
 function Folded(text) {
   if (/^[\0-\x7f]*$/.test(text)) return text.toLowerCase();
-  return text
-    .toLowerCase()
-    .normalize('NFKD')
-    .replace(/(?![\u3099\u309a])\p{M}/gu, '') // the voice of kana is no accent
+  return WithoutAccents(WithoutAccents(text.toLowerCase()).normalize('NFKD'))
     .toLowerCase() // of letters that were signs
     .replace(kPlainLetters, (letter) => kPlain[letter])
     .replace(/[\u30a1-\u30f6\u30fd\u30fe]/g, (kana) =>
       String.fromCharCode(kana.charCodeAt(0) - 0x60),
     );
 }
-const DigitsOf = (text) => text.normalize('NFKC').replace(/[^0-9]/g, '');
+const DigitsOf = (text) => WithoutAccents(text).normalize('NFKC').replace(/[^0-9]/g, '');
 
 const WhenIdle = globalThis.requestIdleCallback ?? ((work) => setTimeout(work, 20));
 

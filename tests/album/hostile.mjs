@@ -5,7 +5,7 @@
 import assert from 'node:assert/strict';
 import { readFileSync, writeFileSync } from 'node:fs';
 import { test } from 'node:test';
-import { AlbumOf, Calendar, Card, On } from './pages.mjs';
+import { AlbumOf, Calendar, Card, Find, On } from './pages.mjs';
 
 const kTexts = [
   '<script>alert(1)</script>',
@@ -156,10 +156,14 @@ test('contacts can hold long texts', () =>
           ),
         );
       }).join(''),
+      'accents.vcf': ['\u0301\u0323', '\u0323\u0301']
+        .map((accents) => Card(`N;CHARSET=UTF-8:a${accents.repeat(2e5)}b`))
+        .join(''),
       'many.vcf': Card(`N:${'a'.repeat(3e5)}`, ...new Array(2e4).fill('ORG:a')),
     }),
     async (page) => {
-      assert.equal(await page.locator('#list .open').count(), 8);
+      assert.equal(await page.locator('#list .open').count(), 10);
+      assert.equal((await Find(page, 'ab')).length, 2);
     },
   ));
 

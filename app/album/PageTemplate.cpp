@@ -83,13 +83,16 @@ PageFrame FilledPage(TextForm form, std::string_view language, std::string_view 
       "; base-uri 'none'; form-action 'none'; require-trusted-types-for 'script'; trusted-types "
       "'none'";
   const std::string shownTitle = EscapedAsHtml(title);
-  const Place places[] = {{"{{lang}}", language},
-                          {"{{title}}", shownTitle},
-                          {"{{policy}}", policy},
-                          {"{{style}}", style},
-                          {"{{script}}", script}};
+  const Place places[] = {
+      {"{{lang}}", language},
+      {"{{kind}}", isContacts ? "contacts" : "calendar"},
+      {"{{main}}", PageFileText(isContacts ? "contacts.html" : "calendar.html")},
+      {"{{title}}", shownTitle},
+      {"{{policy}}", policy},
+      {"{{style}}", style},
+      {"{{script}}", script}};
   constexpr std::string_view kData = "{{data}}";
-  const std::string_view page = PageFileText(isContacts ? "contacts.html" : "calendar.html");
+  const std::string_view page = PageFileText("page.html");
   const std::size_t data = page.find(kData);
   return {Filled(page.substr(0, data), places), Filled(page.substr(data + kData.size()), places)};
 }

@@ -124,6 +124,40 @@ TEST(Occurrences, SteadyRules) {
   }
 }
 
+// What clocks of records' zones show at noon in UTC, and back.
+TEST(Occurrences, ZonesOfRecords) {
+  static constexpr const char* kNorth =
+      "TZ:+01:00\r\nDAYLIGHT:TRUE;+02:00;20100328T010000Z;20101031T010000Z;CET;CEST";
+  // Summer lasts over New Year, and comes back by its Sundays.
+  static constexpr const char* kSouth =
+      "TZ:+10:00\r\nDAYLIGHT:TRUE;+11:00;20101002T160000Z;20110402T160000Z;EST;EDT";
+  static constexpr struct {
+    const char* zone;
+    std::int64_t day;  // of 2010, from 0
+    double noon;       // in hours of the day
+  } kRows[] = {
+      {"TZ:+05:30", 100, 17.5},
+      {"TZ:-03:30", 100, 8.5},
+      {kNorth, 86, 14},
+      {kNorth, 303, 13},
+      {kSouth, 10, 23},
+      {kSouth, 150, 22},
+      {kSouth, 275, 23},
+      {kSouth, 5 * 365, 23},
+      {kSouth, 5 * 365 + 150, 22},
+      // Daylight time without its days is none.
+      {"TZ:+01:00\r\nDAYLIGHT:TRUE;+02:00;;;CET;CEST", 200, 13},
+  };
+  for (const auto& row : kRows) {
+    SCOPED_TRACE(row.zone + std::string(" ") + std::to_string(row.day));
+    const ItemClock clock(ReadItem(row.zone).zone);
+    const std::int64_t noon = (kJanuary2010 + row.day) * kDay + kDay / 2;
+    const std::int64_t wall = clock.WallOf(noon);
+    EXPECT_EQ(static_cast<double>(wall - noon + kDay / 2) / 3'600, row.noon);
+    EXPECT_EQ(clock.MomentOf(wall), noon);
+  }
+}
+
 // All-day items are days, whatever the clock: from 2010-01-01 on.
 TEST(Occurrences, AllDay) {
   static constexpr struct {
